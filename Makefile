@@ -1,0 +1,60 @@
+# `make` alone prints the targets. What each does is in docs/building.md.
+
+SHELL := bash
+.SHELLFLAGS := -eu -o pipefail -c
+.DEFAULT_GOAL := help
+.PHONY: help setup build run test bench device lint format format-check asan tsan clean
+
+JOBS ?= $(shell nproc)
+# A terminal gets ninja's progress line; a log gets only what went wrong.
+NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
+
+# $(call compile,PRESET) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
+compile = cmake --log-level=WARNING --preset $(1) >/dev/null && \
+	cmake --build --preset $(1) -j $(JOBS) -- $(NINJA_FLAGS)
+check = ctest --preset $(1) -j $(JOBS) $(2)
+
+help: ## Print this
+	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/\1\t\2/p' $(MAKEFILE_LIST) | \
+	  while IFS=$$'\t' read -r name what; do printf '  make %-13s %s\n' "$$name" "$$what"; done
+
+setup: ## Install the Debian packages that are missing
+	@scripts/setup
+
+build: setup ## Build into build/
+	@$(call compile,gcc)
+
+run: build ## Dye a sample application and SpringBoard, and show what changed
+	@scripts/demo
+
+test: build ## Run the tests
+	@$(call check,gcc)
+
+bench: setup ## Measure an optimised build; the figures also go to build-release/bench.json
+	@$(call compile,release)
+	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
+	  --benchmark_out_format=json
+
+device: setup ## Cross-compile for the device and check the library against device/lists
+	@device/build
+
+lint: format-check ## Check the layout of the sources and run clang-tidy
+	@cmake --log-level=WARNING --preset clang >/dev/null
+	@scripts/lint tidy
+
+format: setup ## Lay out the sources
+	@scripts/lint fix
+
+format-check: setup ## Check the layout only
+	@scripts/lint format
+
+asan: setup ## Run the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+	@$(call compile,asan)
+	@$(call check,asan)
+
+tsan: setup ## Run the tests that carry the label threads under ThreadSanitizer
+	@$(call compile,tsan)
+	@$(call check,tsan,-L threads)
+
+clean: ## Remove every build folder
+	@rm -rf build build-clang build-asan build-tsan build-release build-device
