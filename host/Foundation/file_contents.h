@@ -1,0 +1,13 @@
+// Reading whole files.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+/// What a regular file holds; nothing where it is missing, unreadable, larger than the limit, or
+/// something else than a file, such as a pipe that would keep the reader waiting.
+std::optional<std::string> fileContents(const std::string& path, std::size_t limit);
+
+}  // namespace host

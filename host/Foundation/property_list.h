@@ -1,0 +1,30 @@
+// Property lists: reading XML and binary ones, writing XML.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "export.h"
+#include "platform/Foundation.h"
+
+namespace host {
+
+/// The object tree of a property list, autoreleased; nil for what cannot be parsed, is deeper than
+/// kMaximumDepth, larger than kMaximumBytes, or expands to more than kMaximumNodes.
+HOST_EXPORT NSObject* propertyListFromData(std::string_view bytes);
+/// The same for a file on this machine; nil too where it is missing, unreadable or no plain file.
+HOST_EXPORT NSObject* propertyListFromFile(const std::string& path);
+
+/// The XML form, or nothing where the tree holds an object that a property list cannot.
+HOST_EXPORT std::optional<std::string> xmlFromPropertyList(NSObject* root);
+
+/// Writes a file on this machine, in place or through a temporary file and rename. Missing folders
+/// are not made. False on failure, the old file intact in the atomic case.
+HOST_EXPORT bool writeFile(const std::string& path, std::string_view contents, bool atomically);
+
+inline constexpr std::size_t kMaximumDepth = 128;
+inline constexpr std::size_t kMaximumBytes = 16 << 20;
+inline constexpr std::size_t kMaximumNodes = 1 << 20;
+
+}  // namespace host

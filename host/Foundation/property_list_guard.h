@@ -1,0 +1,26 @@
+// Looks at the bytes of a property list before the parsing library does, which recurses into what
+// it reads and copies what is shared. Nothing here recurses or allocates more than the file's size
+// allows.
+#pragma once
+
+#include <string_view>
+
+namespace host {
+
+enum class PropertyListFormat {
+  refused,  ///< neither XML nor binary, or too deep, too large once expanded, or damaged
+  xml,
+  binary,
+};
+
+/// The format, where the parsing library can be given the bytes.
+PropertyListFormat guardPropertyList(std::string_view bytes);
+
+bool isSafeBinaryPropertyList(std::string_view bytes);
+/// The text begins with its first tag.
+bool isSafeXmlPropertyList(std::string_view text);
+
+/// The text of an XML property list without byte order mark and leading white space.
+std::string_view withoutPreamble(std::string_view text);
+
+}  // namespace host

@@ -1,0 +1,109 @@
+// Objects to XML.
+#include <cstring>
+
+#include "Foundation/property_list.h"
+#include "Foundation/property_list_node.h"
+#include "Foundation/text.h"
+#include "objc/autorelease_pool.h"
+
+namespace host {
+
+namespace {
+
+/// Builds the tree; empty results stand for something that a property list cannot hold.
+class Writer {
+ public:
+  plist::Tree tree(NSObject* object) {
+    // The limits also end a container that holds itself.
+    if (object == nullptr || ++nodes_ > kMaximumNodes) return {};
+    if (auto* string = objc::as<NSString>(object)) return stringNode(string);
+    if (auto* number = objc::as<NSNumber>(object)) return numberNode(number);
+    if (auto* date = objc::as<NSDate>(object))
+      return plist::dateNode(date->timeIntervalSinceReferenceDate());
+    if (auto* data = objc::as<NSData>(object)) {
+      return plist::Tree(plist_new_data(static_cast<const char*>(data->bytes()), data->length()));
+    }
+    if (depth_ == kMaximumDepth) return {};
+    ++depth_;
+    plist::Tree result;
+    if (auto* dictionary = objc::as<NSDictionary>(object)) result = dictionaryNode(dictionary);
+    else if (auto* array = objc::as<NSArray>(object)) result = arrayNode(array);
+    --depth_;
+    return result;
+  }
+
+ private:
+  /// Text with a zero in it would be cut short.
+  static const char* wholeText(NSString* string) {
+    const char* words = string->UTF8String();
+    if (words == nullptr || std::strlen(words) != text(string).size()) return nullptr;
+    return words;
+  }
+
+  static plist::Tree stringNode(NSString* string) {
+    const char* words = wholeText(string);
+    return plist::Tree(words == nullptr ? nullptr : plist_new_string(words));
+  }
+
+  static plist::Tree numberNode(NSNumber* number) {
+    switch (*send<const char*>(number, "objCType"_sel)) {
+      case 'B':
+      case 'c':
+        return plist::Tree(plist_new_bool(number->boolValue() ? 1 : 0));
+      case 'd':
+      case 'f':
+        return plist::Tree(plist_new_real(number->doubleValue()));
+      case 'Q':
+        return plist::unsignedNode(send<unsigned long long>(number, "unsignedLongLongValue"_sel));
+      default:
+        return plist::Tree(plist_new_uint(static_cast<std::uint64_t>(number->longLongValue())));
+    }
+  }
+
+  plist::Tree dictionaryNode(NSDictionary* dictionary) {
+    plist::Tree result(plist_new_dict());
+    NSArray* keys = dictionary->allKeys();
+    for (NSUInteger i = 0; i < keys->count(); ++i) {
+      auto* key = objc::as<NSString>(keys->objectAtIndex(i));
+      const char* name = key == nullptr ? nullptr : wholeText(key);
+      if (name == nullptr) return {};
+      plist::Tree value = tree(dictionary->objectForKey(key));
+      if (value == nullptr) return {};
+      plist_dict_set_item(result.get(), name, value.release());
+    }
+    return result;
+  }
+
+  plist::Tree arrayNode(NSArray* array) {
+    plist::Tree result(plist_new_array());
+    for (NSUInteger i = 0; i < array->count(); ++i) {
+      plist::Tree item = tree(array->objectAtIndex(i));
+      if (item == nullptr) return {};
+      plist_array_append_item(result.get(), item.release());
+    }
+    return result;
+  }
+
+  std::size_t depth_ = 0;
+  std::size_t nodes_ = 0;
+};
+
+struct FreeXml {
+  void operator()(char* text) const { plist_to_xml_free(text); }
+};
+
+}  // namespace
+
+std::optional<std::string> xmlFromPropertyList(NSObject* root) {
+  objc::AutoreleasePool pool;
+  const plist::Tree tree = Writer().tree(root);
+  if (tree == nullptr) return {};
+  char* words = nullptr;
+  std::uint32_t length = 0;
+  plist_to_xml(tree.get(), &words, &length);
+  const std::unique_ptr<char, FreeXml> owner(words);
+  if (words == nullptr) return {};
+  return std::string(words, length);
+}
+
+}  // namespace host

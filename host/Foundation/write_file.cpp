@@ -1,0 +1,65 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+
+#include "Foundation/descriptor.h"
+#include "Foundation/property_list.h"
+
+namespace host {
+
+namespace {
+
+constexpr mode_t kPermissions = 0777;
+
+bool writeAll(int file, std::string_view contents) {
+  while (!contents.empty()) {
+    const ssize_t count = write(file, contents.data(), contents.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return false;
+    contents.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+bool writeInPlace(const std::string& path, std::string_view contents) {
+  // Something else in the file's place, such as a pipe that nobody reads, fails instead of waiting.
+  Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0644));
+  return file && writeAll(file.get(), contents) && file.closeNow();
+}
+
+/// A new file beside the other, with the mode that the user's mask leaves.
+int createBeside(const std::string& path, std::string& name) {
+  static std::atomic<unsigned> counter = 0;
+  constexpr int kAttempts = 100;  // names may be left over from processes that were killed
+  for (int i = 0; i < kAttempts; ++i) {
+    name = path + "." + std::to_string(getpid()) + "." + std::to_string(counter++);
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    if (file >= 0 || errno != EEXIST) return file;
+  }
+  return -1;
+}
+
+bool writeAtomically(const std::string& path, std::string_view contents) {
+  struct stat old{};
+  const bool replaces = stat(path.c_str(), &old) == 0;
+  std::string temporary;
+  Descriptor file(createBeside(path, temporary));
+  if (!file) return false;
+  const bool written = (!replaces || fchmod(file.get(), old.st_mode & kPermissions) == 0) &&
+                       writeAll(file.get(), contents) && file.closeNow();
+  if (written && std::rename(temporary.c_str(), path.c_str()) == 0) return true;
+  unlink(temporary.c_str());
+  return false;
+}
+
+}  // namespace
+
+bool writeFile(const std::string& path, std::string_view contents, bool atomically) {
+  return atomically ? writeAtomically(path, contents) : writeInPlace(path, contents);
+}
+
+}  // namespace host

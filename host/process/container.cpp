@@ -1,0 +1,86 @@
+#include "process/container.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+#include <vector>
+
+namespace host {
+
+namespace {
+
+std::string& root() {
+  static std::string path;
+  return path;
+}
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+/// Empty where the user has no home.
+std::filesystem::path defaultRoot() {
+  // A relative $XDG_DATA_HOME is to be ignored.
+  const std::filesystem::path data = environment("XDG_DATA_HOME");
+  if (data.is_absolute()) return data / "varnix";
+  const std::string home = environment("HOME");
+  if (home.empty()) return {};
+  return std::filesystem::path(home) / ".local" / "share" / "varnix";
+}
+
+}  // namespace
+
+void setContainerRoot(std::string path) {
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  root() = std::move(path);
+}
+
+const std::string& containerRoot() { return root(); }
+
+std::string hostPath(std::string_view devicePath) {
+  // Without a root the device's path would name a file of this machine. A zero byte would cut the
+  // path short.
+  if (root().empty() || !devicePath.starts_with('/')) return {};
+  if (devicePath.find('\0') != std::string_view::npos) return {};
+  std::vector<std::string_view> components;
+  while (!devicePath.empty()) {
+    const std::size_t end = std::min(devicePath.find('/'), devicePath.size());
+    const std::string_view component = devicePath.substr(0, end);
+    devicePath.remove_prefix(std::min(end + 1, devicePath.size()));
+    if (component.empty() || component == ".") continue;
+    if (component != "..") {
+      components.push_back(component);
+    } else if (!components.empty()) {
+      components.pop_back();
+    }
+  }
+  std::string path = root() == "/" ? std::string() : root();
+  for (std::string_view component : components) path.append("/").append(component);
+  return path.empty() ? "/" : path;
+}
+
+std::string resolveContainerRoot(std::string_view option) {
+  std::filesystem::path path = option;
+  if (path.empty()) path = environment("VARNIX_ROOT");
+  if (path.empty()) path = defaultRoot();
+  if (path.empty())
+    throw std::runtime_error("no container root: neither VARNIX_ROOT nor HOME is set");
+  std::error_code error;
+  path = std::filesystem::absolute(path, error).lexically_normal();
+  if (!error) std::filesystem::create_directories(path, error);
+  if (!error && !std::filesystem::is_directory(path, error) && !error) {
+    error = std::make_error_code(std::errc::not_a_directory);
+  }
+  if (error) {
+    throw std::runtime_error("cannot make the container root: " + path.string() + ": " +
+                             error.message());
+  }
+  std::string result = path.string();
+  while (result.size() > 1 && result.back() == '/') result.pop_back();
+  return result;
+}
+
+}  // namespace host
