@@ -1,0 +1,30 @@
+// The library's one entry point: runs once in every process that loads it.
+#include "hooks/UIColor.h"
+#include "hooks/installation_table.h"
+#include "hooks/shared_manager.h"
+#include "objc/autorelease_pool.h"
+
+namespace varnix {
+
+constinit VNXManager* sharedManager = nullptr;
+
+namespace {
+
+/// Whether this process is to be dyed at all.
+bool passesGates() {
+  if (!send<bool>(sharedManager, "tweakEnabled"_sel)) return false;
+  auto* bundleId = send<NSString*>(sharedManager, "bundleId"_sel);
+  if (send<bool>(sharedManager, "appIsDisabled:"_sel, bundleId)) return false;
+  return !send<bool>(bundleId, "isEqualToString:"_sel, "com.apple.WebKit.WebContent"_ns);
+}
+
+[[gnu::constructor]] void start() {
+  objc::AutoreleasePool pool;
+  addColorMarks(objc_getClass("UIColor"));
+  sharedManager = send<VNXManager*>(objc::alloc<VNXManager>(), "init"_sel);
+  if (!passesGates()) return;
+  if (objc::classOf<UIView>() != nullptr) install(kInterfaceGroup);
+}
+
+}  // namespace
+}  // namespace varnix

@@ -1,0 +1,15 @@
+// The status bar's foreground takes the status bar's colour, in applications.
+#pragma once
+
+#include "objc/hook.h"
+#include "platform/UIKit.h"
+
+namespace varnix::status_bar {
+
+using Attributes = UIStatusBarNewUIStyleAttributes;
+
+extern objc::Hook<Attributes*(Attributes*, NSObject*, UIColor*, UIColor*)> init;
+Attributes* dyedInit(Attributes* self, SEL cmd, NSObject* request, UIColor* background,
+                     UIColor* foreground);
+
+}  // namespace varnix::status_bar

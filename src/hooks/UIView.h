@@ -1,0 +1,17 @@
+// The tint of views. Getter and setter are no mirror images: in applications the getter dyes even
+// segments, which the setter spares; in SpringBoard the getter spares segments and the setter
+// changes nothing.
+#pragma once
+
+#include "objc/hook.h"
+#include "platform/UIKit.h"
+
+namespace varnix::view {
+
+extern objc::Hook<UIColor*(UIView*)> tintColor;
+UIColor* dyedTintColor(UIView* self, SEL cmd);
+
+extern objc::Hook<void(UIView*, UIColor*)> setTintColor;
+void dyedSetTintColor(UIView* self, SEL cmd, UIColor* color);
+
+}  // namespace varnix::view

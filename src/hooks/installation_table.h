@@ -1,0 +1,23 @@
+// What is replaced, in which order: one row a method, one group a condition.
+#pragma once
+
+#include <span>
+
+#include "objc/hook.h"
+
+namespace varnix {
+
+struct Group {
+  /// The line that a missing class of this group is reported under.
+  int logLine;
+  std::span<const objc::Replacement> rows;
+};
+
+/// Status bar, tint, switches, keyboard: wherever there is a UIView.
+extern const Group kInterfaceGroup;
+
+/// Replaces the group's methods in order. A class is looked up just before its methods; where it
+/// is missing, each of them is one error line in the system log.
+void install(const Group& group);
+
+}  // namespace varnix

@@ -1,0 +1,18 @@
+// The process's one manager, and the questions that replacements ask it. They are messages, so
+// that whoever replaces the manager's methods is heard.
+#pragma once
+
+#include "prefs/VNXManager.h"
+
+namespace varnix {
+
+/// Set once, before any replacement is installed.
+extern VNXManager* sharedManager;
+
+inline bool inSpringBoard() { return send<bool>(sharedManager, "isSpringBoard"_sel); }
+inline UIColor* dye() { return send<UIColor*>(sharedManager, "dye"_sel); }
+
+/// The colour type of an element that keeps its own look.
+inline constexpr NSInteger kKeepsItsLook = 1;
+
+}  // namespace varnix

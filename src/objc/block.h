@@ -1,0 +1,109 @@
+// Blocks: calling one that we are given, and laying out a callable of ours as one.
+#pragma once
+
+#include <new>
+#include <utility>
+
+#include "objc/encoding.h"
+
+namespace objc {
+
+struct BlockDescriptor {
+  unsigned long reserved;
+  unsigned long size;
+  void (*copy)(void* to, const void* from);
+  void (*dispose)(const void* block);
+  const char* signature;
+};
+
+/// What a block without copy and dispose helpers points to: the same without the two.
+struct PlainBlockDescriptor {
+  unsigned long reserved;
+  unsigned long size;
+  const char* signature;
+};
+
+enum BlockFlags : int {
+  kBlockHasCopyDispose = 1 << 25,
+  kBlockIsGlobal = 1 << 28,
+  kBlockHasSignature = 1 << 30,
+};
+
+template <class R, class... A>
+struct BlockLayout<R(A...)> {
+  const void* isa;
+  int flags;
+  int reserved;
+  R (*invoke)(BlockLayout*, A...);
+  const void* descriptor;
+
+  R operator()(A... arguments) { return invoke(this, arguments...); }
+};
+
+/// A block of that signature: what a message or function takes and hands out. Call it with
+/// (*block)(arguments); nil blocks are the caller's business.
+template <class Signature>
+using Block = BlockLayout<Signature>*;
+
+/// A block around a callable, on the stack of whoever made it. A callee that keeps it copies it.
+template <class Signature, class F>
+class StackBlock;
+
+template <class R, class... A, class F>
+class StackBlock<R(A...), F> {
+ public:
+  explicit StackBlock(F callable)
+      : layout_{&_NSConcreteStackBlock, kBlockHasCopyDispose | kBlockHasSignature, 0, &invoke,
+                &kDescriptor},
+        callable_(std::move(callable)) {}
+  StackBlock(const StackBlock&) = delete;
+  StackBlock& operator=(const StackBlock&) = delete;
+
+  operator Block<R(A...)>() { return &layout_; }
+
+ private:
+  static StackBlock* from(void* block) { return static_cast<StackBlock*>(block); }
+  static R invoke(BlockLayout<R(A...)>* block, A... arguments) {
+    return from(block)->callable_(arguments...);
+  }
+  static void copy(void* to, const void* from) {
+    ::new (static_cast<void*>(&StackBlock::from(to)->callable_))
+        F(static_cast<const StackBlock*>(from)->callable_);
+  }
+  static void dispose(const void* block) { from(const_cast<void*>(block))->callable_.~F(); }
+
+  static constexpr BlockDescriptor kDescriptor{0, sizeof(BlockLayout<R(A...)>) + sizeof(F), &copy,
+                                               &dispose, kStored<kBlockEncoding<R, A...>>.text};
+
+  BlockLayout<R(A...)> layout_;
+  F callable_;
+};
+
+template <class Signature, class F>
+StackBlock<Signature, F> makeBlock(F callable) {
+  return StackBlock<Signature, F>(std::move(callable));
+}
+
+namespace detail {
+
+template <auto Fn>
+struct GlobalBlock;
+
+template <class R, class... A, R (*Fn)(A...)>
+struct GlobalBlock<Fn> {
+  static R invoke(BlockLayout<R(A...)>*, A... arguments) { return Fn(arguments...); }
+  static inline constinit PlainBlockDescriptor descriptor{0, sizeof(BlockLayout<R(A...)>),
+                                                          kStored<kBlockEncoding<R, A...>>.text};
+  static inline constinit BlockLayout<R(A...)> layout{
+      &_NSConcreteGlobalBlock, kBlockIsGlobal | kBlockHasSignature, 0, &invoke, &descriptor};
+};
+
+}  // namespace detail
+
+/// A block around a plain function. It lives as long as the process.
+template <auto Fn>
+constexpr auto globalBlock() {
+  return &detail::GlobalBlock<Fn>::layout;
+}
+
+}  // namespace objc

@@ -1,0 +1,102 @@
+// Type encodings, derived from C++ types as the platform's compiler derives them.
+#pragma once
+
+#include <type_traits>
+
+#include "objc/fixed_string.h"
+#include "objc/object.h"
+
+namespace objc {
+
+/// The name and the member types of a structure that crosses a message; see OBJC_STRUCT.
+template <class T>
+inline constexpr auto kStructEncoding = nullptr;
+
+template <class T>
+struct BlockLayout;
+
+namespace detail {
+
+template <class T>
+inline constexpr bool kIsBlock = false;
+template <class S>
+inline constexpr bool kIsBlock<BlockLayout<S>> = true;
+
+template <class T>
+consteval auto encodeScalar() {
+  if constexpr (std::is_same_v<T, bool>) return FixedString("B");
+  else if constexpr (std::is_same_v<T, char> || std::is_same_v<T, signed char>)
+    return FixedString("c");
+  else if constexpr (std::is_same_v<T, unsigned char>) return FixedString("C");
+  else if constexpr (std::is_same_v<T, short>) return FixedString("s");
+  else if constexpr (std::is_same_v<T, unsigned short>) return FixedString("S");
+  else if constexpr (std::is_same_v<T, int>) return FixedString("i");
+  else if constexpr (std::is_same_v<T, unsigned int>) return FixedString("I");
+  else if constexpr (std::is_same_v<T, float>) return FixedString("f");
+  else if constexpr (std::is_same_v<T, double>) return FixedString("d");
+  else if constexpr (std::is_integral_v<T> && sizeof(T) == 8) {
+    return std::is_signed_v<T> ? FixedString("q") : FixedString("Q");
+  } else {
+    static_assert(std::is_integral_v<T>, "no encoding for this type");
+    return std::is_signed_v<T> ? FixedString("l") : FixedString("L");
+  }
+}
+
+template <class T>
+consteval auto encodePointer();
+
+template <class T>
+consteval auto encodeValue() {
+  if constexpr (std::is_void_v<T>) return FixedString("v");
+  else if constexpr (std::is_pointer_v<T>) return encodePointer<std::remove_pointer_t<T>>();
+  else if constexpr (std::is_enum_v<T>) return encodeScalar<std::underlying_type_t<T>>();
+  else if constexpr (std::is_class_v<T>) return kStructEncoding<T>;
+  else return encodeScalar<T>();
+}
+
+template <class T>
+consteval auto encodePointer() {
+  using Bare = std::remove_cv_t<T>;
+  if constexpr (std::is_same_v<Bare, objc_selector>) return FixedString(":");
+  else if constexpr (std::is_same_v<Bare, objc_class>) return FixedString("#");
+  else if constexpr (std::is_same_v<T, const char>) return FixedString("r*");
+  else if constexpr (std::is_same_v<T, char>) return FixedString("*");
+  else if constexpr (std::is_void_v<Bare>) return FixedString("^v");
+  else if constexpr (kIsBlock<Bare>) return FixedString("@?");
+  else if constexpr (std::is_function_v<T>) return FixedString("^?");
+  else if constexpr (std::is_class_v<Bare> && std::is_base_of_v<NSObject, Bare>)
+    return FixedString("@");
+  else if constexpr (std::is_class_v<Bare>) return "^{" + kClassName<Bare> + "}";
+  else return "^" + encodeValue<Bare>();
+}
+
+}  // namespace detail
+
+/// The encoding of one type: an object "@", a class "#", a rectangle "{CGRect={CGPoint=dd}...}".
+template <class T>
+inline constexpr auto kEncoding = detail::encodeValue<T>();
+
+namespace detail {
+
+template <class... T>
+consteval auto encodeAll() {
+  return (FixedString("") + ... + kEncoding<T>);
+}
+
+}  // namespace detail
+
+/// The encoding of a method: result, receiver, selector, arguments, without frame offsets.
+template <class R, class... A>
+inline constexpr auto kMethodEncoding = kEncoding<R> + "@:" + detail::encodeAll<A...>();
+
+/// The encoding of a block's call: result, the block itself, arguments.
+template <class R, class... A>
+inline constexpr auto kBlockEncoding = kEncoding<R> + "@?" + detail::encodeAll<A...>();
+
+}  // namespace objc
+
+/// Names a structure and the types of its members, in order, outside every namespace.
+#define OBJC_STRUCT(Name, ...)                        \
+  template <>                                         \
+  inline constexpr auto objc::kStructEncoding<Name> = \
+      "{" + objc::FixedString(#Name) + "=" + objc::detail::encodeAll<__VA_ARGS__>() + "}"

@@ -1,0 +1,199 @@
+// The entries of a class's table: methods, class methods, instance variables, properties.
+#pragma once
+
+#include <new>
+
+#include "objc/encoding.h"
+#include "objc/metadata.h"
+#include "objc/strong.h"
+
+namespace objc {
+
+template <class... T>
+struct List {};
+
+namespace detail {
+
+/// Turns a function of ours into an implementation that the messenger can call.
+template <auto Fn, class Type = decltype(Fn)>
+struct Thunk;
+
+template <auto Fn, class T, class R, class... A>
+struct Thunk<Fn, R (T::*)(A...)> {
+  static constexpr auto kTypes = kMethodEncoding<R, A...>;
+  static R call(T* self, SEL, A... arguments) { return (self->*Fn)(arguments...); }
+  static constexpr auto kCall = &call;
+};
+
+/// A function that wants receiver and selector themselves is its own implementation.
+template <auto Fn, class Self, class R, class... A>
+struct Thunk<Fn, R (*)(Self*, SEL, A...)> {
+  static constexpr auto kTypes = kMethodEncoding<R, A...>;
+  static constexpr auto kCall = Fn;
+};
+
+template <auto Fn, class R, class First>
+struct Thunk<Fn, R (*)(Class, SEL, First, ...)> {
+  static constexpr auto kTypes = kMethodEncoding<R, First>;
+  static constexpr auto kCall = Fn;
+};
+
+template <auto Fn, class Type = decltype(Fn)>
+struct ClassThunk;
+
+/// A static member function is called without the class that received the message.
+template <auto Fn, class R, class... A>
+struct ClassThunk<Fn, R (*)(A...)> {
+  static constexpr auto kTypes = kMethodEncoding<R, A...>;
+  static R call(Class, SEL, A... arguments) { return Fn(arguments...); }
+  static constexpr auto kCall = &call;
+};
+
+template <auto Fn, class R, class... A>
+struct ClassThunk<Fn, R (*)(Class, SEL, A...)> : Thunk<Fn> {};
+
+template <auto Fn, class R, class First>
+struct ClassThunk<Fn, R (*)(Class, SEL, First, ...)> : Thunk<Fn> {};
+
+template <class Pointer>
+struct MemberOf;
+template <class T, class M>
+struct MemberOf<M T::*> {
+  using Owner = T;
+  using Type = M;
+};
+
+/// What an instance variable holds, seen from outside: a Strong<T> is a T*.
+template <class M>
+struct Held {
+  using Type = M;
+};
+template <class T>
+struct Held<Strong<T>> {
+  using Type = T*;
+};
+
+template <class M>
+consteval auto ivarEncoding() {
+  if constexpr (std::is_class_v<M> &&
+                std::is_same_v<decltype(kStructEncoding<M>), const std::nullptr_t>) {
+    return FixedString("?");  // a C++ type; the platform's compiler has no better word for it
+  } else {
+    return kEncoding<M>;
+  }
+}
+
+/// The type part of a property's attributes: an object carries its class's name.
+template <class V>
+consteval auto propertyType() {
+  if constexpr (kEncoding<V>.size() == 1 && kEncoding<V>.text[0] == '@') {
+    using Pointee = std::remove_pointer_t<V>;
+    if constexpr (std::is_same_v<Pointee, NSObject>) return FixedString("T@");
+    else return "T@\"" + kClassName<Pointee> + "\"";
+  } else {
+    return "T" + kEncoding<V>;
+  }
+}
+
+template <FixedString Name>
+consteval auto setterName() {
+  auto name = "set" + Name + ":";
+  char& first = name.text[3];
+  if (first >= 'a' && first <= 'z') first = static_cast<char>(first - 'a' + 'A');
+  return name;
+}
+
+}  // namespace detail
+
+/// An instance method. Types overrides the derived encoding where an interface fixes one.
+template <FixedString Name, auto Fn, FixedString Types = detail::Thunk<Fn>::kTypes>
+struct Method {
+  static constexpr auto entry() {
+    return MethodEntry{kStored<Name>.text, kStored<Types>.text, detail::Thunk<Fn>::kCall};
+  }
+
+  using InstanceMethods = List<Method>;
+  using ClassMethods = List<>;
+  using Ivars = List<>;
+  using Properties = List<>;
+};
+
+/// A class method: a static member function, or a function of class, selector and arguments.
+template <FixedString Name, auto Fn, FixedString Types = detail::ClassThunk<Fn>::kTypes>
+struct ClassMethod {
+  static constexpr auto entry() {
+    return MethodEntry{kStored<Name>.text, kStored<Types>.text, detail::ClassThunk<Fn>::kCall};
+  }
+
+  using InstanceMethods = List<>;
+  using ClassMethods = List<ClassMethod>;
+  using Ivars = List<>;
+  using Properties = List<>;
+};
+
+/// An instance variable: a data member of the struct.
+template <FixedString Name, auto Member>
+struct Ivar {
+  using Type = typename detail::MemberOf<decltype(Member)>::Type;
+  static constexpr auto kTypes = detail::ivarEncoding<typename detail::Held<Type>::Type>();
+  static constexpr FixedString kName = Name;
+  static constexpr auto kMember = Member;
+
+  using InstanceMethods = List<>;
+  using ClassMethods = List<>;
+  using Ivars = List<Ivar>;
+  using Properties = List<>;
+};
+
+/// How a property keeps its value.
+enum class Storage { strong, copy, assign };
+enum class Atomicity { nonatomic, atomic };
+/// Whether the property's setter is made here or stands in the class's table by itself.
+enum class Setter { synthesized, custom };
+
+/// A property over a data member, with getter and setter. The member of a strong or copied
+/// property is a Strong<T>.
+template <FixedString Name, auto Member, Storage How = Storage::strong,
+          Atomicity Guard = Atomicity::nonatomic, Setter Kind = Setter::synthesized>
+struct Property {
+  using Owner = typename detail::MemberOf<decltype(Member)>::Owner;
+  using Type = typename detail::MemberOf<decltype(Member)>::Type;
+  using Value = typename detail::Held<Type>::Type;
+
+  static Value get(Owner* self, SEL) { return self->*Member; }
+  static void set(Owner* self, SEL, Value value) { store(self, value); }
+
+  /// What the setter does, for a class's own code that bypasses it.
+  static void store(Owner* self, Value value) {
+    if constexpr (How == Storage::strong) {
+      self->*Member = Type::retain(value);
+    } else if constexpr (How == Storage::copy) {
+      self->*Member = Type::adopt(send<Value>(value, "copy"_sel));
+    } else {
+      self->*Member = value;
+    }
+  }
+
+  static constexpr FixedString kName = Name;
+  static constexpr auto kAttributes = [] {
+    constexpr auto type = detail::propertyType<Value>();
+    constexpr auto ivar = ",V_" + Name;
+    constexpr auto atomic = [] {
+      if constexpr (Guard == Atomicity::nonatomic) return FixedString(",N");
+      else return FixedString("");
+    }();
+    if constexpr (How == Storage::strong) return type + ",&" + atomic + ivar;
+    else if constexpr (How == Storage::copy) return type + ",C" + atomic + ivar;
+    else return type + atomic + ivar;
+  }();
+
+  using Getter = Method<Name, &get>;
+  using SetterMethod = Method<detail::setterName<Name>(), &set>;
+  using InstanceMethods =
+      std::conditional_t<Kind == Setter::synthesized, List<Getter, SetterMethod>, List<Getter>>;
+  using ClassMethods = List<>;
+  using Ivars = List<Ivar<"_" + Name, Member>>;
+  using Properties = List<Property>;
+};
+
+}  // namespace objc

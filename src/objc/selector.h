@@ -1,0 +1,35 @@
+// Selectors as types: "setTintColor:"_sel carries its name, so a send can check its arguments.
+#pragma once
+
+#include "objc/fixed_string.h"
+#include "objc/runtime.h"
+
+namespace objc {
+
+template <FixedString Name>
+struct Selector {
+  static constexpr std::size_t kArguments = Name.count(':');
+
+  /// The registered selector. Looked up once per name; every thread finds the same pointer, so
+  /// that two threads may look it up at once.
+  static SEL get() {
+    static constinit SEL registered = nullptr;
+    SEL selector = __atomic_load_n(&registered, __ATOMIC_RELAXED);
+    if (selector == nullptr) {
+      selector = sel_registerName(kStored<Name>.text);
+      __atomic_store_n(&registered, selector, __ATOMIC_RELAXED);
+    }
+    return selector;
+  }
+
+  operator SEL() const { return get(); }
+};
+
+inline namespace literals {
+template <FixedString Name>
+consteval Selector<Name> operator""_sel() {
+  return {};
+}
+}  // namespace literals
+
+}  // namespace objc

@@ -1,0 +1,13 @@
+// libcolorpicker: colour strings.
+#pragma once
+
+#include "platform/UIKit.h"
+
+#pragma GCC visibility push(default)
+extern "C" {
+/// The colour of "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha" behind it. A nil or
+/// unreadable value gives the fallback's colour. Some versions throw on a value of one digit and
+/// guess at malformed ones: hand over only what is of an accepted form.
+UIColor* LCPParseColorString(NSString* value, NSString* fallback);
+}
+#pragma GCC visibility pop

@@ -1,0 +1,142 @@
+// Foundation: strings, numbers, collections, bundles.
+#pragma once
+
+#include <cstdint>
+
+#include "objc/constant_string.h"
+#include "objc/object.h"
+
+#if defined(__LP64__)
+using NSInteger = long;
+using NSUInteger = unsigned long;
+#else
+using NSInteger = int;
+using NSUInteger = unsigned int;
+#endif
+
+struct NSString : NSObject {
+  /// Nil for text that is not UTF-8.
+  static NSString* stringWithUTF8String(const char* text) {
+    return send<NSString*>(objc::classOf<NSString>(), "stringWithUTF8String:"_sel, text);
+  }
+  template <class... A>
+  static NSString* stringWithFormat(NSString* format, A... arguments) {
+    return objc::sendVariadic<NSString*>(objc::classOf<NSString>(), "stringWithFormat:"_sel, format,
+                                         arguments...);
+  }
+
+  /// In UTF-16 units.
+  NSUInteger length() { return send<NSUInteger>(this, "length"_sel); }
+  const char* UTF8String() { return send<const char*>(this, "UTF8String"_sel); }
+  bool isEqualToString(NSString* other) { return send<bool>(this, "isEqualToString:"_sel, other); }
+  NSString* lastPathComponent() { return send<NSString*>(this, "lastPathComponent"_sel); }
+  NSString* stringByDeletingPathExtension() {
+    return send<NSString*>(this, "stringByDeletingPathExtension"_sel);
+  }
+};
+
+struct NSNumber : NSObject {
+  static NSNumber* numberWithBool(bool value) {
+    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithBool:"_sel, value);
+  }
+  static NSNumber* numberWithLongLong(long long value) {
+    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithLongLong:"_sel, value);
+  }
+  static NSNumber* numberWithDouble(double value) {
+    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithDouble:"_sel, value);
+  }
+
+  bool boolValue() { return send<bool>(this, "boolValue"_sel); }
+  int intValue() { return send<int>(this, "intValue"_sel); }
+  long long longLongValue() { return send<long long>(this, "longLongValue"_sel); }
+  float floatValue() { return send<float>(this, "floatValue"_sel); }
+  double doubleValue() { return send<double>(this, "doubleValue"_sel); }
+};
+
+struct NSData : NSObject {
+  static NSData* dataWithBytes(const void* bytes, NSUInteger length) {
+    return send<NSData*>(objc::classOf<NSData>(), "dataWithBytes:length:"_sel, bytes, length);
+  }
+
+  const void* bytes() { return send<const void*>(this, "bytes"_sel); }
+  NSUInteger length() { return send<NSUInteger>(this, "length"_sel); }
+};
+
+/// Seconds since the first moment of 2001, GMT.
+struct NSDate : NSObject {
+  static NSDate* dateWithTimeIntervalSinceReferenceDate(double seconds) {
+    return send<NSDate*>(objc::classOf<NSDate>(), "dateWithTimeIntervalSinceReferenceDate:"_sel,
+                         seconds);
+  }
+
+  double timeIntervalSinceReferenceDate() {
+    return send<double>(this, "timeIntervalSinceReferenceDate"_sel);
+  }
+};
+
+struct NSArray : NSObject {
+  static NSArray* arrayWithObjects(NSObject* const* objects, NSUInteger count) {
+    return send<NSArray*>(objc::classOf<NSArray>(), "arrayWithObjects:count:"_sel, objects, count);
+  }
+
+  NSUInteger count() { return send<NSUInteger>(this, "count"_sel); }
+  /// Raises beyond the end.
+  NSObject* objectAtIndex(NSUInteger index) {
+    return send<NSObject*>(this, "objectAtIndex:"_sel, index);
+  }
+};
+
+struct NSMutableArray : NSArray {
+  static NSMutableArray* array() {
+    return send<NSMutableArray*>(objc::classOf<NSMutableArray>(), "array"_sel);
+  }
+
+  /// Raises for nil.
+  void addObject(NSObject* object) { send<void>(this, "addObject:"_sel, object); }
+};
+
+struct NSDictionary : NSObject {
+  static NSDictionary* dictionaryWithObjectForKey(NSObject* object, NSString* key) {
+    return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithObject:forKey:"_sel,
+                               object, key);
+  }
+  /// Nil where the file is missing, is no property list or holds no dictionary on top.
+  static NSDictionary* dictionaryWithContentsOfFile(NSString* path) {
+    return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithContentsOfFile:"_sel,
+                               path);
+  }
+
+  NSUInteger count() { return send<NSUInteger>(this, "count"_sel); }
+  /// Nil for an absent or nil key.
+  NSObject* objectForKey(NSObject* key) { return send<NSObject*>(this, "objectForKey:"_sel, key); }
+  NSArray* allKeys() { return send<NSArray*>(this, "allKeys"_sel); }
+  /// As an XML property list. NO where the file cannot be written.
+  bool writeToFile(NSString* path, bool atomically) {
+    return send<bool>(this, "writeToFile:atomically:"_sel, path, atomically);
+  }
+};
+
+struct NSMutableDictionary : NSDictionary {
+  static NSMutableDictionary* dictionary() {
+    return send<NSMutableDictionary*>(objc::classOf<NSMutableDictionary>(), "dictionary"_sel);
+  }
+
+  /// Raises for a nil object or key.
+  void setObjectForKey(NSObject* object, NSObject* key) {
+    send<void>(this, "setObject:forKey:"_sel, object, key);
+  }
+  void removeObjectForKey(NSObject* key) { send<void>(this, "removeObjectForKey:"_sel, key); }
+  /// The other's entries replace those of the same key.
+  void addEntriesFromDictionary(NSDictionary* other) {
+    send<void>(this, "addEntriesFromDictionary:"_sel, other);
+  }
+};
+
+struct NSBundle : NSObject {
+  static NSBundle* mainBundle() {
+    return send<NSBundle*>(objc::classOf<NSBundle>(), "mainBundle"_sel);
+  }
+
+  /// Nil for a process that is no bundle.
+  NSString* bundleIdentifier() { return send<NSString*>(this, "bundleIdentifier"_sel); }
+};
