@@ -1,0 +1,91 @@
+// Associated objects, kept beside their owners.
+#include <utility>
+
+#include "internal.h"
+#include "objc/object.h"
+
+namespace host::runtime {
+
+namespace {
+
+struct Association {
+  id value;
+  AssociationPolicy policy;
+};
+using Associations = std::unordered_map<const void*, Association>;
+
+struct Table {
+  std::mutex mutex;
+  std::unordered_map<id, Associations> byOwner;
+};
+
+Table& table() {
+  static auto* associations = new Table;
+  return *associations;
+}
+
+bool keeps(AssociationPolicy policy) { return policy != AssociationPolicy::assign; }
+bool copies(AssociationPolicy policy) {
+  return policy == AssociationPolicy::copy || policy == AssociationPolicy::copyNonatomic;
+}
+
+/// Classes and objects that the compiler laid down have no header.
+bool hasHeader(id owner) {
+  const ClassRw* data = rw(owner->isa);
+  return !data->customReferenceCounting && (data->flags & objc::kMetaClass) == 0;
+}
+
+}  // namespace
+
+void removeAssociations(id owner) {
+  Associations gone;
+  {
+    std::scoped_lock guard(table().mutex);
+    auto found = table().byOwner.find(owner);
+    if (found == table().byOwner.end()) return;
+    gone = std::move(found->second);
+    table().byOwner.erase(found);
+  }
+  for (auto& [key, association] : gone) {
+    if (keeps(association.policy)) objc_release(association.value);
+  }
+}
+
+}  // namespace host::runtime
+
+using namespace host::runtime;
+
+extern "C" {
+
+void objc_setAssociatedObject(id owner, const void* key, id value, AssociationPolicy policy) {
+  if (owner == nullptr) return;
+  if (value != nullptr && copies(policy)) value = send<id>(value, "copy"_sel);
+  else if (value != nullptr && keeps(policy)) objc_retain(value);
+  Association old{nullptr, AssociationPolicy::assign};
+  {
+    std::scoped_lock guard(table().mutex);
+    if (value == nullptr) {
+      auto found = table().byOwner.find(owner);
+      if (found == table().byOwner.end()) return;
+      if (auto entry = found->second.find(key); entry != found->second.end()) {
+        old = entry->second;
+        found->second.erase(entry);
+      }
+    } else {
+      Association& entry = table().byOwner[owner][key];
+      old = std::exchange(entry, Association{value, policy});
+      if (hasHeader(owner)) header(owner)->hasAssociations.store(1, std::memory_order_relaxed);
+    }
+  }
+  if (keeps(old.policy)) objc_release(old.value);
+}
+
+id objc_getAssociatedObject(id owner, const void* key) {
+  if (owner == nullptr) return nullptr;
+  std::scoped_lock guard(table().mutex);
+  auto found = table().byOwner.find(owner);
+  if (found == table().byOwner.end()) return nullptr;
+  auto entry = found->second.find(key);
+  return entry == found->second.end() ? nullptr : entry->second.value;
+}
+}

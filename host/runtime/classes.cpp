@@ -1,0 +1,247 @@
+// Classes: those of loaded binaries, mapped from their metadata, and those made at run time.
+#include <algorithm>
+#include <cstring>
+#include <unordered_set>
+
+#include "internal.h"
+#include "objc/metadata.h"
+#include "runtime.h"
+
+namespace host::runtime {
+
+namespace {
+
+struct Registry {
+  std::unordered_map<std::string_view, Class> byName;
+  std::unordered_set<Class> mapped;
+  std::unordered_set<std::string> hidden;
+};
+
+Registry& registry() {
+  static auto* classes = new Registry;
+  return *classes;
+}
+
+/// Metadata lists as they lie in a binary.
+template <class Entry>
+struct ListData {
+  objc::ListHeader header;
+  Entry entries[1];
+};
+
+template <class Entry, class Each>
+void forEach(void* list, Each each) {
+  if (list == nullptr) return;
+  auto* data = static_cast<ListData<Entry>*>(list);
+  for (std::uint32_t i = 0; i < data->header.count; ++i) each(data->entries[i]);
+}
+
+void addMethods(Class cls, void* list) {
+  forEach<objc::MethodEntry<IMP>>(list, [cls](objc::MethodEntry<IMP>& entry) {
+    SEL selector = sel_registerName(entry.name);
+    auto& methods = rw(cls)->methods;
+    if (auto found = methods.find(selector); found != methods.end()) {
+      found->second->implementation = entry.implementation;  // a category wins over its class
+    } else {
+      insertMethod(cls, selector, entry.types, entry.implementation);
+    }
+  });
+}
+
+std::uint32_t alignUp(std::uint32_t value, std::uint32_t log2Alignment) {
+  const std::uint32_t mask = (1U << log2Alignment) - 1;
+  return (value + mask) & ~mask;
+}
+
+/// Moves the instance variables behind those of a superclass that has grown since the binary was
+/// compiled, and writes the new offsets where the binary's code reads them.
+void addIvars(Class cls, const objc::ClassRo& ro) {
+  std::uint32_t shift = 0;
+  const std::uint32_t superSize =
+      cls->superclass == nullptr ? 0 : rw(cls->superclass)->instanceSize;
+  if (superSize > ro.instanceStart) {
+    std::uint32_t log2Alignment = 0;
+    forEach<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
+      log2Alignment = std::max(log2Alignment, entry.log2Alignment);
+    });
+    shift = alignUp(superSize - ro.instanceStart, log2Alignment);
+  }
+  rw(cls)->instanceSize = ro.instanceSize + shift;
+  forEach<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
+    *entry.offset += static_cast<std::int32_t>(shift);
+    rw(cls)->ivars.push_back(
+        new objc_ivar{entry.name, entry.types, *entry.offset, entry.size, entry.log2Alignment});
+  });
+}
+
+void mapHalf(Class cls, const objc::ClassRo& ro) {
+  auto* data = new ClassRw;
+  data->flags = ro.flags;
+  data->name = ro.name;
+  cls->data = data;
+  if (cls->superclass != nullptr) {
+    rw(cls->superclass)->subclasses.push_back(cls);
+    data->customReferenceCounting = rw(cls->superclass)->customReferenceCounting;
+  }
+}
+
+/// Whether the superclass that a binary names is there. One that was left out itself is not.
+bool superclassIsThere(Class cls) {
+  const auto& ro = *static_cast<objc::ClassRo*>(cls->data);
+  return (ro.flags & objc::kRootClass) != 0 || registry().mapped.contains(cls->superclass);
+}
+
+void mapClass(Class cls) {
+  const auto& ro = *static_cast<objc::ClassRo*>(cls->data);
+  const auto& metaRo = *static_cast<objc::ClassRo*>(cls->isa->data);
+  mapHalf(cls, ro);
+  mapHalf(cls->isa, metaRo);  // second: a root's metaclass has the root for its superclass
+  rw(cls->isa)->instanceSize = sizeof(objc_class);
+  addIvars(cls, ro);
+  addMethods(cls, ro.methods);
+  addMethods(cls->isa, metaRo.methods);
+  registry().byName.emplace(rw(cls)->name, cls);
+  registry().mapped.insert(cls);
+}
+
+}  // namespace
+
+objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation) {
+  auto* method = new objc_method{selector, types, implementation, cls};
+  ClassRw* data = rw(cls);
+  data->methods.emplace(selector, method);
+  const std::string_view name(sel_getName(selector));
+  if (name == ".cxx_construct") data->construct = implementation;
+  if (name == ".cxx_destruct") data->destruct = implementation;
+  const bool countsReferences = name == "retain" || name == "release" || name == "autorelease";
+  if (countsReferences && cls->superclass != nullptr) data->customReferenceCounting = true;
+  return method;
+}
+
+void hideClass(std::string_view name) {
+  std::scoped_lock guard(lock());
+  registry().hidden.emplace(name);
+}
+
+}  // namespace host::runtime
+
+using namespace host::runtime;
+
+extern "C" {
+
+/// Takes over the classes and categories of a binary that was just loaded. A class is left out
+/// where its superclass is missing or its name is taken, a category where its class is missing.
+[[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
+                                                  objc::CategoryData** categories,
+                                                  objc::CategoryData** categoriesEnd) {
+  std::scoped_lock guard(lock());
+  for (bool progress = true; progress;) {
+    progress = false;
+    for (Class* at = classes; at != classesEnd; ++at) {
+      Class cls = *at;
+      if (registry().mapped.contains(cls) || !superclassIsThere(cls)) continue;
+      if (registry().byName.contains(static_cast<objc::ClassRo*>(cls->data)->name)) continue;
+      mapClass(cls);
+      progress = true;
+    }
+  }
+  for (objc::CategoryData** at = categories; at != categoriesEnd; ++at) {
+    Class cls = (*at)->cls;
+    if (!registry().mapped.contains(cls)) continue;
+    addMethods(cls, (*at)->instanceMethods);
+    addMethods(cls->isa, (*at)->classMethods);
+    flushCaches(cls);
+    flushCaches(cls->isa);
+  }
+}
+
+Class objc_getClass(const char* name) {
+  countLookUp();
+  if (name == nullptr) return nullptr;
+  std::scoped_lock guard(lock());
+  if (registry().hidden.contains(name)) return nullptr;
+  auto found = registry().byName.find(name);
+  return found == registry().byName.end() ? nullptr : found->second;
+}
+
+Class objc_getMetaClass(const char* name) {
+  Class cls = objc_getClass(name);
+  return cls == nullptr ? nullptr : cls->isa;
+}
+
+Class object_getClass(const void* object) { return object == nullptr ? nullptr : isaOf(object); }
+const char* class_getName(Class cls) { return cls == nullptr ? "nil" : rw(cls)->name.c_str(); }
+Class class_getSuperclass(Class cls) { return cls == nullptr ? nullptr : cls->superclass; }
+bool class_isMetaClass(Class cls) {
+  return cls != nullptr && (rw(cls)->flags & objc::kMetaClass) != 0;
+}
+
+std::size_t class_getInstanceSize(Class cls) {
+  return cls == nullptr ? 0 : alignUp(rw(cls)->instanceSize, 3);
+}
+
+objc_ivar* class_getInstanceVariable(Class cls, const char* name) {
+  countLookUp();
+  if (name == nullptr) return nullptr;
+  std::scoped_lock guard(lock());
+  for (; cls != nullptr; cls = cls->superclass) {
+    for (objc_ivar* ivar : rw(cls)->ivars) {
+      if (ivar->name == name) return ivar;
+    }
+  }
+  return nullptr;
+}
+
+std::ptrdiff_t ivar_getOffset(objc_ivar* ivar) { return ivar == nullptr ? 0 : ivar->offset; }
+const char* ivar_getName(objc_ivar* ivar) { return ivar == nullptr ? nullptr : ivar->name.c_str(); }
+const char* ivar_getTypeEncoding(objc_ivar* ivar) {
+  return ivar == nullptr ? nullptr : ivar->types.c_str();
+}
+
+Class objc_allocateClassPair(Class superclass, const char* name, std::size_t) {
+  std::scoped_lock guard(lock());
+  if (name == nullptr || registry().byName.contains(name)) return nullptr;
+  auto* meta = new objc_class{};
+  auto* cls = new objc_class{};
+  cls->isa = meta;
+  cls->superclass = superclass;
+  cls->cache = meta->cache = &_objc_empty_cache;
+  Class root = superclass;
+  while (root != nullptr && root->superclass != nullptr) root = root->superclass;
+  meta->isa = root == nullptr ? meta : root->isa;
+  meta->superclass = superclass == nullptr ? cls : superclass->isa;
+
+  objc::ClassRo ro{};
+  const std::uint32_t rootFlag = superclass == nullptr ? objc::kRootClass : 0U;
+  ro.name = name;
+  ro.flags = rootFlag;
+  mapHalf(cls, ro);
+  ro.flags = rootFlag | objc::kMetaClass;
+  mapHalf(meta, ro);
+  rw(meta)->instanceSize = sizeof(objc_class);
+  rw(cls)->instanceSize = superclass == nullptr ? 0 : rw(superclass)->instanceSize;
+  return cls;
+}
+
+void objc_registerClassPair(Class cls) {
+  if (cls == nullptr) return;
+  std::scoped_lock guard(lock());
+  registry().byName.emplace(rw(cls)->name, cls);
+  registry().mapped.insert(cls);
+}
+
+bool class_addIvar(Class cls, const char* name, std::size_t size, std::uint8_t log2Alignment,
+                   const char* types) {
+  if (cls == nullptr || name == nullptr) return false;
+  std::scoped_lock guard(lock());
+  // A registered class may have instances, whose size is fixed.
+  if (registry().byName.contains(rw(cls)->name) || class_getInstanceVariable(cls, name) != nullptr)
+    return false;
+  const std::uint32_t offset = alignUp(rw(cls)->instanceSize, log2Alignment);
+  rw(cls)->instanceSize = offset + static_cast<std::uint32_t>(size);
+  rw(cls)->ivars.push_back(new objc_ivar{name, types == nullptr ? "" : types,
+                                         static_cast<std::int32_t>(offset),
+                                         static_cast<std::uint32_t>(size), log2Alignment});
+  return true;
+}
+}

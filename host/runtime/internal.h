@@ -1,0 +1,98 @@
+// What the files of the run-time share: the mutable half of a class, methods, caches, the lock.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "objc/metadata.h"
+
+struct objc_selector {
+  const char* name;
+};
+
+struct objc_method {
+  SEL name;
+  const char* types;
+  std::atomic<IMP> implementation;
+  Class owner;
+};
+
+struct objc_ivar {
+  std::string name;
+  std::string types;
+  std::int32_t offset;
+  std::uint32_t size;
+  std::uint32_t log2Alignment;
+};
+
+/// A class's method cache: a power of two of buckets that a selector's address indexes, and a tail
+/// so that probing never wraps. Entries are only ever added; a change of methods replaces the
+/// whole cache, so that a messenger that still reads the old one sees a consistent state.
+struct objc_cache {
+  struct Bucket {
+    std::atomic<SEL> selector;
+    std::atomic<IMP> implementation;
+  };
+  std::uintptr_t byteMask;  ///< (buckets - 1) * sizeof(Bucket); selectors are aligned to a bucket
+  std::uintptr_t used;
+  Bucket buckets[1];
+};
+static_assert(sizeof(objc_cache::Bucket) == 16 && offsetof(objc_cache, buckets) == 16);
+
+namespace host::runtime {
+
+/// The mutable half of a class; objc_class::data points to it once the class is mapped.
+struct ClassRw {
+  std::uint32_t flags = 0;
+  bool customReferenceCounting = false;
+  std::uint32_t instanceSize = 0;  ///< bytes, without the padding at the end
+  std::string name;
+  std::unordered_map<SEL, objc_method*> methods;
+  std::vector<objc_ivar*> ivars;
+  std::vector<Class> subclasses;
+  IMP construct = nullptr;  ///< this class's own .cxx_construct
+  IMP destruct = nullptr;   ///< this class's own .cxx_destruct
+};
+
+/// What lies before every instance. A negative count is an object that is never freed.
+struct ObjectHeader {
+  std::atomic<std::int64_t> references;
+  std::atomic<std::uint64_t> hasAssociations;
+};
+
+inline ClassRw* rw(Class cls) { return static_cast<ClassRw*>(cls->data); }
+inline ObjectHeader* header(const void* object) {
+  return static_cast<ObjectHeader*>(const_cast<void*>(object)) - 1;
+}
+inline Class isaOf(const void* object) { return *static_cast<const Class*>(object); }
+
+/// Guards classes, methods and the filling of caches. Messengers read caches without it.
+std::recursive_mutex& lock();
+
+/// The method that instances of the class have, inherited ones included; nil where there is none.
+/// The lock is held.
+objc_method* findMethod(Class cls, SEL selector);
+
+/// Gives the class a method of its own. The lock is held and the class has none of that name.
+objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation);
+
+/// Empties the caches of the class and of everything below it. The lock is held.
+void flushCaches(Class cls);
+
+/// Removes the associations of an object that goes away.
+void removeAssociations(id object);
+
+/// Raises "unrecognized selector", as the platform does.
+[[noreturn]] void raiseUnrecognizedSelector(const void* receiver, SEL selector);
+
+/// Whether messages are being counted: then no cache is filled, and each message is looked up.
+extern std::atomic<bool> counting;
+void countLookUp();
+void countAllocation();
+
+}  // namespace host::runtime

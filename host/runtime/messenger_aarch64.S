@@ -1,0 +1,134 @@
+// The messengers for 64-bit Arm; see messenger_x86_64.S for the layouts. A structure's result
+// address travels in x8, so there is one entry point for every result.
+#if defined(__aarch64__)
+
+        .text
+
+// x9 = class. Jumps to the implementation, or to \miss. The implementation's load depends on the
+// selector's, so that the two are read in order.
+.macro FIND selector, miss
+        ldr     x10, [x9, #16]
+        ldr     x11, [x10]
+        and     x11, x11, \selector
+        add     x10, x10, x11
+1:      ldr     x12, [x10, #16]
+        cmp     x12, \selector
+        b.eq    2f
+        cbz     x12, \miss
+        add     x10, x10, #16
+        b       1b
+2:      eor     x12, x12, \selector
+        add     x10, x10, x12
+        ldr     x16, [x10, #24]
+.endm
+
+// x9 = class to search, or zero for the receiver's own; x10 = receiver, x11 = selector.
+.macro RESOLVE
+        stp     x29, x30, [sp, #-224]!
+        .cfi_def_cfa_offset 224
+        .cfi_offset x29, -224
+        .cfi_offset x30, -216
+        mov     x29, sp
+        stp     q0, q1, [sp, #16]
+        stp     q2, q3, [sp, #48]
+        stp     q4, q5, [sp, #80]
+        stp     q6, q7, [sp, #112]
+        stp     x0, x1, [sp, #144]
+        stp     x2, x3, [sp, #160]
+        stp     x4, x5, [sp, #176]
+        stp     x6, x7, [sp, #192]
+        str     x8, [sp, #208]
+        mov     x0, x10
+        mov     x1, x9
+        mov     x2, x11
+        bl      objc_resolve
+        mov     x16, x0
+        ldp     q0, q1, [sp, #16]
+        ldp     q2, q3, [sp, #48]
+        ldp     q4, q5, [sp, #80]
+        ldp     q6, q7, [sp, #112]
+        ldp     x0, x1, [sp, #144]
+        ldp     x2, x3, [sp, #160]
+        ldp     x4, x5, [sp, #176]
+        ldp     x6, x7, [sp, #192]
+        ldr     x8, [sp, #208]
+        ldp     x29, x30, [sp], #224
+        .cfi_def_cfa_offset 0
+        .cfi_restore x29
+        .cfi_restore x30
+        br      x16
+.endm
+
+.macro MESSENGER name
+        .p2align 5
+        .globl  \name
+        .type   \name, %function
+\name:
+        .cfi_startproc
+.endm
+
+.macro END name
+        .cfi_endproc
+        .size   \name, . - \name
+.endm
+
+MESSENGER objc_msgSend
+        cbz     x0, 8f
+        ldr     x9, [x0]
+        FIND    x1, 9f
+        br      x16
+8:      mov     x1, #0
+        movi    v0.2d, #0
+        movi    v1.2d, #0
+        movi    v2.2d, #0
+        movi    v3.2d, #0
+        ret
+9:      mov     x9, #0
+        mov     x10, x0
+        mov     x11, x1
+        RESOLVE
+END objc_msgSend
+
+MESSENGER objc_msgSendSuper
+        ldr     x9, [x0, #8]
+        FIND    x1, 9f
+        ldr     x0, [x0]
+        br      x16
+9:      ldr     x9, [x0, #8]
+        ldr     x0, [x0]
+        mov     x10, x0
+        mov     x11, x1
+        RESOLVE
+END objc_msgSendSuper
+
+// Stub number n searches the class in row n of objc_superStubTable at every call.
+        .p2align 4
+        .type   objc_superStub, %function
+objc_superStub:
+        .cfi_startproc
+        adrp    x17, objc_superStubTable
+        add     x17, x17, :lo12:objc_superStubTable
+        add     x17, x17, x16, lsl #4
+        ldp     x9, x13, [x17]
+        FIND    x13, 9f
+        br      x16
+9:      mov     x10, #0
+        mov     x11, x13
+        RESOLVE
+        .cfi_endproc
+
+        .p2align 4
+        .globl  objc_superStubs
+        .hidden objc_superStubs
+objc_superStubs:
+        .set    index, 0
+        .rept   512
+        .p2align 4
+        mov     x16, #index
+        b       objc_superStub
+        .set    index, index + 1
+        .endr
+
+#endif
+
+        .section .note.GNU-stack,"",%progbits

@@ -1,0 +1,77 @@
+// Instances: making them, counting references, ending them.
+#include <cstdlib>
+#include <new>
+
+#include "internal.h"
+#include "objc/object.h"
+#include "runtime.h"
+
+namespace {
+
+using namespace host::runtime;
+
+void construct(id object, Class cls) {
+  if (cls == nullptr) return;
+  construct(object, cls->superclass);
+  if (IMP own = rw(cls)->construct) reinterpret_cast<id (*)(id, SEL)>(own)(object, nullptr);
+}
+
+void destruct(id object, Class cls) {
+  for (; cls != nullptr; cls = cls->superclass) {
+    if (IMP own = rw(cls)->destruct) reinterpret_cast<void (*)(id, SEL)>(own)(object, nullptr);
+  }
+}
+
+/// Objects that the compiler laid down and classes have no header and are never freed.
+bool countsItself(Class cls) {
+  return rw(cls)->customReferenceCounting || (rw(cls)->flags & objc::kMetaClass) != 0;
+}
+
+}  // namespace
+
+extern "C" {
+
+id class_createInstance(Class cls, std::size_t extraBytes) {
+  if (cls == nullptr) return nullptr;
+  countAllocation();
+  void* memory = std::calloc(1, sizeof(ObjectHeader) + class_getInstanceSize(cls) + extraBytes);
+  if (memory == nullptr) throw std::bad_alloc();
+  auto* head = ::new (memory) ObjectHeader{};
+  head->references.store(1, std::memory_order_relaxed);
+  auto* object = reinterpret_cast<id>(head + 1);
+  object->isa = cls;
+  construct(object, cls);
+  return object;
+}
+
+id object_dispose(id object) {
+  if (object == nullptr) return nullptr;
+  destruct(object, object->isa);
+  if (header(object)->hasAssociations.load(std::memory_order_relaxed) != 0)
+    removeAssociations(object);
+  std::free(header(object));
+  return nullptr;
+}
+
+id objc_retain(id object) {
+  if (object == nullptr) return nullptr;
+  Class cls = object->isa;
+  if (countsItself(cls)) return send<id>(object, "retain"_sel);
+  std::atomic<std::int64_t>& references = header(object)->references;
+  if (references.load(std::memory_order_relaxed) >= 0)
+    references.fetch_add(1, std::memory_order_relaxed);
+  return object;
+}
+
+void objc_release(id object) {
+  if (object == nullptr) return;
+  Class cls = object->isa;
+  if (countsItself(cls)) {
+    send<void>(object, "release"_sel);
+    return;
+  }
+  std::atomic<std::int64_t>& references = header(object)->references;
+  if (references.load(std::memory_order_relaxed) < 0) return;
+  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send<void>(object, "dealloc"_sel);
+}
+}

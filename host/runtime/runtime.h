@@ -1,0 +1,58 @@
+// What the stand-in's run-time offers beyond the platform's C interface: for the host process,
+// tests and benchmarks.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "export.h"
+#include "objc/runtime.h"
+
+namespace host::runtime {
+
+/// An Objective-C exception on its way through C++ frames.
+class HOST_EXPORT Exception : public std::runtime_error {
+ public:
+  Exception(std::string name, const std::string& reason)
+      : std::runtime_error(name + ": " + reason), name_(std::move(name)), reason_(reason) {}
+  const std::string& name() const { return name_; }
+  const std::string& reason() const { return reason_; }
+
+ private:
+  std::string name_;
+  std::string reason_;
+};
+
+/// Hides a class from look-up by name in this process; its subclasses and instances stay. A name
+/// that no class has is fine.
+HOST_EXPORT void hideClass(std::string_view name);
+
+/// A method that was added to a class or replaced in one.
+struct Change {
+  enum class Kind { add, hook };
+  Kind kind;
+  std::string className;
+  std::string selector;
+  bool classMethod;   ///< on the metaclass
+  std::string types;  ///< of an addition
+};
+
+/// Calls the observer after each successful class_addMethod and MSHookMessageEx, on the thread
+/// that makes the change. An empty observer ends it.
+HOST_EXPORT void observeChanges(std::function<void(const Change&)> observer);
+
+struct Counts {
+  std::uint64_t messages = 0;     ///< messages sent to objects that are there
+  std::uint64_t lookUps = 0;      ///< classes, selectors and instance variables asked for by name
+  std::uint64_t allocations = 0;  ///< instances created
+};
+
+/// Starts counting from zero. While it lasts, sends are slow: every one is looked up.
+HOST_EXPORT void startCounting();
+/// Stops counting and returns what was counted since the start.
+HOST_EXPORT Counts stopCounting();
+
+}  // namespace host::runtime
