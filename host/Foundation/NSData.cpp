@@ -1,0 +1,62 @@
+// Data and dates.
+#include <cstring>
+#include <string>
+
+#include "Foundation/text.h"
+#include "objc/define.h"
+
+namespace {
+
+struct Data : NSData {
+  static Data* withBytes(const void* bytes, NSUInteger length);
+  const void* start() { return contents.data(); }
+  NSUInteger size() { return contents.size(); }
+  bool equals(NSObject* other) {
+    auto* data = objc::as<NSData>(other);
+    return data != nullptr && data->length() == size() &&
+           std::memcmp(data->bytes(), start(), size()) == 0;
+  }
+  NSUInteger hashValue() { return std::hash<std::string>{}(contents); }
+  Data* copy() { return static_cast<Data*>(objc_retain(this)); }
+
+  std::string contents;
+};
+
+struct Date : NSDate {
+  static Date* since(double seconds);
+  double interval() { return seconds; }
+  bool equals(NSObject* other) {
+    auto* date = objc::as<NSDate>(other);
+    return date != nullptr && date->timeIntervalSinceReferenceDate() == seconds;
+  }
+  NSUInteger hashValue() { return std::hash<double>{}(seconds); }
+  Date* copy() { return static_cast<Date*>(objc_retain(this)); }
+
+  double seconds;
+};
+
+}  // namespace
+
+OBJC_CLASS_NAMED(NSData, NSObject, Data, NSObject, objc::Ivar<"contents", &Data::contents>,
+                 objc::ClassMethod<"dataWithBytes:length:", &Data::withBytes>,
+                 objc::Method<"bytes", &Data::start>, objc::Method<"length", &Data::size>,
+                 objc::Method<"isEqual:", &Data::equals>, objc::Method<"hash", &Data::hashValue>,
+                 objc::Method<"copy", &Data::copy>)
+
+OBJC_CLASS_NAMED(NSDate, NSObject, Date, NSObject, objc::Ivar<"seconds", &Date::seconds>,
+                 objc::ClassMethod<"dateWithTimeIntervalSinceReferenceDate:", &Date::since>,
+                 objc::Method<"timeIntervalSinceReferenceDate", &Date::interval>,
+                 objc::Method<"isEqual:", &Date::equals>, objc::Method<"hash", &Date::hashValue>,
+                 objc::Method<"copy", &Date::copy>)
+
+Data* Data::withBytes(const void* bytes, NSUInteger length) {
+  auto* data = static_cast<Data*>(class_createInstance(&objc_class_NSData, 0));
+  if (length != 0) data->contents.assign(static_cast<const char*>(bytes), length);
+  return static_cast<Data*>(objc_autorelease(data));
+}
+
+Date* Date::since(double seconds) {
+  auto* date = static_cast<Date*>(class_createInstance(&objc_class_NSDate, 0));
+  date->seconds = seconds;
+  return static_cast<Date*>(objc_autorelease(date));
+}

@@ -1,0 +1,119 @@
+// Dictionaries. The mutable one is the same object with more methods.
+#include "Foundation/hash_table.h"
+#include "Foundation/property_list.h"
+#include "Foundation/text.h"
+#include "objc/define.h"
+#include "process/container.h"
+#include "runtime/runtime.h"
+
+namespace {
+
+Strong<NSObject> copyOf(NSObject* key) {
+  return Strong<NSObject>::adopt(send<NSObject*>(key, "copy"_sel));
+}
+
+struct Dictionary : NSDictionary {
+  template <class D = Dictionary>
+  static D* make(Class cls) {
+    return static_cast<D*>(objc_autorelease(class_createInstance(cls, 0)));
+  }
+  static Dictionary* empty(Class cls, SEL) { return make(cls); }
+  static Dictionary* withObject(Class cls, SEL, NSObject* object, NSObject* key) {
+    Dictionary* made = make(cls);
+    made->put(object, key);
+    return made;
+  }
+  static NSDictionary* withContentsOfFile(NSString* path) {
+    return objc::as<NSDictionary>(host::propertyListFromFile(host::hostPath(host::text(path))));
+  }
+
+  void put(NSObject* object, NSObject* key) {
+    if (object == nullptr || key == nullptr) {
+      throw host::runtime::Exception("NSInvalidArgumentException",
+                                     "attempt to insert nil into a dictionary");
+    }
+    table.set(copyOf(key), Strong<NSObject>::retain(object));
+  }
+  void addAll(NSDictionary* other) {
+    if (other == nullptr) return;
+    // Keys of a dictionary are copies already.
+    const host::HashTable& entries = static_cast<Dictionary*>(other)->table;
+    table.reserve(table.entries().size() + entries.entries().size());
+    for (const auto& entry : entries.entries()) table.set(entry.key, entry.value);
+  }
+
+  NSUInteger size() { return table.entries().size(); }
+  NSObject* find(NSObject* key) { return table.find(key); }
+  NSArray* keys() {
+    NSMutableArray* keys = NSMutableArray::array();
+    for (const auto& entry : table.entries()) keys->addObject(entry.key);
+    return keys;
+  }
+  bool equals(NSObject* other) {
+    if (this == other) return true;
+    auto* dictionary = objc::as<NSDictionary>(other);
+    if (dictionary == nullptr || dictionary->count() != size()) return false;
+    for (const auto& entry : table.entries()) {
+      NSObject* theirs = dictionary->objectForKey(entry.key);
+      if (theirs == nullptr || !entry.value->isEqual(theirs)) return false;
+    }
+    return true;
+  }
+  NSUInteger hashValue() { return size(); }
+  NSString* describe() {
+    std::string words = "{";
+    for (const auto& entry : table.entries()) {
+      words += " " + std::string(host::text(entry.key->description())) + " = " +
+               std::string(host::text(entry.value->description())) + ";";
+    }
+    return host::makeString(words + " }");
+  }
+  bool write(NSString* path, bool atomically) {
+    const std::string file = host::hostPath(host::text(path));
+    const auto xml = host::xmlFromPropertyList(this);
+    return xml && !file.empty() && host::writeFile(file, *xml, atomically);
+  }
+  NSDictionary* copy();
+  NSDictionary* mutableCopy();
+
+  host::HashTable table;
+};
+
+struct MutableDictionary : Dictionary {
+  void removeKey(NSObject* key) { table.remove(key); }
+  NSDictionary* immutableCopy();
+};
+
+}  // namespace
+
+OBJC_CLASS_NAMED(
+    NSDictionary, NSObject, Dictionary, NSObject, objc::Ivar<"table", &Dictionary::table>,
+    objc::ClassMethod<"dictionary", &Dictionary::empty>,
+    objc::ClassMethod<"dictionaryWithObject:forKey:", &Dictionary::withObject>,
+    objc::ClassMethod<"dictionaryWithContentsOfFile:", &Dictionary::withContentsOfFile>,
+    objc::Method<"count", &Dictionary::size>, objc::Method<"objectForKey:", &Dictionary::find>,
+    objc::Method<"allKeys", &Dictionary::keys>, objc::Method<"isEqual:", &Dictionary::equals>,
+    objc::Method<"hash", &Dictionary::hashValue>,
+    objc::Method<"description", &Dictionary::describe>,
+    objc::Method<"writeToFile:atomically:", &Dictionary::write>,
+    objc::Method<"copy", &Dictionary::copy>, objc::Method<"mutableCopy", &Dictionary::mutableCopy>)
+
+OBJC_CLASS_NAMED(NSMutableDictionary, NSDictionary, MutableDictionary, Dictionary,
+                 objc::Method<"setObject:forKey:", &Dictionary::put>,
+                 objc::Method<"removeObjectForKey:", &MutableDictionary::removeKey>,
+                 objc::Method<"addEntriesFromDictionary:", &Dictionary::addAll>,
+                 objc::Method<"copy", &MutableDictionary::immutableCopy>)
+
+NSDictionary* Dictionary::copy() { return static_cast<NSDictionary*>(objc_retain(this)); }
+
+NSDictionary* Dictionary::mutableCopy() {
+  auto* made = static_cast<Dictionary*>(class_createInstance(&objc_class_NSMutableDictionary, 0));
+  made->addAll(this);
+  return made;
+}
+
+NSDictionary* MutableDictionary::immutableCopy() {
+  auto* made = static_cast<Dictionary*>(class_createInstance(&objc_class_NSDictionary, 0));
+  made->addAll(this);
+  return made;
+}

@@ -1,0 +1,103 @@
+// The root class.
+#include <cstdio>
+
+#include "Foundation/run_loop.h"
+#include "Foundation/text.h"
+#include "objc/define.h"
+#include "runtime/internal.h"
+#include "runtime/runtime.h"
+
+namespace {
+
+using host::runtime::header;
+
+struct Root : NSObject {
+  static id alloc(Class cls, SEL) { return class_createInstance(cls, 0); }
+  static id makeNew(Class cls, SEL) { return send<id>(send<id>(cls, "alloc"_sel), "init"_sel); }
+  static Class ofClass(Class cls, SEL) { return cls; }
+  static bool instancesRespond(Class cls, SEL, SEL selector) {
+    return class_respondsToSelector(cls, selector);
+  }
+  static NSString* describeClass(Class cls, SEL) { return host::makeString(class_getName(cls)); }
+
+  Root* init() { return this; }
+  void dealloc() { object_dispose(this); }
+
+  static bool isClass(Root* self) { return class_isMetaClass(self->isa); }
+  Root* keep() {
+    if (!isClass(this)) objc_retain(this);
+    return this;
+  }
+  void let() {
+    if (!isClass(this)) objc_release(this);
+  }
+  Root* autoreleased() {
+    if (!isClass(this)) objc_autorelease(this);
+    return this;
+  }
+  NSUInteger retainCount() {
+    const auto count = isClass(this) ? -1 : header(this)->references.load();
+    return count < 0 ? ~NSUInteger{0} : static_cast<NSUInteger>(count);
+  }
+
+  Class ownClass() { return isa; }
+  Class superclass() { return isa->superclass; }
+  bool isKindOf(Class wanted) {
+    for (Class cls = isa; cls != nullptr; cls = cls->superclass) {
+      if (cls == wanted) return true;
+    }
+    return false;
+  }
+  bool isMemberOf(Class wanted) { return isa == wanted; }
+  bool isSame(NSObject* other) { return this == other; }
+  NSUInteger address() { return reinterpret_cast<NSUInteger>(this); }
+  NSString* describe() {
+    char text[256];
+    std::snprintf(text, sizeof text, "<%s: %p>", class_getName(isa), static_cast<void*>(this));
+    return host::makeString(text);
+  }
+  bool responds(SEL selector) { return class_respondsToSelector(isa, selector); }
+  id perform(SEL selector) { return objc::sendDynamic<id>(this, selector); }
+  id performWith(SEL selector, id argument) {
+    return objc::sendDynamic<id>(this, selector, argument);
+  }
+  void performOnMain(SEL selector, id argument, bool) {
+    objc_retain(this);
+    objc_retain(argument);
+    host::MainRunLoop::instance().perform([this, selector, argument] {
+      objc::sendDynamic<void>(this, selector, argument);
+      objc_release(argument);
+      objc_release(this);
+    });
+  }
+};
+
+}  // namespace
+
+OBJC_ROOT_CLASS(
+    NSObject, Root, objc::Ivar<"isa", &NSObject::isa>, objc::ClassMethod<"alloc", &Root::alloc>,
+    objc::ClassMethod<"new", &Root::makeNew>, objc::ClassMethod<"class", &Root::ofClass>,
+    objc::ClassMethod<"instancesRespondToSelector:", &Root::instancesRespond>,
+    objc::ClassMethod<"description", &Root::describeClass>, objc::Method<"init", &Root::init>,
+    objc::Method<"dealloc", &Root::dealloc>, objc::Method<"retain", &Root::keep>,
+    objc::Method<"release", &Root::let>, objc::Method<"autorelease", &Root::autoreleased>,
+    objc::Method<"retainCount", &Root::retainCount>, objc::Method<"class", &Root::ownClass>,
+    objc::Method<"superclass", &Root::superclass>, objc::Method<"isKindOfClass:", &Root::isKindOf>,
+    objc::Method<"isMemberOfClass:", &Root::isMemberOf>, objc::Method<"isEqual:", &Root::isSame>,
+    objc::Method<"hash", &Root::address>, objc::Method<"description", &Root::describe>,
+    objc::Method<"respondsToSelector:", &Root::responds>,
+    objc::Method<"performSelector:", &Root::perform>,
+    objc::Method<"performSelector:withObject:", &Root::performWith>,
+    objc::Method<"performSelectorOnMainThread:withObject:waitUntilDone:", &Root::performOnMain>)
+
+namespace host::runtime {
+
+void raiseUnrecognizedSelector(const void* receiver, SEL selector) {
+  Class cls = isaOf(receiver);
+  const bool onClass = class_isMetaClass(cls);
+  throw Exception("NSInvalidArgumentException",
+                  std::string(onClass ? "+[" : "-[") + class_getName(cls) + " " +
+                      sel_getName(selector) + "]: unrecognized selector");
+}
+
+}  // namespace host::runtime

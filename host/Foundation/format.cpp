@@ -1,0 +1,115 @@
+#include "Foundation/format.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+
+#include "Foundation/text.h"
+
+namespace host {
+
+namespace {
+
+template <class T>
+void append(std::string& out, const std::string& conversion, T value) {
+  char small[128];
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  const int length = std::snprintf(small, sizeof small, conversion.c_str(), value);
+  if (length < 0) return;
+  if (static_cast<std::size_t>(length) < sizeof small) {
+    out.append(small, static_cast<std::size_t>(length));
+    return;
+  }
+  std::string large(static_cast<std::size_t>(length) + 1, '\0');
+  std::snprintf(large.data(), large.size(), conversion.c_str(), value);
+#pragma GCC diagnostic pop
+  large.pop_back();
+  out += large;
+}
+
+std::string describe(NSObject* object) {
+  if (object == nullptr) return "(null)";
+  return std::string(text(object->description()));
+}
+
+}  // namespace
+
+std::string format(std::string_view format, va_list given) {
+  std::string out;
+  va_list arguments;
+  va_copy(arguments, given);
+  for (std::size_t at = 0; at < format.size();) {
+    if (format[at] != '%') {
+      const std::size_t next = std::min(format.find('%', at), format.size());
+      out.append(format.substr(at, next - at));
+      at = next;
+      continue;
+    }
+    std::size_t end = at + 1;
+    while (end < format.size() &&
+           std::string_view("-+ #0123456789.").find(format[end]) != std::string_view::npos)
+      ++end;
+    std::size_t sizeAt = end;
+    while (end < format.size() &&
+           std::string_view("hlqzjt").find(format[end]) != std::string_view::npos)
+      ++end;
+    if (end == format.size()) break;
+    const std::string_view size = format.substr(sizeAt, end - sizeAt);
+    const bool isLong = !size.empty() && size[0] != 'h';
+    const char conversion = format[end];
+    const std::string flags(format.substr(at, sizeAt - at));
+    at = end + 1;
+    switch (conversion) {
+      case '%':
+        out += '%';
+        break;
+      case '@':
+        out += describe(va_arg(arguments, NSObject*));
+        break;
+      case 's': {
+        const char* string = va_arg(arguments, const char*);
+        append(out, flags + "s", string == nullptr ? "(null)" : string);
+        break;
+      }
+      case 'd':
+      case 'i':
+        append(out, flags + "lld", isLong ? va_arg(arguments, long long) : va_arg(arguments, int));
+        break;
+      case 'u':
+      case 'x':
+      case 'X':
+      case 'o':
+        append(out, flags + "ll" + conversion,
+               isLong ? va_arg(arguments, unsigned long long) : va_arg(arguments, unsigned int));
+        break;
+      case 'c':
+        append(out, flags + "c", va_arg(arguments, int));
+        break;
+      case 'p':
+        append(out, flags + "p", va_arg(arguments, void*));
+        break;
+      case 'f':
+      case 'g':
+      case 'e':
+        append(out, flags + conversion, va_arg(arguments, double));
+        break;
+      default:
+        break;
+    }
+  }
+  va_end(arguments);
+  return out;
+}
+
+double leadingDouble(const std::string& text) {
+  const char* first = text.c_str();
+  const char* last = first + text.size();
+  if (*first == '+') ++first;
+  double value = 0;
+  std::from_chars(first, last, value);
+  return value;
+}
+
+}  // namespace host

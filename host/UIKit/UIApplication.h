@@ -1,0 +1,21 @@
+// The stand-in's application object.
+#pragma once
+
+#include "objc/define.h"
+#include "platform/UIKit.h"
+
+namespace host {
+
+struct Application : UIApplication {
+  static Application* shared();
+  /// 0 active, 1 inactive, 2 background.
+  NSInteger applicationState() { return state; }
+  void setApplicationState(NSInteger value) { state = value; }
+
+  /// Only SpringBoard knows what is in front.
+  NSObject* frontmost() { return nullptr; }
+
+  NSInteger state;
+};
+
+}  // namespace host

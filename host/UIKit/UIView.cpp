@@ -1,0 +1,75 @@
+// Views: a tree, a tint that is inherited along it, a background.
+#include "UIKit/UIView.h"
+
+#include <algorithm>
+
+namespace host {
+
+View* View::init() { return send<View*>(this, "initWithFrame:"_sel, CGRect{}); }
+
+View* View::initWithFrame(CGRect rect) {
+  frame = rect;
+  opaque = true;
+  return this;
+}
+
+void View::dealloc() {
+  for (const auto& child : subviews) static_cast<View*>(child.get())->superview = nullptr;
+  object_dispose(this);
+}
+
+void View::addSubview(UIView* child) {
+  if (child == nullptr || child == this) return;
+  auto* view = static_cast<View*>(child);
+  Strong<UIView> kept = Strong<UIView>::retain(child);
+  view->removeFromSuperview();
+  view->superview = this;
+  subviews.push_back(std::move(kept));
+}
+
+void View::removeFromSuperview() {
+  if (superview == nullptr) return;
+  auto& siblings = superview->subviews;
+  superview = nullptr;
+  auto found = std::find_if(siblings.begin(), siblings.end(),
+                            [this](const auto& s) { return s.get() == this; });
+  Strong<UIView> kept = *found;
+  siblings.erase(found);
+}
+
+UIColor* View::inheritedTint() {
+  if (tint.get() != nullptr) return tint;
+  if (superview != nullptr) return superview->tintColor();
+  constexpr CGFloat kGreen = 122.0 / 255;
+  return UIColor::colorWithRed(0, kGreen, 1, 1);
+}
+
+}  // namespace host
+
+using host::View;
+
+OBJC_CLASS_NAMED(
+    UIView, NSObject, View, NSObject, objc::Ivar<"_frame", &View::frame>,
+    objc::Ivar<"_superview", &View::superview>, objc::Ivar<"_subviews", &View::subviews>,
+    objc::Ivar<"_interactionTintColor", &View::tint>,
+    objc::Ivar<"_backgroundColor", &View::backgroundColor>, objc::Ivar<"_opaque", &View::opaque>,
+    objc::Method<"init", &View::init>, objc::Method<"initWithFrame:", &View::initWithFrame>,
+    objc::Method<"dealloc", &View::dealloc>, objc::Method<"frame", &View::frameOf>,
+    objc::Method<"setFrame:", &View::setFrame>, objc::Method<"superview", &View::superviewOf>,
+    objc::Method<"addSubview:", &View::addSubview>,
+    objc::Method<"removeFromSuperview", &View::removeFromSuperview>,
+    objc::Method<"tintColor", &View::inheritedTint>,
+    objc::Method<"setTintColor:", &View::storeTint>,
+    objc::Method<"_interactionTintColor", &View::storedTint>,
+    objc::Method<"isOpaque", &View::isOpaque>, objc::Method<"setOpaque:", &View::storeOpaque>,
+    objc::Method<"backgroundColor", &View::background>,
+    objc::Method<"setBackgroundColor:", &View::storeBackground>,
+    objc::Method<"layoutSubviews", &View::layoutSubviews>)
+
+PLAIN_VIEW_CLASS(UIControl, UIView)
+PLAIN_VIEW_CLASS(UILabel, UIView)
+PLAIN_VIEW_CLASS(UIButton, UIControl)
+PLAIN_VIEW_CLASS(UINavigationBar, UIView)
+PLAIN_VIEW_CLASS(UITabBar, UIView)
+PLAIN_VIEW_CLASS(UISegment, UIView)
+PLAIN_VIEW_CLASS(UISegmentedControl, UIControl)

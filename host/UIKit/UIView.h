@@ -1,0 +1,44 @@
+// The stand-in's view, which the other views build on.
+#pragma once
+
+#include <vector>
+
+#include "objc/define.h"
+#include "platform/UIKit.h"
+
+namespace host {
+
+struct View : UIView {
+  View* init();
+  View* initWithFrame(CGRect rect);
+  void dealloc();
+
+  CGRect frameOf() { return frame; }
+  void setFrame(CGRect rect) { frame = rect; }
+  UIView* superviewOf() { return superview; }
+  void addSubview(UIView* child);
+  void removeFromSuperview();
+
+  /// The view's own tint, else its superview's, else the platform's blue.
+  UIColor* inheritedTint();
+  void storeTint(UIColor* color) { tint = Strong<UIColor>::retain(color); }
+  /// What setTintColor: stored; nil where the view inherits.
+  UIColor* storedTint() { return tint; }
+  bool isOpaque() { return opaque; }
+  void storeOpaque(bool value) { opaque = value; }
+  UIColor* background() { return backgroundColor; }
+  void storeBackground(UIColor* color) { backgroundColor = Strong<UIColor>::retain(color); }
+  void layoutSubviews() {}
+
+  CGRect frame;
+  View* superview;  ///< not kept alive
+  std::vector<Strong<UIView>> subviews;
+  Strong<UIColor> tint;
+  Strong<UIColor> backgroundColor;
+  bool opaque;
+};
+
+}  // namespace host
+
+/// A class of views that adds nothing here to what all views do.
+#define PLAIN_VIEW_CLASS(Name, SuperName) OBJC_CLASS_NAMED(Name, SuperName, host::View, host::View)

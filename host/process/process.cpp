@@ -1,0 +1,75 @@
+#include "process/process.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "process/container.h"
+#include "runtime/runtime.h"
+
+namespace host {
+
+namespace {
+
+struct State {
+  bool started = false;
+  ProcessOptions options;
+};
+
+State& state() {
+  static auto* process = new State;
+  return *process;
+}
+
+/// The folder that holds the host library, and with it the rest of the build.
+std::filesystem::path ownFolder() {
+  Dl_info info{};
+  if (dladdr(&_objc_empty_cache, &info) == 0 || info.dli_fname == nullptr) {
+    throw std::runtime_error("the host library does not find itself");
+  }
+  return std::filesystem::absolute(info.dli_fname).parent_path();
+}
+
+void load(const std::filesystem::path& path, int scope) {
+  if (dlopen(path.c_str(), RTLD_NOW | scope) != nullptr) return;
+  const char* words = dlerror();
+  throw std::runtime_error(words == nullptr ? "cannot load: " + path.string() : words);
+}
+
+/// In the order of loading: a framework finds the classes of those before it.
+std::vector<const char*> frameworksOf(ProcessKind kind) {
+  switch (kind) {
+    case ProcessKind::application:
+      return {"UIKit.so"};
+    case ProcessKind::springboard:
+      return {"UIKit.so", "SpringBoard.so"};
+    case ProcessKind::daemon:
+      return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+void startProcess(const ProcessOptions& options) {
+  if (state().started) throw std::logic_error("this process is already a hosted one");
+  state().started = true;
+  state().options = options;
+  setContainerRoot(options.root);
+  const std::filesystem::path frameworks = ownFolder() / "Frameworks";
+  // Frameworks link each other's classes by symbol.
+  for (const char* name : frameworksOf(options.kind)) load(frameworks / name, RTLD_GLOBAL);
+  for (const std::string& name : options.without) runtime::hideClass(name);
+}
+
+const ProcessOptions& processOptions() { return state().options; }
+
+void loadLibrary(const std::string& path) {
+  // A bare name means a file here, not one on the loader's search path.
+  load(std::filesystem::absolute(path), RTLD_LOCAL);
+}
+
+std::string defaultLibraryPath() { return (ownFolder() / "libvarnix.so").string(); }
+
+}  // namespace host

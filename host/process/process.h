@@ -1,0 +1,41 @@
+// A hosted process: who it is, which frameworks it has, where its files lie.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "export.h"
+
+namespace host {
+
+/// What kind of process: it decides which frameworks are loaded.
+enum class ProcessKind {
+  application,  ///< Foundation, UIKit
+  springboard,  ///< Foundation, UIKit, SpringBoard
+  daemon,       ///< Foundation alone
+};
+
+struct ProcessOptions {
+  std::optional<std::string> bundle;  ///< the main bundle's identifier; absent for none
+  ProcessKind kind = ProcessKind::application;
+  std::optional<std::string> open;   ///< SpringBoard: identifier of the frontmost application
+  std::vector<std::string> without;  ///< classes hidden from look-up by name
+  std::string root;                  ///< container root, an existing folder
+};
+
+/// Turns this process into a hosted one, once, before any library is loaded. Throws
+/// std::runtime_error where a framework cannot be loaded.
+HOST_EXPORT void startProcess(const ProcessOptions& options);
+
+/// The options this process was started with.
+HOST_EXPORT const ProcessOptions& processOptions();
+
+/// Loads a library as the injection framework does: its initialiser has run on return. Throws
+/// std::runtime_error with the loader's words.
+HOST_EXPORT void loadLibrary(const std::string& path);
+
+/// The build's own library, beside the host library.
+HOST_EXPORT std::string defaultLibraryPath();
+
+}  // namespace host

@@ -1,0 +1,66 @@
+#include "surfaces/situations.h"
+
+#include "platform/UIKit.h"
+
+namespace host::surfaces {
+
+namespace {
+
+constexpr CGRect kFrame = {{0, 0}, {320, 44}};
+
+UIColor* red() { return UIColor::colorWithRed(1, 0, 0, 1); }
+UIColor* blue() { return UIColor::colorWithRed(0, 0, 1, 1); }
+
+NSObject* alloc(Class cls) { return send<NSObject*>(cls, "alloc"_sel); }
+
+bool isSegment(NSObject* view) { return view->isKindOfClass(objc_getClass("UISegment")); }
+
+}  // namespace
+
+Strong<NSObject> plainObject(Class cls) {
+  return Strong<NSObject>::adopt(send<NSObject*>(alloc(cls), "init"_sel));
+}
+
+Strong<NSObject> plainView(Class cls) {
+  return Strong<NSObject>::adopt(send<NSObject*>(alloc(cls), "initWithFrame:"_sel, kFrame));
+}
+
+Strong<NSObject> redView(Class cls) {
+  auto view = plainView(cls);
+  send<void>(view, "setTintColor:"_sel, red());
+  return view;
+}
+
+Strong<NSObject> segmented(Class cls) {
+  auto view = plainView(cls);
+  Class control = objc_getClass("UISegmentedControl");
+  if (control == nullptr || !isSegment(view)) return view;
+  // The control lives as long as the pool around the question: a segment does not keep it.
+  NSObject* parent = plainView(control).autorelease();
+  send<void>(parent, "addSubview:"_sel, view.get());
+  return view;
+}
+
+Strong<NSObject> blueSegmented(Class cls) {
+  auto view = segmented(cls);
+  send<void>(view, "setTintColor:"_sel, blue());
+  return view;
+}
+
+Strong<NSObject> redSwitchAfterLayout(Class cls) {
+  auto view = redView(cls);
+  send<void>(view, "setOnTintColor:"_sel, red());
+  send<void>(view, "layoutSubviews"_sel);
+  return view;
+}
+
+Strong<NSObject> statusBarAttributes(Class cls) {
+  NSObject* request = nullptr;
+  UIColor* background = UIColor::colorWithRed(1, 1, 1, 1);
+  UIColor* foreground = UIColor::colorWithRed(0, 0, 0, 1);
+  return Strong<NSObject>::adopt(
+      send<NSObject*>(alloc(cls), "initWithRequest:backgroundColor:foregroundColor:"_sel, request,
+                      background, foreground));
+}
+
+}  // namespace host::surfaces

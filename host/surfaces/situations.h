@@ -1,0 +1,21 @@
+// The situations in which surfaces are asked. Every object is made and changed by messages alone.
+#pragma once
+
+#include "objc/strong.h"
+
+namespace host::surfaces {
+
+/// Made by init.
+Strong<NSObject> plainObject(Class cls);
+/// A view on its own, made by initWithFrame:.
+Strong<NSObject> plainView(Class cls);
+Strong<NSObject> redView(Class cls);
+/// A segmented control, or a segment inside one where that class is there.
+Strong<NSObject> segmented(Class cls);
+Strong<NSObject> blueSegmented(Class cls);
+/// A switch that was set to red and then laid out.
+Strong<NSObject> redSwitchAfterLayout(Class cls);
+/// Attributes for which the system asks for a white background and a black foreground.
+Strong<NSObject> statusBarAttributes(Class cls);
+
+}  // namespace host::surfaces
