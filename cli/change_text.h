@@ -1,0 +1,19 @@
+// An addition or a replacement as one line.
+#pragma once
+
+#include <string>
+
+#include "runtime/runtime.h"
+
+namespace varnix::cli {
+
+/// "add  -[UIColor isVarnixColor] B@:" or "hook -[UIView tintColor]".
+inline std::string changeText(const host::runtime::Change& change) {
+  const bool isAddition = change.kind == host::runtime::Change::Kind::add;
+  std::string line = isAddition ? "add  " : "hook ";
+  line += change.classMethod ? '+' : '-';
+  line += '[' + change.className + ' ' + change.selector + ']';
+  return isAddition ? line + ' ' + change.types : line;
+}
+
+}  // namespace varnix::cli

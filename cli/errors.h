@@ -1,0 +1,23 @@
+// What a command reports: "varnix: what was wrong: with what".
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace varnix::cli {
+
+/// Something that was asked for did not work: exit status 1.
+class Failure : public std::runtime_error {
+ public:
+  Failure(const std::string& what, const std::string& with)
+      : std::runtime_error(what + ": " + with) {}
+};
+
+/// The command was not understood: exit status 2.
+class UsageError : public std::runtime_error {
+ public:
+  UsageError(const std::string& what, const std::string& with)
+      : std::runtime_error(what + ": " + with) {}
+};
+
+}  // namespace varnix::cli

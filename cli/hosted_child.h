@@ -1,0 +1,33 @@
+// A question answered by a process of its own, with a limit on its time.
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace varnix::cli {
+
+class HostedChild {
+ public:
+  /// Starts the process; to be called while this one has a single thread. What the function
+  /// returns is the answer; what it throws is the failure's text.
+  explicit HostedChild(const std::function<std::string()>& answer);
+  /// Kills what has not been waited for.
+  ~HostedChild();
+  HostedChild(const HostedChild&) = delete;
+  HostedChild& operator=(const HostedChild&) = delete;
+
+  /// The answer. Throws Failure where the process failed, died or ran out of time.
+  std::string wait(std::chrono::steady_clock::time_point deadline);
+
+ private:
+  std::string readAll(std::chrono::steady_clock::time_point deadline);
+  int reap();
+
+  pid_t process_ = -1;
+  int pipe_ = -1;
+};
+
+}  // namespace varnix::cli

@@ -1,0 +1,89 @@
+#include "process_choice.h"
+
+#include <array>
+#include <utility>
+
+#include "errors.h"
+#include "process/container.h"
+#include "settings_file.h"
+
+namespace varnix::cli {
+
+using host::ProcessKind;
+
+namespace {
+
+constexpr std::array<std::pair<const char*, ProcessKind>, 3> kKinds = {{
+    {"application", ProcessKind::application},
+    {"springboard", ProcessKind::springboard},
+    {"daemon", ProcessKind::daemon},
+}};
+
+ProcessKind kindNamed(const std::string& name) {
+  for (const auto& [word, kind] : kKinds) {
+    if (name == word) return kind;
+  }
+  throw UsageError("no such kind of process", name);
+}
+
+}  // namespace
+
+const char* kindName(ProcessKind kind) {
+  for (const auto& [word, value] : kKinds) {
+    if (kind == value) return word;
+  }
+  return "";
+}
+
+void ProcessChoice::addTo(CLI::App& command) {
+  command_ = &command;
+  command.add_option("--bundle", bundle_, "The process's bundle identifier")->type_name("ID");
+  command.add_flag("--no-bundle", noBundle_, "A process without a bundle");
+  command
+      .add_option("--kind", kind_,
+                  "application, springboard or daemon (without UIKit); springboard for\n"
+                  "com.apple.springboard, else application")
+      ->type_name("KIND");
+  command.add_option("--open", open_, "SpringBoard: the frontmost application")->type_name("ID");
+  command.add_option("--without", without_, "Hide a class from look-up by name; repeatable")
+      ->type_name("CLASS")
+      ->allow_extra_args(false);
+  command.add_option("--root", root_, "Container root")->type_name("DIR");
+  command.add_option("--settings", settings_, "Use a copy of this file in a container of its own")
+      ->type_name("FILE");
+  command.add_flag("--no-library", noLibrary, "Do not load the library");
+  command.add_option("--load", extensions, "Load another extension after it; repeatable")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+}
+
+void ProcessChoice::check() const {
+  const bool hasBundle = command_->count("--bundle") > 0;
+  if (hasBundle && noBundle_) {
+    throw UsageError("options that exclude each other", "--bundle and --no-bundle");
+  }
+  if (!hasBundle && !noBundle_) throw UsageError("missing option", "--bundle ID or --no-bundle");
+  if (command_->count("--root") > 0 && command_->count("--settings") > 0) {
+    throw UsageError("options that exclude each other", "--root and --settings");
+  }
+}
+
+host::ProcessOptions ProcessChoice::prepare() {
+  check();
+  host::ProcessOptions options;
+  if (!noBundle_) options.bundle = bundle_;
+  options.kind =
+      bundle_ == "com.apple.springboard" ? ProcessKind::springboard : ProcessKind::application;
+  if (command_->count("--kind") > 0) options.kind = kindNamed(kind_);
+  if (command_->count("--open") > 0) options.open = open_;
+  options.without = without_;
+  if (command_->count("--settings") > 0) {
+    container_.emplace(kSettingsPath, settings_);
+    options.root = container_->root();
+  } else {
+    options.root = host::resolveContainerRoot(root_);
+  }
+  return options;
+}
+
+}  // namespace varnix::cli

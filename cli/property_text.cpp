@@ -1,0 +1,97 @@
+#include "property_text.h"
+
+#include <cstring>
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <span>
+
+#include "Foundation/text.h"
+
+namespace varnix::cli {
+
+namespace {
+
+using Json = nlohmann::json;
+
+std::string hex(NSData* data) {
+  static constexpr char kDigits[] = "0123456789abcdef";
+  std::string text = "<";
+  for (unsigned char byte :
+       std::span(static_cast<const unsigned char*>(data->bytes()), data->length())) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  return text + ">";
+}
+
+std::string moment(NSDate* date) {
+  constexpr double kReference = 978307200;  // 2001-01-01 in seconds since 1970
+  const auto seconds =
+      static_cast<std::time_t>(date->timeIntervalSinceReferenceDate() + kReference);
+  std::tm parts{};
+  char text[64] = "";
+  if (gmtime_r(&seconds, &parts) != nullptr) {
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+  }
+  return text;
+}
+
+Json numberJson(NSNumber* number) {
+  switch (*send<const char*>(number, "objCType"_sel)) {
+    case 'c':
+      return number->boolValue();
+    case 'd':
+      return number->doubleValue();
+    case 'Q':
+      return send<unsigned long long>(number, "unsignedLongLongValue"_sel);
+    default:
+      return number->longLongValue();
+  }
+}
+
+Json json(NSObject* value) {
+  if (auto* string = objc::as<NSString>(value)) return std::string(host::text(string));
+  if (auto* number = objc::as<NSNumber>(value)) return numberJson(number);
+  if (auto* data = objc::as<NSData>(value)) return hex(data);
+  if (auto* date = objc::as<NSDate>(value)) return moment(date);
+  if (auto* array = objc::as<NSArray>(value)) {
+    Json list = Json::array();
+    for (NSUInteger i = 0; i < array->count(); ++i) list.push_back(json(array->objectAtIndex(i)));
+    return list;
+  }
+  if (auto* dictionary = objc::as<NSDictionary>(value)) {
+    Json object = Json::object();
+    NSArray* keys = dictionary->allKeys();
+    for (NSUInteger i = 0; i < keys->count(); ++i) {
+      auto* key = static_cast<NSString*>(keys->objectAtIndex(i));
+      object[std::string(host::text(key))] = json(dictionary->objectForKey(key));
+    }
+    return object;
+  }
+  return nullptr;
+}
+
+std::string dump(const Json& value) {
+  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+bool isPlain(std::string_view key) {
+  for (unsigned char c : key) {
+    if (c < ' ' || c == 127) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string valueText(NSObject* value) {
+  const Json converted = json(value);
+  return converted.is_string() ? converted.get<std::string>() : dump(converted);
+}
+
+std::string entryLine(std::string_view key, NSObject* value) {
+  std::string line = isPlain(key) ? std::string(key) : dump(std::string(key));
+  return line + " = " + (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(json(value)));
+}
+
+}  // namespace varnix::cli

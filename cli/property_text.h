@@ -1,0 +1,17 @@
+// Stored values as people read them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Foundation.h"
+
+namespace varnix::cli {
+
+/// A value on its own: text as it is, everything else as JSON.
+std::string valueText(NSObject* value);
+
+/// A line of a list: text is quoted there, so that "1" and 1 differ.
+std::string entryLine(std::string_view key, NSObject* value);
+
+}  // namespace varnix::cli

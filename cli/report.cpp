@@ -1,0 +1,119 @@
+#include "report.h"
+
+#include <mutex>
+
+#include "Foundation/log.h"
+#include "objc/autorelease_pool.h"
+#include "runtime/runtime.h"
+#include "surfaces/surfaces.h"
+
+namespace varnix::cli {
+
+namespace {
+
+using host::runtime::Change;
+
+struct Element {
+  const char* name;
+  const char* type;
+  const char* color;
+};
+
+constexpr Element kElements[] = {
+    {"statusBar", "statusBarEnabled", "statusBarDye"},
+    {"folder", "folderEnabled", "folderDye"},
+    {"cc", "ccEnabled", "ccDye"},
+    {"nc", "ncEnabled", "ncDye"},
+    {"sms", "smsEnabled", "smsDye"},
+    {"keyboard", "keyboardEnabled", "keyboardDye"},
+    {"volume", "volEnabled", "volDye"},
+};
+
+Json json(const host::surfaces::Answer& answer) {
+  if (const bool* truth = std::get_if<bool>(&answer)) return *truth;
+  if (const auto* color = std::get_if<std::string>(&answer)) return *color;
+  return nullptr;
+}
+
+Json json(const Change& change) {
+  if (change.kind == Change::Kind::add) {
+    return {{"op", "add"},
+            {"class", change.className},
+            {"selector", change.selector},
+            {"types", change.types}};
+  }
+  return {{"op", "hook"},
+          {"class", change.className},
+          {"selector", change.selector},
+          {"method", change.classMethod ? "class" : "instance"}};
+}
+
+/// Loads the library and returns what it added and replaced meanwhile, on whatever thread.
+Json loadObserved() {
+  std::mutex mutex;
+  Json changes = Json::array();
+  host::runtime::observeChanges([&](const Change& change) {
+    std::lock_guard lock(mutex);
+    changes.push_back(json(change));
+  });
+  host::loadLibrary(host::defaultLibraryPath());
+  host::runtime::observeChanges({});
+  return changes;
+}
+
+Json logSoFar() {
+  Json lines = Json::array();
+  for (const auto& line : host::logLines()) {
+    lines.push_back({{"level", line.level}, {"line", line.line}});
+  }
+  return lines;
+}
+
+Json askColor(NSObject* manager, const char* selector) {
+  auto* color = objc::sendDynamic<NSObject*>(manager, sel_registerName(selector));
+  return json(host::surfaces::colorAnswer(color));
+}
+
+Json askElements(NSObject* manager) {
+  Json elements = Json::object();
+  for (const Element& element : kElements) {
+    Json type = nullptr;
+    if (manager != nullptr) type = objc::sendDynamic<long>(manager, sel_registerName(element.type));
+    elements[element.name] = {{"type", type}, {"color", askColor(manager, element.color)}};
+  }
+  return elements;
+}
+
+Json askSurfaces() {
+  Json answers = Json::array();
+  for (const auto& surface : host::surfaces::all()) {
+    if (!host::surfaces::exists(surface)) continue;
+    answers.push_back({{"class", surface.className},
+                       {"property", surface.property},
+                       {"case", surface.situation},
+                       {"answer", json(host::surfaces::ask(surface))}});
+  }
+  return answers;
+}
+
+}  // namespace
+
+Json report(const Question& question) {
+  objc::AutoreleasePool pool;
+  host::printLog(false);
+  host::startProcess(question.process);
+  Json result;
+  result["installed"] = question.withLibrary ? loadObserved() : Json::array();
+  for (const std::string& file : question.extensions) host::loadLibrary(file);
+
+  // The library's own manager is not to be had from outside; another one reads the same.
+  Class managerClass = question.withLibrary ? objc_getClass("VNXManager") : nullptr;
+  auto* manager = send<NSObject*>(send<NSObject*>(managerClass, "alloc"_sel), "init"_sel);
+  result["dye"] = askColor(manager, "dye");
+  result["elements"] = askElements(manager);
+  result["surfaces"] = askSurfaces();
+  result["log"] = logSoFar();
+  return result;
+}
+
+}  // namespace varnix::cli

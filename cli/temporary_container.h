@@ -1,0 +1,30 @@
+// A container root that lasts as long as a command, with a copy of one file in it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace varnix::cli {
+
+class TemporaryContainer {
+ public:
+  /// Copies the file, whatever it holds, to the device path. Throws Failure.
+  TemporaryContainer(std::string_view devicePath, const std::string& file);
+  ~TemporaryContainer();
+  TemporaryContainer(const TemporaryContainer&) = delete;
+  TemporaryContainer& operator=(const TemporaryContainer&) = delete;
+
+  const std::string& root() const { return folder_.path; }
+
+ private:
+  struct Folder {
+    Folder();
+    ~Folder();
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    std::string path;
+  };
+  Folder folder_;
+};
+
+}  // namespace varnix::cli
