@@ -1,0 +1,314 @@
+// Property lists: what is read, what is written.
+#include "Foundation/property_list.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <limits>
+
+#include "Foundation/text.h"
+#include "objc/autorelease_pool.h"
+#include "support/hosted.h"
+#include "support/property_lists.h"
+
+namespace {
+
+using test::string;
+
+class PropertyList : public testing::Test {
+ protected:
+  static NSDictionary* read(std::string_view bytes) {
+    return objc::as<NSDictionary>(host::propertyListFromData(bytes));
+  }
+  /// The object of the one element.
+  static NSObject* element(const std::string& xml) {
+    return host::propertyListFromData("<plist version=\"1.0\">" + xml + "</plist>");
+  }
+  static NSObject* writtenAndRead(NSObject* object) {
+    const std::optional<std::string> xml = host::xmlFromPropertyList(object);
+    return xml ? host::propertyListFromData(*xml) : nullptr;
+  }
+  static std::string type(NSObject* number) {
+    const char* words = send<const char*>(number, "objCType"_sel);
+    return words == nullptr ? "" : words;
+  }
+
+  test::Folder folder;
+  objc::AutoreleasePool pool;
+};
+
+/// What both of the two samples hold.
+void expectSample(NSDictionary* sample, const std::function<std::string(NSObject*)>& type) {
+  ASSERT_NE(sample, nullptr);
+  EXPECT_EQ(sample->count(), 13u);
+  auto number = [&](const char* key) {
+    return objc::as<NSNumber>(sample->objectForKey(string(key)));
+  };
+  EXPECT_EQ(type(number("enabled")), "c");
+  EXPECT_TRUE(number("enabled")->boolValue());
+  EXPECT_EQ(type(number("off")), "c");
+  EXPECT_FALSE(number("off")->boolValue());
+  EXPECT_EQ(type(number("count")), "q");
+  EXPECT_EQ(number("count")->intValue(), 7);
+  EXPECT_EQ(number("negative")->longLongValue(), -5);
+  EXPECT_EQ(type(number("big")), "Q");
+  EXPECT_EQ(send<unsigned long long>(number("big"), "unsignedLongLongValue"_sel), (1ULL << 63) + 5);
+  EXPECT_EQ(type(number("real")), "d");
+  EXPECT_EQ(number("real")->doubleValue(), 0.1);
+  EXPECT_EQ(host::text(objc::as<NSString>(sample->objectForKey(string("name")))), "Grün 色 😀");
+  auto* blob = objc::as<NSData>(sample->objectForKey(string("blob")));
+  ASSERT_NE(blob, nullptr);
+  ASSERT_EQ(blob->length(), 4u);
+  EXPECT_EQ(std::memcmp(blob->bytes(), "\x00\x01\xfe\xff", 4), 0);
+  auto* date = objc::as<NSDate>(sample->objectForKey(string("date")));
+  ASSERT_NE(date, nullptr);
+  EXPECT_EQ(date->timeIntervalSinceReferenceDate(), 464115601);  // 2015-09-16 17:00:01
+  auto* list = objc::as<NSArray>(sample->objectForKey(string("list")));
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->count(), 3u);
+  EXPECT_NE(objc::as<NSDictionary>(list->objectAtIndex(2)), nullptr);
+  EXPECT_NE(objc::as<NSMutableDictionary>(sample->objectForKey(string("empty"))), nullptr);
+  EXPECT_NE(objc::as<NSMutableArray>(sample->objectForKey(string("none"))), nullptr);
+}
+
+TEST_F(PropertyList, ReadsXml) { expectSample(read(test::kXmlPropertyList), type); }
+
+TEST_F(PropertyList, ReadsBinary) { expectSample(read(test::binaryPropertyList()), type); }
+
+TEST_F(PropertyList, WritesWhatItReads) {
+  NSDictionary* sample = read(test::binaryPropertyList());
+  const std::optional<std::string> xml = host::xmlFromPropertyList(sample);
+  ASSERT_TRUE(xml);
+  EXPECT_TRUE(xml->starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+  EXPECT_NE(xml->find("<string>Grün 色 😀</string>"), std::string::npos);
+  EXPECT_NE(xml->find("<date>2015-09-16T17:00:01Z</date>"), std::string::npos);
+  EXPECT_NE(xml->find("<integer>9223372036854775813</integer>"), std::string::npos);
+  NSDictionary* again = read(*xml);
+  expectSample(again, type);
+  EXPECT_TRUE(again->isEqual(sample));
+}
+
+TEST_F(PropertyList, ReadsElementsOnTop) {
+  EXPECT_EQ(host::text(objc::as<NSString>(element("<string>a &lt;&amp;&#x263a;&gt;</string>"))),
+            "a <&☺>");
+  EXPECT_EQ(host::text(objc::as<NSString>(element("<string><![CDATA[<b>]]></string>"))), "<b>");
+  EXPECT_EQ(objc::as<NSNumber>(element("<integer>-12</integer>"))->intValue(), -12);
+  EXPECT_EQ(objc::as<NSArray>(element("<array><string/><string></string></array>"))->count(), 2u);
+  EXPECT_EQ(objc::as<NSData>(element("<data></data>"))->length(), 0u);
+}
+
+TEST_F(PropertyList, LaterOfTwoEqualKeysCounts) {
+  auto* pair = objc::as<NSDictionary>(element(
+      "<dict><key>a</key><string>first</string><key>a</key><string>second</string></dict>"));
+  ASSERT_NE(pair, nullptr);
+  EXPECT_EQ(pair->count(), 1u);
+  EXPECT_EQ(host::text(objc::as<NSString>(pair->objectForKey(string("a")))), "second");
+}
+
+TEST_F(PropertyList, ReadsCommentsInstructionsAndByteOrderMark) {
+  EXPECT_EQ(
+      read("\xef\xbb\xbf<?xml version=\"1.0\"?><!DOCTYPE plist PUBLIC \"-//a//b\" \"c.dtd\">\n"
+           "<!-- <array> --><plist><dict><!-- </dict> --><key>a<!-- b "
+           "--></key><true/></dict></plist>\n")
+          ->count(),
+      1u);
+}
+
+TEST_F(PropertyList, LeavesOutWhatHasNoObject) {
+  // A user identifier, and text that is not UTF-8.
+  const std::string bytes =
+      test::binaryFromObjects({test::binaryArray({1, 2, 3}), "\x80\x05", "\x52\xff\xfe", "\x51q"});
+  auto* list = objc::as<NSArray>(host::propertyListFromData(bytes));
+  ASSERT_NE(list, nullptr);
+  ASSERT_EQ(list->count(), 1u);
+  EXPECT_EQ(host::text(objc::as<NSString>(list->objectAtIndex(0))), "q");
+  auto* xml =
+      objc::as<NSDictionary>(element("<dict><key>a\xff</key><true/><key>b</key><string>\xc0</"
+                                     "string><key>c</key><integer>3</integer></dict>"));
+  ASSERT_NE(xml, nullptr);
+  EXPECT_EQ(xml->count(), 1u);
+}
+
+TEST_F(PropertyList, RefusesOtherFormats) {
+  for (const char* bytes :
+       {"", " ", "{ a = b; }", "{\"a\": 1}", "bplist", "bplist00",
+        "bplist01xxxxxxxxxxxxxxxxxxxxxxxxxx", "plain", "<", "<plist>", "<plist></plist>", "<dict>",
+        "<html></html>", "<plist><dict><key>a</key></plist>", "<plist><nothing/></plist>"}) {
+    EXPECT_EQ(host::propertyListFromData(bytes), nullptr) << bytes;
+  }
+}
+
+TEST_F(PropertyList, KeepsNumbers) {
+  for (long long value : {0LL, 1LL, -1LL, 4294967296LL, std::numeric_limits<long long>::max(),
+                          std::numeric_limits<long long>::min()}) {
+    auto* back = objc::as<NSNumber>(writtenAndRead(NSNumber::numberWithLongLong(value)));
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->longLongValue(), value);
+    EXPECT_EQ(type(back), "q");
+  }
+  for (double value : {0.0, 1.0, -0.25, 0.1, 1e-300, 1.7976931348623157e308, 123456789.123456789}) {
+    auto* back = objc::as<NSNumber>(writtenAndRead(NSNumber::numberWithDouble(value)));
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->doubleValue(), value);
+    EXPECT_EQ(type(back), "d");
+  }
+  EXPECT_EQ(type(writtenAndRead(NSNumber::numberWithBool(true))), "c");
+}
+
+TEST_F(PropertyList, KeepsDates) {
+  // Before 1933 and after 2069 a count of seconds does not fit 32 bits.
+  for (double value : {0.0, -1.0, 464115601.0, -978307200.0, 1e10, -5e10, 63113904000.0}) {
+    auto* back =
+        objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(value)));
+    ASSERT_NE(back, nullptr) << value;
+    EXPECT_EQ(back->timeIntervalSinceReferenceDate(), value);
+  }
+  // XML has whole seconds.
+  auto* earlier =
+      objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(-0.5)));
+  ASSERT_NE(earlier, nullptr);
+  EXPECT_EQ(earlier->timeIntervalSinceReferenceDate(), -1);
+}
+
+TEST_F(PropertyList, ReadsDatesOfBinaryFilesToTheFraction) {
+  const auto read = [](double seconds) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &seconds, sizeof bits);
+    return host::propertyListFromData(test::binaryFromObjects({"\x33" + test::bigEndian(bits, 8)}));
+  };
+  for (double value : {0.5, -0.5, -1.25, 1e10 + 0.125, 464115601.0}) {
+    auto* date = objc::as<NSDate>(read(value));
+    ASSERT_NE(date, nullptr) << value;
+    EXPECT_EQ(date->timeIntervalSinceReferenceDate(), value);
+  }
+  EXPECT_EQ(read(std::nan("")), nullptr);
+  EXPECT_EQ(read(1e300), nullptr);
+}
+
+TEST_F(PropertyList, KeepsDataOfEverySize) {
+  std::string bytes;
+  for (int size = 0; size < 400; ++size) {
+    NSMutableDictionary* holder = NSMutableDictionary::dictionary();
+    holder->setObjectForKey(NSData::dataWithBytes(bytes.data(), bytes.size()), string("data"));
+    auto* back = objc::as<NSDictionary>(writtenAndRead(holder));
+    ASSERT_NE(back, nullptr) << size;
+    ASSERT_TRUE(back->isEqual(holder)) << size;
+    bytes += static_cast<char>(size * 37);
+  }
+}
+
+TEST_F(PropertyList, WritesTextThatXmlWouldTakeForTags) {
+  NSString* words = string("<a> & \"b\" 'c' ]]> &amp; \t\n é");
+  EXPECT_EQ(host::text(objc::as<NSString>(writtenAndRead(words))), host::text(words));
+}
+
+TEST_F(PropertyList, WritesNothingWhereAnObjectHasNoForm) {
+  EXPECT_FALSE(host::xmlFromPropertyList(nullptr));
+  NSMutableArray* list = NSMutableArray::array();
+  list->addObject(test::make<NSObject>("NSObject"));
+  EXPECT_FALSE(host::xmlFromPropertyList(list));
+  NSMutableDictionary* numbers = NSMutableDictionary::dictionary();
+  numbers->setObjectForKey(string("a"), NSNumber::numberWithBool(true));
+  EXPECT_FALSE(host::xmlFromPropertyList(numbers));
+  EXPECT_FALSE(host::xmlFromPropertyList(host::makeString(std::string_view("a\0b", 3))));
+  EXPECT_FALSE(
+      host::xmlFromPropertyList(NSDate::dateWithTimeIntervalSinceReferenceDate(std::nan(""))));
+}
+
+TEST_F(PropertyList, WritesToTheDepthThatItReads) {
+  const auto nested = [](std::size_t depth) {
+    NSMutableArray* outer = NSMutableArray::array();
+    for (std::size_t i = 1; i < depth; ++i) {
+      NSMutableArray* next = NSMutableArray::array();
+      next->addObject(outer);
+      outer = next;
+    }
+    return outer;
+  };
+  const std::optional<std::string> deepest = host::xmlFromPropertyList(nested(host::kMaximumDepth));
+  ASSERT_TRUE(deepest);
+  EXPECT_NE(host::propertyListFromData(*deepest), nullptr);
+  EXPECT_FALSE(host::xmlFromPropertyList(nested(host::kMaximumDepth + 1)));
+}
+
+TEST_F(PropertyList, WritingEndsForAContainerThatHoldsItself) {
+  NSMutableArray* list = NSMutableArray::array();
+  list->addObject(list);
+  list->addObject(list);
+  EXPECT_FALSE(host::xmlFromPropertyList(list));
+  send<void>(list, "removeObjectAtIndex:"_sel, NSUInteger{0});
+  send<void>(list, "removeObjectAtIndex:"_sel, NSUInteger{0});
+}
+
+using PropertyListFile = PropertyList;
+
+TEST_F(PropertyListFile, ReadsFilesAndNothingElse) {
+  const std::string path = folder.path() + "/a.plist";
+  ASSERT_TRUE(host::writeFile(path, test::kXmlPropertyList, false));
+  EXPECT_NE(host::propertyListFromFile(path), nullptr);
+  std::filesystem::create_symlink("a.plist", folder.path() + "/link");
+  EXPECT_NE(host::propertyListFromFile(folder.path() + "/link"), nullptr);
+  EXPECT_EQ(host::propertyListFromFile(folder.path()), nullptr);
+  EXPECT_EQ(host::propertyListFromFile(folder.path() + "/none"), nullptr);
+  EXPECT_EQ(host::propertyListFromFile(""), nullptr);
+  EXPECT_EQ(host::propertyListFromFile("/dev/zero"), nullptr);
+  ASSERT_EQ(mkfifo((folder.path() + "/pipe").c_str(), 0644), 0);
+  EXPECT_EQ(host::propertyListFromFile(folder.path() + "/pipe"), nullptr);
+}
+
+TEST_F(PropertyListFile, RefusesLargeFilesUnread) {
+  const std::string path = folder.path() + "/large";
+  std::string bytes(test::kXmlPropertyList);
+  ASSERT_TRUE(host::writeFile(path, bytes, false));
+  std::filesystem::resize_file(path, 50 << 20);  // a hole: it costs nothing unless it is read
+  EXPECT_EQ(host::propertyListFromFile(path), nullptr);
+  bytes.resize(host::kMaximumBytes, ' ');
+  EXPECT_NE(host::propertyListFromData(bytes), nullptr);
+  bytes += ' ';
+  EXPECT_EQ(host::propertyListFromData(bytes), nullptr);
+}
+
+TEST_F(PropertyListFile, WritesInPlace) {
+  const std::string path = folder.path() + "/a";
+  ASSERT_TRUE(host::writeFile(path, "a longer text", false));
+  std::filesystem::create_hard_link(path, folder.path() + "/b");
+  ASSERT_TRUE(host::writeFile(path, "text", false));
+  EXPECT_EQ(test::read(path), "text");
+  EXPECT_EQ(test::read(folder.path() + "/b"), "text");  // the same file
+}
+
+TEST_F(PropertyListFile, WritesAtomically) {
+  const std::string path = folder.path() + "/a";
+  ASSERT_TRUE(host::writeFile(path, "old", true));
+  std::filesystem::permissions(
+      path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  std::filesystem::create_hard_link(path, folder.path() + "/b");
+  ASSERT_TRUE(host::writeFile(path, "new", true));
+  EXPECT_EQ(test::read(path), "new");
+  EXPECT_EQ(test::read(folder.path() + "/b"), "old");  // another file took its name
+  struct stat status{};
+  ASSERT_EQ(stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+}
+
+TEST_F(PropertyListFile, LeavesNothingBehindAfterFailure) {
+  std::filesystem::create_directories(folder.path() + "/a/full");
+  for (bool atomically : {false, true}) {
+    EXPECT_FALSE(host::writeFile(folder.path() + "/a", "text", atomically));
+    EXPECT_FALSE(host::writeFile(folder.path() + "/none/a", "text", atomically));
+    EXPECT_FALSE(host::writeFile("", "text", atomically));
+  }
+  ASSERT_EQ(mkfifo((folder.path() + "/pipe").c_str(), 0644), 0);
+  EXPECT_FALSE(
+      host::writeFile(folder.path() + "/pipe", "text", false));  // instead of waiting for a reader
+  std::size_t entries = 0;
+  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path()))
+    ++entries;
+  EXPECT_EQ(entries, 2u);
+}
+
+}  // namespace

@@ -1,0 +1,138 @@
+// A hosted process for one test case: a container root of its own, settings, the library.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "Foundation/log.h"
+#include "Foundation/run_loop.h"
+#include "Foundation/text.h"
+#include "objc/strong.h"
+#include "platform/UIKit.h"
+#include "process/process.h"
+#include "runtime/runtime.h"
+
+namespace test {
+
+/// A folder that goes with the test.
+class Folder {
+ public:
+  Folder() {
+    std::string name = (std::filesystem::temp_directory_path() / "varnix-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) std::abort();
+    path_ = name;
+  }
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+inline std::string read(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+/// A fixture: write settings, start a process, load the library, ask.
+class Hosted : public testing::Test {
+ protected:
+  std::string settingsPath() const {
+    return folder.path() + "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist";
+  }
+  /// The file's bytes as they are given.
+  void writeSettings(const std::string& bytes) {
+    std::filesystem::create_directories(std::filesystem::path(settingsPath()).parent_path());
+    std::ofstream(settingsPath(), std::ios::binary | std::ios::trunc) << bytes;
+  }
+  /// A property list around the entries: "<key>enabled</key><false/>".
+  void settings(const std::string& entries) {
+    writeSettings("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" +
+                  entries + "</dict></plist>\n");
+  }
+  void start(std::optional<std::string> bundle,
+             host::ProcessKind kind = host::ProcessKind::application,
+             std::optional<std::string> open = {}, std::vector<std::string> without = {}) {
+    std::filesystem::create_directories(std::filesystem::path(settingsPath()).parent_path());
+    host::runtime::observeChanges([this](const host::runtime::Change& change) {
+      const bool isHook = change.kind == host::runtime::Change::Kind::hook;
+      installed.push_back(std::string(isHook ? "hook " : "add ") +
+                          (change.classMethod ? "+" : "-") + "[" + change.className + " " +
+                          change.selector + "]" + (isHook ? "" : " " + change.types));
+    });
+    host::startProcess({.bundle = std::move(bundle),
+                        .kind = kind,
+                        .open = std::move(open),
+                        .without = std::move(without),
+                        .root = folder.path()});
+  }
+  void load() { host::loadLibrary(VARNIX_LIBRARY); }
+  /// An application with those settings and the library.
+  void application(const std::string& entries) {
+    settings(entries);
+    start("com.example.app");
+    load();
+  }
+  void springBoard(const std::string& entries, std::optional<std::string> open = {}) {
+    settings(entries);
+    start("com.apple.springboard", host::ProcessKind::springboard, std::move(open));
+    load();
+  }
+
+  std::vector<std::string> log() const {
+    std::vector<std::string> lines;
+    for (const auto& line : host::logLines())
+      lines.push_back(std::to_string(line.level) + " " + line.line);
+    return lines;
+  }
+
+  Folder folder;
+  std::vector<std::string> installed;
+};
+
+inline NSString* string(const char* text) { return NSString::stringWithUTF8String(text); }
+
+/// "#rrggbbaa", or "nil".
+inline std::string hex(UIColor* color) {
+  if (color == nullptr) return "nil";
+  CGFloat c[4] = {};
+  send<bool>(color, "getRed:green:blue:alpha:"_sel, &c[0], &c[1], &c[2], &c[3]);
+  char text[10];
+  auto byte = [&](int i) { return static_cast<unsigned>(c[i] * 255 + CGFloat{0.5}); };
+  std::snprintf(text, sizeof text, "#%02x%02x%02x%02x", byte(0), byte(1), byte(2), byte(3));
+  return text;
+}
+
+inline UIColor* rgb(double red, double green, double blue) {
+  return UIColor::colorWithRed(red, green, blue, 1);
+}
+
+/// A new object, owned by the pool.
+template <class T>
+T* make(const char* className) {
+  return static_cast<T*>(objc_autorelease(
+      send<NSObject*>(send<NSObject*>(objc_getClass(className), "alloc"_sel), "init"_sel)));
+}
+
+inline NSObject* manager() { return make<NSObject>("VNXManager"); }
+
+/// Turns the main loop until the condition holds, for three seconds at most.
+inline bool eventually(const std::function<bool()>& condition) {
+  return host::MainRunLoop::instance().runUntil(condition, std::chrono::seconds(3));
+}
+
+}  // namespace test
