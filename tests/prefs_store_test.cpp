@@ -1,5 +1,7 @@
 // The settings store: defaults under a file, typed readings, saving, reloading, a pane's rows.
+#include <memory>
 #include "objc/autorelease_pool.h"
+
 #include "objc/block.h"
 #include "platform/Preferences.h"
 #include "support/hosted.h"
@@ -39,10 +41,10 @@ class Store : public Hosted {
   }
   static NSObject* open(NSDictionary* values, const char* notification) {
     auto* raw = send<NSObject*>(objc_getClass("KTPrefsManager"), "alloc"_sel);
-    return send<NSObject*>(raw, "initWithId:defaultValues:notification:notificationCallback:"_sel,
-                           string(kDomain), values,
-                           notification == nullptr ? nullptr : string(notification),
-                           objc::globalBlock<&countCall>());
+    return objc_autorelease(send<NSObject*>(
+        raw, "initWithId:defaultValues:notification:notificationCallback:"_sel, string(kDomain),
+        values, notification == nullptr ? nullptr : string(notification),
+        objc::globalBlock<&countCall>()));
   }
   static NSObject* get(NSObject* store, const char* key) {
     return send<NSObject*>(store, "objectForKey:"_sel, string(key));
@@ -190,8 +192,8 @@ TEST_F(Store, SaveWritesInPlace) {
   std::filesystem::create_hard_link(path(), folder.path() + "/link");
   NSObject* store = open(defaults(), nullptr);
   send<void>(store, "save"_sel);
-  EXPECT_EQ(read(folder.path() + "/link"), read(path()));
-  EXPECT_NE(read(path()).find("seven"), std::string::npos);
+  EXPECT_EQ(contentsOf(folder.path() + "/link"), contentsOf(path()));
+  EXPECT_NE(contentsOf(path()).find("seven"), std::string::npos);
 }
 
 TEST_F(Store, AFailedSaveIsIgnored) {
@@ -271,7 +273,7 @@ TEST_F(Store, APanesRowWritesAndAnnounces) {
   NSObject* store = open(defaults(), kChanged);
   send<void>(store, "setPreferenceValue:specifier:"_sel, string("pane"),
              specifier("color", nullptr));
-  EXPECT_NE(read(path()).find("pane"), std::string::npos);
+  EXPECT_NE(contentsOf(path()).find("pane"), std::string::npos);
   EXPECT_TRUE(eventually([] { return callbacks == 1; }));
 }
 
@@ -306,11 +308,8 @@ TEST_F(Store, CopiesNameAndDefaultsAndKeepsTheRest) {
 std::vector<std::string> events;
 
 TEST_F(Store, IsTakenDownInOrderWithOneLastReload) {
-  NSObject* store = nullptr;
-  {
-    objc::AutoreleasePool pool;
-    store = open(defaults(), nullptr);
-  }
+  auto pool = std::make_unique<objc::AutoreleasePool>();
+  open(defaults(), nullptr);
   Class cls = objc_getClass("KTPrefsManager");
   static auto watch = [](Class of, const char* name) {
     SEL selector = sel_registerName(name);
@@ -330,10 +329,7 @@ TEST_F(Store, IsTakenDownInOrderWithOneLastReload) {
                            "setCurrentPrefsImplementation:"}) {
     watch(cls, name);
   }
-  {
-    objc::AutoreleasePool pool;
-    objc_release(store);
-  }
+  pool.reset();
   EXPECT_EQ(events,
             (std::vector<std::string>{"setDefaultValues: nil", "setNotificationName: nil",
                                       "setPlistPath: nil", "setCurrentPrefsImplementation: value",

@@ -42,7 +42,7 @@ class Folder {
   std::string path_;
 };
 
-inline std::string read(const std::string& path) {
+inline std::string contentsOf(const std::string& path) {
   std::ostringstream text;
   text << std::ifstream(path, std::ios::binary).rdbuf();
   return text.str();
