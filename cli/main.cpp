@@ -16,7 +16,7 @@ int complain(const std::string& message, int status) {
 int runCommand(int argc, char** argv) {
   CLI::App app{"Dyes the interface of hosted processes, and shows what changed.", "varnix"};
   app.set_version_flag("--version", "varnix " VARNIX_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   varnix::cli::Action chosen;
   varnix::cli::addSettings(app, chosen);
   varnix::cli::addRun(app, chosen);
@@ -34,6 +34,7 @@ int runCommand(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return complain(varnix::cli::messageFor(error), 2);
   }
+  if (!chosen) throw varnix::cli::UsageError("missing command", "see varnix --help");
   const int status = chosen();
   std::cout.flush();
   if (!std::cout) throw varnix::cli::Failure("cannot write", "standard output");

@@ -11,10 +11,9 @@ std::string messageFor(const CLI::ParseError& error) {
   }
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
     constexpr std::string_view kEnd = " is required";
-    if (text.ends_with(kEnd) && !text.starts_with("A subcommand")) {
+    if (text.ends_with(kEnd)) {
       return "missing argument: " + text.substr(0, text.size() - kEnd.size());
     }
-    return "missing command: see varnix --help";
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
     return "wrong number of values: " + text;

@@ -72,7 +72,7 @@ int unset(const Arguments& arguments) {
 void addSettings(CLI::App& app, Action& chosen) {
   auto arguments = std::make_shared<Arguments>();
   CLI::App* settings = app.add_subcommand("settings", "List, read and change what is stored");
-  settings->require_subcommand(1);
+  settings->require_subcommand(0, 1);
 
   auto addRoot = [arguments](CLI::App* command) {
     command->add_option("--root", arguments->root, "Container root")->type_name("DIR");

@@ -4,6 +4,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -50,7 +51,15 @@ NSMutableDictionary* copyOfStored() {
   return copy;
 }
 
+/// XML has no way to say most control characters.
+bool fitsXml(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](unsigned char c) {
+    return (c >= ' ' && c != 127) || c == '\t' || c == '\n';
+  });
+}
+
 NSString* stringFor(std::string_view text) {
+  if (!fitsXml(text)) throw UsageError("a property list cannot hold this", std::string(text));
   NSString* string = host::makeString(text);
   if (string == nullptr) throw UsageError("not UTF-8", std::string(text));
   return string;
@@ -64,7 +73,7 @@ NSObject* objectFor(const Value& value) {
   return stringFor(std::get<std::string>(value));
 }
 
-/// XML cannot carry every character: what would not come back is not written.
+/// What would not come back is not written.
 void requireReadable(const std::string& xml, NSString* key, NSObject* value) {
   auto* back = objc::as<NSDictionary>(host::propertyListFromData(xml));
   NSObject* found = back == nullptr ? nullptr : back->objectForKey(key);

@@ -1,0 +1,187 @@
+// varnix run, as a process.
+#include <chrono>
+
+#include "cli/command.h"
+
+using test::Command;
+using test::varnix;
+using test::Words;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class Run : public test::CommandTest {
+ protected:
+  std::string write(const std::string& name, const std::string& bytes) const {
+    std::string path = folder.path() + "/" + name;
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
+  }
+};
+
+std::ptrdiff_t lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
+
+TEST_F(Run, TraceShowsEveryChangeInOrder) {
+  const auto outcome = varnix({"run", "--bundle", "com.example.app", "--trace"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.error, "");
+  EXPECT_EQ(outcome.out,
+            "add  -[UIColor isVarnixColor] B@:\n"
+            "add  -[UIColor setIsVarnixColor:] v@:B\n"
+            "add  -[UIColor isVarnixAlbumColor] B@:\n"
+            "add  -[UIColor setIsVarnixAlbumColor:] v@:B\n"
+            "hook -[UIStatusBarNewUIStyleAttributes "
+            "initWithRequest:backgroundColor:foregroundColor:]\n"
+            "hook -[UIView tintColor]\n"
+            "hook -[UIView setTintColor:]\n"
+            "hook -[UISwitch layoutSubviews]\n"
+            "hook -[UISwitch setOnTintColor:]\n"
+            "hook -[UISwitch setTintColor:]\n"
+            "hook -[UIKeyboard initWithFrame:]\n"
+            "hook -[UIKBRenderConfig lightKeyboard]\n");
+}
+
+TEST_F(Run, WithoutTheLibraryNothingChanges) {
+  const auto outcome = varnix({"run", "--no-bundle", "--no-library", "--trace"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(Run, MissingClassesAreLogged) {
+  const auto outcome = varnix({"run", "--bundle", "com.example.app", "--without", "UISwitch",
+                               "--without", "UIKeyboard", "--without", "NeverThere"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(lines(outcome.error), 4) << outcome.error;
+  EXPECT_NE(outcome.error.find("[Varnix2: Tweak:910] ERROR: logos: nil class UISwitch"),
+            outcome.error.npos);
+  EXPECT_NE(outcome.error.find("[Varnix2: Tweak:910] ERROR: logos: nil class UIKeyboard"),
+            outcome.error.npos);
+}
+
+TEST_F(Run, ADaemonHasNoViews) {
+  const auto outcome =
+      varnix({"run", "--bundle", "com.apple.daemon", "--kind", "daemon", "--trace"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.error, "");
+}
+
+TEST_F(Run, LivesUntilItsInputCloses) {
+  Command command({"run", "--bundle", "com.example.app", "--trace"});
+  ASSERT_TRUE(command.waitFor("lightKeyboard"));
+  command.write("bytes that mean nothing\n");
+  usleep(100'000);
+  EXPECT_TRUE(command.isRunning());
+  EXPECT_EQ(command.finish(), 0);
+}
+
+TEST_F(Run, LivesUntilTheTimeIsOver) {
+  const auto start = Clock::now();
+  Command command({"run", "--bundle", "com.example.app", "--for", "0.4"});
+  EXPECT_EQ(command.wait(), 0);  // the input stays open
+  EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(400));
+}
+
+TEST_F(Run, WithNobodyAtItsInputOnlyTheTimeCounts) {
+  const auto start = Clock::now();
+  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a --for 0.4 </dev/null"), 0);
+  EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(400));
+  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a --for 0.1 <&-"), 0);
+  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a </dev/null"), 0);
+}
+
+TEST_F(Run, InputThatClosesEndsItBeforeTheTime) {
+  const auto start = Clock::now();
+  EXPECT_EQ(varnix({"run", "--bundle", "com.example.app", "--for", "3600"}).status, 0);
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(60));
+}
+
+TEST_F(Run, ASignalEndsItAndTakesItsContainerAlong) {
+  test::Folder temporary;
+  setenv("TMPDIR", temporary.path().c_str(), 1);
+  const std::string file = write("s.plist", "<plist><dict/></plist>");
+  Command command({"run", "--bundle", "com.example.app", "--settings", file, "--trace"});
+  ASSERT_TRUE(command.waitFor("lightKeyboard"));
+  EXPECT_FALSE(std::filesystem::is_empty(temporary.path()));
+  // The change is printed before the loop runs; the handlers are there already.
+  command.signal(SIGTERM);
+  EXPECT_EQ(command.wait(), 128 + SIGTERM);
+  EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+}
+
+TEST_F(Run, ACopyOfTheSettingsIsUsedAndTheFileLeftAlone) {
+  test::Folder temporary;
+  setenv("TMPDIR", temporary.path().c_str(), 1);
+  const std::string bytes = "<plist><dict><key>enabled</key><false/></dict></plist>";
+  const std::string file = write("s.plist", bytes);
+  const auto outcome =
+      varnix({"run", "--bundle", "com.example.app", "--settings", file, "--trace"});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(lines(outcome.out), 4) << outcome.out;  // the marks alone
+  EXPECT_EQ(test::contentsOf(file), bytes);
+  EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+  EXPECT_FALSE(std::filesystem::exists(settingsPath()));
+}
+
+TEST_F(Run, SettingsThatCannotBeCopied) {
+  auto outcome = varnix({"run", "--no-bundle", "--settings", folder.path() + "/missing"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error, "varnix: cannot read the settings file: " + folder.path() +
+                               "/missing: No such file or directory\n");
+  outcome = varnix({"run", "--no-bundle", "--settings", folder.path()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error,
+            "varnix: cannot read the settings file: " + folder.path() + ": is a directory\n");
+}
+
+TEST_F(Run, AnotherExtensionIsLoadedAfterTheLibrary) {
+  // The library itself stands in for another extension: loading it again changes nothing.
+  const auto once = varnix({"run", "--bundle", "a", "--trace"});
+  const auto twice = varnix(
+      {"run", "--bundle", "a", "--trace", "--load", VARNIX_LIBRARY, "--load", VARNIX_LIBRARY});
+  EXPECT_EQ(twice.status, 0) << twice.error;
+  EXPECT_EQ(twice.out, once.out);
+  const auto alone =
+      varnix({"run", "--bundle", "a", "--no-library", "--trace", "--load", VARNIX_LIBRARY});
+  EXPECT_EQ(alone.out, once.out);
+}
+
+TEST_F(Run, AnExtensionThatCannotBeLoaded) {
+  const std::string garbage = write("garbage.so", "garbage");
+  for (const std::string& file : {folder.path() + "/missing.so", garbage, folder.path()}) {
+    const auto outcome = varnix({"run", "--bundle", "a", "--load", file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.error.starts_with("varnix: " + file)) << outcome.error;
+    EXPECT_EQ(lines(outcome.error), 1);
+  }
+}
+
+TEST_F(Run, SettingsReachARunningProcess) {
+  Command command({"run", "--bundle", "com.example.app", "--load", VARNIX_SHOW_DYE});
+  ASSERT_TRUE(command.waitFor("dye #de3027ff\n")) << command.error;
+  EXPECT_EQ(varnix({"settings", "set", "global_color", "#1e88e5"}).status, 0);
+  EXPECT_TRUE(command.waitFor("dye #1e88e5ff\n")) << command.out;
+  EXPECT_EQ(varnix({"settings", "set", "global_color", "#43a047"}).status, 0);
+  EXPECT_TRUE(command.waitFor("dye #43a047ff\n")) << command.out;
+  EXPECT_EQ(varnix({"settings", "unset", "global_color"}).status, 0);
+  EXPECT_EQ(command.finish(), 0);
+  EXPECT_TRUE(command.out.ends_with("dye #de3027ff\n")) << command.out;
+}
+
+TEST_F(Run, EveryRunningProcessShowsTheNewColour) {
+  Command application({"run", "--bundle", "com.example.app", "--load", VARNIX_SHOW_DYE});
+  Command springBoard({"run", "--bundle", "com.apple.springboard", "--load", VARNIX_SHOW_DYE});
+  ASSERT_TRUE(application.waitFor("dye #de3027ff\n"));
+  ASSERT_TRUE(springBoard.waitFor("dye #de3027ff\n"));
+  EXPECT_EQ(varnix({"settings", "set", "global_color", "#1e88e5"}).status, 0);
+  EXPECT_TRUE(application.waitFor("dye #1e88e5ff\n"));
+  EXPECT_TRUE(springBoard.waitFor("dye #1e88e5ff\n"));
+  // A process that died meanwhile disturbs nobody.
+  springBoard.signal(SIGKILL);
+  EXPECT_EQ(springBoard.wait(), -SIGKILL);
+  EXPECT_EQ(varnix({"settings", "set", "global_color", "#43a047"}).status, 0);
+  EXPECT_TRUE(application.waitFor("dye #43a047ff\n"));
+}
+
+}  // namespace
