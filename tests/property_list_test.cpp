@@ -277,8 +277,8 @@ TEST_F(PropertyListFile, WritesInPlace) {
   ASSERT_TRUE(host::writeFile(path, "a longer text", false));
   std::filesystem::create_hard_link(path, folder.path() + "/b");
   ASSERT_TRUE(host::writeFile(path, "text", false));
-  EXPECT_EQ(test::read(path), "text");
-  EXPECT_EQ(test::read(folder.path() + "/b"), "text");  // the same file
+  EXPECT_EQ(test::contentsOf(path), "text");
+  EXPECT_EQ(test::contentsOf(folder.path() + "/b"), "text");  // the same file
 }
 
 TEST_F(PropertyListFile, WritesAtomically) {
@@ -288,8 +288,8 @@ TEST_F(PropertyListFile, WritesAtomically) {
       path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
   std::filesystem::create_hard_link(path, folder.path() + "/b");
   ASSERT_TRUE(host::writeFile(path, "new", true));
-  EXPECT_EQ(test::read(path), "new");
-  EXPECT_EQ(test::read(folder.path() + "/b"), "old");  // another file took its name
+  EXPECT_EQ(test::contentsOf(path), "new");
+  EXPECT_EQ(test::contentsOf(folder.path() + "/b"), "old");  // another file took its name
   struct stat status{};
   ASSERT_EQ(stat(path.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0600u);
