@@ -76,13 +76,15 @@ TEST_F(Tint, SpringBoardSetterChangesNothing) {
   EXPECT_EQ(stored(view), nullptr);
 }
 
-TEST_F(Tint, AMissingSegmentClassMeansNoViewIsASegment) {
+TEST_F(Tint, WithoutASegmentClassNoViewIsASegment) {
   settings(kGlobal);
-  start("com.apple.springboard", host::ProcessKind::springboard, {}, {"UISegment"});
-  Class segment = nullptr;
+  start("com.apple.springboard", host::ProcessKind::springboard);
+  Class segment = objc_getClass("UISegment");
+  host::runtime::hideClass("UISegment");
   load();
-  // The control is still spared; the hidden class's instances come through a subclass's name.
-  EXPECT_EQ(objc_getClass("UISegment"), segment);
+  auto* raw = send<NSObject*>(send<NSObject*>(segment, "alloc"_sel), "init"_sel);
+  auto* view = static_cast<UIView*>(objc_autorelease(raw));
+  EXPECT_EQ(hex(view->tintColor()), kDyed);
   EXPECT_EQ(hex(make<UIView>("UISegmentedControl")->tintColor()), "#007affff");
 }
 
