@@ -1,5 +1,12 @@
 // The varnix command.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <iostream>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "errors.h"
@@ -11,6 +18,31 @@ int complain(const std::string& message, int status) {
   std::cout.flush();
   std::cerr << "varnix: " << message << '\n';
   return status;
+}
+
+/// A descriptor that was closed would go to the next file that is opened. Writing to it still
+/// fails.
+void openStandardStreams() {
+  for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_RDONLY);
+  }
+}
+
+/// The words in the parser's order, last first. It would take the next word as the value of
+/// "--option=", which is an empty one.
+std::vector<std::string> wordsReversed(int argc, char** argv) {
+  std::vector<std::string> words;
+  bool areOptions = true;
+  for (const char* argument : std::span(argv + 1, argv + std::max(argc, 1))) {
+    std::string word = argument;
+    if (word == "--") areOptions = false;
+    const bool isEmpty = areOptions && word.starts_with("--") && word.find('=') == word.size() - 1;
+    if (isEmpty) word.pop_back();
+    words.push_back(std::move(word));
+    if (isEmpty) words.emplace_back();
+  }
+  std::reverse(words.begin(), words.end());
+  return words;
 }
 
 int runCommand(int argc, char** argv) {
@@ -28,7 +60,7 @@ int runCommand(int argc, char** argv) {
       "  varnix settings set global_color '#1e88e5'\n"
       "  varnix inspect --bundle com.example.notes");
   try {
-    app.parse(argc, argv);
+    app.parse(wordsReversed(argc, argv));
   } catch (const CLI::Success& answer) {
     return app.exit(answer);  // help or version
   } catch (const CLI::ParseError& error) {
@@ -44,6 +76,7 @@ int runCommand(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  openStandardStreams();
   try {
     return runCommand(argc, argv);
   } catch (const varnix::cli::UsageError& error) {

@@ -191,6 +191,23 @@ TEST_F(Inspect, AnExtensionsOutputStaysApart) {
   EXPECT_NE(outcome.error.find("dye #007affff"), outcome.error.npos);
 }
 
+TEST_F(Inspect, AProcessThatHangsIsGivenUp) {
+  setenv("MISBEHAVE", "hang", 1);
+  const auto start = std::chrono::steady_clock::now();
+  const auto outcome = varnix({"inspect", "--bundle", "a", "--load", VARNIX_MISBEHAVE});
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error, "varnix: a hosted process did not answer in time: killed\n");
+}
+
+TEST_F(Inspect, AProcessThatDiesIsReported) {
+  setenv("MISBEHAVE", "abort", 1);
+  const auto outcome = varnix({"inspect", "--bundle", "a", "--load", VARNIX_MISBEHAVE});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_TRUE(outcome.error.ends_with("varnix: a hosted process died: Aborted\n")) << outcome.error;
+}
+
 TEST_F(Inspect, AnExtensionThatCannotBeLoaded) {
   const auto outcome = varnix({"inspect", "--bundle", "a", "--load", "/missing.so"});
   EXPECT_EQ(outcome.status, 1);

@@ -54,6 +54,22 @@ TEST_F(Usage, ProcessOptions) {
   expect({"inspect", "--bundle", "a", "--color", "red"}, "no such choice of --color: red");
 }
 
+TEST_F(Usage, AnEmptyValueIsAValue) {
+  const auto report = inspect({"--bundle=", "--no-library"});
+  EXPECT_EQ(report["bundle"], "");
+  EXPECT_EQ(report["dye"], nullptr);
+  EXPECT_EQ(varnix({"settings", "set", "--force", "--", "-a", "-b="}).status, 0);
+  EXPECT_EQ(varnix({"settings", "get", "--", "-a"}).out, "-b=\n");
+}
+
+TEST_F(Usage, OutputThatCannotBeWrittenIsAFailure) {
+  for (const char* where : {">/dev/full", ">&-"}) {
+    const std::string command = std::string(VARNIX_CLI " inspect --no-bundle 2>/dev/null ") + where;
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1) << where;
+  }
+}
+
 TEST_F(Usage, ValuesThatAreMissing) {
   const auto outcome = varnix({"inspect", "--bundle"});
   EXPECT_EQ(outcome.status, 2);
