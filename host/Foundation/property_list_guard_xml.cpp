@@ -17,7 +17,7 @@ constexpr std::string_view kSpace = " \t\r\n";
 /// The library searches a dictionary for each key that is added, and moves a text's rest for each
 /// entity in it. Beyond so many steps a file would keep it busy for seconds.
 constexpr std::uint64_t kMaximumSteps = std::uint64_t{1} << 30;
-constexpr std::uint64_t kBytesMovedInAStep = 16;
+constexpr std::uint64_t kBytesInAStep = 16;
 
 class XmlGuard {
  public:
@@ -37,8 +37,7 @@ class XmlGuard {
   enum class Next { more, end, refused };
 
   struct Container {
-    bool dictionary;
-    std::uint64_t entries = 0;
+    std::uint64_t keys = 0;
   };
 
   bool atEnd() const { return at_ >= text_.size(); }
@@ -111,14 +110,14 @@ class XmlGuard {
     const bool container = name == "dict" || name == "array";
     if (!container && std::find(kTexts.begin(), kTexts.end(), name) == kTexts.end())
       return Next::refused;
-    if (!count()) return Next::refused;
+    if (++nodes_ > kMaximumNodes) return Next::refused;
     if (!container) {
       if (!empty && !readText(name)) return Next::refused;
       return nodes_ == 1 ? Next::end : Next::more;
     }
     // An empty outermost container is not closed, and what follows still goes into it.
     if (empty && nodes_ > 1) return Next::more;
-    open_.push_back({name == "dict"});
+    open_.emplace_back();
     return open_.size() <= kMaximumDepth ? Next::more : Next::refused;
   }
 
@@ -126,11 +125,6 @@ class XmlGuard {
     if (open_.empty()) return Next::refused;
     open_.pop_back();
     return open_.empty() ? Next::end : Next::more;
-  }
-
-  bool count() {
-    if (!open_.empty() && open_.back().dictionary) steps_ += open_.back().entries++;
-    return ++nodes_ <= kMaximumNodes && steps_ <= kMaximumSteps;
   }
 
   /// Up to the end of the element; comments and CDATA sections may stand in the text.
@@ -147,7 +141,10 @@ class XmlGuard {
     const std::string_view contents = text_.substr(begin, at_ - begin);
     const auto entities =
         static_cast<std::uint64_t>(std::count(contents.begin(), contents.end(), '&'));
-    steps_ += entities * contents.size() / kBytesMovedInAStep;
+    steps_ += entities * contents.size() / kBytesInAStep;
+    if (name == "key" && !open_.empty()) {
+      steps_ += open_.back().keys++ * (1 + contents.size() / kBytesInAStep);
+    }
     ++at_;
     if (!rest().starts_with(name)) return false;
     at_ += name.size();
