@@ -1,6 +1,7 @@
 #include "Foundation/darwin_notify.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <vector>

@@ -3,6 +3,7 @@
 
 #include <plist/plist.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
