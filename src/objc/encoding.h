@@ -42,32 +42,59 @@ consteval auto encodeScalar() {
   }
 }
 
+/// What the platform's language points to implicitly: objects, classes, selectors, blocks.
 template <class T>
+consteval bool isHandleTarget() {
+  if constexpr (std::is_same_v<T, objc_selector> || std::is_same_v<T, objc_class>) return true;
+  else if constexpr (std::is_class_v<T>) return kIsBlock<T> || std::is_base_of_v<NSObject, T>;
+  else return false;
+}
+
+/// Whether what lies at the end of a chain of pointers may not be written.
+template <class T>
+consteval bool endsInConst() {
+  using Target = std::remove_cv_t<std::remove_pointer_t<T>>;
+  if constexpr (std::is_pointer_v<T> && !isHandleTarget<Target>())
+    return endsInConst<std::remove_pointer_t<T>>();
+  else return std::is_const_v<T>;
+}
+
+template <class T, bool Outermost>
 consteval auto encodePointer();
 
-template <class T>
+template <class T, bool Outermost = true>
 consteval auto encodeValue() {
   if constexpr (std::is_void_v<T>) return FixedString("v");
-  else if constexpr (std::is_pointer_v<T>) return encodePointer<std::remove_pointer_t<T>>();
+  else if constexpr (std::is_pointer_v<T>)
+    return encodePointer<std::remove_pointer_t<T>, Outermost>();
   else if constexpr (std::is_enum_v<T>) return encodeScalar<std::underlying_type_t<T>>();
   else if constexpr (std::is_class_v<T>) return kStructEncoding<T>;
   else return encodeScalar<T>();
 }
 
-template <class T>
+/// A pointer to data that is no object. A structure's members are named for the outermost only.
+template <class T, bool Outermost>
+consteval auto encodeDataPointer() {
+  if constexpr (std::is_same_v<T, char>) return FixedString("*");
+  else if constexpr (std::is_void_v<T>) return FixedString("^v");
+  else if constexpr (!std::is_class_v<T>) return "^" + encodeValue<T, false>();
+  else if constexpr (Outermost &&
+                     !std::is_same_v<decltype(kStructEncoding<T>), const std::nullptr_t>)
+    return "^" + kStructEncoding<T>;
+  else return "^{" + kClassName<T> + "}";
+}
+
+template <class T, bool Outermost>
 consteval auto encodePointer() {
   using Bare = std::remove_cv_t<T>;
   if constexpr (std::is_same_v<Bare, objc_selector>) return FixedString(":");
   else if constexpr (std::is_same_v<Bare, objc_class>) return FixedString("#");
-  else if constexpr (std::is_same_v<T, const char>) return FixedString("r*");
-  else if constexpr (std::is_same_v<T, char>) return FixedString("*");
-  else if constexpr (std::is_void_v<Bare>) return FixedString("^v");
   else if constexpr (kIsBlock<Bare>) return FixedString("@?");
   else if constexpr (std::is_function_v<T>) return FixedString("^?");
   else if constexpr (std::is_class_v<Bare> && std::is_base_of_v<NSObject, Bare>)
     return FixedString("@");
-  else if constexpr (std::is_class_v<Bare>) return "^{" + kClassName<Bare> + "}";
-  else return "^" + encodeValue<Bare>();
+  else if constexpr (Outermost && endsInConst<T>()) return "r" + encodeDataPointer<Bare, true>();
+  else return encodeDataPointer<Bare, Outermost>();
 }
 
 }  // namespace detail
