@@ -23,6 +23,11 @@ struct Dictionary : NSDictionary {
     made->put(object, key);
     return made;
   }
+  static Dictionary* withCapacity(Class cls, SEL, NSUInteger count) {
+    Dictionary* made = make(cls);
+    made->table.reserve(count);
+    return made;
+  }
   static NSDictionary* withContentsOfFile(NSString* path) {
     return objc::as<NSDictionary>(host::propertyListFromFile(host::hostPath(host::text(path))));
   }
@@ -99,6 +104,7 @@ OBJC_CLASS_NAMED(
     objc::Method<"copy", &Dictionary::copy>, objc::Method<"mutableCopy", &Dictionary::mutableCopy>)
 
 OBJC_CLASS_NAMED(NSMutableDictionary, NSDictionary, MutableDictionary, Dictionary,
+                 objc::ClassMethod<"dictionaryWithCapacity:", &Dictionary::withCapacity>,
                  objc::Method<"setObject:forKey:", &Dictionary::put>,
                  objc::Method<"removeObjectForKey:", &MutableDictionary::removeKey>,
                  objc::Method<"addEntriesFromDictionary:", &Dictionary::addAll>,

@@ -86,19 +86,18 @@ struct AnyString : NSString {
   float readFloat() { return static_cast<float>(readDouble()); }
 };
 
-/// A string made while running.
+/// A string made while running. Its text lies behind it, closed by a zero: one allocation.
 struct HeapString : AnyString {
-  HeapString* initWithUtf8(const char* utf8) {
-    if (utf8 == nullptr || !host::isUtf8(utf8)) {
-      objc_release(this);
-      return nullptr;
-    }
-    contents = utf8;
-    return this;
+  static HeapString* create(std::string_view text);
+  /// Whatever alloc gave has no room for the text: another string takes its place.
+  NSString* initWithUtf8(const char* utf8) {
+    objc_release(this);
+    return utf8 == nullptr ? nullptr : host::makeOwnedString(utf8).leak();
   }
-  const char* utf8() { return contents.c_str(); }
+  const char* utf8() { return characters(); }
+  char* characters() { return reinterpret_cast<char*>(this + 1); }
 
-  std::string contents;
+  std::size_t byteCount;
   std::size_t hash_;  ///< zero until it is asked for
 };
 
@@ -137,7 +136,7 @@ OBJC_CLASS_NAMED(
     objc::Method<"floatValue", &AnyString::readFloat>)
 
 OBJC_CLASS_NAMED(NSHeapString, NSString, HeapString, AnyString,
-                 objc::Ivar<"contents", &HeapString::contents>,
+                 objc::Ivar<"byteCount", &HeapString::byteCount>,
                  objc::Ivar<"hash", &HeapString::hash_>,
                  objc::Method<"initWithUTF8String:", &HeapString::initWithUtf8>,
                  objc::Method<"UTF8String", &HeapString::utf8>)
@@ -158,7 +157,16 @@ asm(R"(
 )");
 
 id AnyString::alloc(Class cls, SEL) {
-  return class_createInstance(cls == &objc_class_NSString ? &objc_class_NSHeapString : cls, 0);
+  // Room for the zero that closes the text of one that is never initialised.
+  return class_createInstance(cls == &objc_class_NSString ? &objc_class_NSHeapString : cls, 1);
+}
+
+HeapString* HeapString::create(std::string_view text) {
+  auto* string =
+      static_cast<HeapString*>(class_createInstance(&objc_class_NSHeapString, text.size() + 1));
+  string->byteCount = text.size();
+  std::memcpy(string->characters(), text.data(), text.size());
+  return string;
 }
 
 namespace host {
@@ -169,14 +177,13 @@ std::string_view text(NSString* string) {
     auto* stored = static_cast<StoredString*>(string);
     return {stored->characters, static_cast<std::size_t>(stored->byteCount)};
   }
-  return static_cast<HeapString*>(string)->contents;
+  auto* heap = static_cast<HeapString*>(string);
+  return {heap->characters(), heap->byteCount};
 }
 
 Strong<NSString> makeOwnedString(std::string_view utf8) {
   if (!isUtf8(utf8)) return nullptr;
-  auto* string = static_cast<HeapString*>(class_createInstance(&objc_class_NSHeapString, 0));
-  string->contents = utf8;
-  return Strong<NSString>::adopt(string);
+  return Strong<NSString>::adopt(HeapString::create(utf8));
 }
 
 NSString* makeString(std::string_view utf8) { return makeOwnedString(utf8).autorelease(); }
@@ -206,7 +213,7 @@ std::size_t hashOf(NSString* string) {
   auto* heap = static_cast<HeapString*>(string);
   std::size_t hash = __atomic_load_n(&heap->hash_, __ATOMIC_RELAXED);
   if (hash == 0) {
-    hash = hashText(heap->contents);
+    hash = hashText(text(heap));
     __atomic_store_n(&heap->hash_, hash, __ATOMIC_RELAXED);
   }
   return hash;

@@ -23,7 +23,7 @@ Strong<NSObject> object(plist_t node);
 // Recursion in what follows ends at kMaximumDepth: the guard has seen to it.
 
 NSMutableDictionary* dictionary(plist_t node) {
-  NSMutableDictionary* result = NSMutableDictionary::dictionary();
+  auto* result = NSMutableDictionary::dictionaryWithCapacity(plist_dict_get_size(node));
   plist_dict_iter raw = nullptr;
   plist_dict_new_iter(node, &raw);
   const Allocated<void> iterator(raw);

@@ -121,6 +121,11 @@ struct NSMutableDictionary : NSDictionary {
     return send<NSMutableDictionary*>(objc::classOf<NSMutableDictionary>(), "dictionary"_sel);
   }
 
+  static NSMutableDictionary* dictionaryWithCapacity(NSUInteger count) {
+    return send<NSMutableDictionary*>(objc::classOf<NSMutableDictionary>(),
+                                      "dictionaryWithCapacity:"_sel, count);
+  }
+
   /// Raises for a nil object or key.
   void setObjectForKey(NSObject* object, NSObject* key) {
     send<void>(this, "setObject:forKey:"_sel, object, key);
