@@ -93,6 +93,7 @@ TEST(Encoding, OfPointersToGeometry) {
   EXPECT_EQ(encoded<CGPoint*>(), "^{CGPoint=dd}");
   EXPECT_EQ(encoded<CGRect*>(), "^{CGRect={CGPoint=dd}{CGSize=dd}}");
   EXPECT_EQ(encoded<CGPoint**>(), "^^{CGPoint}");
+  EXPECT_EQ(encoded<const CGPoint*>(), "r^{CGPoint=dd}");
 }
 
 TEST(Encoding, OfMethods) {

@@ -79,7 +79,7 @@ void fill(Class cls, SEL selector, IMP implementation) {
   insert(cache, selector, implementation);
 }
 
-/// What is called for a message that the receiver's class has no method for.
+/// The implementation of a method that a class does not have, for those who ask for it by name.
 void forward(const void* receiver, SEL selector) { raiseUnrecognizedSelector(receiver, selector); }
 
 std::atomic<std::uint64_t> messages;
@@ -147,6 +147,8 @@ IMP objc_resolve(const void* receiver, Class cls, SEL selector) {
   if (cls == nullptr) cls = isaOf(receiver);
   std::scoped_lock guard(lock());
   objc_method* method = findMethod(cls, selector);
+  // Raised here: behind the jump, nothing tells where the receiver of a stret message stands.
+  if (method == nullptr && receiver != nullptr) raiseUnrecognizedSelector(receiver, selector);
   IMP implementation =
       method == nullptr ? reinterpret_cast<IMP>(&forward) : method->implementation.load();
   if (counting.load(std::memory_order_relaxed)) {

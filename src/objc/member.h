@@ -32,8 +32,8 @@ struct Thunk<Fn, R (*)(Self*, SEL, A...)> {
   static constexpr auto kCall = Fn;
 };
 
-template <auto Fn, class R, class First>
-struct Thunk<Fn, R (*)(Class, SEL, First, ...)> {
+template <auto Fn, class Self, class R, class First>
+struct Thunk<Fn, R (*)(Self*, SEL, First, ...)> {
   static constexpr auto kTypes = kMethodEncoding<R, First>;
   static constexpr auto kCall = Fn;
 };
