@@ -1,0 +1,163 @@
+// Instance variables of a class whose superclass has grown since its binary was compiled.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "objc/metadata.h"
+#include "objc/object.h"
+
+extern "C" void objc_mapImage(Class* classes, Class* classesEnd, objc::CategoryData** categories,
+                              objc::CategoryData** categoriesEnd);
+
+namespace {
+
+/// A class in a binary of its own, as a compiler lays it down.
+class Image {
+ public:
+  struct Variable {
+    const char* name;
+    const char* types;
+    std::int32_t offset;
+    std::uint32_t size;
+    std::uint32_t log2Alignment;
+  };
+
+  Image(std::string name, Class superclass, std::uint32_t start, std::uint32_t size,
+        std::vector<Variable> variables)
+      : name_(std::move(name)) {
+    ivars_.header = {sizeof(objc::IvarEntry), static_cast<std::uint32_t>(variables.size())};
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+      const Variable& one = variables[i];
+      offsets_[i] = one.offset;
+      ivars_.entries[i] = {&offsets_[i], one.name, one.types, one.log2Alignment, one.size};
+    }
+    ro_.instanceStart = start;
+    ro_.instanceSize = size;
+    ro_.name = name_.c_str();
+    ro_.ivars = &ivars_;
+    metaRo_.flags = objc::kMetaClass;
+    metaRo_.instanceStart = metaRo_.instanceSize = sizeof(objc_class);
+    metaRo_.name = name_.c_str();
+    meta_ = {objc_getMetaClass("NSObject"), superclass->isa, &_objc_empty_cache, nullptr, &metaRo_};
+    class_ = {&meta_, superclass, &_objc_empty_cache, nullptr, &ro_};
+  }
+  Image(const Image&) = delete;
+  Image& operator=(const Image&) = delete;
+
+  void load() {
+    Class listed = &class_;
+    objc_mapImage(&listed, &listed + 1, nullptr, nullptr);
+  }
+  Class cls() { return &class_; }
+  /// The word that the binary's own code reads.
+  std::int32_t offset(std::size_t i) const { return offsets_[i]; }
+
+ private:
+  std::string name_;
+  std::int32_t offsets_[4]{};
+  struct {
+    objc::ListHeader header;
+    objc::IvarEntry entries[4];
+  } ivars_{};
+  objc::ClassRo ro_{};
+  objc::ClassRo metaRo_{};
+  objc_class meta_{};
+  objc_class class_{};
+};
+
+/// What the subclasses below were compiled against: nothing behind the isa.
+constexpr std::uint32_t kOldEnd = sizeof(Class);
+
+/// A name that no class has, whichever cases ran before.
+std::string unused(const char* name) {
+  static int made = 0;
+  return name + std::to_string(++made);
+}
+
+/// Images live as long as the process: the run-time keeps pointers into them.
+Image& grownSuperclass(std::uint32_t size) {
+  auto* image = new Image(unused("GrownFixture"), objc_getClass("NSObject"), kOldEnd,
+                          kOldEnd + size, {{"_grown", "[16c]", kOldEnd, size, 0}});
+  image->load();
+  return *image;
+}
+
+Image& subclass(Class superclass) {
+  auto* image = new Image(unused("GrownChildFixture"), superclass, kOldEnd, 24,
+                          {{"_flag", "B", 8, 1, 0}, {"_number", "d", 16, 8, 3}});
+  image->load();
+  return *image;
+}
+
+std::ptrdiff_t offsetOf(Class cls, const char* name) {
+  return ivar_getOffset(class_getInstanceVariable(cls, name));
+}
+
+void expectChild(std::uint32_t grownBy, std::int32_t flagAt, std::int32_t numberAt,
+                 std::size_t size) {
+  Image& child = subclass(grownSuperclass(grownBy).cls());
+  EXPECT_EQ(child.offset(0), flagAt);
+  EXPECT_EQ(child.offset(1), numberAt);
+  EXPECT_EQ(offsetOf(child.cls(), "_flag"), flagAt);
+  EXPECT_EQ(offsetOf(child.cls(), "_number"), numberAt);
+  EXPECT_EQ(offsetOf(class_getSuperclass(child.cls()), "_grown"), 8);
+  EXPECT_EQ(class_getInstanceSize(child.cls()), size);
+}
+
+TEST(GrownSuperclass, MovesTheIvarsBehindIt) { expectChild(16, 24, 32, 40); }
+
+// The move is a multiple of the strictest alignment, so that every variable stays aligned.
+TEST(GrownSuperclass, KeepsTheAlignment) { expectChild(3, 16, 24, 32); }
+
+TEST(GrownSuperclass, MovesNothingWhereNothingGrew) { expectChild(0, 8, 16, 24); }
+
+TEST(GrownSuperclass, MovesGrandchildrenToo) {
+  Image& child = subclass(grownSuperclass(16).cls());
+  auto* grandchild =
+      new Image(unused("GrandchildFixture"), child.cls(), 24, 28, {{"_count", "i", 24, 4, 2}});
+  grandchild->load();
+  EXPECT_EQ(grandchild->offset(0), 40);
+  EXPECT_EQ(class_getInstanceSize(grandchild->cls()), 48U);
+}
+
+// Smaller than it was is no reason to move: the gap harms nobody.
+TEST(GrownSuperclass, StaysWhereTheSuperclassShrank) {
+  auto* image = new Image(unused("ShrunkChildFixture"), objc_getClass("NSObject"), 40, 48,
+                          {{"_number", "d", 40, 8, 3}});
+  image->load();
+  EXPECT_EQ(image->offset(0), 40);
+  EXPECT_EQ(class_getInstanceSize(image->cls()), 48U);
+}
+
+TEST(GrownSuperclass, SharesNoMemoryWithItsSubclass) {
+  Image& child = subclass(grownSuperclass(16).cls());
+  id object = class_createInstance(child.cls(), 0);
+  char* bytes = reinterpret_cast<char*>(object);
+  std::memset(bytes + offsetOf(child.cls(), "_grown"), 0x7f, 16);
+  double number = -1;
+  std::memcpy(&number, bytes + child.offset(1), sizeof number);
+  EXPECT_EQ(number, 0);
+  EXPECT_EQ(bytes[child.offset(0)], 0);
+  objc_release(object);
+}
+
+TEST(Images, AClassWhoseNameIsTakenIsLeftOut) {
+  Class first = grownSuperclass(16).cls();
+  auto* second = new Image(class_getName(first), objc_getClass("NSObject"), 8, 8, {});
+  second->load();
+  EXPECT_EQ(objc_getClass(class_getName(first)), first);
+}
+
+TEST(Images, OneThatIsMappedTwiceChangesNothing) {
+  Image& child = subclass(grownSuperclass(16).cls());
+  child.load();
+  EXPECT_EQ(child.offset(0), 24);
+  EXPECT_EQ(objc_getClass(class_getName(child.cls())), child.cls());
+}
+
+TEST(Images, AnEmptyOneIsFine) { objc_mapImage(nullptr, nullptr, nullptr, nullptr); }
+
+}  // namespace
