@@ -8,7 +8,9 @@
 
 namespace {
 
+/// A key as the dictionary keeps it. A string never changes: its copy is itself.
 Strong<NSObject> copyOf(NSObject* key) {
+  if (host::isString(key)) return Strong<NSObject>::retain(key);
   return Strong<NSObject>::adopt(send<NSObject*>(key, "copy"_sel));
 }
 

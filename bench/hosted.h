@@ -1,0 +1,24 @@
+// The one hosted process that the benchmarks share.
+#pragma once
+
+#include <string>
+
+#include "platform/UIKit.h"
+
+namespace bench {
+
+/// The process's settings file on this machine.
+const std::string& settingsFile();
+
+/// A view of the hosted application, with the library loaded and one question asked already.
+UIView* dyedView();
+
+/// A goal and what was measured, for the table at the end.
+void report(const std::string& measure, double value, double goal);
+
+/// The benchmarks of each file. Loading runs first, while the library is not loaded yet.
+void registerLoading();
+void registerMessages();
+void registerReload();
+
+}  // namespace bench

@@ -1,0 +1,97 @@
+// Reloading a file of 500 entries against libplist's own time to read it.
+#include <benchmark/benchmark.h>
+#include <plist/plist.h>
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <sstream>
+
+#include "Foundation/property_list.h"
+#include "hosted.h"
+#include "objc/autorelease_pool.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string entries() {
+  std::ostringstream text;
+  text << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n";
+  for (int i = 0; i < 500; ++i) {
+    const std::string app = "com.example.application" + std::to_string(i);
+    if (i % 3 == 0) text << "\t<key>" << app << "_enabled</key>\n\t<true/>\n";
+    if (i % 3 == 1) text << "\t<key>" << app << "_global_color</key>\n\t<string>#112233</string>\n";
+    if (i % 3 == 2)
+      text << "\t<key>" << app << "_cc_color_type</key>\n\t<integer>" << i << "</integer>\n";
+  }
+  return text.str() + "</dict>\n</plist>\n";
+}
+
+/// The same in libplist's hands, as XML or as binary.
+std::string formatted(bool binary) {
+  const std::string xml = entries();
+  if (!binary) return xml;
+  plist_t tree = nullptr;
+  plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &tree);
+  char* bytes = nullptr;
+  std::uint32_t length = 0;
+  plist_to_bin(tree, &bytes, &length);
+  std::string result(bytes, length);
+  plist_to_xml_free(bytes);
+  plist_free(tree);
+  return result;
+}
+
+void readWithLibplist() {
+  std::ifstream file(bench::settingsFile(), std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  const std::string bytes = text.str();
+  plist_t tree = nullptr;
+  plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &tree);
+  plist_free(tree);
+}
+
+template <class F>
+double best(F call) {
+  double least = 1e9;
+  for (int round = 0; round < 300; ++round) {
+    const auto start = Clock::now();
+    call();
+    least =
+        std::min(least, std::chrono::duration<double, std::micro>(Clock::now() - start).count());
+  }
+  return least;
+}
+
+void Reload(benchmark::State& state, bool binary) {
+  const std::string before = [] {
+    std::ostringstream text;
+    text << std::ifstream(bench::settingsFile()).rdbuf();
+    return text.str();
+  }();
+  bench::dyedView();
+  host::writeFile(bench::settingsFile(), formatted(binary), false);
+  auto* manager =
+      send<NSObject*>(send<NSObject*>(objc_getClass("VNXManager"), "alloc"_sel), "init"_sel);
+  auto* store = send<NSObject*>(manager, "prefsMan"_sel);
+  auto reload = [store] {
+    objc::AutoreleasePool pool;
+    send<void>(store, "updateCurrentImplementation"_sel);
+  };
+  for (auto _ : state) reload();
+  const double ratio = best(reload) / best(readWithLibplist);
+  state.counters["libplist_reads"] = ratio;
+  bench::report(std::string("reload of 500 entries, ") + (binary ? "binary" : "XML") +
+                    ", in libplist's reads",
+                ratio, 2);
+  host::writeFile(bench::settingsFile(), before, false);
+}
+
+}  // namespace
+
+void bench::registerReload() {
+  benchmark::RegisterBenchmark("Reload/XML", Reload, false);
+  benchmark::RegisterBenchmark("Reload/binary", Reload, true);
+}
