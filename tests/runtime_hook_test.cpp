@@ -1,0 +1,301 @@
+// Replaced methods: the injection framework's call, its saved implementations, slots. Each case
+// runs in a process of its own: what it replaces stays replaced.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "Foundation/log.h"
+#include "objc/define.h"
+#include "objc/hook.h"
+#include "platform/CoreGraphics.h"
+#include "platform/Foundation.h"
+#include "runtime/runtime.h"
+
+namespace {
+
+struct HookParent : NSObject {
+  int number() { return 1; }
+  double scaled(double by, int times, float plus) { return by * times + static_cast<double>(plus); }
+  CGRect frame(CGRect rect, double by) {
+    rect.origin.x += by;
+    return rect;
+  }
+  CGSize size(CGSize size) { return {size.height, size.width}; }
+  double many(int a, double b, int c, int d, int e, int f, double g, CGRect h) {
+    return a + b + c + d + e + f + g + h.size.height;
+  }
+  static int ofClass() { return 3; }
+};
+struct HookChild : HookParent {
+  int own() { return 2; }
+};
+struct HookSibling : HookParent {};
+
+using Framework = void (*)(Class, SEL, IMP, IMP*);
+
+Framework& framework() {
+  static auto installed = reinterpret_cast<Framework>(dlsym(RTLD_NEXT, "MSHookMessageEx"));
+  return installed;
+}
+
+}  // namespace
+
+OBJC_CLASS(HookParent, NSObject, objc::Method<"number", &HookParent::number>,
+           objc::Method<"scaled:times:plus:", &HookParent::scaled>,
+           objc::Method<"frame:by:", &HookParent::frame>, objc::Method<"size:", &HookParent::size>,
+           objc::Method<"many::::::::", &HookParent::many>,
+           objc::ClassMethod<"ofClass", &HookParent::ofClass>)
+OBJC_CLASS(HookChild, HookParent, objc::Method<"own", &HookChild::own>)
+OBJC_CLASS(HookSibling, HookParent)
+
+/// Stands before the host's own, so that a case may install another framework.
+void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* saved) {
+  framework()(cls, selector, replacement, saved);
+}
+
+namespace {
+
+template <class F>
+IMP imp(F* function) {
+  return reinterpret_cast<IMP>(function);
+}
+
+int ninetyNine(id, SEL) { return 99; }
+int fifty(id, SEL) { return 50; }
+
+class Hooks : public testing::Test {
+ protected:
+  template <class T>
+  static Strong<T> make() {
+    return Strong<T>::adopt(objc::alloc<T>());
+  }
+  Strong<HookParent> parent = make<HookParent>();
+  Strong<HookChild> child = make<HookChild>();
+  Strong<HookSibling> sibling = make<HookSibling>();
+  Class parentClass = objc::classOf<HookParent>();
+  Class childClass = objc::classOf<HookChild>();
+
+  int callSaved(IMP saved, id object, SEL selector) {
+    return reinterpret_cast<int (*)(id, SEL)>(saved)(object, selector);
+  }
+};
+
+TEST_F(Hooks, AnAbsentSelectorIsLoggedAndNothingElse) {
+  IMP saved = imp(&fifty);
+  const std::size_t before = host::logLines().size();
+  MSHookMessageEx(childClass, "juggle"_sel, imp(&ninetyNine), &saved);
+  EXPECT_EQ(saved, imp(&fifty));
+  EXPECT_FALSE(class_respondsToSelector(childClass, "juggle"_sel));
+  auto lines = host::logLines();
+  ASSERT_EQ(lines.size(), before + 1);
+  EXPECT_NE(lines.back().line.find("juggle"), std::string::npos);
+  EXPECT_NE(lines.back().line.find("HookChild"), std::string::npos);
+}
+
+TEST_F(Hooks, NothingToHookIsIgnored) {
+  IMP saved = nullptr;
+  MSHookMessageEx(nullptr, "number"_sel, imp(&ninetyNine), &saved);
+  MSHookMessageEx(childClass, nullptr, imp(&ninetyNine), &saved);
+  MSHookMessageEx(childClass, "own"_sel, nullptr, &saved);
+  EXPECT_EQ(saved, nullptr);
+  EXPECT_EQ(send<int>(child, "own"_sel), 2);
+}
+
+TEST_F(Hooks, AnOwnMethodIsReplacedAndSaved) {
+  IMP before = class_getMethodImplementation(childClass, "own"_sel);
+  send<int>(child, "own"_sel);
+  IMP saved = nullptr;
+  MSHookMessageEx(childClass, "own"_sel, imp(&ninetyNine), &saved);
+  EXPECT_EQ(saved, before);
+  EXPECT_EQ(send<int>(child, "own"_sel), 99);
+  EXPECT_EQ(callSaved(saved, child, "own"_sel), 2);
+}
+
+TEST_F(Hooks, WithoutASlotTheMethodIsReplacedAllTheSame) {
+  MSHookMessageEx(childClass, "own"_sel, imp(&ninetyNine), nullptr);
+  MSHookMessageEx(childClass, "number"_sel, imp(&ninetyNine), nullptr);
+  EXPECT_EQ(send<int>(child, "own"_sel), 99);
+  EXPECT_EQ(send<int>(child, "number"_sel), 99);
+}
+
+TEST_F(Hooks, AnInheritedMethodIsOverriddenInTheClassAlone) {
+  send<int>(child, "number"_sel);
+  IMP saved = nullptr;
+  MSHookMessageEx(childClass, "number"_sel, imp(&ninetyNine), &saved);
+  EXPECT_EQ(send<int>(child, "number"_sel), 99);
+  EXPECT_EQ(send<int>(parent, "number"_sel), 1);
+  EXPECT_EQ(send<int>(sibling, "number"_sel), 1);
+  EXPECT_EQ(callSaved(saved, child, "number"_sel), 1);
+  EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(childClass, "number"_sel)), "i@:");
+}
+
+TEST_F(Hooks, TheSavedOneFollowsTheSuperclass) {
+  IMP saved = nullptr;
+  MSHookMessageEx(childClass, "number"_sel, imp(&ninetyNine), &saved);
+  EXPECT_EQ(callSaved(saved, child, "number"_sel), 1);
+  method_setImplementation(class_getInstanceMethod(parentClass, "number"_sel), imp(&fifty));
+  EXPECT_EQ(callSaved(saved, child, "number"_sel), 50);
+  IMP savedOfParent = nullptr;
+  MSHookMessageEx(parentClass, "number"_sel, imp(+[](id, SEL) { return 51; }), &savedOfParent);
+  EXPECT_EQ(callSaved(saved, child, "number"_sel), 51);
+  EXPECT_EQ(callSaved(savedOfParent, parent, "number"_sel), 50);
+  EXPECT_EQ(send<int>(child, "number"_sel), 99);
+}
+
+TEST_F(Hooks, TwoOnOneMethodFormAChain) {
+  IMP first = nullptr;
+  IMP second = nullptr;
+  MSHookMessageEx(childClass, "number"_sel, imp(&fifty), &first);
+  MSHookMessageEx(childClass, "number"_sel, imp(&ninetyNine), &second);
+  EXPECT_EQ(send<int>(child, "number"_sel), 99);
+  EXPECT_EQ(callSaved(second, child, "number"_sel), 50);
+  EXPECT_EQ(callSaved(first, child, "number"_sel), 1);
+}
+
+TEST_F(Hooks, AClassMethod) {
+  IMP saved = nullptr;
+  MSHookMessageEx(object_getClass(childClass), "ofClass"_sel, imp(&ninetyNine), &saved);
+  EXPECT_EQ(send<int>(childClass, "ofClass"_sel), 99);
+  EXPECT_EQ(send<int>(parentClass, "ofClass"_sel), 3);
+  EXPECT_EQ(callSaved(saved, reinterpret_cast<id>(childClass), "ofClass"_sel), 3);
+}
+
+// Each saved stub below is called twice: looked up, then found in the cache.
+TEST_F(Hooks, FloatingArgumentsPassThroughTheSavedOne) {
+  static objc::Hook<double(HookChild*, double, int, float)> slot;
+  slot.install(childClass, "scaled:times:plus:"_sel,
+               [](HookChild* self, SEL command, double by, int times, float plus) {
+                 return 1000 + slot.original(self, command, by, times, plus);
+               });
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(send<double>(child, "scaled:times:plus:"_sel, 1.5, 4, 0.25F), 1006.25);
+    EXPECT_EQ(send<double>(parent, "scaled:times:plus:"_sel, 1.5, 4, 0.25F), 6.25);
+  }
+}
+
+TEST_F(Hooks, StructuresInMemoryPassThroughTheSavedOne) {
+  static objc::Hook<CGRect(HookChild*, CGRect, double)> slot;
+  slot.install(childClass, "frame:by:"_sel,
+               [](HookChild* self, SEL command, CGRect rect, double by) {
+                 CGRect answer = slot.original(self, command, rect, by);
+                 answer.size.height = 77;
+                 return answer;
+               });
+  for (int i = 0; i < 2; ++i) {
+    CGRect rect = send<CGRect>(child, "frame:by:"_sel, CGRect{{1, 2}, {3, 4}}, 10.0);
+    EXPECT_EQ(rect.origin.x, 11);
+    EXPECT_EQ(rect.origin.y, 2);
+    EXPECT_EQ(rect.size.width, 3);
+    EXPECT_EQ(rect.size.height, 77);
+  }
+}
+
+TEST_F(Hooks, StructuresInRegistersPassThroughTheSavedOne) {
+  static objc::Hook<CGSize(HookChild*, CGSize)> slot;
+  slot.install(childClass, "size:"_sel, [](HookChild* self, SEL command, CGSize size) {
+    CGSize answer = slot.original(self, command, size);
+    return CGSize{answer.width + 100, answer.height};
+  });
+  for (int i = 0; i < 2; ++i) {
+    CGSize size = send<CGSize>(child, "size:"_sel, CGSize{1, 2});
+    EXPECT_EQ(size.width, 102);
+    EXPECT_EQ(size.height, 1);
+  }
+}
+
+TEST_F(Hooks, ArgumentsOnTheStackPassThroughTheSavedOne) {
+  static objc::Hook<double(HookChild*, int, double, int, int, int, int, double, CGRect)> slot;
+  slot.install(
+      childClass, "many::::::::"_sel,
+      [](HookChild* self, SEL command, int a, double b, int c, int d, int e, int f, double g,
+         CGRect h) { return -slot.original(self, command, a, b, c, d, e, f, g, h); });
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(send<double>(child, "many::::::::"_sel, 1, 2.0, 4, 8, 16, 32, 64.0,
+                           CGRect{{0, 0}, {0, 128}}),
+              -255);
+  }
+}
+
+TEST_F(Hooks, ManyInheritedMethodsEachKeepTheirOwnSaved) {
+  constexpr int kMany = 600;  // more than there are stubs
+  Class above = parentClass;
+  std::vector<IMP> saved(kMany);
+  for (int i = 0; i < kMany; ++i) {
+    SEL selector = sel_registerName(("stub" + std::to_string(i)).c_str());
+    class_addMethod(above, selector, i % 2 == 0 ? imp(&fifty) : imp(&ninetyNine), "i@:");
+    MSHookMessageEx(childClass, selector, imp(+[](id, SEL) { return 0; }),
+                    &saved[static_cast<std::size_t>(i)]);
+  }
+  for (int i = 0; i < kMany; ++i) {
+    SEL selector = sel_registerName(("stub" + std::to_string(i)).c_str());
+    EXPECT_EQ(callSaved(saved[static_cast<std::size_t>(i)], child, selector), i % 2 == 0 ? 50 : 99)
+        << i;
+    EXPECT_EQ(objc::sendDynamic<int>(child.get(), selector), 0);
+  }
+}
+
+TEST_F(Hooks, AreObserved) {
+  using host::runtime::Change;
+  std::vector<Change> seen;
+  host::runtime::observeChanges([&](const Change& change) { seen.push_back(change); });
+  MSHookMessageEx(childClass, "number"_sel, imp(&fifty), nullptr);
+  MSHookMessageEx(childClass, "juggle"_sel, imp(&fifty), nullptr);
+  MSHookMessageEx(object_getClass(childClass), "ofClass"_sel, imp(&fifty), nullptr);
+  host::runtime::observeChanges({});
+  ASSERT_EQ(seen.size(), 2U);
+  EXPECT_EQ(seen[0].kind, Change::Kind::hook);
+  EXPECT_EQ(seen[0].className, "HookChild");
+  EXPECT_EQ(seen[0].selector, "number");
+  EXPECT_FALSE(seen[0].classMethod);
+  EXPECT_TRUE(seen[1].classMethod);
+}
+
+objc::Hook<int(HookChild*)> numberSlot;
+objc::Hook<int(HookChild*)> ownSlot;
+int hookedNumber(HookChild* self, SEL command) { return 10 + numberSlot.original(self, command); }
+int hookedOwn(HookChild* self, SEL command) { return 20 + ownSlot.original(self, command); }
+
+/// What the replacements answered at the moment they were live and nothing was saved yet.
+int liveNumber = 0;
+int liveOwn = 0;
+
+/// A framework that goes live first, saves after, and saves what the superclass has at present.
+void lateFramework(Class cls, SEL selector, IMP replacement, IMP* saved) {
+  objc_method* present = class_getInstanceMethod(cls, selector);
+  IMP old = method_getImplementation(present);
+  class_replaceMethod(cls, selector, replacement, method_getTypeEncoding(present));
+  auto object = Strong<HookChild>::adopt(objc::alloc<HookChild>());
+  const int answer = objc::sendDynamic<int>(object.get(), selector);
+  (selector == "own"_sel.get() ? liveOwn : liveNumber) = answer;
+  *saved = old;
+}
+
+TEST_F(Hooks, SlotsAreRightUnderAFrameworkThatSavesLate) {
+  framework() = &lateFramework;
+  numberSlot.install(childClass, "number"_sel, &hookedNumber);
+  ownSlot.install(childClass, "own"_sel, &hookedOwn);
+  EXPECT_EQ(liveNumber, 11);
+  EXPECT_EQ(liveOwn, 22);
+  EXPECT_EQ(send<int>(child, "number"_sel), 11);
+  EXPECT_EQ(send<int>(child, "own"_sel), 22);
+  EXPECT_EQ(send<int>(parent, "number"_sel), 1);
+}
+
+IMP savedWhenLive = nullptr;
+
+TEST_F(Hooks, TheSlotHoldsAnImplementationBeforeTheFrameworkIsCalled) {
+  framework() = [](Class, SEL, IMP, IMP* saved) { savedWhenLive = *saved; };
+  IMP present = class_getMethodImplementation(childClass, "number"_sel);
+  numberSlot.install(childClass, "number"_sel, &hookedNumber);
+  EXPECT_EQ(savedWhenLive, present);
+}
+
+TEST_F(Hooks, TheSlotFollowsTheSuperclassUnderTheHostsFramework) {
+  numberSlot.install(childClass, "number"_sel, &hookedNumber);
+  EXPECT_EQ(send<int>(child, "number"_sel), 11);
+  class_replaceMethod(parentClass, "number"_sel, imp(&fifty), "i@:");
+  EXPECT_EQ(send<int>(child, "number"_sel), 60);
+}
+
+}  // namespace
