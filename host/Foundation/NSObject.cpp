@@ -25,11 +25,11 @@ struct Root : NSObject {
 
   static bool isClass(Root* self) { return class_isMetaClass(self->isa); }
   Root* keep() {
-    if (!isClass(this)) objc_retain(this);
+    if (!isClass(this)) host::runtime::addReference(this);
     return this;
   }
   void let() {
-    if (!isClass(this)) objc_release(this);
+    if (!isClass(this)) host::runtime::dropReference(this);
   }
   Root* autoreleased() {
     if (!isClass(this)) objc_autorelease(this);

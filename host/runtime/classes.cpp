@@ -81,7 +81,7 @@ void mapHalf(Class cls, const objc::ClassRo& ro) {
   cls->data = data;
   if (cls->superclass != nullptr) {
     rw(cls->superclass)->subclasses.push_back(cls);
-    data->customReferenceCounting = rw(cls->superclass)->customReferenceCounting;
+    data->customReferenceCounting = rw(cls->superclass)->customReferenceCounting.load();
   }
 }
 
@@ -104,6 +104,12 @@ void mapClass(Class cls) {
   registry().mapped.insert(cls);
 }
 
+/// Subclasses may be there already: an extension can replace an inherited retain.
+void markCustomReferenceCounting(Class cls) {
+  rw(cls)->customReferenceCounting = true;
+  for (Class subclass : rw(cls)->subclasses) markCustomReferenceCounting(subclass);
+}
+
 }  // namespace
 
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation) {
@@ -114,7 +120,7 @@ objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implem
   if (name == ".cxx_construct") data->construct = implementation;
   if (name == ".cxx_destruct") data->destruct = implementation;
   const bool countsReferences = name == "retain" || name == "release" || name == "autorelease";
-  if (countsReferences && cls->superclass != nullptr) data->customReferenceCounting = true;
+  if (countsReferences && cls->superclass != nullptr) markCustomReferenceCounting(cls);
   return method;
 }
 

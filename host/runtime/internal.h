@@ -49,7 +49,8 @@ namespace host::runtime {
 /// The mutable half of a class; objc_class::data points to it once the class is mapped.
 struct ClassRw {
   std::uint32_t flags = 0;
-  bool customReferenceCounting = false;
+  /// The class or one above it, the root aside, has a retain, release or autorelease of its own.
+  std::atomic<bool> customReferenceCounting = false;
   std::uint32_t instanceSize = 0;  ///< bytes, without the padding at the end
   std::string name;
   std::unordered_map<SEL, objc_method*> methods;
@@ -83,6 +84,10 @@ objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implem
 
 /// Empties the caches of the class and of everything below it. The lock is held.
 void flushCaches(Class cls);
+
+/// The root's own way of counting, for an object that has a header.
+void addReference(id object);
+void dropReference(id object);
 
 /// Removes the associations of an object that goes away.
 void removeAssociations(id object);

@@ -22,12 +22,29 @@ void destruct(id object, Class cls) {
   }
 }
 
-/// Objects that the compiler laid down and classes have no header and are never freed.
+/// Whether references are counted by message. Among these are objects without a header: classes
+/// and what the compiler laid down.
 bool countsItself(Class cls) {
   return rw(cls)->customReferenceCounting || (rw(cls)->flags & objc::kMetaClass) != 0;
 }
 
 }  // namespace
+
+namespace host::runtime {
+
+void addReference(id object) {
+  std::atomic<std::int64_t>& references = header(object)->references;
+  if (references.load(std::memory_order_relaxed) >= 0)
+    references.fetch_add(1, std::memory_order_relaxed);
+}
+
+void dropReference(id object) {
+  std::atomic<std::int64_t>& references = header(object)->references;
+  if (references.load(std::memory_order_relaxed) < 0) return;
+  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send<void>(object, "dealloc"_sel);
+}
+
+}  // namespace host::runtime
 
 extern "C" {
 
@@ -47,7 +64,8 @@ id class_createInstance(Class cls, std::size_t extraBytes) {
 id object_dispose(id object) {
   if (object == nullptr) return nullptr;
   destruct(object, object->isa);
-  if (header(object)->hasAssociations.load(std::memory_order_relaxed) != 0)
+  if (countsItself(object->isa) ||
+      header(object)->hasAssociations.load(std::memory_order_relaxed) != 0)
     removeAssociations(object);
   std::free(header(object));
   return nullptr;
@@ -57,9 +75,7 @@ id objc_retain(id object) {
   if (object == nullptr) return nullptr;
   Class cls = object->isa;
   if (countsItself(cls)) return send<id>(object, "retain"_sel);
-  std::atomic<std::int64_t>& references = header(object)->references;
-  if (references.load(std::memory_order_relaxed) >= 0)
-    references.fetch_add(1, std::memory_order_relaxed);
+  addReference(object);
   return object;
 }
 
@@ -70,8 +86,6 @@ void objc_release(id object) {
     send<void>(object, "release"_sel);
     return;
   }
-  std::atomic<std::int64_t>& references = header(object)->references;
-  if (references.load(std::memory_order_relaxed) < 0) return;
-  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send<void>(object, "dealloc"_sel);
+  dropReference(object);
 }
 }
