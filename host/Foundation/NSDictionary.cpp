@@ -44,9 +44,7 @@ struct Dictionary : NSDictionary {
   void addAll(NSDictionary* other) {
     if (other == nullptr) return;
     // Keys of a dictionary are copies already.
-    const host::HashTable& entries = static_cast<Dictionary*>(other)->table;
-    table.reserve(table.entries().size() + entries.entries().size());
-    for (const auto& entry : entries.entries()) table.set(entry.key, entry.value);
+    table.addAll(static_cast<Dictionary*>(other)->table);
   }
 
   NSUInteger size() { return table.entries().size(); }

@@ -52,6 +52,19 @@ void HashTable::set(Strong<NSObject> key, Strong<NSObject> value) {
   entries_.push_back({std::move(key), std::move(value), hash});
 }
 
+void HashTable::addAll(const HashTable& other) {
+  if (entries_.size() >= other.entries_.size()) {
+    for (const Entry& entry : other.entries_) set(entry.key, entry.value);
+    return;
+  }
+  // The larger table is taken over whole, and the smaller one's entries fill the gaps.
+  HashTable merged = other;
+  for (const Entry& entry : entries_) {
+    if (other.find(entry.key) == nullptr) merged.set(entry.key, entry.value);
+  }
+  *this = std::move(merged);
+}
+
 void HashTable::remove(NSObject* key) {
   if (key == nullptr || entries_.empty()) return;
   const std::uint32_t index = slots_[slotOf(key, hashOfKey(key))].index;

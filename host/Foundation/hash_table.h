@@ -20,6 +20,8 @@ class HashTable {
   NSObject* find(NSObject* key) const;
   /// Takes the key as it is: copying it is the dictionary's business.
   void set(Strong<NSObject> key, Strong<NSObject> value);
+  /// The other's entries replace those of the same key.
+  void addAll(const HashTable& other);
   void remove(NSObject* key);
   void reserve(std::size_t count);
 
