@@ -57,7 +57,9 @@ TEST(Block, AnswersStructures) {
   });
   objc::Block<CGRect(CGRect)> block = grow;
   EXPECT_EQ((*block)(CGRect{{1, 2}, {3, 4}}).size.width, 4);
-  EXPECT_EQ((*copied(block))(CGRect{{1, 2}, {3, 4}}).origin.y, 2);
+  auto* heap = copied(block);
+  EXPECT_EQ((*heap)(CGRect{{1, 2}, {3, 4}}).origin.y, 2);
+  _Block_release(heap);
 }
 
 TEST(Block, OfAFunctionIsCalled) { EXPECT_EQ((*objc::globalBlock<&doubled>())(21), 42); }

@@ -146,8 +146,8 @@ TEST(GrownSuperclass, SharesNoMemoryWithItsSubclass) {
 
 TEST(Images, AClassWhoseNameIsTakenIsLeftOut) {
   Class first = grownSuperclass(16).cls();
-  auto* second = new Image(class_getName(first), objc_getClass("NSObject"), 8, 8, {});
-  second->load();
+  Image second(class_getName(first), objc_getClass("NSObject"), 8, 8, {});
+  second.load();
   EXPECT_EQ(objc_getClass(class_getName(first)), first);
 }
 

@@ -122,11 +122,12 @@ OBJC_CLASS(ProbedFixture, NSObject, objc::Ivar<"first", &ProbedFixture::first>,
            objc::Ivar<"second", &ProbedFixture::second>)
 OBJC_CLASS(MoreProbedFixture, ProbedFixture, objc::Ivar<"third", &MoreProbedFixture::third>)
 OBJC_CLASS(PlainProbedFixture, MoreProbedFixture, objc::Ivar<"plain", &PlainProbedFixture::plain>)
-OBJC_CLASS(CategoryFixture, NSObject, objc::Method<"kept", &CategoryFixture::kept>,
-           objc::Method<"replaced", &CategoryFixture::replaced>)
+// Before its class: a category takes the class for another binary's, which may be missing.
 OBJC_CATEGORY(CategoryFixture, Extras, objc::Method<"added", &CategoryFixtureExtras::added>,
               objc::Method<"replaced", &CategoryFixtureExtras::replacement>,
               objc::ClassMethod<"ofClass", &CategoryFixtureExtras::ofClass>)
+OBJC_CLASS(CategoryFixture, NSObject, objc::Method<"kept", &CategoryFixture::kept>,
+           objc::Method<"replaced", &CategoryFixture::replaced>)
 OBJC_CATEGORY(NSString, FixtureExtras, objc::Method<"twiceTheLength", &StringExtras::twice>)
 
 // The child stands first, to show that the order in the binary does not matter.

@@ -40,8 +40,8 @@ template <int N>
 IMP implementation() {
   return reinterpret_cast<IMP>(&answer<N>);
 }
-int call(IMP imp, SEL selector) {
-  return reinterpret_cast<int (*)(id, SEL)>(imp)(nullptr, selector);
+int call(IMP imp, id object, SEL selector) {
+  return reinterpret_cast<int (*)(id, SEL)>(imp)(object, selector);
 }
 
 /// Every case first sends everything once, so that old answers lie in the caches.
@@ -173,7 +173,7 @@ TEST_F(Methods, SettingNothing) {
 }
 
 TEST_F(Methods, AnImplementationIsFoundByName) {
-  EXPECT_EQ(call(class_getMethodImplementation(childClass, "two"_sel), "two"_sel), 20);
+  EXPECT_EQ(call(class_getMethodImplementation(childClass, "two"_sel), child, "two"_sel), 20);
   EXPECT_EQ(class_getMethodImplementation(childClass, "one"_sel),
             class_getMethodImplementation(parentClass, "one"_sel));
   IMP missing = class_getMethodImplementation(childClass, "juggle"_sel);
