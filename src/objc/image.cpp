@@ -1,5 +1,6 @@
-// Hands this binary's classes and categories to the run-time when it is loaded. On the device the
-// loader finds the same lists by their Mach-O sections.
+// What makes a binary's classes and categories known to the run-time. The device's run-time looks
+// for the Mach-O lists in every image that says it has any; on Linux they are handed over when the
+// binary is loaded.
 #if defined(__ELF__)
 
 #include "objc/metadata.h"
@@ -20,5 +21,23 @@ extern "C" {
   objc_mapImage(__start_objc_classlist, __stop_objc_classlist, __start_objc_catlist,
                 __stop_objc_catlist);
 }
+
+#else
+
+#include <cstdint>
+
+namespace {
+
+struct ImageInfo {
+  std::uint32_t version;
+  std::uint32_t flags;
+};
+
+// Without this section the device's run-time passes the image over.
+[[gnu::used,
+  gnu::section("__DATA,__objc_imageinfo,regular,no_dead_strip")]] constexpr ImageInfo kImageInfo{0,
+                                                                                                 0};
+
+}  // namespace
 
 #endif
