@@ -55,8 +55,7 @@ HOST_EXPORT void CFLog(std::int32_t level, CFStringRef format, ...) {
   va_end(arguments);
 }
 
-HOST_EXPORT void NSLog(NSString* format, ...);
-void NSLog(NSString* format, ...) {
+HOST_EXPORT void NSLog(NSString* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   host::add(static_cast<int>(host::LogLevel::notice), host::format(host::text(format), arguments));

@@ -41,9 +41,9 @@ void load(const std::filesystem::path& path, int scope) {
 std::vector<const char*> frameworksOf(ProcessKind kind) {
   switch (kind) {
     case ProcessKind::application:
-      return {"UIKit.so"};
+      return {"UIKit.so", "AppList.so"};
     case ProcessKind::springboard:
-      return {"UIKit.so", "SpringBoard.so"};
+      return {"UIKit.so", "SpringBoard.so", "AppList.so"};
     case ProcessKind::daemon:
       return {};
   }

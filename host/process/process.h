@@ -1,6 +1,7 @@
 // A hosted process: who it is, which frameworks it has, where its files lie.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,8 +12,8 @@ namespace host {
 
 /// What kind of process: it decides which frameworks are loaded.
 enum class ProcessKind {
-  application,  ///< Foundation, UIKit
-  springboard,  ///< Foundation, UIKit, SpringBoard
+  application,  ///< Foundation, UIKit, libapplist
+  springboard,  ///< Foundation, UIKit, SpringBoard, libapplist
   daemon,       ///< Foundation alone
 };
 
@@ -21,7 +22,8 @@ struct ProcessOptions {
   ProcessKind kind = ProcessKind::application;
   std::optional<std::string> open;   ///< SpringBoard: identifier of the frontmost application
   std::vector<std::string> without;  ///< classes hidden from look-up by name
-  std::string root;                  ///< container root, an existing folder
+  std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file
+  std::string root;                          ///< container root, an existing folder
 };
 
 /// Turns this process into a hosted one, once, before any library is loaded. Throws

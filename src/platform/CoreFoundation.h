@@ -35,6 +35,13 @@ void CFNotificationCenterPostNotification(CFNotificationCenterRef center, CFStri
                                           const void* object, CFDictionaryRef userInfo,
                                           bool deliverImmediately);
 
+using CFTypeRef = const void*;
+using CFTypeID = unsigned long;
+CFTypeID CFGetTypeID(CFTypeRef object);
+/// The type of the references between the objects of a keyed archive, and the index that one holds.
+CFTypeID _CFKeyedArchiverUIDGetTypeID();
+std::uint32_t _CFKeyedArchiverUIDGetValue(CFTypeRef uid);
+
 /// Writes a line to the system log. The format may mix %s, %d and %@. Level 3 is an error.
 void CFLog(std::int32_t level, CFStringRef format, ...);
 }

@@ -1,5 +1,8 @@
-// CoreGraphics: geometry.
+// CoreGraphics: geometry, colours and their spaces, images, bitmap contexts.
 #pragma once
+
+#include <cstddef>
+#include <cstdint>
 
 #include "objc/encoding.h"
 
@@ -23,3 +26,76 @@ struct CGRect {
 OBJC_STRUCT(CGPoint, CGFloat, CGFloat);
 OBJC_STRUCT(CGSize, CGFloat, CGFloat);
 OBJC_STRUCT(CGRect, CGPoint, CGSize);
+
+// Owned by whoever called a function with Create in its name; every Release takes nil.
+struct CGColor;
+struct CGColorSpace;
+struct CGContext;
+struct CGDataProvider;
+struct CGImage;
+using CGColorRef = CGColor*;
+using CGColorSpaceRef = CGColorSpace*;
+using CGContextRef = CGContext*;
+using CGDataProviderRef = CGDataProvider*;
+using CGImageRef = CGImage*;
+
+/// Where a pixel keeps its alpha (low five bits), and the order of its bytes (bits 12 to 14).
+using CGBitmapInfo = std::uint32_t;
+inline constexpr CGBitmapInfo kCGImageAlphaNone = 0;
+inline constexpr CGBitmapInfo kCGImageAlphaPremultipliedLast = 1;
+inline constexpr CGBitmapInfo kCGImageAlphaPremultipliedFirst = 2;
+inline constexpr CGBitmapInfo kCGImageAlphaLast = 3;
+inline constexpr CGBitmapInfo kCGImageAlphaFirst = 4;
+inline constexpr CGBitmapInfo kCGImageAlphaNoneSkipLast = 5;
+inline constexpr CGBitmapInfo kCGImageAlphaNoneSkipFirst = 6;
+inline constexpr CGBitmapInfo kCGImageAlphaOnly = 7;
+inline constexpr CGBitmapInfo kCGBitmapAlphaInfoMask = 0x1f;
+inline constexpr CGBitmapInfo kCGBitmapFloatComponents = 1 << 8;
+inline constexpr CGBitmapInfo kCGBitmapByteOrderDefault = 0;
+inline constexpr CGBitmapInfo kCGBitmapByteOrder16Little = 1 << 12;
+inline constexpr CGBitmapInfo kCGBitmapByteOrder32Little = 2 << 12;
+inline constexpr CGBitmapInfo kCGBitmapByteOrder16Big = 3 << 12;
+inline constexpr CGBitmapInfo kCGBitmapByteOrder32Big = 4 << 12;
+inline constexpr CGBitmapInfo kCGBitmapByteOrderMask = 0x7000;
+
+enum class CGColorRenderingIntent : std::int32_t { standard = 0 };
+
+using CGDataProviderReleaseDataCallback = void (*)(void* info, const void* data, std::size_t size);
+
+#pragma GCC visibility push(default)
+extern "C" {
+CGColorSpaceRef CGColorSpaceCreateDeviceRGB();
+void CGColorSpaceRelease(CGColorSpaceRef space);
+
+/// Alpha included: four for red, green, blue; two for a grey. 0 for nil.
+std::size_t CGColorGetNumberOfComponents(CGColorRef color);
+/// As many as that, each 0 to 1, alpha last; they live as long as the colour. Nil for nil.
+const CGFloat* CGColorGetComponents(CGColorRef color);
+
+/// The callback, which may be null, gives the data back when nobody needs it any more.
+CGDataProviderRef CGDataProviderCreateWithData(void* info, const void* data, std::size_t size,
+                                               CGDataProviderReleaseDataCallback release);
+void CGDataProviderRelease(CGDataProviderRef provider);
+
+/// In pixels; 0 for nil.
+std::size_t CGImageGetWidth(CGImageRef image);
+std::size_t CGImageGetHeight(CGImageRef image);
+/// Not owned by the caller; nil for nil and for a mask.
+CGColorSpaceRef CGImageGetColorSpace(CGImageRef image);
+/// Nil where the parameters fit no pixel format.
+CGImageRef CGImageCreate(std::size_t width, std::size_t height, std::size_t bitsPerComponent,
+                         std::size_t bitsPerPixel, std::size_t bytesPerRow, CGColorSpaceRef space,
+                         CGBitmapInfo bitmapInfo, CGDataProviderRef provider, const CGFloat* decode,
+                         bool shouldInterpolate, CGColorRenderingIntent intent);
+void CGImageRelease(CGImageRef image);
+
+/// A context over the caller's memory, or over its own where data is null. The first row in memory
+/// is the top one; (0, 0) is the lower left corner. Nil where the parameters fit no pixel format.
+CGContextRef CGBitmapContextCreate(void* data, std::size_t width, std::size_t height,
+                                   std::size_t bitsPerComponent, std::size_t bytesPerRow,
+                                   CGColorSpaceRef space, CGBitmapInfo bitmapInfo);
+/// Upright, stretched to the rectangle. Does nothing for a nil context or image.
+void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);
+void CGContextRelease(CGContextRef context);
+}
+#pragma GCC visibility pop

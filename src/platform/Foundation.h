@@ -145,3 +145,41 @@ struct NSBundle : NSObject {
   /// Nil for a process that is no bundle.
   NSString* bundleIdentifier() { return send<NSString*>(this, "bundleIdentifier"_sel); }
 };
+
+struct NSThread : NSObject {
+  static bool isMainThread() { return send<bool>(objc::classOf<NSThread>(), "isMainThread"_sel); }
+};
+
+struct NSKeyedArchiver : NSObject {
+  /// A binary property list. Raises for an object that cannot be encoded.
+  static NSData* archivedDataWithRootObject(NSObject* root) {
+    return send<NSData*>(objc::classOf<NSKeyedArchiver>(), "archivedDataWithRootObject:"_sel, root);
+  }
+};
+
+struct NSKeyedUnarchiver : NSObject {
+  /// Raises for data that is no archive, and for one of classes that the process lacks.
+  static NSObject* unarchiveObjectWithData(NSData* data) {
+    return send<NSObject*>(objc::classOf<NSKeyedUnarchiver>(), "unarchiveObjectWithData:"_sel,
+                           data);
+  }
+};
+
+struct NSError;
+
+struct NSPropertyListSerialization : NSObject {
+  /// The tree of a property list in any form; nil where it cannot be read. The references of a
+  /// keyed archive are objects of CoreFoundation's own.
+  static NSObject* propertyListWithData(NSData* data) {
+    return send<NSObject*>(objc::classOf<NSPropertyListSerialization>(),
+                           "propertyListWithData:options:format:error:"_sel, data, NSUInteger{0},
+                           static_cast<NSUInteger*>(nullptr), static_cast<NSError**>(nullptr));
+  }
+};
+
+#pragma GCC visibility push(default)
+extern "C" {
+/// Writes a line to the system log.
+void NSLog(NSString* format, ...);
+}
+#pragma GCC visibility pop

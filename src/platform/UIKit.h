@@ -10,6 +10,18 @@ struct UIColor : NSObject {
                           green, blue, alpha);
   }
 
+  static UIColor* colorWithHue(CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha) {
+    return send<UIColor*>(objc::classOf<UIColor>(), "colorWithHue:saturation:brightness:alpha:"_sel,
+                          hue, saturation, brightness, alpha);
+  }
+  /// Both in the grey colour space.
+  static UIColor* whiteColor() {
+    return send<UIColor*>(objc::classOf<UIColor>(), "whiteColor"_sel);
+  }
+  static UIColor* blackColor() {
+    return send<UIColor*>(objc::classOf<UIColor>(), "blackColor"_sel);
+  }
+
   /// The library's own mark: the colour was handed out for an element.
   void setIsVarnixColor(bool isOurs) { send<void>(this, "setIsVarnixColor:"_sel, isOurs); }
 };
@@ -38,3 +50,29 @@ struct UIApplication : NSObject {
     return send<UIApplication*>(objc::classOf<UIApplication>(), "sharedApplication"_sel);
   }
 };
+
+inline constexpr NSInteger UIApplicationStateBackground = 2;
+
+struct UIImage : NSObject {
+  static UIImage* imageWithCGImage(CGImageRef image) {
+    return send<UIImage*>(objc::classOf<UIImage>(), "imageWithCGImage:"_sel, image);
+  }
+  /// PNG or JPEG, turned as its orientation says. Nil for anything else.
+  UIImage* initWithData(NSData* data) { return send<UIImage*>(this, "initWithData:"_sel, data); }
+  /// Stretched to the rectangle of the current image context, in points.
+  void drawInRect(CGRect rect) { send<void>(this, "drawInRect:"_sel, rect); }
+};
+
+#pragma GCC visibility push(default)
+extern "C" {
+/// A new image context on top of the thread's stack of them: its size in points, pixels a point (0
+/// for the screen's), (0, 0) the upper left corner. An opaque one begins black.
+void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat scale);
+/// What the context on top holds; nil without one.
+UIImage* UIGraphicsGetImageFromCurrentImageContext();
+void UIGraphicsEndImageContext();
+/// Quality 0 to 1. The image's transparent parts are laid on white. Nil for an image without
+/// bitmap.
+NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
+}
+#pragma GCC visibility pop

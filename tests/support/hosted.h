@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 
@@ -78,6 +79,7 @@ class Hosted : public testing::Test {
                         .kind = kind,
                         .open = std::move(open),
                         .without = std::move(without),
+                        .icons = icons,
                         .root = folder.path()});
   }
   void load() { host::loadLibrary(VARNIX_LIBRARY); }
@@ -101,6 +103,7 @@ class Hosted : public testing::Test {
   }
 
   Folder folder;
+  std::map<std::string, std::string> icons;  ///< to be set before start()
   std::vector<std::string> installed;
 };
 
