@@ -100,6 +100,12 @@ struct NSDictionary : NSObject {
     return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithObject:forKey:"_sel,
                                object, key);
   }
+  /// A nil ends the list, wherever it stands.
+  template <class... A>
+  static NSDictionary* dictionaryWithObjectsAndKeys(NSObject* first, A... rest) {
+    return objc::sendVariadic<NSDictionary*>(objc::classOf<NSDictionary>(),
+                                             "dictionaryWithObjectsAndKeys:"_sel, first, rest...);
+  }
   /// Nil where the file is missing, is no property list or holds no dictionary on top.
   static NSDictionary* dictionaryWithContentsOfFile(NSString* path) {
     return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithContentsOfFile:"_sel,

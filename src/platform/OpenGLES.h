@@ -15,6 +15,7 @@ using GLint = std::int32_t;
 using GLintptr = std::intptr_t;
 using GLsizei = std::int32_t;
 using GLsizeiptr = std::intptr_t;
+using GLubyte = std::uint8_t;
 using GLuint = std::uint32_t;
 
 inline constexpr NSUInteger kEAGLRenderingAPIOpenGLES2 = 2;
