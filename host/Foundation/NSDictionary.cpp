@@ -1,4 +1,6 @@
 // Dictionaries. The mutable one is the same object with more methods.
+#include <cstdarg>
+
 #include "Foundation/hash_table.h"
 #include "Foundation/property_list.h"
 #include "Foundation/text.h"
@@ -23,6 +25,19 @@ struct Dictionary : NSDictionary {
   static Dictionary* withObject(Class cls, SEL, NSObject* object, NSObject* key) {
     Dictionary* made = make(cls);
     made->put(object, key);
+    return made;
+  }
+  /// Values and keys in turn, up to the first nil; a value without a key is left out.
+  static Dictionary* withObjectsAndKeys(Class cls, SEL, NSObject* first, ...) {
+    Dictionary* made = make(cls);
+    va_list rest;
+    va_start(rest, first);
+    for (NSObject* object = first; object != nullptr; object = va_arg(rest, NSObject*)) {
+      NSObject* key = va_arg(rest, NSObject*);
+      if (key == nullptr) break;
+      made->put(object, key);
+    }
+    va_end(rest);
     return made;
   }
   static Dictionary* withCapacity(Class cls, SEL, NSUInteger count) {
@@ -95,6 +110,7 @@ OBJC_CLASS_NAMED(
     NSDictionary, NSObject, Dictionary, NSObject, objc::Ivar<"table", &Dictionary::table>,
     objc::ClassMethod<"dictionary", &Dictionary::empty>,
     objc::ClassMethod<"dictionaryWithObject:forKey:", &Dictionary::withObject>,
+    objc::ClassMethod<"dictionaryWithObjectsAndKeys:", &Dictionary::withObjectsAndKeys>,
     objc::ClassMethod<"dictionaryWithContentsOfFile:", &Dictionary::withContentsOfFile>,
     objc::Method<"count", &Dictionary::size>, objc::Method<"objectForKey:", &Dictionary::find>,
     objc::Method<"allKeys", &Dictionary::keys>, objc::Method<"isEqual:", &Dictionary::equals>,
