@@ -84,6 +84,33 @@ StackBlock<Signature, F> makeBlock(F callable) {
   return StackBlock<Signature, F>(std::move(callable));
 }
 
+/// A block kept beyond the call that it was given to: a copy, released with the last KeptBlock.
+template <class Signature>
+class KeptBlock;
+
+template <class R, class... A>
+class KeptBlock<R(A...)> {
+ public:
+  explicit KeptBlock(Block<R(A...)> block) : block_(copyOf(block)) {}
+  KeptBlock(const KeptBlock& other) : block_(copyOf(other.block_)) {}
+  KeptBlock& operator=(const KeptBlock&) = delete;
+  ~KeptBlock() { _Block_release(block_); }
+
+  R operator()(A... arguments) const { return (*block_)(arguments...); }
+
+ private:
+  static Block<R(A...)> copyOf(Block<R(A...)> block) {
+    return static_cast<Block<R(A...)>>(_Block_copy(block));
+  }
+
+  Block<R(A...)> block_;
+};
+
+template <class Signature>
+KeptBlock<Signature> keepBlock(Block<Signature> block) {
+  return KeptBlock<Signature>(block);
+}
+
 namespace detail {
 
 template <auto Fn>

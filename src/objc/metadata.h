@@ -84,7 +84,7 @@ struct CategoryData {
 #define OBJC_CLASS_LIST [[gnu::used, gnu::section("__DATA,__objc_classlist,regular,no_dead_strip")]]
 #define OBJC_CATEGORY_LIST \
   [[gnu::used, gnu::section("__DATA,__objc_catlist,regular,no_dead_strip")]]
-#define OBJC_WEAK [[gnu::weak_import]]
+#define OBJC_WEAK [[clang::weak_import]]
 #else
 #define OBJC_SYMBOL(name) asm(name)
 #define OBJC_CLASS_LIST [[gnu::used, gnu::section("objc_classlist")]]

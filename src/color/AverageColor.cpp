@@ -1,0 +1,27 @@
+#include "color/AverageColor.h"
+
+#include <cstdint>
+
+#include "objc/owned.h"
+
+namespace varnix::Color {
+
+UIColor* AverageColor(UIImage* image) {
+  std::uint8_t pixel[4] = {};
+  {
+    const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
+    const objc::Owned<CGContextRef, &CGContextRelease> context(
+        CGBitmapContextCreate(pixel, 1, 1, 8, sizeof pixel, space,
+                              kCGImageAlphaPremultipliedLast | kCGBitmapByteOrder32Big));
+    CGContextDrawImage(context, {{0, 0}, {1, 1}}, send<CGImageRef>(image, "CGImage"_sel));
+  }
+  const double alpha = pixel[3] / 255.0;
+  auto channel = [&](int index) {
+    // Divided by alpha it would be the colour as it looks; the dyed surfaces want it deeper.
+    const double value = pixel[3] > 0 ? alpha / 255.0 * pixel[index] : pixel[index] / 255.0;
+    return static_cast<CGFloat>(value);
+  };
+  return UIColor::colorWithRed(channel(0), channel(1), channel(2), static_cast<CGFloat>(alpha));
+}
+
+}  // namespace varnix::Color

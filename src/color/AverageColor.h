@@ -1,0 +1,13 @@
+// An image's mean colour.
+#pragma once
+
+#include "platform/UIKit.h"
+
+namespace varnix::Color {
+
+/// The mean of all pixels. Its red, green and blue are the premultiplied ones times alpha again, so
+/// a translucent image averages darker than it looks. Never nil: an image without bitmap is
+/// transparent black.
+UIColor* AverageColor(UIImage* image);
+
+}  // namespace varnix::Color

@@ -1,0 +1,25 @@
+// An owning reference to something with a release function of its own.
+#pragma once
+
+#include <utility>
+
+namespace objc {
+
+/// Holds one reference that a function with Create in its name gave, or null.
+template <class Reference, void (*Release)(Reference)>
+class Owned {
+ public:
+  explicit Owned(Reference reference) : reference_(reference) {}
+  Owned(const Owned&) = delete;
+  Owned& operator=(const Owned&) = delete;
+  ~Owned() {
+    if (reference_ != nullptr) Release(reference_);
+  }
+
+  operator Reference() const { return reference_; }
+
+ private:
+  Reference reference_;
+};
+
+}  // namespace objc

@@ -1,0 +1,86 @@
+// The pass itself: the image goes up, the frame is drawn and read back.
+#include <bit>
+#include <cstdlib>
+
+#include "objc/owned.h"
+#include "picker/CQColorPicker.h"
+#include "picker/frame.h"
+#include "picker/frame_size.h"
+#include "picker/quad.h"
+
+using varnix::picker::Frame;
+
+namespace {
+
+/// Where a member of the vertices lies in the bound buffer, as GL wants it: as a pointer.
+const void* atOffset(std::size_t offset) { return std::bit_cast<const void*>(offset); }
+
+void pointAttribute(GLuint slot, GLint components, std::size_t offset) {
+  glVertexAttribPointer(slot, components, GL_FLOAT, GL_FALSE, sizeof(Vertex), atOffset(offset));
+}
+
+}  // namespace
+
+GLuint CQColorPicker::setupTextureFromImage(UIImage* image) {
+  auto cgImage = send<CGImageRef>(image, "CGImage"_sel);
+  std::size_t width = cgImage == nullptr ? 0 : CGImageGetWidth(cgImage);
+  std::size_t height = cgImage == nullptr ? 0 : CGImageGetHeight(cgImage);
+  const std::size_t bytesPerRow = width * 4;
+  const objc::Owned<void*, &std::free> pixels(std::calloc(height, bytesPerRow));
+  if (pixels == nullptr) width = height = 0;
+  if (width != 0 && height != 0) {
+    const objc::Owned<CGContextRef, &CGContextRelease> context(
+        CGBitmapContextCreate(pixels, width, height, 8, bytesPerRow, CGImageGetColorSpace(cgImage),
+                              kCGImageAlphaPremultipliedLast));
+    const CGRect whole{{0, 0}, {static_cast<CGFloat>(width), static_cast<CGFloat>(height)}};
+    if (context != nullptr) CGContextDrawImage(context, whole, cgImage);
+  }
+  if (glIsTexture(_aTexture) == GL_FALSE) glGenTextures(1, &_aTexture);
+  glBindTexture(GL_TEXTURE_2D, _aTexture);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(width), static_cast<GLsizei>(height),
+               0, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+  return _aTexture;
+}
+
+void CQColorPicker::renderDominant() {
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_ONE, GL_ZERO);
+  glEnable(GL_TEXTURE_2D);  // no capability of OpenGL ES 2.0, which says so and goes on
+  glViewport(0, 0, kTotalWidth, kTotalWidth);
+
+  glBindBuffer(GL_ARRAY_BUFFER, _vertexBuffer);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, _indexBuffer);
+  pointAttribute(_positionSlot, 3, offsetof(Vertex, position));
+  pointAttribute(_colorSlot, 4, offsetof(Vertex, color));
+  pointAttribute(_texCoordSlot, 2, offsetof(Vertex, textureCoordinate));
+
+  glUniform1i(static_cast<GLint>(_proccesedWidthSlot), kProccesedWidth);
+  glUniform1i(static_cast<GLint>(_totalWidthSlot), kTotalWidth);
+  glActiveTexture(GL_TEXTURE0);
+  glBindTexture(GL_TEXTURE_2D, _aTexture);
+  glUniform1i(static_cast<GLint>(_textureUniform), 0);
+
+  glDrawElements(GL_TRIANGLES, sizeof Indices, GL_UNSIGNED_BYTE, atOffset(0));
+}
+
+UIColor* CQColorPicker::backgroundColorOfFrame(NSUInteger width, NSUInteger height) {
+  return Frame(width, height).mostFrequent().opaque();
+}
+
+UIImage* CQColorPicker::dumpFrame(NSUInteger width, NSUInteger height,
+                                  UIColor** biggestAlphaColor) {
+  Frame frame(width, height);
+  if (biggestAlphaColor != nullptr) *biggestAlphaColor = frame.mostFrequent().opaque();
+  const std::size_t bytesPerRow = width * 4;
+  // The provider stays: it goes when the process does.
+  CGDataProviderRef provider =
+      CGDataProviderCreateWithData(nullptr, frame.leak(), bytesPerRow * height, &freeImageData);
+  const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
+  const objc::Owned<CGImageRef, &CGImageRelease> image(
+      CGImageCreate(width, height, 8, 32, bytesPerRow, space, kCGImageAlphaNone, provider, nullptr,
+                    false, CGColorRenderingIntent::standard));
+  return UIImage::imageWithCGImage(image);
+}
+
+void freeImageData(void*, const void* data, std::size_t) { std::free(const_cast<void*>(data)); }

@@ -1,0 +1,20 @@
+// Whether a program could draw in the present state: a diagnostic.
+#include <cstdlib>
+
+#include "objc/owned.h"
+#include "picker/CQColorPicker.h"
+
+bool CQColorPicker::validateProgram(GLuint program) {
+  glValidateProgram(program);
+  GLint length = 0;
+  glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
+  if (length >= 1) {
+    // The driver is asked for its words, and nobody for what they mean.
+    const objc::Owned<void*, &std::free> log(std::malloc(static_cast<std::size_t>(length)));
+    if (log != nullptr)
+      glGetProgramInfoLog(program, length, nullptr, static_cast<GLchar*>(static_cast<void*>(log)));
+  }
+  GLint valid = 0;
+  glGetProgramiv(program, GL_VALIDATE_STATUS, &valid);
+  return valid != 0;
+}

@@ -1,0 +1,93 @@
+// The two text colours, from the frame of the background.
+#include "color/YUVSpace.h"
+#include "color/components.h"
+#include "picker/CQColorPicker.h"
+#include "picker/frame.h"
+#include "picker/frame_size.h"
+
+using varnix::Color::Rgb;
+using varnix::picker::Frame;
+using varnix::picker::FramePixel;
+
+namespace {
+
+// Squared distances, of 195075.
+constexpr NSUInteger kFarFromBackground = 16256;
+constexpr NSUInteger kFarFromPrimary = 5852;
+
+constexpr float kBrightnessDifference = 125;
+constexpr float kColorDifference = 500;
+
+/// Truncated, not rounded.
+NSUInteger wholeNumber(CGFloat component) {
+  constexpr CGFloat kRange = 255;
+  const CGFloat scaled = component * kRange;
+  if (!(scaled > 0)) return 0;
+  return scaled < kRange ? static_cast<NSUInteger>(scaled) : NSUInteger{255};
+}
+
+CQRGBPixel wholeNumbers(UIColor* color) {
+  CGFloat red = 0;
+  CGFloat green = 0;
+  CGFloat blue = 0;
+  send<bool>(color, "getRed:green:blue:alpha:"_sel, &red, &green, &blue,
+             static_cast<CGFloat*>(nullptr));
+  return {wholeNumber(red), wholeNumber(green), wholeNumber(blue)};
+}
+
+/// How far is far: a tolerance of 1 is a channel's whole range.
+NSUInteger squaredLimit(float tolerance) {
+  const float distance = tolerance * 255;
+  const float limit = distance * distance;
+  constexpr float kBeyondAll = 1e6F;
+  return limit < kBeyondAll ? static_cast<NSUInteger>(limit) : static_cast<NSUInteger>(kBeyondAll);
+}
+
+}  // namespace
+
+void CQColorPicker::findTextColors(CQColorScheme* scheme) {
+  const Frame frame(kTotalWidth, kTotalWidth);
+  auto* backgroundColor = send<UIColor*>(scheme, "backgroundColor"_sel);
+  const CQRGBPixel background = wholeNumbers(backgroundColor);
+  auto isFar = [](const CQRGBPixel& from, const CQRGBPixel& color, NSUInteger limit) {
+    return squareDistanceInRGBSpaceBetweenColor(from, color) > limit;
+  };
+
+  const FramePixel primary = frame.mostFrequent(
+      [&](const CQRGBPixel& color) { return isFar(background, color, kFarFromBackground); });
+  send<void>(scheme, "setPrimaryTextColor:"_sel, primary.opaque());
+
+  const FramePixel secondary = frame.mostFrequent([&](const CQRGBPixel& color) {
+    return isFar(background, color, kFarFromBackground) &&
+           isFar(primary.color(), color, kFarFromPrimary);
+  });
+  UIColor* text = secondary.opaque();
+  if (!send<bool>(this, "isSufficienteContrastBetweenBackground:andForground:"_sel, backgroundColor,
+                  text)) {
+    const bool isDark = varnix::Color::yComponentFromColor(backgroundColor) < 0.5F;
+    text = isDark ? UIColor::whiteColor() : UIColor::blackColor();
+  }
+  send<void>(scheme, "setSecondaryTextColor:"_sel, text);
+}
+
+bool CQColorPicker::isSufficientContrast(UIColor* background, UIColor* foreground) {
+  using varnix::Color::yComponentFromColor;
+  const float brightness = yComponentFromColor(background) - yComponentFromColor(foreground);
+  if (__builtin_fabsf(brightness) * 255 < kBrightnessDifference) return false;
+  const Rgb a = varnix::Color::rgb(background);
+  const Rgb b = varnix::Color::rgb(foreground);
+  const float color = __builtin_fabsf(a.red - b.red) + __builtin_fabsf(a.green - b.green) +
+                      __builtin_fabsf(a.blue - b.blue);
+  return color * 255 > kColorDifference;
+}
+
+UIColor* CQColorPicker::colorFromFrameFiltering(NSUInteger width, NSUInteger height, UIColor* color,
+                                                float tolerance) {
+  const CQRGBPixel filtered = wholeNumbers(color);
+  const NSUInteger limit = squaredLimit(tolerance);
+  return Frame(width, height)
+      .mostFrequent([&](const CQRGBPixel& other) {
+        return squareDistanceInRGBSpaceBetweenColor(filtered, other) > limit;
+      })
+      .opaque();
+}
