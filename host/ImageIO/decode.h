@@ -16,10 +16,10 @@ namespace host::imageio {
 struct Picture {
   unsigned width = 0;  ///< in pixels, as stored: the orientation is not applied
   unsigned height = 0;
-  bool hasAlpha = false;  ///< the format says so, even where every pixel is opaque
+  bool hasAlpha = false;  ///< the format has it, even where every pixel is opaque; else all are
   /// UIImageOrientation, which says how to turn the stored pixels for the eye: 0 up, 1 down (180
   /// degrees), 2 left (90 degrees counter-clockwise), 3 right (90 degrees clockwise), 4 to 7 the
-  /// same, mirrored beforehand.
+  /// same, mirrored left to right beforehand.
   int orientation = 0;
   std::vector<std::uint8_t> rgba;  ///< straight alpha, rows of width * 4 bytes, top row first
 };
