@@ -68,12 +68,21 @@ struct JpegLook {
   J_COLOR_SPACE given = JCS_RGB;
   J_COLOR_SPACE stored = JCS_YCbCr;
   bool isProgressive = false;
+  bool hasManyScans = false;  ///< progressive, with a scan for every frequency
   unsigned restartRows = 0;
   bool hasFullColor = true;
   bool hasAdobeMarker = false;
   std::string app1 = {};  ///< contents of a segment
   int quality = 100;
 };
+
+inline std::vector<jpeg_scan_info> manyScans() {
+  std::vector<jpeg_scan_info> scans = {{3, {0, 1, 2, 0}, 0, 0, 0, 0}};
+  for (int component = 0; component < 3; ++component) {
+    for (int k = 1; k < 64; ++k) scans.push_back({1, {component, 0, 0, 0}, k, k, 0, 0});
+  }
+  return scans;
+}
 
 /// The samples are interleaved, 8 bits each.
 inline std::string jpegFile(unsigned width, unsigned height, const JpegLook& look,
@@ -94,6 +103,11 @@ inline std::string jpegFile(unsigned width, unsigned height, const JpegLook& loo
   jpeg_set_quality(&info, look.quality, TRUE);
   if (look.hasFullColor) info.comp_info[0].h_samp_factor = info.comp_info[0].v_samp_factor = 1;
   if (look.isProgressive) jpeg_simple_progression(&info);
+  const std::vector<jpeg_scan_info> scans = manyScans();
+  if (look.hasManyScans) {
+    info.scan_info = scans.data();
+    info.num_scans = static_cast<int>(scans.size());
+  }
   info.restart_in_rows = static_cast<int>(look.restartRows);
   info.write_Adobe_marker = look.hasAdobeMarker ? TRUE : FALSE;
   jpeg_start_compress(&info, TRUE);

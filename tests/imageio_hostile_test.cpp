@@ -1,0 +1,188 @@
+// Pictures as they should not be: refused with a reason, quickly, and without a word on the
+// terminal.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+#include "ImageIO/decode.h"
+#include "support/image_files.h"
+
+using host::imageio::decode;
+using test::Bytes;
+using test::jpegFile;
+using test::JpegLook;
+using test::pngFile;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr char kDamaged[] = "the image is truncated or damaged";
+
+/// Empty where the file was decoded.
+std::string reason(const std::string& file) {
+  std::string why;
+  return decode(file, &why) ? std::string() : why;
+}
+
+Bytes noise(std::size_t length) {
+  std::mt19937 random(5);
+  Bytes bytes(length);
+  for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random());
+  return bytes;
+}
+
+std::string smallPng(bool isInterlaced = false) {
+  return pngFile(9, 7, {.colorType = PNG_COLOR_TYPE_RGB_ALPHA, .isInterlaced = isInterlaced},
+                 noise(9 * 7 * 4));
+}
+
+std::string smallJpeg(const JpegLook& look = {}) {
+  return jpegFile(17, 19, look, noise(std::size_t{17} * 19 * 3));
+}
+
+std::vector<std::string> smallFiles() {
+  return {
+      smallPng(),
+      smallPng(true),
+      pngFile(9, 7, {.colorType = PNG_COLOR_TYPE_PALETTE, .palette = {{1, 2, 3}, {4, 5, 6}}},
+              Bytes(63, 1)),
+      smallJpeg(),
+      smallJpeg({.isProgressive = true}),
+      smallJpeg({.restartRows = 1, .hasFullColor = false}),
+      jpegFile(8, 8, {.given = JCS_CMYK, .stored = JCS_YCCK, .hasAdobeMarker = true}, noise(256))};
+}
+
+/// The size in a PNG file's header, its checksum left as it was.
+std::string pngOfSize(unsigned width, unsigned height) {
+  std::string file = smallPng();
+  for (unsigned i = 0; i < 4; ++i) {
+    file[16 + i] = static_cast<char>(width >> (24 - 8 * i));
+    file[20 + i] = static_cast<char>(height >> (24 - 8 * i));
+  }
+  return file;
+}
+
+std::string jpegOfSize(unsigned width, unsigned height, const JpegLook& look = {}) {
+  std::string file = smallJpeg(look);
+  const std::size_t frame = file.find(look.isProgressive ? "\xff\xc2" : "\xff\xc0");
+  EXPECT_NE(frame, file.npos);
+  file[frame + 5] = static_cast<char>(height >> 8);
+  file[frame + 6] = static_cast<char>(height);
+  file[frame + 7] = static_cast<char>(width >> 8);
+  file[frame + 8] = static_cast<char>(width);
+  return file;
+}
+
+TEST(HostileImage, TheSmallFilesAreSound) {
+  for (const std::string& file : smallFiles()) EXPECT_EQ(reason(file), "");
+  EXPECT_TRUE(decode(smallPng()));  // nobody has to ask why
+  EXPECT_FALSE(decode("x"));
+}
+
+TEST(HostileImage, WhatIsNoImage) {
+  for (const std::string& bytes :
+       {std::string(), std::string("x"), std::string("GIF89a"), std::string(1000, '\0'),
+        std::string("\x89PNG"), std::string("\xff\xd8"), std::string("<html>")}) {
+    EXPECT_EQ(reason(bytes), "not a PNG or JPEG image");
+  }
+}
+
+TEST(HostileImage, TruncatedAnywhere) {
+  for (const std::string& file : smallFiles()) {
+    for (std::size_t length = 8; length < file.size(); ++length) {
+      EXPECT_EQ(reason(file.substr(0, length)), kDamaged) << length << " of " << file.size();
+    }
+  }
+}
+
+TEST(HostileImage, EveryDamagedByteOfAPngIsNoticed) {
+  const std::string file = smallPng();
+  for (std::size_t i = 8; i < file.size(); ++i) {
+    std::string damaged = file;
+    damaged[i] = static_cast<char>(damaged[i] ^ 0x10);
+    EXPECT_NE(reason(damaged), "") << i;
+  }
+}
+
+TEST(HostileImage, NoPixels) {
+  for (const std::string& file :
+       {pngOfSize(0, 7), pngOfSize(9, 0), pngOfSize(0, 0), jpegOfSize(0, 19), jpegOfSize(17, 0)}) {
+    EXPECT_EQ(reason(file), "the image has no pixels");
+  }
+}
+
+TEST(HostileImage, TooLarge) {
+  EXPECT_EQ(reason(pngOfSize(60'000, 60'000)), "the image is too large (60000 x 60000)");
+  EXPECT_EQ(reason(pngOfSize(65'536, 1)), "the image is too large (65536 x 1)");
+  EXPECT_EQ(reason(pngOfSize(4'294'967'295, 4'294'967'295)),
+            "the image is too large (4294967295 x 4294967295)");
+  EXPECT_EQ(reason(jpegOfSize(60'000, 60'000)), "the image is too large (60000 x 60000)");
+  EXPECT_EQ(reason(jpegOfSize(10'001, 10'000)), "the image is too large (10001 x 10000)");
+  // More than the JPEG library takes.
+  EXPECT_EQ(reason(jpegOfSize(65'535, 65'535)), "the image is too large (65535 x 65535)");
+  EXPECT_EQ(reason(jpegOfSize(65'535, 1)), "the image is too large");
+}
+
+TEST(HostileImage, LargeClaimsOfFewBytesAreSoonOver) {
+  const auto start = Clock::now();
+  for (int i = 0; i < 20; ++i) {
+    EXPECT_EQ(reason(pngOfSize(10'000, 10'000)), kDamaged);
+    EXPECT_EQ(reason(jpegOfSize(10'000, 10'000)), kDamaged);
+  }
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST(HostileImage, UnsupportedKinds) {
+  // 12 bits a sample.
+  std::string file = smallJpeg();
+  file[file.find("\xff\xc0") + 4] = 12;
+  EXPECT_EQ(reason(file), "the image is of a kind that is not supported");
+  // Without loss: another coder altogether.
+  file = smallJpeg();
+  file[file.find("\xff\xc0") + 1] = '\xc3';
+  EXPECT_EQ(reason(file), "the image is of a kind that is not supported");
+}
+
+TEST(HostileImage, ScansWithoutEnd) {
+  EXPECT_EQ(reason(smallJpeg({.hasManyScans = true})), "the image has too many scans");
+}
+
+TEST(HostileImage, FlippedBits) {
+  std::mt19937 random(11);
+  const std::vector<std::string> files = smallFiles();
+  const auto end = Clock::now() + std::chrono::seconds(10);
+  int refused = 0;
+  for (int i = 0; i < 6000 && Clock::now() < end; ++i) {
+    std::string file = files[static_cast<std::size_t>(i) % files.size()];
+    for (unsigned flips = 1 + random() % 4; flips > 0; --flips) {
+      file[random() % file.size()] ^= static_cast<char>(1U << random() % 8);
+    }
+    std::string why;
+    const auto picture = decode(file, &why);
+    if (picture) {
+      EXPECT_EQ(picture->rgba.size(), std::size_t{picture->width} * picture->height * 4);
+    } else {
+      EXPECT_NE(why, "");
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 0);
+}
+
+TEST(HostileImage, NothingIsPrinted) {
+  testing::internal::CaptureStderr();
+  testing::internal::CaptureStdout();
+  for (const std::string& file : smallFiles()) {
+    reason(file.substr(0, file.size() - 3));
+    std::string damaged = file;
+    damaged[file.size() / 2] = '\xff';
+    reason(damaged);
+  }
+  reason(jpegOfSize(17, 0));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+}  // namespace
