@@ -54,14 +54,26 @@ std::vector<std::string> smallFiles() {
       jpegFile(8, 8, {.given = JCS_CMYK, .stored = JCS_YCCK, .hasAdobeMarker = true}, noise(256))};
 }
 
-/// The size in a PNG file's header, its checksum left as it was.
-std::string pngOfSize(unsigned width, unsigned height) {
-  std::string file = smallPng();
-  for (unsigned i = 0; i < 4; ++i) {
-    file[16 + i] = static_cast<char>(width >> (24 - 8 * i));
-    file[20 + i] = static_cast<char>(height >> (24 - 8 * i));
+std::uint32_t checksum(std::string_view bytes) {
+  std::uint32_t sum = ~0U;
+  for (char byte : bytes) {
+    sum ^= static_cast<std::uint8_t>(byte);
+    for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ (sum % 2 != 0 ? 0xedb88320 : 0);
   }
-  return file;
+  return ~sum;
+}
+
+std::string bigEndian(std::uint32_t number) {
+  std::string bytes;
+  for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(number >> shift);
+  return bytes;
+}
+
+/// That size in a sound header, and too few pixels.
+std::string pngOfSize(unsigned width, unsigned height, bool isInterlaced = false) {
+  std::string file = smallPng(isInterlaced);
+  file.replace(16, 8, bigEndian(width) + bigEndian(height));
+  return file.replace(29, 4, bigEndian(checksum(std::string_view(file).substr(12, 17))));
 }
 
 std::string jpegOfSize(unsigned width, unsigned height, const JpegLook& look = {}) {
@@ -77,6 +89,7 @@ std::string jpegOfSize(unsigned width, unsigned height, const JpegLook& look = {
 
 TEST(HostileImage, TheSmallFilesAreSound) {
   for (const std::string& file : smallFiles()) EXPECT_EQ(reason(file), "");
+  EXPECT_EQ(reason(pngOfSize(9, 7)), "");
   EXPECT_TRUE(decode(smallPng()));  // nobody has to ask why
   EXPECT_FALSE(decode("x"));
 }
@@ -129,6 +142,7 @@ TEST(HostileImage, LargeClaimsOfFewBytesAreSoonOver) {
   const auto start = Clock::now();
   for (int i = 0; i < 20; ++i) {
     EXPECT_EQ(reason(pngOfSize(10'000, 10'000)), kDamaged);
+    EXPECT_EQ(reason(pngOfSize(10'000, 10'000, true)), kDamaged);
     EXPECT_EQ(reason(jpegOfSize(10'000, 10'000)), kDamaged);
   }
   EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
@@ -181,6 +195,9 @@ TEST(HostileImage, NothingIsPrinted) {
     reason(damaged);
   }
   reason(jpegOfSize(17, 0));
+  // A transparent colour in a picture that has alpha: the library has something to say on it.
+  const std::string chunk("tRNS\0\0", 6);
+  EXPECT_EQ(reason(smallPng().insert(33, bigEndian(2) + chunk + bigEndian(checksum(chunk)))), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }

@@ -81,7 +81,6 @@ class Reader {
     jpeg_std_error(&errors_);
     errors_.error_exit = fail;
     errors_.emit_message = weigh;
-    errors_.output_message = [](j_common_ptr) {};
     progress_.progress_monitor = countScans;
     info_.err = &errors_;
   }
