@@ -16,12 +16,16 @@ CQColorPicker* picker() {
   return made;
 }
 
-UIColor* mostSaturated(CQColorScheme* scheme) {
-  auto* background = send<UIColor*>(scheme, "backgroundColor"_sel);
-  auto* primary = send<UIColor*>(scheme, "primaryTextColor"_sel);
-  auto* secondary = send<UIColor*>(scheme, "secondaryTextColor"_sel);
-  UIColor* text = saturation(secondary) > saturation(primary) ? secondary : primary;
-  return saturation(background) > saturation(text) ? background : text;
+ImportantChoice mostSaturated(CQColorScheme* scheme) {
+  using enum ImportantRule;
+  auto* backgroundColor = send<UIColor*>(scheme, "backgroundColor"_sel);
+  auto* primaryColor = send<UIColor*>(scheme, "primaryTextColor"_sel);
+  auto* secondaryColor = send<UIColor*>(scheme, "secondaryTextColor"_sel);
+  const ImportantChoice text = saturation(secondaryColor) > saturation(primaryColor)
+                                   ? ImportantChoice{secondaryColor, secondary, false}
+                                   : ImportantChoice{primaryColor, primary, false};
+  if (!(saturation(backgroundColor) > saturation(text.color))) return text;
+  return {backgroundColor, background, false};
 }
 
 /// There is always an average; the platform's yellow, meant for a missing one, is asked for and let
@@ -37,14 +41,18 @@ UIColor* vividAverage(UIImage* image) {
 
 }  // namespace
 
-UIColor* ImportantColor(UIImage* image) {
-  UIColor* color =
+ImportantChoice chooseImportantColor(UIImage* image) {
+  const ImportantChoice choice =
       mostSaturated(send<CQColorScheme*>(picker(), "colorSchemeFromImage:"_sel, image));
-  if (color == nullptr) return vividAverage(image);
+  UIColor* color = choice.color;
+  if (color == nullptr) return {vividAverage(image), ImportantRule::average, false};
   const double found = saturation(color);
-  if (!(found > 0.1 && found < 0.63)) return color;
-  return UIColor::colorWithHue(send<CGFloat>(color, "hue"_sel), CGFloat{0.76},
-                               send<CGFloat>(color, "brightness"_sel), 1);
+  if (!(found > 0.1 && found < 0.63)) return choice;
+  return {UIColor::colorWithHue(send<CGFloat>(color, "hue"_sel), CGFloat{0.76},
+                                send<CGFloat>(color, "brightness"_sel), 1),
+          choice.rule, true};
 }
+
+UIColor* ImportantColor(UIImage* image) { return chooseImportantColor(image).color; }
 
 }  // namespace varnix::Color

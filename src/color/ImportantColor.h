@@ -5,10 +5,22 @@
 
 namespace varnix::Color {
 
+/// Where the colour that stands for an image came from.
+enum class ImportantRule { background, primary, secondary, average };
+
+struct ImportantChoice {
+  UIColor* color;
+  ImportantRule rule;
+  bool isSaturated;  ///< pushed to saturation 0.76
+};
+
 /// The most saturated of the background and the two text colours of the image's colour scheme,
 /// pushed to saturation 0.76 if it is neither grey (0.1 and less) nor vivid (0.63 and more). While
 /// the application is in the background there is no scheme: the average colour's hue, saturated.
 /// Runs a graphics pass, on the calling thread; one thread at a time.
 UIColor* ImportantColor(UIImage* image);
+
+/// The same, and how it was chosen.
+ImportantChoice chooseImportantColor(UIImage* image);
 
 }  // namespace varnix::Color
