@@ -4,6 +4,8 @@
 #include <string>
 
 #include "platform/UIKit.h"
+#include "table.h"
+#include "timing.h"
 
 namespace bench {
 
@@ -12,9 +14,6 @@ const std::string& settingsFile();
 
 /// A view of the hosted application, with the library loaded and one question asked already.
 UIView* dyedView();
-
-/// A goal and what was measured, for the table at the end.
-void report(const std::string& measure, double value, double goal);
 
 /// The benchmarks of each file. Loading runs first, while the library is not loaded yet.
 void registerLoading();

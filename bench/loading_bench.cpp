@@ -84,10 +84,10 @@ void Loading(benchmark::State& state) {
   state.counters["ms_more"] = ours.milliseconds - empty.milliseconds;
   state.counters["kB_more"] = ours.kilobytes - empty.kilobytes;
   bench::report("loading, ms more than an empty library", ours.milliseconds - empty.milliseconds,
-                1);
+                bench::Goal::atMost(1));
   bench::report("loading, private kB more than an empty library", ours.kilobytes - empty.kilobytes,
-                200);
-  bench::report("stripped library, kB", strippedKilobytes(), 200);
+                bench::Goal::atMost(200));
+  bench::report("stripped library, kB", strippedKilobytes(), bench::Goal::atMost(200));
 }
 
 }  // namespace

@@ -2,11 +2,9 @@
 // nothing fails on them.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <map>
 
 #include "hosted.h"
 #include "objc/autorelease_pool.h"
@@ -16,11 +14,6 @@ namespace bench {
 
 namespace {
 
-struct Result {
-  double value;
-  double goal;
-};
-std::map<std::string, Result> results;
 std::string root;
 
 }  // namespace
@@ -39,10 +32,6 @@ UIView* dyedView() {
     return made;
   }();
   return view;
-}
-
-void report(const std::string& measure, double value, double goal) {
-  results[measure] = {value, goal};
 }
 
 }  // namespace bench
@@ -68,9 +57,5 @@ int main(int count, char** arguments) {
     benchmark::RunSpecifiedBenchmarks();
   }
   std::filesystem::remove_all(bench::root);
-  std::printf("\n%-52s %10s %8s\n", "measure", "value", "goal");
-  for (const auto& [measure, result] : bench::results) {
-    std::printf("%-52s %10.2f %8.0f  %s\n", measure.c_str(), result.value, result.goal,
-                result.value <= result.goal ? "held" : "MISSED");
-  }
+  bench::printTable();
 }

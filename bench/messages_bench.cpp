@@ -1,33 +1,16 @@
 // A cached send against a direct call, and a dyed question against a cached send.
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-
 #include "hosted.h"
 #include "objc/autorelease_pool.h"
 #include "runtime/runtime.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-/// Nanoseconds of one call, the best of many rounds: a busy machine only ever adds.
-template <class F>
-double best(F call, int rounds = 200, int calls = 2000) {
-  double least = 1e9;
-  for (int round = 0; round < rounds; ++round) {
-    const auto start = Clock::now();
-    for (int i = 0; i < calls; ++i) call();
-    const double each =
-        std::chrono::duration<double, std::nano>(Clock::now() - start).count() / calls;
-    least = std::min(least, each);
-  }
-  return least;
-}
-
 double cachedSend() {
   UIView* view = bench::dyedView();
-  return best([view] { benchmark::DoNotOptimize(send<bool>(view, "isOpaque"_sel)); });
+  return bench::bestOf(200, 2000,
+                       [view] { benchmark::DoNotOptimize(send<bool>(view, "isOpaque"_sel)); });
 }
 
 void CachedSend(benchmark::State& state) {
@@ -36,10 +19,11 @@ void CachedSend(benchmark::State& state) {
   using IsOpaque = bool (*)(UIView*, SEL);
   IsOpaque volatile direct =
       reinterpret_cast<IsOpaque>(class_getMethodImplementation(view->isa, "isOpaque"_sel));
-  const double ratio =
-      cachedSend() / best([&] { benchmark::DoNotOptimize(direct(view, nullptr)); });
+  const double ratio = cachedSend() / bench::bestOf(200, 2000, [&] {
+                         benchmark::DoNotOptimize(direct(view, nullptr));
+                       });
   state.counters["direct_calls"] = ratio;
-  bench::report("cached send, in direct calls", ratio, 8);
+  bench::report("cached send, in direct calls", ratio, bench::Goal::atMost(8));
 }
 
 /// Questions for a pool of their own, so that colours go as they do between events.
@@ -56,14 +40,16 @@ void DyedTintColor(benchmark::State& state) {
   host::runtime::startCounting();
   view->tintColor();
   const host::runtime::Counts counts = host::runtime::stopCounting();
-  const double question = best([view] { ask(view); }, 100, 20) / 64;
+  const double question = bench::bestOf(100, 20, [view] { ask(view); }) / 64;
   state.counters["messages_and_look_ups"] = static_cast<double>(counts.messages + counts.lookUps);
   state.counters["allocations"] = static_cast<double>(counts.allocations);
   state.counters["cached_sends"] = question / cachedSend();
   bench::report("tintColor question, messages and look-ups",
-                static_cast<double>(counts.messages + counts.lookUps), 25);
-  bench::report("tintColor question, allocations", static_cast<double>(counts.allocations), 1);
-  bench::report("tintColor question, in cached sends", question / cachedSend(), 80);
+                static_cast<double>(counts.messages + counts.lookUps), bench::Goal::atMost(25));
+  bench::report("tintColor question, allocations", static_cast<double>(counts.allocations),
+                bench::Goal::atMost(1));
+  bench::report("tintColor question, in cached sends", question / cachedSend(),
+                bench::Goal::atMost(80));
 }
 
 }  // namespace

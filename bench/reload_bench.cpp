@@ -2,8 +2,6 @@
 #include <benchmark/benchmark.h>
 #include <plist/plist.h>
 
-#include <algorithm>
-#include <chrono>
 #include <fstream>
 #include <sstream>
 
@@ -12,8 +10,6 @@
 #include "objc/autorelease_pool.h"
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 std::string entries() {
   std::ostringstream text;
@@ -53,18 +49,6 @@ void readWithLibplist() {
   plist_free(tree);
 }
 
-template <class F>
-double best(F call) {
-  double least = 1e9;
-  for (int round = 0; round < 300; ++round) {
-    const auto start = Clock::now();
-    call();
-    least =
-        std::min(least, std::chrono::duration<double, std::micro>(Clock::now() - start).count());
-  }
-  return least;
-}
-
 void Reload(benchmark::State& state, bool binary) {
   const std::string before = [] {
     std::ostringstream text;
@@ -81,11 +65,11 @@ void Reload(benchmark::State& state, bool binary) {
     send<void>(store, "updateCurrentImplementation"_sel);
   };
   for (auto _ : state) reload();
-  const double ratio = best(reload) / best(readWithLibplist);
+  const double ratio = bench::bestOf(300, 1, reload) / bench::bestOf(300, 1, readWithLibplist);
   state.counters["libplist_reads"] = ratio;
   bench::report(std::string("reload of 500 entries, ") + (binary ? "binary" : "XML") +
                     ", in libplist's reads",
-                ratio, 2);
+                ratio, bench::Goal::atMost(2));
   host::writeFile(bench::settingsFile(), before, false);
 }
 

@@ -1,0 +1,58 @@
+// What the important colour of a picture costs, and which part of it costs most.
+#include "color/ImportantColor.h"
+#include "measures.h"
+#include "objc/autorelease_pool.h"
+#include "picker/CQColorPicker.h"
+#include "picker/frame_size.h"
+#include "pixels.h"
+#include "table.h"
+#include "timing.h"
+
+namespace bench {
+
+namespace {
+
+constexpr int kSide = 512;
+constexpr double kMillisecond = 1e6;
+
+template <class F>
+double milliseconds(F call) {
+  return bestOf(200, 1,
+                [&] {
+                  const objc::AutoreleasePool pool;
+                  call();
+                }) /
+         kMillisecond;
+}
+
+}  // namespace
+
+void measureImportantColor() {
+  const Pixels pixels = generatedPixels(kSide, kSide);
+  const auto image = imageOver(pixels);
+  const auto picker = Strong<CQColorPicker>::adopt(objc::alloc<CQColorPicker>()->init());
+  const objc::AutoreleasePool pool;
+  auto squeeze = [&](UIImage* whole) {
+    return picker->scaleImage(whole, kTotalWidth, kTotalWidth);
+  };
+  UIImage* small = squeeze(image);
+  CQColorScheme* scheme = picker->colorSchemeFromImage(image);
+
+  report("important colour of 512 x 512, ms",
+         milliseconds([&] { varnix::Color::ImportantColor(image); }), Goal::none());
+  report("  of an image that is new, ms",
+         milliseconds([&] { varnix::Color::ImportantColor(imageOver(pixels)); }), Goal::none());
+  report("  squeeze to 32 x 32, ms", milliseconds([&] { squeeze(image); }), Goal::none());
+  report("  set-up that is there already, ms", milliseconds([&] { picker->setupOpenGL(); }),
+         Goal::none());
+  report("  upload, ms", milliseconds([&] { picker->setupTextureFromImage(small); }), Goal::none());
+  report("  draw, read back, most frequent colour, ms", milliseconds([&] {
+           picker->renderDominant();
+           picker->backgroundColorOfFrame(kTotalWidth, kTotalWidth);
+         }),
+         Goal::none());
+  report("  text colours, frame read again, ms",
+         milliseconds([&] { picker->findTextColors(scheme); }), Goal::none());
+}
+
+}  // namespace bench

@@ -1,0 +1,98 @@
+// One pass of the picker against the least that it could be, and against the most.
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+
+#include "bare_pass.h"
+#include "measures.h"
+#include "objc/autorelease_pool.h"
+#include "picker/CQColorPicker.h"
+#include "picker/frame_size.h"
+#include "pixels.h"
+#include "table.h"
+#include "timing.h"
+
+namespace bench {
+
+namespace {
+
+constexpr NSUInteger kSide = kTotalWidth;
+
+Strong<CQColorPicker> newPicker() {
+  return Strong<CQColorPicker>::adopt(objc::alloc<CQColorPicker>()->init());
+}
+
+UIColor* pass(CQColorPicker* picker, UIImage* image) {
+  picker->setupOpenGL();
+  picker->setupTextureFromImage(image);
+  picker->renderDominant();
+  return picker->backgroundColorOfFrame(kSide, kSide);
+}
+
+void pooledPass(CQColorPicker* picker, UIImage* image) {
+  const objc::AutoreleasePool pool;
+  pass(picker, image);
+}
+
+/// Forgets what the picker's context holds, so that the next pass makes all of it again.
+void forgetObjects(CQColorPicker* picker) {
+  glBindFramebuffer(GL_FRAMEBUFFER, 0);
+  picker->_vertexBuffer = picker->_indexBuffer = 0;
+  picker->_colorRenderBuffer = picker->_depthRenderBuffer = 0;
+  picker->_program = picker->_aTexture = 0;
+}
+
+/// Nanoseconds of a pass in a context that grows with each. Only as many as fit into memory.
+double passThatMakesAllAnew(UIImage* image) {
+  const auto picker = newPicker();
+  return bestOf(100, 1, [&] {
+    pooledPass(picker, image);
+    forgetObjects(picker);
+  });
+}
+
+double residentMegabytes() {
+  std::ifstream file("/proc/self/statm");
+  double size = 0;
+  double resident = 0;
+  file >> size >> resident;
+  return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+}  // namespace
+
+void measurePass() {
+  const Pixels pixels = generatedPixels(kTotalWidth, kTotalWidth);
+  const auto image = imageOver(pixels);
+  const auto picker = newPicker();
+  for (int i = 0; i < 100; ++i) pooledPass(picker, image);
+
+  const double before = residentMegabytes();
+  for (int i = 0; i < 2000; ++i) pooledPass(picker, image);
+  const double growth = residentMegabytes() - before;
+
+  // The two take turns, so that a slower spell of the machine meets both.
+  const auto bare = BarePass::make();
+  if (bare == nullptr) {
+    std::printf("no OpenGL ES: the bare pass is left out\n");
+    return;
+  }
+  double ours = 1e18;
+  double least = 1e18;
+  for (int turn = 0; turn < 20; ++turn) {
+    ours = std::min(ours, bestOf(40, 1, [&] { pooledPass(picker, image); }));
+    bare->bind();
+    least = std::min(least, bestOf(40, 1, [&] { bare->run(pixels.bytes.data()); }));
+    bare->unbind();
+  }
+  passThatMakesAllAnew(image);  // fills Mesa's shader cache
+  const double anew = passThatMakesAllAnew(image);
+
+  report("one pass, us", ours / 1000, Goal::none());
+  report("one pass, in bare passes", ours / least, Goal::atMost(1.15));
+  report("a pass that makes everything anew, in passes", anew / ours, Goal::atLeast(2.5));
+  report("2,000 passes, MB more memory", growth, Goal::atMost(1));
+}
+
+}  // namespace bench

@@ -1,0 +1,25 @@
+// Times of short things on a busy machine.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+
+namespace bench {
+
+/// Nanoseconds of one call, the best of the rounds: other processes only ever add.
+template <class F>
+double bestOf(int rounds, int calls, F call) {
+  using Clock = std::chrono::steady_clock;
+  double least = std::numeric_limits<double>::max();
+  for (int round = 0; round < rounds; ++round) {
+    const auto start = Clock::now();
+    for (int i = 0; i < calls; ++i) call();
+    const double each =
+        std::chrono::duration<double, std::nano>(Clock::now() - start).count() / calls;
+    least = std::min(least, each);
+  }
+  return least;
+}
+
+}  // namespace bench
