@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "export.h"
+
 namespace host {
 
 /// What a regular file holds; nothing where it is missing, unreadable, larger than the limit, or
 /// something else than a file, such as a pipe that would keep the reader waiting.
-std::optional<std::string> fileContents(const std::string& path, std::size_t limit);
+HOST_EXPORT std::optional<std::string> fileContents(const std::string& path, std::size_t limit);
 
 }  // namespace host
