@@ -3,7 +3,7 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build run test bench device lint format format-check asan tsan clean
+.PHONY: help setup build run test bench contact-sheet device lint format format-check asan tsan clean
 
 JOBS ?= $(shell nproc)
 # A terminal gets ninja's progress line; a log gets only what went wrong.
@@ -34,6 +34,12 @@ bench: setup ## Measure an optimised build; the figures also go to build-release
 	@$(call compile,release)
 	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
 	  --benchmark_out_format=json
+	@bench/pickers/install build-release/pickers
+	@build-release/varnix-picture-bench --json build-release/bench-pictures.json \
+	  --pickers build-release/pickers --pictures build/pictures/photographs
+
+contact-sheet: build ## Draw the colours that stand for real photographs and icons
+	@scripts/contact-sheet
 
 device: setup ## Cross-compile for the device and check the library against device/lists
 	@device/build
