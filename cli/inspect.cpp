@@ -68,7 +68,9 @@ Json inspectProcess(const Question& question) {
   result["bundle"] = nullptr;
   if (question.process.bundle) result["bundle"] = *question.process.bundle;
   result["kind"] = kindName(question.process.kind);
-  for (const char* part : {"installed", "log", "dye", "elements"}) result[part] = after[part];
+  for (const char* part : {"installed", "log", "dye", "iconColor", "elements"}) {
+    result[part] = after[part];
+  }
   result["surfaces"] = compared(before["surfaces"], after["surfaces"]);
   return result;
 }

@@ -1,6 +1,10 @@
 #include "process_choice.h"
 
+#include <unistd.h>
+
 #include <array>
+#include <filesystem>
+#include <map>
 #include <utility>
 
 #include "errors.h"
@@ -26,6 +30,25 @@ ProcessKind kindNamed(const std::string& name) {
   throw UsageError("no such kind of process", name);
 }
 
+/// An identifier has no equals sign, so that the first one ends it.
+std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& choices) {
+  std::map<std::string, std::string> icons;
+  for (const std::string& choice : choices) {
+    const std::size_t end = choice.find('=');
+    if (end == choice.npos || end == 0 || end + 1 == choice.size()) {
+      throw UsageError("not an identifier and a file, ID=FILE", choice);
+    }
+    icons[choice.substr(0, end)] = choice.substr(end + 1);
+  }
+  return icons;
+}
+
+void checkReadable(const std::string& icon) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(icon, ignored)) throw Failure("no such icon file", icon);
+  if (access(icon.c_str(), R_OK) != 0) throw Failure("cannot read the icon file", icon);
+}
+
 }  // namespace
 
 const char* kindName(ProcessKind kind) {
@@ -47,6 +70,9 @@ void ProcessChoice::addTo(CLI::App& command) {
   command.add_option("--open", open_, "SpringBoard: the frontmost application")->type_name("ID");
   command.add_option("--without", without_, "Hide a class from look-up by name; repeatable")
       ->type_name("CLASS")
+      ->allow_extra_args(false);
+  command.add_option("--icon", icons_, "An application's icon, PNG or JPEG; repeatable")
+      ->type_name("ID=FILE")
       ->allow_extra_args(false);
   command.add_option("--root", root_, "Container root")->type_name("DIR");
   command.add_option("--settings", settings_, "Use a copy of this file in a container of its own")
@@ -77,6 +103,8 @@ host::ProcessOptions ProcessChoice::prepare() {
   if (command_->count("--kind") > 0) options.kind = kindNamed(kind_);
   if (command_->count("--open") > 0) options.open = open_;
   options.without = without_;
+  options.icons = iconsFrom(icons_);
+  for (const auto& [identifier, file] : options.icons) checkReadable(file);
   if (command_->count("--settings") > 0) {
     container_.emplace(kSettingsPath, settings_);
     options.root = container_->root();

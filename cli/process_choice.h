@@ -30,6 +30,7 @@ struct ProcessChoice {
   std::string kind_;
   std::string open_;
   std::vector<std::string> without_;
+  std::vector<std::string> icons_;  ///< as they were given, ID=FILE
   std::string root_;
   std::string settings_;
   const CLI::App* command_ = nullptr;

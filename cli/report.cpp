@@ -110,6 +110,8 @@ Json report(const Question& question) {
   Class managerClass = question.withLibrary ? objc_getClass("VNXManager") : nullptr;
   auto* manager = send<NSObject*>(send<NSObject*>(managerClass, "alloc"_sel), "init"_sel);
   result["dye"] = askColor(manager, "dye");
+  // The dye's question is what fills it.
+  result["iconColor"] = askColor(manager, "cachedIconColor");
   result["elements"] = askElements(manager);
   result["surfaces"] = askSurfaces();
   result["log"] = logSoFar();

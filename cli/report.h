@@ -18,8 +18,8 @@ struct Question {
   std::vector<std::string> extensions;
 };
 
-/// Turns this process into the hosted one and asks it: {"installed", "log", "dye", "elements",
-/// "surfaces": [{"class", "property", "case", "answer"}]}.
+/// Turns this process into the hosted one and asks it: {"installed", "log", "dye", "iconColor",
+/// "elements", "surfaces": [{"class", "property", "case", "answer"}]}.
 Json report(const Question& question);
 
 }  // namespace varnix::cli

@@ -54,6 +54,13 @@ std::string identity(const Json& report) {
          report["kind"].get<std::string>() + ")\n";
 }
 
+std::string dyes(const Json& report, const Table& table) {
+  std::string text = "dye " + table.cell(report["dye"]) + '\n';
+  const Json& icon = report["iconColor"];
+  if (icon.is_string()) text += "icon colour " + table.cell(icon) + '\n';
+  return text;
+}
+
 std::string installation(const Json& report) {
   const Json& installed = report["installed"];
   const auto hooks = std::count_if(installed.begin(), installed.end(),
@@ -119,8 +126,8 @@ std::string withoutTrailingSpace(const std::string& text) {
 
 std::string table(const Json& report, bool withSwatches) {
   const Table table(withSwatches);
-  std::string text = identity(report) + "dye " + table.cell(report["dye"]) + '\n' +
-                     installation(report) + logLines(report) + '\n' + elements(report, table);
+  std::string text = identity(report) + dyes(report, table) + installation(report) +
+                     logLines(report) + '\n' + elements(report, table);
   if (!report["surfaces"].empty()) text += '\n' + surfaces(report, table);
   return withoutTrailingSpace(text);
 }

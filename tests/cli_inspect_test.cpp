@@ -20,11 +20,12 @@ std::vector<std::string> keysOf(const Json& object) {
 
 TEST_F(Inspect, TheReportHasItsShape) {
   const Json report = inspectApplication();
-  EXPECT_EQ(keysOf(report), (std::vector<std::string>{"bundle", "dye", "elements", "installed",
-                                                      "kind", "log", "surfaces"}));
+  EXPECT_EQ(keysOf(report), (std::vector<std::string>{"bundle", "dye", "elements", "iconColor",
+                                                      "installed", "kind", "log", "surfaces"}));
   EXPECT_EQ(report["bundle"], "com.example.app");
   EXPECT_EQ(report["kind"], "application");
   EXPECT_EQ(report["dye"], kDefaultDye);
+  EXPECT_EQ(report["iconColor"], nullptr);
   EXPECT_EQ(report["log"], Json::array());
   ASSERT_EQ(report["installed"].size(), 12U);
   EXPECT_EQ(
@@ -157,6 +158,23 @@ TEST_F(Inspect, SampleSettings) {
             "#ffb300ff");
 }
 
+TEST_F(Inspect, TheIconColourIsThereWhereItWasAskedFor) {
+  const Words words = {"--bundle", "com.example.app", "--icon",
+                       "com.example.app=" VARNIX_SAMPLES "/icons/com.example.notes.png"};
+  EXPECT_EQ(inspect(words)["iconColor"], nullptr);  // no colour type asks for it
+  settings("<key>global_color_type</key><integer>1</integer>");
+  const Json report = inspect(words);
+  EXPECT_TRUE(report["iconColor"].is_string());
+  EXPECT_EQ(report["iconColor"], report["dye"]);
+  Words plain = words;
+  plain.insert(plain.begin(), "inspect");
+  const std::string dye = report["dye"];
+  EXPECT_NE(varnix(plain).out.find("\ndye " + dye + "\nicon colour " + dye + "\n"),
+            std::string::npos);
+  plain.emplace_back("--no-library");
+  EXPECT_EQ(varnix(plain).out.find("icon colour"), std::string::npos);
+}
+
 TEST_F(Inspect, OddIdentifiers) {
   for (const std::string& identifier :
        {std::string("100%@ %s %n %d"), std::string("with spaces"),
@@ -178,6 +196,7 @@ TEST_F(Inspect, PlainOutputIsATable) {
       "com.example.app (application)\ndye #de3027ff\n8 methods replaced, 4 added\n"))
       << plain.out;
   EXPECT_EQ(plain.out.find('\x1b'), plain.out.npos);
+  EXPECT_EQ(plain.out.find("icon colour"), plain.out.npos);
   EXPECT_NE(plain.out.find("UIButton tintColor"), plain.out.npos);
   const auto colored = varnix({"inspect", "--bundle", "com.example.app", "--color", "always"});
   EXPECT_NE(colored.out.find("\x1b[48;2;222;48;39m  \x1b[0m #de3027ff"), colored.out.npos);

@@ -135,6 +135,31 @@ TEST_F(Run, SettingsThatCannotBeCopied) {
             "varnix: cannot read the settings file: " + folder.path() + ": is a directory\n");
 }
 
+TEST_F(Run, Icons) {
+  const std::string icon = VARNIX_SAMPLES "/icons/com.example.mail.png";
+  const auto outcome = varnix(
+      {"run", "--bundle", "a", "--icon", "a=" + icon, "--icon", "b=" + icon, "--icon=a=" + icon});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(outcome.error, "");
+}
+
+TEST_F(Run, IconsThatAreNone) {
+  for (const char* command : {"run", "inspect"}) {
+    for (const std::string& choice : {std::string("a"), std::string("=file"), std::string("a="),
+                                      std::string("="), std::string()}) {
+      const auto outcome = varnix({command, "--bundle", "a", "--icon", choice});
+      EXPECT_EQ(outcome.status, 2);
+      EXPECT_EQ(outcome.error, "varnix: not an identifier and a file, ID=FILE: " + choice + "\n");
+    }
+    for (const std::string& file : {folder.path() + "/missing.png", folder.path(),
+                                    std::string("/dev/null"), folder.path() + "/a=b"}) {
+      const auto outcome = varnix({command, "--bundle", "a", "--icon", "a=" + file});
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_EQ(outcome.error, "varnix: no such icon file: " + file + "\n");
+    }
+  }
+}
+
 TEST_F(Run, AnotherExtensionIsLoadedAfterTheLibrary) {
   // The library itself stands in for another extension: loading it again changes nothing.
   const auto once = varnix({"run", "--bundle", "a", "--trace"});
