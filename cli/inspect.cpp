@@ -1,17 +1,14 @@
 // varnix inspect: what the library does to a process, and what its surfaces answer.
-#include <unistd.h>
-
 #include <chrono>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
 
 #include "commands.h"
-#include "errors.h"
 #include "hosted_child.h"
 #include "process_choice.h"
 #include "report.h"
+#include "swatches.h"
 #include "table.h"
 
 namespace varnix::cli {
@@ -73,14 +70,6 @@ Json inspectProcess(const Question& question) {
   }
   result["surfaces"] = compared(before["surfaces"], after["surfaces"]);
   return result;
-}
-
-bool wantsSwatches(const std::string& color) {
-  if (color == "always") return true;
-  if (color == "never") return false;
-  if (color != "auto") throw UsageError("no such choice of --color", color);
-  const char* refused = std::getenv("NO_COLOR");
-  return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0');
 }
 
 int inspect(Arguments& arguments) {

@@ -1,33 +1,14 @@
 #include "table.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdio>
-#include <string_view>
+
+#include "swatches.h"
 
 namespace varnix::cli {
 
 namespace {
 
 constexpr std::size_t kCellWidth = 14;
-
-int channel(std::string_view color, std::size_t at) {
-  int value = 0;
-  std::from_chars(color.data() + at, color.data() + at + 2, value, 16);
-  return value;
-}
-
-std::string swatch(std::string_view color) {
-  char text[40];
-  std::snprintf(text, sizeof text, "\x1b[48;2;%d;%d;%dm  \x1b[0m ", channel(color, 1),
-                channel(color, 3), channel(color, 5));
-  return text;
-}
-
-std::string padded(std::string text, std::size_t width) {
-  if (text.size() < width) text.append(width - text.size(), ' ');
-  return text;
-}
 
 class Table {
  public:
