@@ -1,0 +1,16 @@
+// The library's plain functions, which it keeps to itself, under names that a test can look up.
+#include "color/AverageColor.h"
+#include "color/CQRGBPixel.h"
+#include "color/Darken.h"
+#include "color/ImportantColor.h"
+
+#pragma GCC visibility push(default)
+extern "C" {
+UIColor* plainDarken(UIColor* color, float amount) { return varnix::Color::Darken(color, amount); }
+UIColor* plainAverageColor(UIImage* image) { return varnix::Color::AverageColor(image); }
+UIColor* plainImportantColor(UIImage* image) { return varnix::Color::ImportantColor(image); }
+NSUInteger plainSquareDistance(const NSUInteger* a, const NSUInteger* b) {
+  return squareDistanceInRGBSpaceBetweenColor({a[0], a[1], a[2]}, {b[0], b[1], b[2]});
+}
+}
+#pragma GCC visibility pop

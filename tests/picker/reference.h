@@ -1,0 +1,61 @@
+// What a pass and the choices after it must give, worked out plainly on the processor.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace reference {
+
+inline constexpr int kSide = 32;
+inline constexpr int kProcessedSide = 16;
+
+struct Pixel {
+  std::uint8_t red, green, blue, alpha;
+
+  friend bool operator==(const Pixel&, const Pixel&) = default;
+};
+
+/// 32 x 32, the image's top row first.
+using Pixels = std::array<Pixel, std::size_t{kSide} * kSide>;
+
+/// The frame that the shader leaves for a squeezed image (premultiplied), as the software renderer
+/// computes it in single precision.
+Pixels frameOf(const Pixels& image);
+
+/// Components 0 to 1. A grey has two components only, which the measures take for black.
+struct Color {
+  double red, green, blue;
+  bool isGrey = false;
+
+  friend bool operator==(const Color&, const Color&) = default;
+};
+
+Color colorOf(const Pixel& pixel);
+
+struct Scheme {
+  Color background, primary, secondary;
+};
+
+Color backgroundOf(const Pixels& frame);
+/// The text colours for a background that need not be the frame's own.
+Scheme schemeOf(const Pixels& frame, const Color& background);
+inline Scheme schemeOf(const Pixels& frame) { return schemeOf(frame, backgroundOf(frame)); }
+
+/// The colour of the greatest alpha whose squared distance from that one is above the limit, in a
+/// frame of any size.
+Color farthestFrequent(const std::vector<Pixel>& frame, unsigned width, unsigned height,
+                       const Color& from, unsigned limit);
+
+float yOf(const Color& color);
+bool contrasts(const Color& background, const Color& foreground);
+
+struct Hsb {
+  double hue, saturation, brightness;
+};
+Hsb hsbOf(const Color& color);
+
+/// The colour that stands for an image with that scheme.
+Color importantOf(const Scheme& scheme);
+
+}  // namespace reference
