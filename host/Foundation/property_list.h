@@ -1,4 +1,4 @@
-// Property lists: reading XML and binary ones, writing XML.
+// Property lists: reading and writing XML and binary ones.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,8 @@
 
 namespace host {
 
-/// The object tree of a property list, autoreleased; nil for what cannot be parsed, is deeper than
+/// The object tree of a property list, autoreleased, where references of keyed archives are objects
+/// too (keyed_archive_uid.h); nil for what cannot be parsed, is deeper than
 /// kMaximumDepth, larger than kMaximumBytes, or expands to more than kMaximumNodes.
 HOST_EXPORT NSObject* propertyListFromData(std::string_view bytes);
 /// The same for a file on this machine; nil too where it is missing, unreadable or no plain file.
@@ -18,6 +19,8 @@ HOST_EXPORT NSObject* propertyListFromFile(const std::string& path);
 
 /// The XML form, or nothing where the tree holds an object that a property list cannot.
 HOST_EXPORT std::optional<std::string> xmlFromPropertyList(NSObject* root);
+/// The same in binary form.
+HOST_EXPORT std::optional<std::string> binaryFromPropertyList(NSObject* root);
 
 /// Writes a file on this machine, in place or through a temporary file and rename. Missing folders
 /// are not made. False on failure, the old file intact in the atomic case.

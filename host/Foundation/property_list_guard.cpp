@@ -12,9 +12,11 @@ std::string_view withoutPreamble(std::string_view text) {
   return text;
 }
 
+bool isBinaryPropertyList(std::string_view bytes) { return bytes.starts_with("bplist00"); }
+
 PropertyListFormat guardPropertyList(std::string_view bytes) {
   if (bytes.size() > kMaximumBytes) return PropertyListFormat::refused;
-  if (bytes.starts_with("bplist00")) {
+  if (isBinaryPropertyList(bytes)) {
     return isSafeBinaryPropertyList(bytes) ? PropertyListFormat::binary
                                            : PropertyListFormat::refused;
   }

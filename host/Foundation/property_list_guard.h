@@ -16,6 +16,9 @@ enum class PropertyListFormat {
 /// The format, where the parsing library can be given the bytes.
 PropertyListFormat guardPropertyList(std::string_view bytes);
 
+/// Whether the bytes claim to be a binary one.
+bool isBinaryPropertyList(std::string_view bytes);
+
 bool isSafeBinaryPropertyList(std::string_view bytes);
 /// The text begins with its first tag.
 bool isSafeXmlPropertyList(std::string_view text);

@@ -1,6 +1,7 @@
-// Objects to XML.
+// Objects to XML and binary property lists.
 #include <cstring>
 
+#include "Foundation/keyed_archive_uid.h"
 #include "Foundation/property_list.h"
 #include "Foundation/property_list_node.h"
 #include "Foundation/text.h"
@@ -23,6 +24,7 @@ class Writer {
     if (auto* data = objc::as<NSData>(object)) {
       return plist::Tree(plist_new_data(static_cast<const char*>(data->bytes()), data->length()));
     }
+    if (isArchiveUid(object)) return plist::Tree(plist_new_uid(archiveUidIndex(object)));
     if (depth_ == kMaximumDepth) return {};
     ++depth_;
     plist::Tree result;
@@ -88,22 +90,31 @@ class Writer {
   std::size_t nodes_ = 0;
 };
 
-struct FreeXml {
-  void operator()(char* text) const { plist_to_xml_free(text); }
-};
+/// Has the parsing library write the tree, and frees what it wrote.
+template <auto Write, auto Free>
+std::optional<std::string> written(NSObject* root) {
+  struct FreeBytes {
+    void operator()(char* bytes) const { Free(bytes); }
+  };
+  objc::AutoreleasePool pool;
+  const plist::Tree tree = Writer().tree(root);
+  if (tree == nullptr) return {};
+  char* bytes = nullptr;
+  std::uint32_t length = 0;
+  Write(tree.get(), &bytes, &length);
+  const std::unique_ptr<char, FreeBytes> owner(bytes);
+  if (bytes == nullptr) return {};
+  return std::string(bytes, length);
+}
 
 }  // namespace
 
 std::optional<std::string> xmlFromPropertyList(NSObject* root) {
-  objc::AutoreleasePool pool;
-  const plist::Tree tree = Writer().tree(root);
-  if (tree == nullptr) return {};
-  char* words = nullptr;
-  std::uint32_t length = 0;
-  plist_to_xml(tree.get(), &words, &length);
-  const std::unique_ptr<char, FreeXml> owner(words);
-  if (words == nullptr) return {};
-  return std::string(words, length);
+  return written<plist_to_xml, plist_to_xml_free>(root);
+}
+
+std::optional<std::string> binaryFromPropertyList(NSObject* root) {
+  return written<plist_to_bin, plist_to_bin_free>(root);
 }
 
 }  // namespace host
