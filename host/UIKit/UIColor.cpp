@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CoreGraphics/objects.h"
 #include "Foundation/text.h"
 
 namespace host {
@@ -101,6 +102,20 @@ bool Color::getWhite(CGFloat* white, CGFloat* alpha) {
 
 NSUInteger Color::componentCount() { return isGrey ? 2 : 4; }
 
+CGColorRef Color::cgColor() {
+  auto* color = makeObject<CGColor>();
+  color->count = componentCount();
+  if (isGrey) color->components = {r, a};
+  else color->components = {r, g, b, a};
+  return static_cast<CGColorRef>(objc_autorelease(color));
+}
+
+Color* Color::withCgColor(CGColorRef color) {
+  if (color == nullptr) return nullptr;
+  const auto& c = color->components;
+  return color->count == 2 ? withWhite(c[0], c[1]) : withRgb(c[0], c[1], c[2], c[3]);
+}
+
 bool Color::equals(NSObject* other) {
   auto* color = static_cast<Color*>(objc::as<UIColor>(other));
   return color != nullptr && isGrey == color->isGrey && r == color->r && g == color->g &&
@@ -140,12 +155,15 @@ OBJC_CLASS_NAMED(UIColor, NSObject, Color, NSObject, objc::Ivar<"red", &Color::r
                  objc::ClassMethod<"clearColor", &Color::clear>,
                  objc::ClassMethod<"redColor", &Color::red>,
                  objc::ClassMethod<"blueColor", &Color::blue>,
+                 objc::ClassMethod<"yellowColor", &Color::yellow>,
                  objc::Method<"initWithRed:green:blue:alpha:", &Color::initRgb>,
                  objc::Method<"initWithWhite:alpha:", &Color::initWhite>,
                  objc::Method<"colorWithAlphaComponent:", &Color::withAlpha>,
                  objc::Method<"getRed:green:blue:alpha:", &Color::getRgb>,
                  objc::Method<"getHue:saturation:brightness:alpha:", &Color::getHsb>,
                  objc::Method<"getWhite:alpha:", &Color::getWhite>,
+                 objc::ClassMethod<"colorWithCGColor:", &Color::withCgColor>,
+                 objc::Method<"CGColor", &Color::cgColor>,
                  objc::Method<"_componentCount", &Color::componentCount>,
                  objc::Method<"isEqual:", &Color::equals>, objc::Method<"hash", &Color::hashValue>,
                  objc::Method<"copy", &Color::copy>, objc::Method<"description", &Color::describe>)

@@ -17,6 +17,7 @@ struct Color : UIColor {
   static Color* clear() { return make(0, 0, 0, 0, true); }
   static Color* red() { return make(1, 0, 0, 1, false); }
   static Color* blue() { return make(0, 0, 1, 1, false); }
+  static Color* yellow() { return make(1, 1, 0, 1, false); }
 
   Color* initRgb(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
   Color* initWhite(CGFloat white, CGFloat alpha);
@@ -26,6 +27,8 @@ struct Color : UIColor {
   bool getWhite(CGFloat* white, CGFloat* alpha);
   /// Four for a colour, two for a grey.
   NSUInteger componentCount();
+  CGColorRef cgColor();
+  static Color* withCgColor(CGColorRef color);
   bool equals(NSObject* other);
   NSUInteger hashValue();
   Color* copy();

@@ -71,6 +71,8 @@ void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat sc
 /// What the context on top holds; nil without one.
 UIImage* UIGraphicsGetImageFromCurrentImageContext();
 void UIGraphicsEndImageContext();
+/// Nil without one.
+CGContextRef UIGraphicsGetCurrentContext();
 /// Quality 0 to 1. The image's transparent parts are laid on white. Nil for an image without
 /// bitmap.
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);

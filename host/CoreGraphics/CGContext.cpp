@@ -1,0 +1,75 @@
+// A context's state, and plain fills.
+#include "CoreGraphics/drawing.h"
+
+namespace {
+
+void fill(CGContextRef context, CGRect rect, cairo_operator_t how) {
+  if (context == nullptr) return;
+  const host::Drawing drawing(context);
+  cairo_t* cairo = drawing.cairo();
+  const auto& state = context->state();
+  cairo_save(cairo);
+  cairo_set_operator(cairo, how);
+  cairo_set_source_rgba(cairo, state.fill[0], state.fill[1], state.fill[2],
+                        state.fill[3] * state.alpha);
+  cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
+  cairo_fill(cairo);
+  cairo_restore(cairo);
+}
+
+}  // namespace
+
+extern "C" {
+
+HOST_EXPORT void CGContextSaveGState(CGContextRef context) {
+  if (context == nullptr) return;
+  cairo_save(context->cairo.get());
+  context->states.push_back(context->state());
+}
+HOST_EXPORT void CGContextRestoreGState(CGContextRef context) {
+  if (context == nullptr || context->states.size() < 2) return;
+  cairo_restore(context->cairo.get());
+  context->states.pop_back();
+}
+
+HOST_EXPORT void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y) {
+  if (context != nullptr) cairo_translate(context->cairo.get(), x, y);
+}
+HOST_EXPORT void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y) {
+  // Cairo gives up for good on a matrix that cannot be undone.
+  if (context != nullptr && x != 0 && y != 0) cairo_scale(context->cairo.get(), x, y);
+}
+HOST_EXPORT void CGContextConcatCTM(CGContextRef context, CGAffineTransform t) {
+  if (context == nullptr || t.a * t.d - t.b * t.c == 0) return;
+  cairo_matrix_t matrix;
+  cairo_matrix_init(&matrix, t.a, t.b, t.c, t.d, t.tx, t.ty);
+  cairo_transform(context->cairo.get(), &matrix);
+}
+
+HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha) {
+  if (context != nullptr) context->state().alpha = std::clamp<CGFloat>(alpha, 0, 1);
+}
+HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
+                                          CGFloat blue, CGFloat alpha) {
+  if (context != nullptr) context->state().fill = {red, green, blue, alpha};
+}
+HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color) {
+  if (color == nullptr) return;
+  const auto& c = color->components;
+  if (color->count == 2) CGContextSetRGBFillColor(context, c[0], c[0], c[0], c[1]);
+  else CGContextSetRGBFillColor(context, c[0], c[1], c[2], c[3]);
+}
+
+HOST_EXPORT void CGContextFillRect(CGContextRef context, CGRect rect) {
+  if (context != nullptr) fill(context, rect, cairo_get_operator(context->cairo.get()));
+}
+HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect) {
+  fill(context, rect, CAIRO_OPERATOR_CLEAR);
+}
+HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect) {
+  if (context == nullptr) return;
+  cairo_rectangle(context->cairo.get(), rect.origin.x, rect.origin.y, rect.size.width,
+                  rect.size.height);
+  cairo_clip(context->cairo.get());
+}
+}

@@ -1,0 +1,59 @@
+// What the stand-in offers of CoreGraphics beyond what the library calls.
+#pragma once
+
+#include "export.h"
+#include "platform/CoreGraphics.h"
+#include "platform/Foundation.h"
+
+enum class CGColorSpaceModel : std::int32_t { monochrome = 0, rgb = 1 };
+
+struct CGAffineTransform {
+  CGFloat a, b, c, d, tx, ty;
+};
+
+extern "C" {
+HOST_EXPORT CGColorSpaceRef CGColorSpaceCreateDeviceGray();
+HOST_EXPORT CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space);
+HOST_EXPORT CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space);
+/// Without alpha.
+HOST_EXPORT std::size_t CGColorSpaceGetNumberOfComponents(CGColorSpaceRef space);
+
+HOST_EXPORT CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components);
+HOST_EXPORT void CGColorRelease(CGColorRef color);
+
+HOST_EXPORT CGDataProviderRef CGDataProviderCreateWithCFData(NSData* data);
+/// The bytes as they were given; nil for nil.
+HOST_EXPORT NSData* CGDataProviderCopyData(CGDataProviderRef provider);
+
+HOST_EXPORT std::size_t CGImageGetBitsPerComponent(CGImageRef image);
+HOST_EXPORT std::size_t CGImageGetBitsPerPixel(CGImageRef image);
+HOST_EXPORT std::size_t CGImageGetBytesPerRow(CGImageRef image);
+HOST_EXPORT CGBitmapInfo CGImageGetBitmapInfo(CGImageRef image);
+HOST_EXPORT CGBitmapInfo CGImageGetAlphaInfo(CGImageRef image);
+HOST_EXPORT bool CGImageGetShouldInterpolate(CGImageRef image);
+/// Not owned by the caller.
+HOST_EXPORT CGDataProviderRef CGImageGetDataProvider(CGImageRef image);
+HOST_EXPORT CGImageRef CGImageRetain(CGImageRef image);
+
+/// A copy of what is drawn so far.
+HOST_EXPORT CGImageRef CGBitmapContextCreateImage(CGContextRef context);
+HOST_EXPORT void* CGBitmapContextGetData(CGContextRef context);
+HOST_EXPORT std::size_t CGBitmapContextGetWidth(CGContextRef context);
+HOST_EXPORT std::size_t CGBitmapContextGetHeight(CGContextRef context);
+HOST_EXPORT std::size_t CGBitmapContextGetBytesPerRow(CGContextRef context);
+HOST_EXPORT CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef context);
+HOST_EXPORT CGColorSpaceRef CGBitmapContextGetColorSpace(CGContextRef context);
+
+HOST_EXPORT void CGContextSaveGState(CGContextRef context);
+HOST_EXPORT void CGContextRestoreGState(CGContextRef context);
+HOST_EXPORT void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
+HOST_EXPORT void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
+HOST_EXPORT void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform);
+HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
+HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color);
+HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
+                                          CGFloat blue, CGFloat alpha);
+HOST_EXPORT void CGContextFillRect(CGContextRef context, CGRect rect);
+HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect);
+HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect);
+}

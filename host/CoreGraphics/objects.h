@@ -1,0 +1,96 @@
+// CoreGraphics' objects. They are the run-time's own, so they are retained and released as such.
+#pragma once
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "CoreGraphics/CoreGraphics.h"
+#include "CoreGraphics/pixel_format.h"
+#include "objc/define.h"
+#include "objc/strong.h"
+
+struct FreeSurface {
+  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using CairoSurface = std::unique_ptr<cairo_surface_t, FreeSurface>;
+
+struct FreeCairo {
+  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+};
+using Cairo = std::unique_ptr<cairo_t, FreeCairo>;
+
+struct CGColorSpace : NSObject {
+  static CGColorSpace* make(CGColorSpaceModel model);
+
+  CGColorSpaceModel model;
+};
+
+struct CGColor : NSObject {
+  std::size_t count;                  ///< alpha included
+  std::array<CGFloat, 4> components;  ///< the first `count` of them
+};
+
+struct CGDataProvider : NSObject {
+  void dealloc();
+
+  const std::uint8_t* bytes;
+  std::size_t size;
+  void* info;
+  CGDataProviderReleaseDataCallback release;
+};
+
+struct CGImage : NSObject {
+  /// The pixels as cairo has them, converted at the first use.
+  cairo_surface_t* surface();
+
+  std::size_t width, height, bytesPerRow;
+  host::PixelFormat format;
+  Strong<CGColorSpace> space;
+  Strong<CGDataProvider> provider;
+  std::vector<CGFloat> decode;
+  bool interpolates;
+  std::once_flag converted;
+  CairoSurface pixels;
+};
+
+struct CGContext : NSObject {
+  /// What stands in the caller's memory comes in before drawing, and goes back after it.
+  void load();
+  void store();
+
+  struct State {
+    std::array<CGFloat, 4> fill{0, 0, 0, 1};
+    CGFloat alpha = 1;
+  };
+  State& state() {
+    if (states.empty()) states.emplace_back();
+    return states.back();
+  }
+
+  std::size_t width, height, bytesPerRow;
+  host::PixelFormat format;
+  Strong<CGColorSpace> space;
+  std::uint8_t* memory;  ///< the caller's, or `own`
+  std::unique_ptr<std::uint8_t[]> own;
+  bool inPlace;  ///< cairo draws into the memory itself
+  CairoSurface surface;
+  Cairo cairo;
+  std::vector<State>
+      states;  ///< what cairo does not keep of the saved ones, and of the present one
+};
+
+namespace host {
+
+/// A new instance of one of the classes above, owned by the caller.
+template <class T>
+T* makeObject() {
+  return static_cast<T*>(class_createInstance(objc::classOf<T>(), 0));
+}
+
+}  // namespace host

@@ -1,0 +1,146 @@
+// Images: a bitmap, its scale and which way up it is.
+#include "UIKit/UIImage.h"
+
+#include "CoreGraphics/CoreGraphics.h"
+#include "Foundation/file_contents.h"
+#include "Foundation/text.h"
+#include "ImageIO/decode.h"
+#include "objc/owned.h"
+#include "process/container.h"
+
+using host::Image;
+using objc::ClassMethod;
+using objc::Ivar;
+using objc::Method;
+
+OBJC_CLASS_NAMED(UIImage, NSObject, Image, NSObject, Ivar<"_bitmap", &Image::bitmap>,
+                 Ivar<"_scale", &Image::scale>, Ivar<"_imageOrientation", &Image::orientation>,
+                 ClassMethod<"imageWithCGImage:", &Image::withBitmap>,
+                 ClassMethod<"imageWithCGImage:scale:orientation:", &Image::withBitmapAt>,
+                 ClassMethod<"imageWithData:", &Image::withData>,
+                 ClassMethod<"imageWithData:scale:", &Image::withDataAt>,
+                 ClassMethod<"imageWithContentsOfFile:", &Image::withFile>,
+                 Method<"initWithCGImage:", &Image::initWithBitmap>,
+                 Method<"initWithCGImage:scale:orientation:", &Image::initWithBitmapAt>,
+                 Method<"initWithData:", &Image::initWithData>,
+                 Method<"initWithData:scale:", &Image::initWithDataAt>,
+                 Method<"size", &Image::sizeOf>, Method<"scale", &Image::scaleOf>,
+                 Method<"imageOrientation", &Image::orientationOf>,
+                 Method<"CGImage", &Image::bitmapOf>, Method<"drawInRect:", &Image::drawInRect>,
+                 Method<"drawAtPoint:", &Image::drawAtPoint>,
+                 Method<"drawInRect:blendMode:alpha:", &Image::drawBlended>)
+
+namespace host {
+
+namespace {
+
+constexpr std::size_t kLargestFile = 256 << 20;
+
+Image* allocated() { return static_cast<Image*>(class_createInstance(&objc_class_UIImage, 0)); }
+
+UIImage* autoreleased(Image* image) { return static_cast<UIImage*>(objc_autorelease(image)); }
+
+bool isSideways(Orientation orientation) {
+  return orientation == Orientation::left || orientation == Orientation::right ||
+         orientation == Orientation::leftMirrored || orientation == Orientation::rightMirrored;
+}
+
+CGImageRef bitmapOf(const imageio::Picture& picture) {
+  NSData* bytes = NSData::dataWithBytes(picture.rgba.data(), picture.rgba.size());
+  const objc::Owned<CGDataProviderRef, &CGDataProviderRelease> provider(
+      CGDataProviderCreateWithCFData(bytes));
+  const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
+  return CGImageCreate(picture.width, picture.height, 8, 32, std::size_t{picture.width} * 4, space,
+                       picture.hasAlpha ? kCGImageAlphaLast : kCGImageAlphaNoneSkipLast, provider,
+                       nullptr, true, CGColorRenderingIntent::standard);
+}
+
+/// From a unit square with the origin at the upper left, as the image is shown, to the same square
+/// as the bitmap has it.
+CGAffineTransform toShown(Orientation orientation) {
+  switch (orientation) {
+    case Orientation::up:
+      return {1, 0, 0, 1, 0, 0};
+    case Orientation::down:
+      return {-1, 0, 0, -1, 1, 1};
+    case Orientation::left:
+      return {0, -1, 1, 0, 0, 1};
+    case Orientation::right:
+      return {0, 1, -1, 0, 1, 0};
+    case Orientation::upMirrored:
+      return {-1, 0, 0, 1, 1, 0};
+    case Orientation::downMirrored:
+      return {1, 0, 0, -1, 0, 1};
+    case Orientation::leftMirrored:
+      return {0, -1, -1, 0, 1, 1};
+    case Orientation::rightMirrored:
+      return {0, 1, 1, 0, 0, 0};
+  }
+  return {1, 0, 0, 1, 0, 0};
+}
+
+}  // namespace
+
+UIImage* Image::withBitmap(CGImageRef image) { return withBitmapAt(image, 1, 0); }
+UIImage* Image::withBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation) {
+  return image == nullptr ? nullptr
+                          : autoreleased(allocated()->initWithBitmapAt(image, scale, orientation));
+}
+UIImage* Image::withData(NSData* data) { return withDataAt(data, 1); }
+UIImage* Image::withDataAt(NSData* data, CGFloat scale) {
+  return autoreleased(allocated()->initWithDataAt(data, scale));
+}
+UIImage* Image::withFile(NSString* path) {
+  const auto contents = fileContents(hostPath(text(path)), kLargestFile);
+  return contents ? withData(NSData::dataWithBytes(contents->data(), contents->size())) : nullptr;
+}
+
+Image* Image::initWithBitmap(CGImageRef image) { return initWithBitmapAt(image, 1, 0); }
+Image* Image::initWithBitmapAt(CGImageRef image, CGFloat imageScale, NSInteger value) {
+  bitmap = Strong<CGImage>::retain(image);
+  scale = imageScale > 0 ? imageScale : 1;
+  orientation = value >= 0 && value <= 7 ? static_cast<Orientation>(value) : Orientation::up;
+  return this;
+}
+Image* Image::initWithData(NSData* data) { return initWithDataAt(data, 1); }
+Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
+  std::optional<imageio::Picture> picture;
+  if (data != nullptr)
+    picture = imageio::decode({static_cast<const char*>(data->bytes()), data->length()});
+  const auto made = Strong<CGImage>::adopt(picture ? host::bitmapOf(*picture) : nullptr);
+  if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
+  objc_release(this);
+  return nullptr;
+}
+
+CGSize Image::sizeOf() {
+  const auto width = static_cast<CGFloat>(CGImageGetWidth(bitmap)) / scale;
+  const auto height = static_cast<CGFloat>(CGImageGetHeight(bitmap)) / scale;
+  return isSideways(orientation) ? CGSize{height, width} : CGSize{width, height};
+}
+
+void Image::drawAtPoint(CGPoint point) { drawInRect({point, sizeOf()}); }
+
+void Image::drawBlended(CGRect rect, std::int32_t, CGFloat alpha) {
+  CGContextRef context = UIGraphicsGetCurrentContext();
+  CGContextSaveGState(context);
+  CGContextSetAlpha(context, alpha);
+  drawInRect(rect);
+  CGContextRestoreGState(context);
+}
+
+void Image::drawInRect(CGRect rect) {
+  CGContextRef context = UIGraphicsGetCurrentContext();
+  if (context == nullptr) return;
+  CGContextSaveGState(context);
+  CGContextTranslateCTM(context, rect.origin.x, rect.origin.y);
+  CGContextScaleCTM(context, rect.size.width, rect.size.height);
+  CGContextConcatCTM(context, toShown(orientation));
+  // CoreGraphics draws upwards.
+  CGContextTranslateCTM(context, 0, 1);
+  CGContextScaleCTM(context, 1, -1);
+  CGContextDrawImage(context, {{0, 0}, {1, 1}}, bitmap);
+  CGContextRestoreGState(context);
+}
+
+}  // namespace host

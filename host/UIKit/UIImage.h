@@ -1,0 +1,50 @@
+// The stand-in's image.
+#pragma once
+
+#include "CoreGraphics/objects.h"
+#include "platform/UIKit.h"
+
+namespace host {
+
+/// Which way up an image is to be shown.
+enum class Orientation : NSInteger {
+  up,
+  down,
+  left,
+  right,
+  upMirrored,
+  downMirrored,
+  leftMirrored,
+  rightMirrored,
+};
+
+struct Image : UIImage {
+  static UIImage* withBitmap(CGImageRef image);
+  static UIImage* withBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation);
+  static UIImage* withData(NSData* data);
+  static UIImage* withDataAt(NSData* data, CGFloat scale);
+  /// A path of the device.
+  static UIImage* withFile(NSString* path);
+
+  Image* initWithBitmap(CGImageRef image);
+  Image* initWithBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation);
+  /// Nil, and the receiver gone, for what is no image.
+  Image* initWithData(NSData* data);
+  Image* initWithDataAt(NSData* data, CGFloat scale);
+
+  /// In points, as shown.
+  CGSize sizeOf();
+  CGFloat scaleOf() { return scale; }
+  NSInteger orientationOf() { return static_cast<NSInteger>(orientation); }
+  CGImageRef bitmapOf() { return bitmap; }
+
+  void drawInRect(CGRect rect);
+  void drawAtPoint(CGPoint point);
+  void drawBlended(CGRect rect, std::int32_t mode, CGFloat alpha);
+
+  Strong<CGImage> bitmap;
+  CGFloat scale;
+  Orientation orientation;
+};
+
+}  // namespace host
