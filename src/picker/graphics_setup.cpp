@@ -14,7 +14,7 @@ SEL waitingShaderKey() { return objc::Selector<"waitingVertexShader">::get(); }
 
 GLuint waitingShader(EAGLContext* context) {
   auto* name = objc::associated<NSNumber>(context, waitingShaderKey());
-  const auto shader = send<GLuint>(name, "unsignedIntValue"_sel);
+  const auto shader = static_cast<GLuint>(send<long long>(name, "longLongValue"_sel));
   return glIsShader(shader) != GL_FALSE ? shader : 0;
 }
 

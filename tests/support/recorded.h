@@ -1,0 +1,33 @@
+// Calls of methods, noted down in order as they happen.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "objc/hook.h"
+
+namespace test {
+
+inline std::vector<std::string>& calls() {
+  static std::vector<std::string> names;
+  return names;
+}
+
+/// One method whose calls are noted and passed on: Recorded<"setupOpenGL", void()>.
+template <objc::FixedString Name, class Signature>
+class Recorded;
+
+template <objc::FixedString Name, class R, class... A>
+class Recorded<Name, R(A...)> {
+ public:
+  static void install(Class cls) { hook_.install(cls, objc::Selector<Name>::get(), &noted); }
+
+ private:
+  static R noted(NSObject* self, SEL command, A... arguments) {
+    calls().emplace_back(Name.text);
+    return hook_.original(self, command, arguments...);
+  }
+  static inline constinit objc::Hook<R(NSObject*, A...)> hook_;
+};
+
+}  // namespace test
