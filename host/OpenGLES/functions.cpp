@@ -76,137 +76,82 @@ std::uint64_t callCount() {
 
 using host::gl::Function;
 
+// A function of the driver under its own name: result, name, parameters, arguments.
+#define GL_FUNCTION(Result, Name, Parameters, Arguments) \
+  HOST_EXPORT Result Name Parameters { return Function<#Name>::call<Result> Arguments; }
+
 extern "C" {
-HOST_EXPORT void glActiveTexture(GLenum texture) {
-  Function<"glActiveTexture">::call<void>(texture);
-}
-HOST_EXPORT void glAttachShader(GLuint program, GLuint shader) {
-  Function<"glAttachShader">::call<void>(program, shader);
-}
-HOST_EXPORT void glBindBuffer(GLenum target, GLuint buffer) {
-  Function<"glBindBuffer">::call<void>(target, buffer);
-}
-HOST_EXPORT void glBindFramebuffer(GLenum target, GLuint framebuffer) {
-  Function<"glBindFramebuffer">::call<void>(target, framebuffer);
-}
-HOST_EXPORT void glBindRenderbuffer(GLenum target, GLuint renderbuffer) {
-  Function<"glBindRenderbuffer">::call<void>(target, renderbuffer);
-}
-HOST_EXPORT void glBindTexture(GLenum target, GLuint texture) {
-  Function<"glBindTexture">::call<void>(target, texture);
-}
-HOST_EXPORT void glBlendFunc(GLenum source, GLenum destination) {
-  Function<"glBlendFunc">::call<void>(source, destination);
-}
-HOST_EXPORT void glBufferData(GLenum target, GLsizeiptr size, const void* data, GLenum usage) {
-  Function<"glBufferData">::call<void>(target, size, data, usage);
-}
-HOST_EXPORT void glClear(GLbitfield mask) { Function<"glClear">::call<void>(mask); }
-HOST_EXPORT void glClearColor(GLclampf red, GLclampf green, GLclampf blue, GLclampf alpha) {
-  Function<"glClearColor">::call<void>(red, green, blue, alpha);
-}
-HOST_EXPORT void glCompileShader(GLuint shader) { Function<"glCompileShader">::call<void>(shader); }
-HOST_EXPORT GLuint glCreateProgram() { return Function<"glCreateProgram">::call<GLuint>(); }
-HOST_EXPORT GLuint glCreateShader(GLenum type) {
-  return Function<"glCreateShader">::call<GLuint>(type);
-}
-HOST_EXPORT void glDeleteProgram(GLuint program) {
-  Function<"glDeleteProgram">::call<void>(program);
-}
-HOST_EXPORT void glDeleteShader(GLuint shader) { Function<"glDeleteShader">::call<void>(shader); }
-HOST_EXPORT void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
-  Function<"glDrawElements">::call<void>(mode, count, type, indices);
-}
-HOST_EXPORT void glEnable(GLenum capability) { Function<"glEnable">::call<void>(capability); }
-HOST_EXPORT void glEnableVertexAttribArray(GLuint index) {
-  Function<"glEnableVertexAttribArray">::call<void>(index);
-}
-HOST_EXPORT void glFramebufferRenderbuffer(GLenum target, GLenum attachment,
-                                           GLenum renderbufferTarget, GLuint renderbuffer) {
-  Function<"glFramebufferRenderbuffer">::call<void>(target, attachment, renderbufferTarget,
-                                                    renderbuffer);
-}
-HOST_EXPORT void glGenBuffers(GLsizei count, GLuint* buffers) {
-  Function<"glGenBuffers">::call<void>(count, buffers);
-}
-HOST_EXPORT void glGenFramebuffers(GLsizei count, GLuint* framebuffers) {
-  Function<"glGenFramebuffers">::call<void>(count, framebuffers);
-}
-HOST_EXPORT void glGenRenderbuffers(GLsizei count, GLuint* renderbuffers) {
-  Function<"glGenRenderbuffers">::call<void>(count, renderbuffers);
-}
-HOST_EXPORT void glGenTextures(GLsizei count, GLuint* textures) {
-  Function<"glGenTextures">::call<void>(count, textures);
-}
-HOST_EXPORT GLint glGetAttribLocation(GLuint program, const GLchar* name) {
-  return Function<"glGetAttribLocation">::call<GLint>(program, name);
-}
-HOST_EXPORT void glGetIntegerv(GLenum name, GLint* values) {
-  Function<"glGetIntegerv">::call<void>(name, values);
-}
-HOST_EXPORT void glGetProgramInfoLog(GLuint program, GLsizei size, GLsizei* length, GLchar* log) {
-  Function<"glGetProgramInfoLog">::call<void>(program, size, length, log);
-}
-HOST_EXPORT void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-  Function<"glGetProgramiv">::call<void>(program, name, value);
-  if (name == GL_LINK_STATUS && host::gl::linkFails) *value = 0;
-}
+GL_FUNCTION(void, glActiveTexture, (GLenum texture), (texture))
+GL_FUNCTION(void, glAttachShader, (GLuint program, GLuint shader), (program, shader))
+GL_FUNCTION(void, glBindBuffer, (GLenum target, GLuint buffer), (target, buffer))
+GL_FUNCTION(void, glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer))
+GL_FUNCTION(void, glBindRenderbuffer, (GLenum target, GLuint renderbuffer), (target, renderbuffer))
+GL_FUNCTION(void, glBindTexture, (GLenum target, GLuint texture), (target, texture))
+GL_FUNCTION(void, glBlendFunc, (GLenum source, GLenum destination), (source, destination))
+GL_FUNCTION(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
+            (target, size, data, usage))
+GL_FUNCTION(void, glClear, (GLbitfield mask), (mask))
+GL_FUNCTION(void, glClearColor, (GLclampf red, GLclampf green, GLclampf blue, GLclampf alpha),
+            (red, green, blue, alpha))
+GL_FUNCTION(void, glCompileShader, (GLuint shader), (shader))
+GL_FUNCTION(GLuint, glCreateProgram, (), ())
+GL_FUNCTION(GLuint, glCreateShader, (GLenum type), (type))
+GL_FUNCTION(void, glDeleteProgram, (GLuint program), (program))
+GL_FUNCTION(void, glDeleteShader, (GLuint shader), (shader))
+GL_FUNCTION(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
+            (mode, count, type, indices))
+GL_FUNCTION(void, glEnable, (GLenum capability), (capability))
+GL_FUNCTION(void, glEnableVertexAttribArray, (GLuint index), (index))
+GL_FUNCTION(void, glFramebufferRenderbuffer,
+            (GLenum target, GLenum attachment, GLenum renderbufferTarget, GLuint renderbuffer),
+            (target, attachment, renderbufferTarget, renderbuffer))
+GL_FUNCTION(void, glGenBuffers, (GLsizei count, GLuint* buffers), (count, buffers))
+GL_FUNCTION(void, glGenFramebuffers, (GLsizei count, GLuint* framebuffers), (count, framebuffers))
+GL_FUNCTION(void, glGenRenderbuffers, (GLsizei count, GLuint* renderbuffers),
+            (count, renderbuffers))
+GL_FUNCTION(void, glGenTextures, (GLsizei count, GLuint* textures), (count, textures))
+GL_FUNCTION(GLint, glGetAttribLocation, (GLuint program, const GLchar* name), (program, name))
+GL_FUNCTION(void, glGetIntegerv, (GLenum name, GLint* values), (name, values))
+GL_FUNCTION(void, glGetProgramInfoLog, (GLuint program, GLsizei size, GLsizei* length, GLchar* log),
+            (program, size, length, log))
+GL_FUNCTION(GLint, glGetUniformLocation, (GLuint program, const GLchar* name), (program, name))
+GL_FUNCTION(GLboolean, glIsBuffer, (GLuint buffer), (buffer))
+GL_FUNCTION(GLboolean, glIsProgram, (GLuint program), (program))
+GL_FUNCTION(GLboolean, glIsRenderbuffer, (GLuint renderbuffer), (renderbuffer))
+GL_FUNCTION(GLboolean, glIsShader, (GLuint shader), (shader))
+GL_FUNCTION(GLboolean, glIsTexture, (GLuint texture), (texture))
+GL_FUNCTION(void, glLinkProgram, (GLuint program), (program))
+GL_FUNCTION(void, glReadPixels,
+            (GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum type,
+             void* pixels),
+            (x, y, width, height, format, type, pixels))
+GL_FUNCTION(void, glRenderbufferStorage,
+            (GLenum target, GLenum format, GLsizei width, GLsizei height),
+            (target, format, width, height))
+GL_FUNCTION(void, glShaderSource,
+            (GLuint shader, GLsizei count, const GLchar* const* strings, const GLint* lengths),
+            (shader, count, strings, lengths))
+GL_FUNCTION(void, glTexImage2D,
+            (GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
+             GLint border, GLenum format, GLenum type, const void* pixels),
+            (target, level, internalFormat, width, height, border, format, type, pixels))
+GL_FUNCTION(void, glTexParameteri, (GLenum target, GLenum name, GLint value), (target, name, value))
+GL_FUNCTION(void, glUniform1i, (GLint location, GLint value), (location, value))
+GL_FUNCTION(void, glUseProgram, (GLuint program), (program))
+GL_FUNCTION(void, glValidateProgram, (GLuint program), (program))
+GL_FUNCTION(void, glVertexAttribPointer,
+            (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride,
+             const void* pointer),
+            (index, size, type, normalized, stride, pointer))
+GL_FUNCTION(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height),
+            (x, y, width, height))
+
 HOST_EXPORT void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
   Function<"glGetShaderiv">::call<void>(shader, name, value);
   if (name == GL_COMPILE_STATUS && host::gl::failsToCompile(shader)) *value = 0;
 }
-HOST_EXPORT GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-  return Function<"glGetUniformLocation">::call<GLint>(program, name);
-}
-HOST_EXPORT GLboolean glIsBuffer(GLuint buffer) {
-  return Function<"glIsBuffer">::call<GLboolean>(buffer);
-}
-HOST_EXPORT GLboolean glIsProgram(GLuint program) {
-  return Function<"glIsProgram">::call<GLboolean>(program);
-}
-HOST_EXPORT GLboolean glIsRenderbuffer(GLuint renderbuffer) {
-  return Function<"glIsRenderbuffer">::call<GLboolean>(renderbuffer);
-}
-HOST_EXPORT GLboolean glIsShader(GLuint shader) {
-  return Function<"glIsShader">::call<GLboolean>(shader);
-}
-HOST_EXPORT GLboolean glIsTexture(GLuint texture) {
-  return Function<"glIsTexture">::call<GLboolean>(texture);
-}
-HOST_EXPORT void glLinkProgram(GLuint program) { Function<"glLinkProgram">::call<void>(program); }
-HOST_EXPORT void glReadPixels(GLint x, GLint y, GLsizei width, GLsizei height, GLenum format,
-                              GLenum type, void* pixels) {
-  Function<"glReadPixels">::call<void>(x, y, width, height, format, type, pixels);
-}
-HOST_EXPORT void glRenderbufferStorage(GLenum target, GLenum format, GLsizei width,
-                                       GLsizei height) {
-  Function<"glRenderbufferStorage">::call<void>(target, format, width, height);
-}
-HOST_EXPORT void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* strings,
-                                const GLint* lengths) {
-  Function<"glShaderSource">::call<void>(shader, count, strings, lengths);
-}
-HOST_EXPORT void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
-                              GLsizei height, GLint border, GLenum format, GLenum type,
-                              const void* pixels) {
-  Function<"glTexImage2D">::call<void>(target, level, internalFormat, width, height, border, format,
-                                       type, pixels);
-}
-HOST_EXPORT void glTexParameteri(GLenum target, GLenum name, GLint value) {
-  Function<"glTexParameteri">::call<void>(target, name, value);
-}
-HOST_EXPORT void glUniform1i(GLint location, GLint value) {
-  Function<"glUniform1i">::call<void>(location, value);
-}
-HOST_EXPORT void glUseProgram(GLuint program) { Function<"glUseProgram">::call<void>(program); }
-HOST_EXPORT void glValidateProgram(GLuint program) {
-  Function<"glValidateProgram">::call<void>(program);
-}
-HOST_EXPORT void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean normalized,
-                                       GLsizei stride, const void* pointer) {
-  Function<"glVertexAttribPointer">::call<void>(index, size, type, normalized, stride, pointer);
-}
-HOST_EXPORT void glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
-  Function<"glViewport">::call<void>(x, y, width, height);
+HOST_EXPORT void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
+  Function<"glGetProgramiv">::call<void>(program, name, value);
+  if (name == GL_LINK_STATUS && host::gl::linkFails) *value = 0;
 }
 }
