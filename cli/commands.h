@@ -12,5 +12,6 @@ using Action = std::function<int()>;
 void addSettings(CLI::App& app, Action& chosen);
 void addRun(CLI::App& app, Action& chosen);
 void addInspect(CLI::App& app, Action& chosen);
+void addPick(CLI::App& app, Action& chosen);
 
 }  // namespace varnix::cli

@@ -56,6 +56,8 @@ TemporaryContainer::Folder::~Folder() {
   std::filesystem::remove_all(path, ignored);
 }
 
+TemporaryContainer::TemporaryContainer() = default;
+
 TemporaryContainer::TemporaryContainer(std::string_view devicePath, const std::string& file) {
   const std::filesystem::path target = folder_.path + std::string(devicePath);
   std::filesystem::create_directories(target.parent_path());

@@ -1,4 +1,4 @@
-// A container root that lasts as long as a command, with a copy of one file in it.
+// A container root that lasts as long as a command, empty or with a copy of one file in it.
 #pragma once
 
 #include <string>
@@ -8,6 +8,8 @@ namespace varnix::cli {
 
 class TemporaryContainer {
  public:
+  /// Throws Failure.
+  TemporaryContainer();
   /// Copies the file, whatever it holds, to the device path. Throws Failure.
   TemporaryContainer(std::string_view devicePath, const std::string& file);
   ~TemporaryContainer();

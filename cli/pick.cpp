@@ -1,0 +1,110 @@
+// varnix pick: the colours that the library finds in images.
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "Foundation/log.h"
+#include "Foundation/property_list.h"
+#include "commands.h"
+#include "errors.h"
+#include "pick/analysis.h"
+#include "pick_output.h"
+#include "process/process.h"
+#include "swatches.h"
+#include "temporary_container.h"
+
+namespace varnix::cli {
+
+namespace {
+
+struct Arguments {
+  std::vector<std::string> files;
+  bool json = false;
+  std::string picture;
+  bool wantsPicture = false;
+  int runnersUp = 5;
+  std::string color = "auto";
+};
+
+constexpr int kAllOfTheFrame = 256;
+
+/// The module with the colour code, beside the host library as everything that was built.
+pick::Entry loadModule() {
+  const auto file =
+      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "libvarnixpick.so";
+  void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* entry = module == nullptr ? nullptr : dlsym(module, pick::kEntryName);
+  if (entry == nullptr) throw Failure("cannot load the colour code", dlerror());
+  return reinterpret_cast<pick::Entry>(entry);
+}
+
+/// In an application's process, since the code asks one for its state.
+pick::Answer ask(const pick::Request& request) {
+  const TemporaryContainer container;
+  host::ProcessOptions process;
+  process.bundle = "com.example.pick";
+  process.root = container.root();
+  host::printLog(false);
+  host::startProcess(process);
+  pick::Answer answer;
+  try {
+    loadModule()(request, answer);
+  } catch (const Failure&) {
+    for (const auto& line : host::logLines()) std::cerr << line.line << '\n';
+    throw;
+  }
+  return answer;
+}
+
+void writePicture(const std::string& file, const std::string& png) {
+  if (!png.empty() && !host::writeFile(file, png, false)) throw Failure("cannot write", file);
+}
+
+int pickColors(const Arguments& arguments) {
+  if (arguments.runnersUp < 0 || arguments.runnersUp > kAllOfTheFrame) {
+    throw UsageError("unusable number of runners-up", std::to_string(arguments.runnersUp));
+  }
+  const bool withSwatches = wantsSwatches(arguments.color);
+  const pick::Answer answer = ask({.files = arguments.files,
+                                   .runnersUp = static_cast<std::size_t>(arguments.runnersUp),
+                                   .wantsPicture = arguments.wantsPicture});
+  std::cout << (arguments.json ? pickedJson(answer) : pickedText(answer, withSwatches))
+            << std::flush;
+  int status = 0;
+  for (const pick::Analysis& image : answer.images) {
+    if (image.error.empty()) continue;
+    std::cerr << "varnix: cannot pick from " << image.file << ": " << image.error << '\n';
+    status = 1;
+  }
+  if (arguments.wantsPicture) writePicture(arguments.picture, answer.picture);
+  return status;
+}
+
+}  // namespace
+
+void addPick(CLI::App& app, Action& chosen) {
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App* command =
+      app.add_subcommand("pick", "Show the colours that the library picks from images");
+  command->add_option("FILE", arguments->files, "PNG and JPEG files")->required();
+  command->add_flag("--json", arguments->json, "Print JSON");
+  CLI::Option* picture = command->add_option("--picture", arguments->picture,
+                                             "Draw how they were found, a card an image, as PNG");
+  picture->type_name("OUT");
+  command
+      ->add_option("--runners-up", arguments->runnersUp,
+                   "How many more of the frequent colours to show; 5")
+      ->type_name("N");
+  command
+      ->add_option("--color", arguments->color,
+                   "Colour swatches: auto (in a terminal), always or never")
+      ->type_name("WHEN");
+  command->callback([arguments, picture, &chosen] {
+    arguments->wantsPicture = picture->count() > 0;
+    chosen = [arguments] { return pickColors(*arguments); };
+  });
+}
+
+}  // namespace varnix::cli

@@ -1,0 +1,110 @@
+#include "pick/analyse.h"
+
+#include <algorithm>
+
+#include "color/AverageColor.h"
+#include "color/ImportantColor.h"
+#include "errors.h"
+#include "objc/autorelease_pool.h"
+#include "pick/card.h"
+#include "pick/image_file.h"
+#include "pick/pixels.h"
+#include "picker/frame_size.h"
+
+namespace varnix::cli::pick {
+
+namespace {
+
+const char* nameOf(varnix::Color::ImportantRule rule) {
+  switch (rule) {
+    case varnix::Color::ImportantRule::background:
+      return "background";
+    case varnix::Color::ImportantRule::primary:
+      return "primary";
+    case varnix::Color::ImportantRule::secondary:
+      return "secondary";
+    case varnix::Color::ImportantRule::average:
+      return "average";
+  }
+  return "";
+}
+
+/// The quarter of the frame that counts. A pass always leaves the last pixel opaque: where it is
+/// not, there was none.
+std::vector<CountedColor> frameOf(CQColorPicker* picker) {
+  auto* dumped = send<UIImage*>(picker, "dumpImageWithWidth:height:biggestAlphaColorReturn:"_sel,
+                                NSUInteger{kTotalWidth}, NSUInteger{kTotalWidth},
+                                static_cast<UIColor**>(nullptr));
+  const std::string bytes = takeRawBytes(dumped);
+  auto byteAt = [&](std::size_t x, std::size_t y, std::size_t channel) {
+    return static_cast<std::uint8_t>(bytes[(y * kTotalWidth + x) * 4 + channel]);
+  };
+  if (bytes.size() != std::size_t{kTotalWidth} * kTotalWidth * 4 ||
+      byteAt(kTotalWidth - 1, kTotalWidth - 1, 3) != 255) {
+    throw Failure("cannot pick colours", "no OpenGL ES");
+  }
+  std::vector<CountedColor> frame;
+  for (std::size_t y = 0; y < kProccesedWidth; ++y) {
+    for (std::size_t x = 0; x < kProccesedWidth; ++x) {
+      frame.push_back({{byteAt(x, y, 0), byteAt(x, y, 1), byteAt(x, y, 2)}, byteAt(x, y, 3)});
+    }
+  }
+  return frame;
+}
+
+/// By falling count, and in the frame's order where that is the same.
+std::vector<CountedColor> runnersUp(const std::vector<CountedColor>& frame, const Color& background,
+                                    std::size_t limit) {
+  std::vector<CountedColor> others;
+  for (const CountedColor& pixel : frame) {
+    auto isSame = [&](const CountedColor& other) { return other.color == pixel.color; };
+    if (pixel.color != background && std::ranges::none_of(others, isSame)) others.push_back(pixel);
+  }
+  std::ranges::stable_sort(others, std::ranges::greater{}, &CountedColor::count);
+  others.resize(std::min(others.size(), limit));
+  return others;
+}
+
+void takePictures(CQColorPicker* picker, UIImage* image, Analysis& result) {
+  const auto size = send<CGSize>(image, "size"_sel);
+  result.width = static_cast<unsigned>(size.width);
+  result.height = static_cast<unsigned>(size.height);
+  const auto [width, height] = previewSize(result.width, result.height);
+  result.preview = pixelsOf(image, width, height);
+  auto* squeezed = send<UIImage*>(picker, "scaleImage:width:height:"_sel, image,
+                                  double{kTotalWidth}, double{kTotalWidth});
+  result.squeezed = pixelsOf(squeezed, kTotalWidth, kTotalWidth);
+}
+
+void pickColors(CQColorPicker* picker, UIImage* image, const Request& request, Analysis& result) {
+  auto* scheme = send<CQColorScheme*>(picker, "colorSchemeFromImage:"_sel, image);
+  result.frame = frameOf(picker);
+  result.background = colorOf(send<UIColor*>(scheme, "backgroundColor"_sel));
+  result.primary = colorOf(send<UIColor*>(scheme, "primaryTextColor"_sel));
+  result.secondary = colorOf(send<UIColor*>(scheme, "secondaryTextColor"_sel));
+  result.average = colorOf(varnix::Color::AverageColor(image));
+  result.runnersUp = runnersUp(result.frame, result.background, request.runnersUp);
+  if (request.wantsPicture) takePictures(picker, image, result);
+  // Last: it draws a pass in a context of its own.
+  const auto choice = varnix::Color::chooseImportantColor(image);
+  result.important = colorOf(choice.color);
+  result.rule = nameOf(choice.rule);
+  result.isSaturated = choice.isSaturated;
+}
+
+}  // namespace
+
+Analysis analyse(CQColorPicker* picker, const std::string& file, const Request& request) {
+  const objc::AutoreleasePool pool;
+  Analysis result;
+  result.file = file;
+  try {
+    const Strong<UIImage> image = imageFromFile(file);
+    pickColors(picker, image, request, result);
+  } catch (const Unreadable& error) {
+    result.error = error.what();
+  }
+  return result;
+}
+
+}  // namespace varnix::cli::pick

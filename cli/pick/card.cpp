@@ -1,0 +1,141 @@
+#include "pick/card.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "pick/chosen_colors.h"
+#include "pick/heat_map.h"
+#include "pick/theme.h"
+#include "picker/frame_size.h"
+
+namespace varnix::cli::pick {
+
+namespace {
+
+// In points, on a grid of 4.
+constexpr int kMargin = 24;
+constexpr int kPadding = 32;
+constexpr int kPanel = 208;  // 13 for each of 16 cells, 6.5 for each of 32
+constexpr int kGap = 32;
+constexpr int kContentWidth = 3 * kPanel + 2 * kGap;
+constexpr int kCardWidth = kContentWidth + 2 * kPadding;
+constexpr int kPageWidth = kCardWidth + 2 * kMargin;
+constexpr int kPanelsTop = 112;
+constexpr int kSwatchesTop = 376;
+constexpr int kSwatchHeight = 64;
+constexpr int kSampleTop = 560;
+constexpr int kSampleHeight = 112;
+constexpr int kCardHeight = kSampleTop + kSampleHeight + kPadding;
+
+void panelHeading(Canvas& canvas, double x, double y, const char* title) {
+  canvas.text(x, y + kPanelsTop - 12, title, {12, Weight::medium, kSubdued});
+}
+
+void drawHeader(Canvas& canvas, const Analysis& image, double x, double y) {
+  const std::size_t slash = image.file.rfind('/');
+  const std::string name = slash == image.file.npos ? image.file : image.file.substr(slash + 1);
+  canvas.text(x, y + 52, name, kTitle, kContentWidth);
+}
+
+void caption(Canvas& canvas, const Box& panel, const std::string& text) {
+  canvas.text(panel.x, panel.y + panel.height + 21, text, kCaption);
+}
+
+void drawPreview(Canvas& canvas, const Analysis& image, const Box& box) {
+  canvas.fill(box, kPage, kRadius);
+  const double width = static_cast<double>(image.preview.width) / Canvas::kScale;
+  const double height = static_cast<double>(image.preview.height) / Canvas::kScale;
+  // On whole pixels: the preview is as large as it is shown.
+  auto centred = [](double room, double length) { return std::floor(room - length) / 2; };
+  const Box inner{box.x + centred(box.width, width), box.y + centred(box.height, height), width,
+                  height};
+  canvas.clip(box, kRadius);
+  canvas.checkerboard(inner);
+  canvas.image(image.preview, inner, false);
+  canvas.restore();
+  canvas.outline(box, kEdge, kRadius, 0.5);
+  caption(canvas, box,
+          std::to_string(image.width) + " \u00D7 " + std::to_string(image.height) + " pixels");
+}
+
+/// The box's upper left corner, a square of that side: its outer edges follow the box's rounding.
+void outlineCorner(Canvas& canvas, const Box& box, double side, const Color& color, double line) {
+  const double out = line / 2;
+  canvas.clip({box.x - out, box.y - out, side + line, side + line}, 0);
+  canvas.outline({box.x - out, box.y - out, box.width + line, box.height + line}, color,
+                 kRadius + out, line);
+  canvas.fill({box.x + side - out, box.y, line, side + out}, color);
+  canvas.fill({box.x, box.y + side - out, side + out, line}, color);
+  canvas.restore();
+}
+
+void drawSqueezed(Canvas& canvas, const Analysis& image, const Box& box) {
+  canvas.clip(box, kRadius);
+  canvas.checkerboard(box);
+  canvas.image(image.squeezed, box, false);
+  const double read = box.width * kProccesedWidth / kTotalWidth;
+  const Color veil{255, 255, 255, 150};
+  canvas.fill({box.x + read, box.y, box.width - read, box.height}, veil);
+  canvas.fill({box.x, box.y + read, read, box.height - read}, veil);
+  canvas.restore();
+  canvas.outline(box, kEdge, kRadius, 0.5);
+  // Seen on light and dark alike.
+  outlineCorner(canvas, box, read, kPaper, 3.5);
+  outlineCorner(canvas, box, read, kInk, 1.5);
+  caption(canvas, box, "Its upper left quarter counts");
+}
+
+void drawCard(Canvas& canvas, const Analysis& image, double top) {
+  const Box card{kMargin, top, kCardWidth, kCardHeight};
+  canvas.shadow(card, 20);
+  canvas.fill(card, kPaper, 20);
+  const double x = card.x + kPadding;
+  drawHeader(canvas, image, x, top);
+
+  struct Panel {
+    const char* title;
+    void (*draw)(Canvas&, const Analysis&, const Box&);
+  };
+  constexpr Panel kPanels[] = {{"Image", drawPreview},
+                               {"Squeezed to 32 \u00D7 32 pixels", drawSqueezed},
+                               {"How many samples are alike", drawHeatMap}};
+  double left = x;
+  for (const Panel& panel : kPanels) {
+    panelHeading(canvas, left, top, panel.title);
+    panel.draw(canvas, image, {left, top + kPanelsTop, kPanel, kPanel});
+    left += kPanel + kGap;
+  }
+  drawSwatches(canvas, image, {x, top + kSwatchesTop, kContentWidth, kSwatchHeight});
+  drawSample(canvas, image, {x, top + kSampleTop, kContentWidth, kSampleHeight});
+}
+
+}  // namespace
+
+std::size_t maximumCards() { return (Canvas::kMaximumHeight - kMargin) / (kCardHeight + kMargin); }
+
+std::pair<unsigned, unsigned> previewSize(unsigned width, unsigned height) {
+  constexpr double kSide = kPanel * Canvas::kScale;
+  const double scale = kSide / std::max({width, height, 1U});
+  auto scaled = [&](unsigned length) {
+    return static_cast<unsigned>(std::max(std::lround(length * scale), 1L));
+  };
+  return {scaled(width), scaled(height)};
+}
+
+std::string drawCards(const std::vector<Analysis>& images) {
+  auto isDrawn = [](const Analysis& image) { return image.error.empty(); };
+  const auto count = static_cast<int>(std::ranges::count_if(images, isDrawn));
+  if (count == 0) return {};
+  const int height = kMargin + count * (kCardHeight + kMargin);
+  Canvas canvas(kPageWidth, height);
+  canvas.fill({0, 0, kPageWidth, static_cast<double>(height)}, kPage);
+  double top = kMargin;
+  for (const Analysis& image : images) {
+    if (!isDrawn(image)) continue;
+    drawCard(canvas, image, top);
+    top += kCardHeight + kMargin;
+  }
+  return canvas.png();
+}
+
+}  // namespace varnix::cli::pick

@@ -1,0 +1,42 @@
+#include "pick/color.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace varnix::cli::pick {
+
+namespace {
+
+double linear(std::uint8_t channel) {
+  const double value = channel / 255.0;
+  return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const Color& color) {
+  return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+}
+
+}  // namespace
+
+std::string hex(const Color& color) {
+  char text[10];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x%02x", color.red, color.green, color.blue,
+                color.alpha);
+  return text;
+}
+
+Color laidOn(const Color& ground, const Color& color) {
+  auto mixed = [&](std::uint8_t below, std::uint8_t above) {
+    return static_cast<std::uint8_t>(std::lround(std::lerp(below, above, color.alpha / 255.0)));
+  };
+  return {mixed(ground.red, color.red), mixed(ground.green, color.green),
+          mixed(ground.blue, color.blue)};
+}
+
+double contrastRatio(const Color& a, const Color& b) {
+  const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+}  // namespace varnix::cli::pick

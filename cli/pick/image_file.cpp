@@ -1,0 +1,44 @@
+#include "pick/image_file.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "Foundation/file_contents.h"
+#include "ImageIO/decode.h"
+#include "objc/autorelease_pool.h"
+
+namespace varnix::cli::pick {
+
+namespace {
+
+constexpr std::size_t kMaximumBytes = 256 << 20;
+
+/// Why the file could not be read whole.
+std::string reasonOf(const std::string& path) {
+  struct stat status{};
+  if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
+  if (S_ISDIR(status.st_mode)) return "is a directory";
+  if (!S_ISREG(status.st_mode)) return "is not a file";
+  if (static_cast<std::size_t>(status.st_size) > kMaximumBytes) return "is larger than 256 MB";
+  return access(path.c_str(), R_OK) == 0 ? "cannot be read" : std::strerror(errno);
+}
+
+}  // namespace
+
+Strong<UIImage> imageFromFile(const std::string& path) {
+  const auto bytes = host::fileContents(path, kMaximumBytes);
+  if (!bytes) throw Unreadable(reasonOf(path));
+  const objc::AutoreleasePool pool;
+  auto image =
+      Strong<UIImage>::adopt(send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel,
+                                            NSData::dataWithBytes(bytes->data(), bytes->size())));
+  if (image.get() != nullptr) return image;
+  std::string why;
+  host::imageio::decode(*bytes, &why);
+  throw Unreadable(why.empty() ? "the image cannot be used" : why);
+}
+
+}  // namespace varnix::cli::pick

@@ -1,0 +1,20 @@
+// An image as it lies in a file.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "objc/strong.h"
+#include "platform/UIKit.h"
+
+namespace varnix::cli::pick {
+
+/// Why a file is no image, in plain words.
+struct Unreadable : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Throws Unreadable.
+Strong<UIImage> imageFromFile(const std::string& path);
+
+}  // namespace varnix::cli::pick
