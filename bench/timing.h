@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <limits>
+#include <vector>
 
 namespace bench {
 
@@ -20,6 +21,13 @@ double bestOf(int rounds, int calls, F call) {
     least = std::min(least, each);
   }
   return least;
+}
+
+/// The middle one.
+inline double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
 }
 
 }  // namespace bench
