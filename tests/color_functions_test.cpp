@@ -1,0 +1,338 @@
+// Colours made darker, averaged and measured.
+#include <cmath>
+#include <limits>
+
+#include "objc/hook.h"
+#include "picker/analysis.h"
+
+namespace {
+
+using namespace test;
+using pictures::Picture;
+using reference::Color;
+
+UIColor* darken(UIColor* color, float amount) {
+  static auto* function = plainFunction<UIColor*(UIColor*, float)>("plainDarken");
+  return function(color, amount);
+}
+
+UIColor* averageColor(UIImage* image) {
+  static auto* function = plainFunction<UIColor*(UIImage*)>("plainAverageColor");
+  return function(image);
+}
+
+using Triple = std::array<NSUInteger, 3>;
+
+NSUInteger squareDistance(const Triple& a, const Triple& b) {
+  static auto* function =
+      plainFunction<NSUInteger(const NSUInteger*, const NSUInteger*)>("plainSquareDistance");
+  return function(a.data(), b.data());
+}
+
+/// With what the platform was last asked for a colour of that hue.
+std::array<CGFloat, 4> askedHsb{};
+IMP originalWithHue = nullptr;
+
+UIColor* noteHsb(Class cls, SEL command, CGFloat hue, CGFloat saturation, CGFloat brightness,
+                 CGFloat alpha) {
+  askedHsb = {hue, saturation, brightness, alpha};
+  return reinterpret_cast<decltype(&noteHsb)>(originalWithHue)(cls, command, hue, saturation,
+                                                               brightness, alpha);
+}
+
+bool answerNo(UIColor*, SEL, CGFloat* hue, CGFloat*, CGFloat*, CGFloat*) {
+  *hue = 0.5;
+  return false;
+}
+
+class ColorFunctions : public Analysis {
+ protected:
+  void SetUp() override {
+    Analysis::SetUp();
+    MSHookMessageEx(objc_getMetaClass("UIColor"), "colorWithHue:saturation:brightness:alpha:"_sel,
+                    reinterpret_cast<IMP>(&noteHsb), &originalWithHue);
+  }
+
+  static void leaveColorsWithoutHsb() {
+    MSHookMessageEx(objc_getClass("UIColor"), "getHue:saturation:brightness:alpha:"_sel,
+                    reinterpret_cast<IMP>(&answerNo), &ignored);
+  }
+  static std::array<CGFloat, 4> hsb(UIColor* color) {
+    return {send<CGFloat>(color, "hue"_sel), send<CGFloat>(color, "saturation"_sel),
+            send<CGFloat>(color, "brightness"_sel), send<CGFloat>(color, "alpha"_sel)};
+  }
+
+  static UIImage* image(unsigned width, unsigned height, std::vector<std::uint8_t> rgba) {
+    return platformImage(Picture{"", width, height, std::move(rgba)});
+  }
+  static UIImage* plain(unsigned width, unsigned height, const reference::Pixel& pixel) {
+    std::vector<std::uint8_t> rgba;
+    for (unsigned i = 0; i < width * height; ++i)
+      rgba.insert(rgba.end(), {pixel.red, pixel.green, pixel.blue, pixel.alpha});
+    return image(width, height, std::move(rgba));
+  }
+
+  template <class Selector, class... A>
+  static float measure(Selector selector, A... colors) {
+    return send<float>(objc::classOf<UIColor>(), selector, colors...);
+  }
+  static float y(UIColor* color) { return measure("yComponentFromColor:"_sel, color); }
+  static float u(UIColor* color) { return measure("uComponentFromColor:"_sel, color); }
+  static float v(UIColor* color) { return measure("vComponentFromColor:"_sel, color); }
+  static float distance(UIColor* to, UIColor* from) {
+    return measure("YUVSpaceDistanceToColor:fromColor:"_sel, to, from);
+  }
+  static float squared(UIColor* to, UIColor* from) {
+    return measure("YUVSpaceSquareDistanceToColor:fromColor:"_sel, to, from);
+  }
+
+  static inline IMP ignored = nullptr;
+};
+
+TEST_F(ColorFunctions, DarkenOfNilIsNil) { EXPECT_EQ(darken(nullptr, 15), nullptr); }
+
+TEST_F(ColorFunctions, DarkenLeavesAColorWithoutHsbAsItIs) {
+  UIColor* color = test::rgb(0.2, 0.4, 0.6);
+  leaveColorsWithoutHsb();
+  EXPECT_EQ(darken(color, 15), color);
+}
+
+TEST_F(ColorFunctions, DarkenByNothingKeepsTheColor) {
+  UIColor* color = UIColor::colorWithHue(0.6, 0.5, 0.8, 0.7);
+  const auto before = hsb(color);
+  UIColor* found = darken(color, 0);
+  EXPECT_EQ(askedHsb, before);
+  const auto after = hsb(found);
+  for (std::size_t i = 0; i < before.size(); ++i) EXPECT_NEAR(after[i], before[i], 1e-15) << i;
+}
+
+TEST_F(ColorFunctions, DarkenLowersBrightnessAndRaisesSaturation) {
+  // The factors are single-precision numbers, the products are not.
+  struct Case {
+    float amount, saturating, dimming;
+  };
+  for (const Case& c : {Case{15, 1.15F, 0.85F}, Case{30, 1.3F, 0.7F}, Case{100, 2, 0}}) {
+    UIColor* color = UIColor::colorWithHue(0.6, 0.25, 0.8, 0.7);
+    const auto [hue, saturation, brightness, alpha] = hsb(color);
+    UIColor* found = darken(color, c.amount);
+    EXPECT_EQ(askedHsb[0], hue);
+    EXPECT_EQ(askedHsb[1], saturation * static_cast<double>(c.saturating)) << c.amount;
+    EXPECT_EQ(askedHsb[2], brightness * static_cast<double>(c.dimming)) << c.amount;
+    EXPECT_EQ(askedHsb[3], alpha);
+    EXPECT_NEAR(send<CGFloat>(found, "brightness"_sel), askedHsb[2], 1e-12) << c.amount;
+  }
+}
+
+TEST_F(ColorFunctions, DarkenClampsNothing) {
+  UIColor* color = UIColor::colorWithHue(0.25, 0.75, 0.5, 1);
+  const auto [hue, saturation, brightness, alpha] = hsb(color);
+  ASSERT_EQ(saturation, 0.75);
+  ASSERT_EQ(brightness, 0.5);
+  darken(color, 100);
+  EXPECT_EQ(askedHsb[1], 1.5);
+  EXPECT_EQ(askedHsb[2], 0);
+  darken(color, 150);
+  EXPECT_EQ(askedHsb[1], 1.875);
+  EXPECT_EQ(askedHsb[2], -0.25);
+  darken(color, -50);
+  EXPECT_EQ(askedHsb[1], 0.375);
+  EXPECT_EQ(askedHsb[2], 0.75);
+  darken(color, std::numeric_limits<float>::quiet_NaN());
+  EXPECT_TRUE(std::isnan(askedHsb[1]) && std::isnan(askedHsb[2]));
+  darken(color, std::numeric_limits<float>::infinity());
+  EXPECT_TRUE(std::isinf(askedHsb[1]) && std::isinf(askedHsb[2]));
+}
+
+TEST_F(ColorFunctions, DarkenOfAGrey) {
+  darken(UIColor::whiteColor(), 30);
+  EXPECT_EQ(askedHsb, (std::array<CGFloat, 4>{0, 0, CGFloat{0.7F}, 1}));
+}
+
+TEST_F(ColorFunctions, AverageOfOneColorIsThatColor) {
+  for (const auto& [width, height] : {std::pair{1U, 1U}, {2U, 2U}, {32U, 32U}, {61U, 7U}}) {
+    UIColor* found = averageColor(plain(width, height, {200, 100, 51, 255}));
+    const Color color = componentsOf(found);
+    EXPECT_NEAR(color.red, 200 / 255.0, 1e-15) << width;
+    EXPECT_NEAR(color.green, 100 / 255.0, 1e-15) << width;
+    EXPECT_NEAR(color.blue, 51 / 255.0, 1e-15) << width;
+    EXPECT_FALSE(color.isGrey);
+    EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 1) << width;
+  }
+}
+
+TEST_F(ColorFunctions, AverageOfTwoColorsLiesBetween) {
+  const Color found = componentsOf(averageColor(image(2, 1, {200, 0, 10, 255, 100, 50, 20, 255})));
+  EXPECT_NEAR(found.red * 255, 150, 1);
+  EXPECT_NEAR(found.green * 255, 25, 1);
+  EXPECT_NEAR(found.blue * 255, 15, 1);
+}
+
+TEST_F(ColorFunctions, AverageIsMultipliedByAlphaTwice) {
+  UIColor* found = averageColor(plain(16, 16, {128, 0, 0, 128}));
+  const Color color = componentsOf(found);
+  EXPECT_EQ(color.red, 128 / 255.0 / 255.0 * 128);
+  EXPECT_NEAR(color.red, 0.25, 0.01);
+  EXPECT_EQ(color.green, 0);
+  EXPECT_EQ(color.blue, 0);
+  EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 128 / 255.0);
+}
+
+TEST_F(ColorFunctions, AverageOfNothingIsTransparentBlack) {
+  for (UIImage* nothing :
+       {plain(5, 5, {0, 0, 0, 0}), static_cast<UIImage*>(nullptr), make<UIImage>("UIImage")}) {
+    UIColor* found = averageColor(nothing);
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(componentsOf(found), (Color{0, 0, 0}));
+    EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 0);
+  }
+}
+
+TEST_F(ColorFunctions, AverageIsUnderTheColorsOfPictures) {
+  for (const Picture& picture : pictures::photographs()) {
+    std::array<double, 3> sums{};
+    for (std::size_t i = 0; i < picture.rgba.size(); ++i)
+      if (i % 4 < 3) sums[i % 4] += picture.rgba[i];
+    const double count = static_cast<double>(picture.rgba.size()) / 4;
+    const Color found = componentsOf(averageColor(platformImage(picture)));
+    EXPECT_NEAR(found.red * 255, sums[0] / count, 1) << picture.name;
+    EXPECT_NEAR(found.green * 255, sums[1] / count, 1) << picture.name;
+    EXPECT_NEAR(found.blue * 255, sums[2] / count, 1) << picture.name;
+  }
+}
+
+TEST_F(ColorFunctions, YuvOfPrimaries) {
+  UIColor* red = test::rgb(1, 0, 0);
+  UIColor* green = test::rgb(0, 1, 0);
+  UIColor* blue = test::rgb(0, 0, 1);
+  EXPECT_EQ(y(red), 0.299F);
+  EXPECT_EQ(y(green), 0.587F);
+  EXPECT_EQ(y(blue), 0.114F);
+  EXPECT_EQ(u(red), -0.14713F);
+  EXPECT_EQ(u(green), -0.28886F);
+  EXPECT_EQ(u(blue), 0.436F);
+  EXPECT_EQ(v(red), 0.615F);
+  EXPECT_EQ(v(green), -0.51499F);
+  EXPECT_EQ(v(blue), -0.10001F);
+  UIColor* white = test::rgb(1, 1, 1);
+  EXPECT_EQ(y(white), 1);
+  EXPECT_EQ(u(white), static_cast<float>(-0.14713 - 0.28886 + 0.436));
+  EXPECT_EQ(v(white), static_cast<float>(0.615 - 0.51499 - 0.10001));
+}
+
+/// Single-precision components, double products and sums, and one rounding at the end.
+TEST_F(ColorFunctions, YuvIsExact) {
+  const Picture noise = pictures::noise().front();
+  for (std::size_t i = 0; i < 300; ++i) {
+    const std::uint8_t* p = &noise.rgba[i * 4];
+    UIColor* color = test::rgb(p[0] / 255.0, p[1] / 255.0, p[2] / 255.0);
+    std::array<double, 3> c{};
+    for (std::size_t k = 0; k < 3; ++k)
+      c[k] = static_cast<double>(static_cast<float>(p[k] / 255.0));
+    auto weighed = [&](double red, double green, double blue) {
+      const double first = red * c[0];
+      const double second = green * c[1];
+      const double third = blue * c[2];
+      return static_cast<float>(first + second + third);
+    };
+    EXPECT_EQ(y(color), weighed(0.299, 0.587, 0.114)) << i;
+    EXPECT_EQ(u(color), weighed(-0.14713, -0.28886, 0.436)) << i;
+    EXPECT_EQ(v(color), weighed(0.615, -0.51499, -0.10001)) << i;
+  }
+}
+
+TEST_F(ColorFunctions, NilAndGreysMeasureNothing) {
+  for (UIColor* color :
+       {static_cast<UIColor*>(nullptr), UIColor::whiteColor(), UIColor::blackColor()}) {
+    EXPECT_EQ(y(color), 0);
+    EXPECT_EQ(u(color), 0);
+    EXPECT_EQ(v(color), 0);
+  }
+  EXPECT_EQ(distance(nullptr, UIColor::whiteColor()), 0);
+  EXPECT_EQ(distance(nullptr, nullptr), 0);
+  UIColor* white = test::rgb(1, 1, 1);
+  EXPECT_EQ(distance(UIColor::whiteColor(), white), distance(test::rgb(0, 0, 0), white));
+}
+
+TEST_F(ColorFunctions, YuvDistances) {
+  UIColor* black = test::rgb(0, 0, 0);
+  UIColor* red = test::rgb(1, 0, 0);
+  const float sum = 0.299F * 0.299F + 0.14713F * 0.14713F + 0.615F * 0.615F;
+  EXPECT_FLOAT_EQ(squared(red, black), sum);
+  EXPECT_FLOAT_EQ(squared(black, red), sum);
+  EXPECT_EQ(distance(red, black), std::sqrt(squared(red, black)));
+  EXPECT_NEAR(distance(red, black), 0.69948F, 1e-5F);
+  EXPECT_EQ(distance(red, red), 0);
+  EXPECT_EQ(squared(red, red), 0);
+}
+
+TEST_F(ColorFunctions, YuvDistanceIsExact) {
+  const Picture noise = pictures::noise().front();
+  for (std::size_t i = 0; i < 200; ++i) {
+    const std::uint8_t* p = &noise.rgba[i * 8];
+    UIColor* a = test::rgb(p[0] / 255.0, p[1] / 255.0, p[2] / 255.0);
+    UIColor* b = test::rgb(p[4] / 255.0, p[5] / 255.0, p[6] / 255.0);
+    const float dy = y(a) - y(b);
+    const float du = u(a) - u(b);
+    const float dv = v(a) - v(b);
+    // Apart, so that no processor fuses a product and a sum.
+    const volatile float yy = dy * dy;
+    const volatile float uu = du * du;
+    const volatile float vv = dv * dv;
+    const float sum = yy + uu + vv;
+    EXPECT_EQ(squared(a, b), sum) << i;
+    EXPECT_EQ(distance(a, b), std::sqrt(sum)) << i;
+  }
+}
+
+TEST_F(ColorFunctions, ComponentsOfColors) {
+  using Hsb = std::array<CGFloat, 4>;
+  EXPECT_EQ(hsb(test::rgb(0, 0, 1)), (Hsb{4.0 / 6, 1, 1, 1}));
+  EXPECT_EQ(hsb(UIColor::colorWithRed(0.5, 0.25, 0.25, 0.125)), (Hsb{0, 0.5, 0.5, 0.125}));
+  EXPECT_EQ(hsb(UIColor::whiteColor()), (Hsb{0, 0, 1, 1}));
+  EXPECT_EQ(hsb(nullptr), (Hsb{}));
+}
+
+TEST_F(ColorFunctions, AColorWithoutHsbHasNoComponents) {
+  UIColor* color = test::rgb(0.2, 0.4, 0.6);
+  leaveColorsWithoutHsb();
+  EXPECT_EQ(hsb(color), (std::array<CGFloat, 4>{}));
+}
+
+TEST_F(ColorFunctions, SquaredDistancesOfWholeNumbers) {
+  EXPECT_EQ(squareDistance({0, 0, 0}, {255, 255, 255}), 195075U);
+  EXPECT_EQ(squareDistance({255, 255, 255}, {0, 0, 0}), 195075U);
+  EXPECT_EQ(squareDistance({1, 2, 3}, {1, 2, 3}), 0U);
+  EXPECT_EQ(squareDistance({10, 0, 0}, {0, 0, 0}), 100U);
+  EXPECT_EQ(squareDistance({0, 10, 0}, {0, 0, 0}), 100U);
+  EXPECT_EQ(squareDistance({0, 0, 0}, {0, 0, 10}), 100U);
+}
+
+TEST_F(ColorFunctions, SquaredDistancesWrapAround) {
+  constexpr NSUInteger kMost = std::numeric_limits<NSUInteger>::max();
+  EXPECT_EQ(squareDistance({kMost, 0, 0}, {0, 0, 0}), 1U);
+  EXPECT_EQ(squareDistance({NSUInteger{1} << 32, 0, 0}, {0, 3, 0}), 9U);
+  EXPECT_EQ(squareDistance({0, 0, 0}, {kMost, kMost, kMost}), 3U);
+}
+
+TEST_F(ColorFunctions, MethodsHaveTheirEncodings) {
+  Class color = objc_getClass("UIColor");
+  for (const char* name :
+       {"yComponentFromColor:", "uComponentFromColor:", "vComponentFromColor:"}) {
+    objc_method* method = class_getClassMethod(color, sel_registerName(name));
+    ASSERT_NE(method, nullptr) << name;
+    EXPECT_STREQ(method_getTypeEncoding(method), "f@:@") << name;
+  }
+  for (const char* name :
+       {"YUVSpaceDistanceToColor:fromColor:", "YUVSpaceSquareDistanceToColor:fromColor:"}) {
+    objc_method* method = class_getClassMethod(color, sel_registerName(name));
+    ASSERT_NE(method, nullptr) << name;
+    EXPECT_STREQ(method_getTypeEncoding(method), "f@:@@") << name;
+  }
+  for (const char* name : {"hue", "saturation", "brightness", "alpha"}) {
+    objc_method* method = class_getInstanceMethod(color, sel_registerName(name));
+    ASSERT_NE(method, nullptr) << name;
+    EXPECT_STREQ(method_getTypeEncoding(method), "d@:") << name;
+  }
+}
+
+}  // namespace
