@@ -2,6 +2,7 @@
 
 #include "objc/define.h"
 #include "platform/SpringBoard.h"
+#include "prefs/IconColor.h"
 #include "prefs/color_string.h"
 #include "prefs/main_bundle.h"
 #include "prefs/value.h"
@@ -95,7 +96,9 @@ UIColor* VNXManager::dye() {
     // Never so here, where the process is not SpringBoard: the test stays as a guard.
     if (_cachedIconColor == nullptr && isSpringBoard())
       CachedIconColor::store(this, plainGlobalColor());
-    if (_cachedIconColor == nullptr) CachedIconColor::store(this, plainGlobalColor());
+    if (_cachedIconColor == nullptr) {
+      CachedIconColor::store(this, varnix::Color::IconColor(bundleId(), plainGlobalColor(), this));
+    }
     return _cachedIconColor;
   }
   return parseColor(send<NSObject*>(_prefsMan.get(), "getPref:"_sel, "global_color"_ns),

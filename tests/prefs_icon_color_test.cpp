@@ -1,0 +1,257 @@
+// The icon's colour as the dye: computed once, kept in the settings, never in the way.
+#include <plist/plist.h>
+
+#include "OpenGLES/gl.h"
+#include "objc/autorelease_pool.h"
+#include "support/hosted.h"
+#include "support/pictures.h"
+#include "support/recorded.h"
+
+namespace {
+
+using test::calls;
+using test::hex;
+using test::manager;
+using test::Recorded;
+
+const std::string kIconType = "<key>global_color_type</key><integer>1</integer>";
+const std::string kGlobal = "<key>global_color</key><string>#112233</string>";
+constexpr const char* kNotes = VARNIX_SAMPLES "/icons/com.example.notes.png";
+constexpr const char* kMail = VARNIX_SAMPLES "/icons/com.example.mail.png";
+
+class IconColor : public test::Hosted {
+ protected:
+  void appWithIcon(const std::string& entries, const char* icon = kNotes) {
+    icons["com.example.app"] = icon;
+    application(entries);
+  }
+  static UIColor* dye() { return send<UIColor*>(manager(), "dye"_sel); }
+  static NSString* cacheKey() { return "cached_icon_color_com.example.app"_ns; }
+
+  /// What the file has under the application's key; nil for none.
+  NSObject* cachedEntry() {
+    auto* file = NSDictionary::dictionaryWithContentsOfFile(
+        "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
+    return send<NSObject*>(file, "objectForKey:"_sel, cacheKey());
+  }
+  static std::string unarchived(NSObject* entry) {
+    return hex(static_cast<UIColor*>(
+        NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry))));
+  }
+  static std::string base64(NSData* data) {
+    static constexpr char kDigits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto* bytes = static_cast<const unsigned char*>(data->bytes());
+    std::string text;
+    for (std::size_t i = 0; i < data->length(); i += 3) {
+      unsigned group = 0;
+      for (std::size_t j = 0; j < 3; ++j)
+        group = group << 8 | (i + j < data->length() ? bytes[i + j] : 0U);
+      for (std::size_t j = 0; j < 4; ++j)
+        text += i + j > data->length() ? '=' : kDigits[group >> (18 - 6 * j) & 63];
+    }
+    return text;
+  }
+  static std::string cacheEntry(const std::string& value) {
+    return "<key>cached_icon_color_com.example.app</key>" + value;
+  }
+};
+
+/// The icon's colour worked out step by step.
+std::string expectedColor(const char* file) {
+  const std::string bytes = test::contentsOf(file);
+  auto image = [](NSData* data) {
+    return static_cast<UIImage*>(
+        objc_autorelease(send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel, data)));
+  };
+  UIImage* icon = image(NSData::dataWithBytes(bytes.data(), bytes.size()));
+  UIGraphicsBeginImageContextWithOptions({59, 59}, false, 2);
+  icon->drawInRect({{0, 0}, {59, 59}});
+  UIImage* small = UIGraphicsGetImageFromCurrentImageContext();
+  UIGraphicsEndImageContext();
+  UIImage* opaque = image(UIImageJPEGRepresentation(small, 1));
+  auto* scheme =
+      send<NSObject*>(test::make<NSObject>("CQColorPicker"), "colorSchemeFromImage:"_sel, opaque);
+  UIColor* best = nullptr;
+  double most = -1;
+  for (const char* part : {"primaryTextColor", "secondaryTextColor", "backgroundColor"}) {
+    auto* color = objc::sendDynamic<UIColor*>(scheme, sel_registerName(part));
+    const double saturation = send<CGFloat>(color, "saturation"_sel);
+    if (saturation > most) {
+      most = saturation;
+      best = color;
+    }
+  }
+  if (most > 0.1 && most < 0.63) {
+    best = UIColor::colorWithHue(send<CGFloat>(best, "hue"_sel), 0.76,
+                                 send<CGFloat>(best, "brightness"_sel), 1);
+  }
+  return hex(best);
+}
+
+TEST_F(IconColor, IsTheDyeWhereItIsWanted) {
+  appWithIcon(kIconType + kGlobal);
+  const std::string expected = expectedColor(kNotes);
+  EXPECT_NE(expected, "#112233ff");
+  EXPECT_EQ(hex(dye()), expected);
+}
+
+TEST_F(IconColor, DyesViews) {
+  appWithIcon(kIconType + kGlobal, kMail);
+  EXPECT_EQ(hex(test::make<UIView>("UIView")->tintColor()), expectedColor(kMail));
+}
+
+TEST_F(IconColor, IsNotTheDyeForAnyOtherType) {
+  appWithIcon("<key>global_color_type</key><integer>2</integer>" + kGlobal);
+  EXPECT_EQ(hex(dye()), "#112233ff");
+  EXPECT_EQ(cachedEntry(), nullptr);
+}
+
+TEST_F(IconColor, IsKeptByTheManager) {
+  appWithIcon(kIconType + kGlobal);
+  NSObject* kept = manager();
+  auto* first = send<UIColor*>(kept, "dye"_sel);
+  EXPECT_EQ(send<UIColor*>(kept, "cachedIconColor"_sel), first);
+  Recorded<"colorSchemeFromImage:", NSObject*(UIImage*)>::install(objc_getClass("CQColorPicker"));
+  EXPECT_EQ(send<UIColor*>(kept, "dye"_sel), first);
+  EXPECT_EQ(calls().size(), 0U);
+}
+
+TEST_F(IconColor, RunsThePassTwice) {
+  appWithIcon(kIconType);
+  Recorded<"colorSchemeFromImage:", NSObject*(UIImage*)>::install(objc_getClass("CQColorPicker"));
+  dye();
+  EXPECT_EQ(calls().size(), 2U);
+}
+
+TEST_F(IconColor, IsArchivedIntoTheSettings) {
+  appWithIcon(kIconType + kGlobal);
+  const std::string color = hex(dye());
+  ASSERT_NE(cachedEntry(), nullptr);
+  EXPECT_EQ(unarchived(cachedEntry()), color);
+  // Everything else is still there.
+  auto* file = NSDictionary::dictionaryWithContentsOfFile(
+      "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
+  EXPECT_STREQ(static_cast<NSString*>(file->objectForKey("global_color"_ns))->UTF8String(),
+               "#112233");
+}
+
+TEST_F(IconColor, IsReadFromTheSettingsWithoutAskingForTheIcon) {
+  start("com.example.app");
+  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(test::rgb(0.25, 0.5, 0.75));
+  settings(kIconType + cacheEntry("<data>" + base64(archive) + "</data>"));
+  load();
+  Recorded<"iconOfSize:forDisplayIdentifier:", UIImage*(NSUInteger, NSString*)>::install(
+      objc_getClass("ALApplicationList"));
+  EXPECT_EQ(hex(dye()), "#4080bfff");
+  EXPECT_EQ(calls().size(), 0U);
+}
+
+TEST_F(IconColor, WhateverWasArchivedIsReturned) {
+  start("com.example.app");
+  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject("not a colour"_ns);
+  settings(kIconType + cacheEntry("<data>" + base64(archive) + "</data>"));
+  load();
+  auto* answer = objc::as<NSString>(send<NSObject*>(manager(), "dye"_sel));
+  ASSERT_NE(answer, nullptr);
+  EXPECT_STREQ(answer->UTF8String(), "not a colour");
+  // An element passes it on without marking it.
+  EXPECT_NE(send<NSObject*>(manager(), "keyboardDye"_sel), nullptr);
+}
+
+class BadEntry : public IconColor, public testing::WithParamInterface<const char*> {};
+
+TEST_P(BadEntry, CountsAsNoneAndIsReplaced) {
+  appWithIcon(kIconType + kGlobal + cacheEntry(GetParam()));
+  const std::string color = hex(dye());
+  EXPECT_EQ(color, expectedColor(kNotes));
+  EXPECT_EQ(unarchived(cachedEntry()), color);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, BadEntry,
+                         testing::Values("<string>#ff0000</string>", "<integer>7</integer>",
+                                         "<true/>", "<data></data>", "<data>AAAA</data>",
+                                         "<data>YnBsaXN0MDA=</data>", "<array/>",
+                                         "<dict><key>$top</key><integer>1</integer></dict>"));
+
+TEST_F(IconColor, AnyTruncatedEntryIsReplaced) {
+  icons["com.example.app"] = kNotes;
+  start("com.example.app");
+  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(test::rgb(0.25, 0.5, 0.75));
+  const std::size_t length = archive->length();
+  load();
+  const std::string expected = expectedColor(kNotes);
+  for (std::size_t kept = 0; kept < length; kept += 7) {
+    objc::AutoreleasePool pool;
+    settings(
+        kIconType +
+        cacheEntry("<data>" + base64(NSData::dataWithBytes(archive->bytes(), kept)) + "</data>"));
+    EXPECT_EQ(hex(dye()), expected) << kept;
+    EXPECT_EQ(unarchived(cachedEntry()), expected) << kept;
+  }
+}
+
+TEST_F(IconColor, WithoutAnIconIsTheFallback) {
+  application(kIconType + kGlobal);
+  EXPECT_EQ(hex(dye()), "#112233ff");
+  EXPECT_EQ(cachedEntry(), nullptr);
+}
+
+TEST_F(IconColor, WithADamagedIconIsTheFallback) {
+  const std::string file = folder.path() + "/icon.png";
+  std::ofstream(file) << "no picture";
+  appWithIcon(kIconType + kGlobal, file.c_str());
+  EXPECT_EQ(hex(dye()), "#112233ff");
+  EXPECT_EQ(cachedEntry(), nullptr);
+}
+
+TEST_F(IconColor, WithoutABundleIsTheFallbackAndTheListIsAskedAllTheSame) {
+  settings(kIconType + kGlobal);
+  start({});
+  load();
+  Recorded<"iconOfSize:forDisplayIdentifier:", UIImage*(NSUInteger, NSString*)>::install(
+      objc_getClass("ALApplicationList"));
+  EXPECT_EQ(hex(dye()), "#112233ff");
+  EXPECT_EQ(calls().size(), 1U);
+}
+
+TEST_F(IconColor, WithoutTheListIsTheFallback) {
+  settings(kIconType + kGlobal);
+  icons["com.example.app"] = kNotes;
+  start("com.example.app", host::ProcessKind::application, {}, {"ALApplicationList"});
+  load();
+  EXPECT_EQ(hex(dye()), "#112233ff");
+}
+
+TEST_F(IconColor, IsNoDyeOfSpringBoard) {
+  icons["com.apple.springboard"] = kNotes;
+  springBoard(kIconType + kGlobal);
+  EXPECT_EQ(hex(dye()), "#112233ff");
+}
+
+TEST_F(IconColor, OutlivesAChangeOfSettings) {
+  appWithIcon(kIconType + kGlobal);
+  NSObject* kept = manager();
+  const std::string color = hex(send<UIColor*>(kept, "dye"_sel));
+  settings(kIconType + "<key>global_color</key><string>#998877</string>");
+  send<void>(send<NSObject*>(kept, "prefsMan"_sel), "notificationReceived"_sel);
+  EXPECT_EQ(hex(send<UIColor*>(kept, "dye"_sel)), color);
+}
+
+TEST_F(IconColor, InTheBackgroundIsTheAveragesHue) {
+  const std::string file = folder.path() + "/red.png";
+  appWithIcon(kIconType + kGlobal);
+  send<void>(UIApplication::sharedApplication(), "setApplicationState:"_sel, NSInteger{2});
+  auto* color = dye();
+  EXPECT_DOUBLE_EQ(send<CGFloat>(color, "saturation"_sel), 1.0);
+  EXPECT_DOUBLE_EQ(send<CGFloat>(color, "brightness"_sel), 0.875);
+}
+
+TEST_F(IconColor, WithoutGraphicsIsBlackOrWhite) {
+  appWithIcon(kIconType + kGlobal);
+  host::gl::setAvailable(false);
+  // Black and black have no saturation: the background is no more saturated than the text.
+  EXPECT_EQ(hex(dye()), "#000000ff");
+}
+
+}  // namespace
