@@ -58,9 +58,11 @@ std::vector<CountedColor> runnersUp(const std::vector<CountedColor>& frame, cons
   std::vector<CountedColor> others;
   for (const CountedColor& pixel : frame) {
     auto isSame = [&](const CountedColor& other) { return other.color == pixel.color; };
-    if (pixel.color != background && std::ranges::none_of(others, isSame)) others.push_back(pixel);
+    if (pixel.color == background || std::ranges::any_of(others, isSame)) continue;
+    others.insert(
+        std::ranges::upper_bound(others, pixel.count, std::ranges::greater{}, &CountedColor::count),
+        pixel);
   }
-  std::ranges::stable_sort(others, std::ranges::greater{}, &CountedColor::count);
   others.resize(std::min(others.size(), limit));
   return others;
 }
