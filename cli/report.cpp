@@ -3,6 +3,7 @@
 #include <mutex>
 
 #include "Foundation/log.h"
+#include "icon_check.h"
 #include "objc/autorelease_pool.h"
 #include "runtime/runtime.h"
 #include "surfaces/surfaces.h"
@@ -102,6 +103,7 @@ Json report(const Question& question) {
   objc::AutoreleasePool pool;
   host::printLog(false);
   host::startProcess(question.process);
+  checkIcons(question.process.icons);
   Json result;
   result["installed"] = question.withLibrary ? loadObserved() : Json::array();
   for (const std::string& file : question.extensions) host::loadLibrary(file);

@@ -14,6 +14,7 @@
 #include "change_text.h"
 #include "commands.h"
 #include "errors.h"
+#include "icon_check.h"
 #include "objc/autorelease_pool.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
@@ -86,6 +87,7 @@ int run(Arguments& arguments) {
   endOnSignals();
   objc::AutoreleasePool pool;
   host::startProcess(options);
+  checkIcons(options.icons);
   if (arguments.trace) {
     host::runtime::observeChanges([](const host::runtime::Change& change) {
       std::cout << changeText(change) + '\n' << std::flush;

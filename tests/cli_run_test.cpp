@@ -157,6 +157,15 @@ TEST_F(Run, IconsThatAreNone) {
       EXPECT_EQ(outcome.status, 1);
       EXPECT_EQ(outcome.error, "varnix: no such icon file: " + file + "\n");
     }
+    const std::string file = write("text.png", "no picture");
+    const auto outcome = varnix({command, "--bundle", "a", "--icon", "b=" + file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(outcome.error.ends_with("not a PNG or JPEG image: " + file + "\n"));
+    EXPECT_EQ(lines(outcome.error), 1);
+    // A process without images does not care.
+    EXPECT_EQ(varnix({command, "--bundle", "a", "--kind", "daemon", "--icon", "b=" + file}).status,
+              0);
   }
 }
 
