@@ -133,6 +133,7 @@ TEST_F(AppList, WhatIsNoIconIsNil) {
   EXPECT_EQ(icon(static_cast<NSObject*>(nullptr)), nullptr);
   EXPECT_EQ(icon(NSNumber::numberWithDouble(3)), nullptr);
   EXPECT_EQ(icon(NSMutableArray::array()), nullptr);
+  EXPECT_EQ(icon(NSData::dataWithBytes(sound.data(), sound.size())), nullptr);
 }
 
 TEST_F(AppList, SizesThatAreNone) {
@@ -141,7 +142,7 @@ TEST_F(AppList, SizesThatAreNone) {
   objc::AutoreleasePool pool;
   auto* identifier = test::string("a");
   EXPECT_EQ(icon(identifier, 0), nullptr);
-  EXPECT_EQ(icon(identifier, 1'000'000), nullptr);
+  EXPECT_EQ(icon(identifier, 1025), nullptr);
   EXPECT_EQ(icon(identifier, ~NSUInteger{0}), nullptr);
   EXPECT_NE(icon(identifier, 1), nullptr);
   EXPECT_NE(icon(identifier, 1024), nullptr);

@@ -37,9 +37,10 @@ struct ApplicationList : ALApplicationList {
   UIImage* icon(NSUInteger size, NSString* identifier);
 };
 
-/// In points. Nil for an unknown application, for an icon that is no picture, and for no size.
+/// The size in points. Nil for an unknown application, for an icon that is no picture, and for a
+/// size of 0 or beyond reason.
 UIImage* ApplicationList::icon(NSUInteger size, NSString* identifier) {
-  if (size == 0 || size > kMaximumSize || objc::as<NSString>(identifier) == nullptr) return nullptr;
+  if (size > kMaximumSize || objc::as<NSString>(identifier) == nullptr) return nullptr;
   const auto contents = host::fileContents(iconFile(identifier), kMaximumFile);
   if (!contents) return nullptr;
   auto* data = NSData::dataWithBytes(contents->data(), contents->size());
