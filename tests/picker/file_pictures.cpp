@@ -31,9 +31,13 @@ Picture open(const fs::path& file) {
   std::string why;
   const auto decoded = host::imageio::decode(bytes.str(), &why);
   if (!decoded) throw std::runtime_error(file.string() + ": " + why);
-  return paint(file.filename().string(), {decoded->width, decoded->height},
+  // Large ones are thinned out, or their pixels would take most of a test's time.
+  constexpr unsigned kLongestSide = 512;
+  const unsigned step = std::max(decoded->width, decoded->height) / kLongestSide + 1;
+  return paint(file.filename().string(), {decoded->width / step, decoded->height / step},
                [&](unsigned x, unsigned y) {
-                 const std::uint8_t* p = &decoded->rgba[(std::size_t{y} * decoded->width + x) * 4];
+                 const std::size_t index = std::size_t{y} * step * decoded->width + x * step;
+                 const std::uint8_t* p = &decoded->rgba[index * 4];
                  return premultiplied({p[0], p[1], p[2], p[3]});
                });
 }
@@ -56,7 +60,12 @@ Picture turned(const Picture& from, unsigned thirds) {
 }
 
 /// Of the fetched ones: enough for a look, few enough for a quick test.
-constexpr std::size_t kMostFetched = 40;
+void addFetched(std::vector<Picture>& all, const fs::path& folder, const char* extension,
+                std::size_t most) {
+  std::vector<fs::path> files = filesIn(folder, extension);
+  files.resize(std::min(files.size(), most));
+  for (const fs::path& file : files) all.push_back(open(file));
+}
 
 }  // namespace
 
@@ -74,9 +83,7 @@ std::vector<Picture> icons() {
       all.push_back(crop(look, width / 2 - 16, height / 2 - 20, {32, 32}));
     }
   }
-  std::vector<fs::path> fetched = filesIn(VARNIX_PICTURES "/icons", ".png");
-  fetched.resize(std::min(fetched.size(), kMostFetched));
-  for (const fs::path& file : fetched) all.push_back(open(file));
+  addFetched(all, VARNIX_PICTURES "/icons", ".png", 40);
   return all;
 }
 
@@ -91,8 +98,7 @@ std::vector<Picture> photographs() {
     all.push_back(crop(photograph, 3, 20, {61, 37}));
     all.push_back(photograph);
   }
-  for (const fs::path& file : filesIn(VARNIX_PICTURES "/photographs", ".jpg"))
-    all.push_back(open(file));
+  addFetched(all, VARNIX_PICTURES "/photographs", ".jpg", 8);
   return all;
 }
 
