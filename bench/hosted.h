@@ -15,9 +15,14 @@ const std::string& settingsFile();
 /// A view of the hosted application, with the library loaded and one question asked already.
 UIView* dyedView();
 
+/// Nanoseconds of a cached send, and of a view's question for its tint colour.
+double cachedSend();
+double tintColorQuestion();
+
 /// The benchmarks of each file. Loading runs first, while the library is not loaded yet.
 void registerLoading();
 void registerMessages();
 void registerReload();
+void registerIconColor();
 
 }  // namespace bench

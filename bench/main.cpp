@@ -54,6 +54,7 @@ int main(int count, char** arguments) {
     bench::registerLoading();
     bench::registerMessages();
     bench::registerReload();
+    bench::registerIconColor();
     benchmark::RunSpecifiedBenchmarks();
   }
   std::filesystem::remove_all(bench::root);

@@ -13,16 +13,15 @@ namespace bench {
 namespace {
 
 constexpr int kSide = 512;
-constexpr double kMillisecond = 1e6;
 
 template <class F>
-double milliseconds(F call) {
+double microseconds(F call) {
   return bestOf(200, 1,
                 [&] {
                   const objc::AutoreleasePool pool;
                   call();
                 }) /
-         kMillisecond;
+         1000;
 }
 
 }  // namespace
@@ -38,21 +37,21 @@ void measureImportantColor() {
   UIImage* small = squeeze(image);
   CQColorScheme* scheme = picker->colorSchemeFromImage(image);
 
-  report("important colour of 512 x 512, ms",
-         milliseconds([&] { varnix::Color::ImportantColor(image); }), Goal::none());
-  report("  of an image that is new, ms",
-         milliseconds([&] { varnix::Color::ImportantColor(imageOver(pixels)); }), Goal::none());
-  report("  squeeze to 32 x 32, ms", milliseconds([&] { squeeze(image); }), Goal::none());
-  report("  set-up that is there already, ms", milliseconds([&] { picker->setupOpenGL(); }),
+  report("important colour of 512 x 512, us",
+         microseconds([&] { varnix::Color::ImportantColor(image); }), Goal::none());
+  report("  of an image that is new, us",
+         microseconds([&] { varnix::Color::ImportantColor(imageOver(pixels)); }), Goal::none());
+  report("  squeeze to 32 x 32, us", microseconds([&] { squeeze(image); }), Goal::none());
+  report("  set-up that is there already, us", microseconds([&] { picker->setupOpenGL(); }),
          Goal::none());
-  report("  upload, ms", milliseconds([&] { picker->setupTextureFromImage(small); }), Goal::none());
-  report("  draw, read back, most frequent colour, ms", milliseconds([&] {
+  report("  upload, us", microseconds([&] { picker->setupTextureFromImage(small); }), Goal::none());
+  report("  draw, read back, most frequent colour, us", microseconds([&] {
            picker->renderDominant();
            picker->backgroundColorOfFrame(kTotalWidth, kTotalWidth);
          }),
          Goal::none());
-  report("  text colours, frame read again, ms",
-         milliseconds([&] { picker->findTextColors(scheme); }), Goal::none());
+  report("  text colours, frame read again, us",
+         microseconds([&] { picker->findTextColors(scheme); }), Goal::none());
 }
 
 }  // namespace bench
