@@ -45,7 +45,8 @@ void drawSwatch(Canvas& canvas, const Swatch& swatch, const Box& box) {
 void drawSwatches(Canvas& canvas, const Analysis& image, const Box& row) {
   constexpr Color kWhite{255, 255, 255};
   constexpr Color kBlack{0, 0, 0};
-  const std::string rule = std::string(image.rule) + (image.isSaturated ? ", saturated" : "");
+  const std::string rule =
+      std::string("from ") + image.rule + (image.isSaturated ? ", saturated" : "");
   const Swatch swatches[] = {
       {"Background", image.background, {"the most frequent"}},
       {"Primary text", image.primary, {ratio(image.primary, image.background, "background")}},
