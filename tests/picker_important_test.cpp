@@ -45,7 +45,7 @@ TEST_P(PickerImportant, IsThePlainComputations) {
     ++(isOfScheme ? whole : pushed);
   }
   RecordProperty("pushed", pushed);
-  RecordProperty("of the scheme", whole);
+  RecordProperty("ofTheScheme", whole);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pictures, PickerImportant, testing::ValuesIn(pictures::kKinds),
