@@ -3,12 +3,16 @@
 #include "color/CQRGBPixel.h"
 #include "color/Darken.h"
 #include "color/ImportantColor.h"
+#include "prefs/IconColor.h"
 
 #pragma GCC visibility push(default)
 extern "C" {
 UIColor* plainDarken(UIColor* color, float amount) { return varnix::Color::Darken(color, amount); }
 UIColor* plainAverageColor(UIImage* image) { return varnix::Color::AverageColor(image); }
 UIColor* plainImportantColor(UIImage* image) { return varnix::Color::ImportantColor(image); }
+UIColor* plainIconColor(NSString* identifier, UIColor* fallback, VNXManager* manager) {
+  return varnix::Color::IconColor(identifier, fallback, manager);
+}
 NSUInteger plainSquareDistance(const NSUInteger* a, const NSUInteger* b) {
   return squareDistanceInRGBSpaceBetweenColor({a[0], a[1], a[2]}, {b[0], b[1], b[2]});
 }
