@@ -8,7 +8,8 @@
 
 namespace host::dispatch {
 
-/// Something to run once. It never throws: what leaves a block ends the process.
+/// Something to run once, in an autorelease pool of its own. It never throws: what leaves a block
+/// ends the process.
 using Work = std::function<void()>;
 
 class QueueBody {

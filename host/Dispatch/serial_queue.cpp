@@ -2,7 +2,6 @@
 
 #include "Dispatch/root_queues.h"
 #include "Foundation/log.h"
-#include "objc/autorelease_pool.h"
 #include "objc/define.h"
 
 namespace host::dispatch {
@@ -31,8 +30,7 @@ void SerialQueue::putTurnInto(const Strong<dispatch_queue_s>& target) {
 
 void SerialQueue::turn(dispatch_queue_t target) {
   {
-    objc::AutoreleasePool pool;  // around the end of what the work holds, too
-    Work work;
+    Work work;  // what it holds ends before the next one begins
     {
       const std::lock_guard lock(mutex_);
       // Aimed elsewhere since the turn was put here: only the next one has work.
