@@ -29,7 +29,10 @@ extern "C" [[gnu::visibility("default")]] int measurePictures(int count, char** 
     *value = words[i + 1];
   }
   host::printLog(true);
-  bench::measurePass();
+  if (!bench::measurePass()) {
+    std::fprintf(stderr, "%s: no OpenGL ES, or another frame without the picker\n", words[0]);
+    return 1;
+  }
   bench::measureImportantColor();
   bench::measurePickers(pickers, pictures);
   bench::printTable();
