@@ -72,9 +72,9 @@ CGAffineTransform toShown(Orientation orientation) {
     case Orientation::downMirrored:
       return {1, 0, 0, -1, 0, 1};
     case Orientation::leftMirrored:
-      return {0, -1, -1, 0, 1, 1};
-    case Orientation::rightMirrored:
       return {0, 1, 1, 0, 0, 0};
+    case Orientation::rightMirrored:
+      return {0, -1, -1, 0, 1, 1};
   }
   return {1, 0, 0, 1, 0, 0};
 }
