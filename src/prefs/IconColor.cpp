@@ -38,8 +38,7 @@ void keepColor(UIColor* color, VNXManager* manager, NSString* identifier) {
 /// Without the icon's alpha: its transparent corners become pixels like others.
 UIImage* opaqueCopy(UIImage* icon) {
   NSData* data = UIImageJPEGRepresentation(icon, 1);
-  return Strong<UIImage>::adopt(
-             send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel, data))
+  return Strong<UIImage>::adopt(send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel, data))
       .autorelease();
 }
 
