@@ -1,4 +1,5 @@
 // Contexts over memory.
+#include <climits>
 #include <cstring>
 
 #include "CoreGraphics/objects.h"
@@ -24,11 +25,22 @@ CairoSurface surfaceFor(CGContext* context) {
   const auto w = static_cast<int>(context->width);
   const auto h = static_cast<int>(context->height);
   if (!context->inPlace) return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h));
-  return CairoSurface(cairo_image_surface_create_for_data(
-      context->memory, CAIRO_FORMAT_ARGB32, w, h, static_cast<int>(context->bytesPerRow)));
+  return CairoSurface(cairo_image_surface_create_for_data(context->memory,
+                                                          *host::cairosOwn(context->format), w, h,
+                                                          static_cast<int>(context->bytesPerRow)));
 }
 
-constexpr std::size_t kLongestSide = 32767;
+/// Of memory that the context brings along: more than the largest picture that is decoded.
+constexpr std::size_t kMostMemory = std::size_t{512} << 20;
+
+bool drawsInPlace(const CGContext& context) {
+  const auto format = host::cairosOwn(context.format);
+  // Cairo writes the bytes that a format skips: in a caller's memory they stay.
+  if (!format || (*format == CAIRO_FORMAT_RGB24 && context.own == nullptr)) return false;
+  // Its rows are whole pixels apart, and its memory is aligned to them.
+  return context.bytesPerRow % 4 == 0 && context.bytesPerRow <= INT_MAX &&
+         reinterpret_cast<std::uintptr_t>(context.memory) % 4 == 0;
+}
 
 CGContextRef unsupported(std::size_t width, std::size_t height, std::size_t bitsPerComponent,
                          std::size_t bytesPerRow, CGBitmapInfo info) {
@@ -64,11 +76,13 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
                                                CGBitmapInfo bitmapInfo) {
   const auto format =
       host::contextFormat(bitsPerComponent, CGColorSpaceGetNumberOfComponents(space), bitmapInfo);
-  const bool fits = width != 0 && height != 0 && width <= kLongestSide && height <= kLongestSide &&
-                    format && (space != nullptr || format->colors == 0);
+  const bool fits = width != 0 && height != 0 && width <= host::kLongestSide &&
+                    height <= host::kLongestSide && format &&
+                    (space != nullptr || format->colors == 0);
   if (!fits) return unsupported(width, height, bitsPerComponent, bytesPerRow, bitmapInfo);
   if (bytesPerRow == 0 && data == nullptr) bytesPerRow = width * format->bytesPerPixel();
-  if (bytesPerRow < width * format->bytesPerPixel() || bytesPerRow > SIZE_MAX / 2 / height)
+  if (bytesPerRow < width * format->bytesPerPixel() || bytesPerRow > SIZE_MAX / 2 / height ||
+      (data == nullptr && bytesPerRow > kMostMemory / height))
     return unsupported(width, height, bitsPerComponent, bytesPerRow, bitmapInfo);
 
   auto context = Strong<CGContext>::adopt(host::makeObject<CGContext>());
@@ -79,13 +93,12 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
   context->space = Strong<CGColorSpace>::retain(space);
   context->memory = static_cast<std::uint8_t*>(data);
   if (data == nullptr) {
-    context->own.reset(new (std::nothrow) std::uint8_t[bytesPerRow * height]());
+    // Pages come as they are drawn on.
+    context->own.reset(static_cast<std::uint8_t*>(std::calloc(height, bytesPerRow)));
     context->memory = context->own.get();
     if (context->memory == nullptr) return nullptr;
   }
-  // Cairo's rows are whole pixels apart, and its memory is aligned to them.
-  context->inPlace = host::isCairosOwn(*format) && bytesPerRow % 4 == 0 &&
-                     reinterpret_cast<std::uintptr_t>(context->memory) % 4 == 0;
+  context->inPlace = drawsInPlace(*context.get());
   context->surface = surfaceFor(context);
   context->cairo.reset(cairo_create(context->surface.get()));
   if (cairo_status(context->cairo.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
@@ -95,14 +108,20 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
   return context.leak();
 }
 
+HOST_EXPORT CGContextRef CGContextRetain(CGContextRef context) {
+  return static_cast<CGContextRef>(objc_retain(context));
+}
 HOST_EXPORT void CGContextRelease(CGContextRef context) { objc_release(context); }
 
 HOST_EXPORT CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   if (context == nullptr) return nullptr;
-  NSData* copy =
-      NSData::dataWithBytes(context->memory, context->bytesPerRow * (context->height - 1) +
-                                                 context->width * context->format.bytesPerPixel());
-  const auto provider = Strong<CGDataProvider>::adopt(CGDataProviderCreateWithCFData(copy));
+  const std::size_t size = context->bytesPerRow * (context->height - 1) +
+                           context->width * context->format.bytesPerPixel();
+  void* copy = std::malloc(size);
+  if (copy == nullptr) return nullptr;
+  std::memcpy(copy, context->memory, size);
+  const auto provider = Strong<CGDataProvider>::adopt(CGDataProviderCreateWithData(
+      copy, copy, size, [](void* info, const void*, std::size_t) { std::free(info); }));
   const host::PixelFormat& format = context->format;
   return CGImageCreate(context->width, context->height, format.bitsPerComponent,
                        format.bitsPerPixel, context->bytesPerRow, context->space, format.info,

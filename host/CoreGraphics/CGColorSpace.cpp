@@ -23,7 +23,9 @@ HOST_EXPORT CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space) {
   return static_cast<CGColorSpaceRef>(objc_retain(space));
 }
 HOST_EXPORT void CGColorSpaceRelease(CGColorSpaceRef space) { objc_release(space); }
-HOST_EXPORT CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space) { return space->model; }
+HOST_EXPORT CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space) {
+  return space == nullptr ? CGColorSpaceModel::unknown : space->model;
+}
 HOST_EXPORT std::size_t CGColorSpaceGetNumberOfComponents(CGColorSpaceRef space) {
   if (space == nullptr) return 0;
   return space->model == CGColorSpaceModel::rgb ? 3 : 1;
@@ -35,6 +37,9 @@ HOST_EXPORT CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* compo
   color->count = CGColorSpaceGetNumberOfComponents(space) + 1;
   for (std::size_t i = 0; i < color->count; ++i) color->components[i] = components[i];
   return color;
+}
+HOST_EXPORT CGColorRef CGColorRetain(CGColorRef color) {
+  return static_cast<CGColorRef>(objc_retain(color));
 }
 HOST_EXPORT void CGColorRelease(CGColorRef color) { objc_release(color); }
 HOST_EXPORT std::size_t CGColorGetNumberOfComponents(CGColorRef color) {

@@ -9,11 +9,13 @@ void fill(CGContextRef context, CGRect rect, cairo_operator_t how) {
   cairo_t* cairo = drawing.cairo();
   const auto& state = context->state();
   cairo_save(cairo);
-  cairo_set_operator(cairo, how);
-  cairo_set_source_rgba(cairo, state.fill[0], state.fill[1], state.fill[2],
-                        state.fill[3] * state.alpha);
-  cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
-  cairo_fill(cairo);
+  // Some operators reach beyond what is filled: the clip does not let them.
+  if (host::clipTo(cairo, rect)) {
+    cairo_set_operator(cairo, how);
+    cairo_set_source_rgba(cairo, state.fill[0], state.fill[1], state.fill[2],
+                          state.fill[3] * state.alpha);
+    cairo_paint(cairo);
+  }
   cairo_restore(cairo);
 }
 
@@ -32,26 +34,13 @@ HOST_EXPORT void CGContextRestoreGState(CGContextRef context) {
   context->states.pop_back();
 }
 
-HOST_EXPORT void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y) {
-  if (context != nullptr) cairo_translate(context->cairo.get(), x, y);
-}
-HOST_EXPORT void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y) {
-  // Cairo gives up for good on a matrix that cannot be undone.
-  if (context != nullptr && x != 0 && y != 0) cairo_scale(context->cairo.get(), x, y);
-}
-HOST_EXPORT void CGContextConcatCTM(CGContextRef context, CGAffineTransform t) {
-  if (context == nullptr || t.a * t.d - t.b * t.c == 0) return;
-  cairo_matrix_t matrix;
-  cairo_matrix_init(&matrix, t.a, t.b, t.c, t.d, t.tx, t.ty);
-  cairo_transform(context->cairo.get(), &matrix);
-}
-
 HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha) {
-  if (context != nullptr) context->state().alpha = std::clamp<CGFloat>(alpha, 0, 1);
+  if (context != nullptr) context->state().alpha = host::unit(alpha);
 }
 HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
                                           CGFloat blue, CGFloat alpha) {
-  if (context != nullptr) context->state().fill = {red, green, blue, alpha};
+  if (context == nullptr) return;
+  context->state().fill = {host::unit(red), host::unit(green), host::unit(blue), host::unit(alpha)};
 }
 HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color) {
   if (color == nullptr) return;
@@ -68,8 +57,6 @@ HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect) {
 }
 HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
-  cairo_rectangle(context->cairo.get(), rect.origin.x, rect.origin.y, rect.size.width,
-                  rect.size.height);
-  cairo_clip(context->cairo.get());
+  if (!host::clipTo(context->cairo.get(), rect)) host::clipAll(context->cairo.get());
 }
 }

@@ -9,12 +9,24 @@ namespace {
 constexpr double kTiny = 1e-6;
 
 bool isWhole(double value) { return std::abs(value - std::round(value)) < kTiny; }
-bool isAxisAligned(const cairo_matrix_t& m) {
-  return std::abs(m.xy) < kTiny && std::abs(m.yx) < kTiny;
+
+/// Whether each of the image's pixels falls on one of the bitmap, turned or mirrored as may be:
+/// then the matrix is rounded to say just that.
+bool isPixelForPixel(cairo_matrix_t& m) {
+  const bool isUpright =
+      std::abs(std::abs(m.xx) - 1) < kTiny && std::abs(std::abs(m.yy) - 1) < kTiny;
+  const bool isTurned =
+      std::abs(std::abs(m.xy) - 1) < kTiny && std::abs(std::abs(m.yx) - 1) < kTiny;
+  if (isUpright == isTurned) return false;
+  for (double* part : {&m.xx, &m.yx, &m.xy, &m.yy, &m.x0, &m.y0}) {
+    if (!isWhole(*part)) return false;
+  }
+  for (double* part : {&m.xx, &m.yx, &m.xy, &m.yy, &m.x0, &m.y0}) *part = std::round(*part);
+  return true;
 }
-bool isPixelForPixel(const cairo_matrix_t& m) {
-  return isAxisAligned(m) && std::abs(std::abs(m.xx) - 1) < kTiny &&
-         std::abs(std::abs(m.yy) - 1) < kTiny && isWhole(m.x0) && isWhole(m.y0);
+
+bool enlarges(const cairo_matrix_t& m) {
+  return std::hypot(m.xx, m.yx) > 1 + kTiny || std::hypot(m.xy, m.yy) > 1 + kTiny;
 }
 
 /// How many pixels the image takes on the device, along its own axis.
@@ -41,39 +53,57 @@ CairoSurface shrunk(cairo_surface_t* from, std::size_t width, std::size_t height
   return small;
 }
 
+/// Threads may draw one image at the same time, and cairo's surfaces are no good for that.
+CairoSurface viewOf(CGImageRef image) {
+  cairo_surface_t* shared = image->surface();
+  if (cairo_surface_status(shared) != CAIRO_STATUS_SUCCESS) return nullptr;
+  return CairoSurface(cairo_image_surface_create_for_data(
+      cairo_image_surface_get_data(shared), CAIRO_FORMAT_ARGB32,
+      cairo_image_surface_get_width(shared), cairo_image_surface_get_height(shared),
+      cairo_image_surface_get_stride(shared)));
+}
+
+cairo_filter_t filterFor(CGContextRef context, CGImageRef image, const cairo_matrix_t& matrix) {
+  const bool isSmooth =
+      image->interpolates && context->state().interpolation != CGInterpolationQuality::none;
+  return isSmooth || !enlarges(matrix) ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST;
+}
+
+void draw(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image) {
+  CairoSurface source = viewOf(image);
+  if (source == nullptr) return;
+  // From here on the image's own pixels are the unit, its top row first.
+  if (!host::concatenate(cairo, {rect.size.width / static_cast<double>(image->width), 0, 0,
+                                 -rect.size.height / static_cast<double>(image->height),
+                                 rect.origin.x, rect.origin.y + rect.size.height}))
+    return;
+  cairo_matrix_t matrix;
+  cairo_get_matrix(cairo, &matrix);
+  const std::size_t width = pixelsTaken(matrix.xx, matrix.yx, image->width);
+  const std::size_t height = pixelsTaken(matrix.xy, matrix.yy, image->height);
+  if (width < image->width || height < image->height) {
+    source = shrunk(source.get(), width, height);
+    cairo_matrix_scale(&matrix, static_cast<double>(image->width) / static_cast<double>(width),
+                       static_cast<double>(image->height) / static_cast<double>(height));
+  }
+  const bool isExact = isPixelForPixel(matrix);
+  cairo_set_matrix(cairo, &matrix);
+  cairo_set_source_surface(cairo, source.get(), 0, 0);
+  cairo_pattern_t* pattern = cairo_get_source(cairo);
+  cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+  cairo_pattern_set_filter(pattern,
+                           isExact ? CAIRO_FILTER_NEAREST : filterFor(context, image, matrix));
+  cairo_paint_with_alpha(cairo, context->state().alpha);
+}
+
 }  // namespace
 
 extern "C" HOST_EXPORT void CGContextDrawImage(CGContextRef context, CGRect rect,
                                                CGImageRef image) {
-  if (context == nullptr || image == nullptr || !(rect.size.width != 0) || !(rect.size.height != 0))
-    return;
-  cairo_surface_t* source = image->surface();
-  if (cairo_surface_status(source) != CAIRO_STATUS_SUCCESS) return;
+  if (context == nullptr || image == nullptr) return;
   const host::Drawing drawing(context);
   cairo_t* cairo = drawing.cairo();
   cairo_save(cairo);
-  // From here on the image's own pixels are the unit, its top row first.
-  cairo_translate(cairo, rect.origin.x, rect.origin.y + rect.size.height);
-  cairo_scale(cairo, rect.size.width / static_cast<double>(image->width),
-              -rect.size.height / static_cast<double>(image->height));
-  cairo_matrix_t matrix;
-  cairo_get_matrix(cairo, &matrix);
-  CairoSurface small;
-  const std::size_t width = pixelsTaken(matrix.xx, matrix.yx, image->width);
-  const std::size_t height = pixelsTaken(matrix.xy, matrix.yy, image->height);
-  if (width < image->width || height < image->height) {
-    small = shrunk(source, width, height);
-    source = small.get();
-    cairo_scale(cairo, static_cast<double>(image->width) / static_cast<double>(width),
-                static_cast<double>(image->height) / static_cast<double>(height));
-    cairo_get_matrix(cairo, &matrix);
-  }
-  cairo_set_source_surface(cairo, source, 0, 0);
-  cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-  cairo_pattern_set_filter(cairo_get_source(cairo),
-                           isPixelForPixel(matrix) ? CAIRO_FILTER_NEAREST : CAIRO_FILTER_GOOD);
-  cairo_rectangle(cairo, 0, 0, static_cast<double>(width), static_cast<double>(height));
-  cairo_clip(cairo);
-  cairo_paint_with_alpha(cairo, context->state().alpha);
+  if (host::clipTo(cairo, rect)) draw(context, cairo, rect, image);
   cairo_restore(cairo);
 }

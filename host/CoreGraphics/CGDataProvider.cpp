@@ -36,5 +36,8 @@ HOST_EXPORT NSData* CGDataProviderCopyData(CGDataProviderRef provider) {
   return static_cast<NSData*>(objc_retain(NSData::dataWithBytes(provider->bytes, provider->size)));
 }
 
+HOST_EXPORT CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider) {
+  return static_cast<CGDataProviderRef>(objc_retain(provider));
+}
 HOST_EXPORT void CGDataProviderRelease(CGDataProviderRef provider) { objc_release(provider); }
 }

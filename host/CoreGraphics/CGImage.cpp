@@ -26,13 +26,6 @@ cairo_surface_t* CGImage::surface() {
   return pixels.get();
 }
 
-namespace {
-
-/// More than cairo draws, and more than the arithmetic below can overflow with.
-constexpr std::size_t kLongestSide = 32767;
-
-}  // namespace
-
 extern "C" {
 
 HOST_EXPORT CGImageRef CGImageCreate(std::size_t width, std::size_t height,
@@ -41,7 +34,8 @@ HOST_EXPORT CGImageRef CGImageCreate(std::size_t width, std::size_t height,
                                      CGBitmapInfo bitmapInfo, CGDataProviderRef provider,
                                      const CGFloat* decode, bool shouldInterpolate,
                                      CGColorRenderingIntent) {
-  if (width == 0 || height == 0 || width > kLongestSide || height > kLongestSide) return nullptr;
+  if (width == 0 || height == 0 || width > host::kLongestSide || height > host::kLongestSide)
+    return nullptr;
   if (space == nullptr || provider == nullptr || provider->bytes == nullptr) return nullptr;
   const std::size_t colors = CGColorSpaceGetNumberOfComponents(space);
   const auto format = host::imageFormat(bitsPerComponent, bitsPerPixel, colors, bitmapInfo);

@@ -5,7 +5,19 @@
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
 
-enum class CGColorSpaceModel : std::int32_t { monochrome = 0, rgb = 1 };
+enum class CGColorSpaceModel : std::int32_t { unknown = -1, monochrome = 0, rgb = 1 };
+
+/// Of images drawn larger than they are: none repeats pixels, all else is smooth.
+enum class CGInterpolationQuality : std::int32_t {
+  standard = 0,
+  none = 1,
+  low = 2,
+  high = 3,
+  medium = 4,
+};
+
+/// The platform's numbers, in blend_modes.cpp.
+enum class CGBlendMode : std::int32_t;
 
 struct CGAffineTransform {
   CGFloat a, b, c, d, tx, ty;
@@ -14,14 +26,17 @@ struct CGAffineTransform {
 extern "C" {
 HOST_EXPORT CGColorSpaceRef CGColorSpaceCreateDeviceGray();
 HOST_EXPORT CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space);
+/// Unknown for nil.
 HOST_EXPORT CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space);
-/// Without alpha.
+/// Without alpha; 0 for nil.
 HOST_EXPORT std::size_t CGColorSpaceGetNumberOfComponents(CGColorSpaceRef space);
 
 HOST_EXPORT CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components);
+HOST_EXPORT CGColorRef CGColorRetain(CGColorRef color);
 HOST_EXPORT void CGColorRelease(CGColorRef color);
 
 HOST_EXPORT CGDataProviderRef CGDataProviderCreateWithCFData(NSData* data);
+HOST_EXPORT CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider);
 /// The bytes as they were given; nil for nil.
 HOST_EXPORT NSData* CGDataProviderCopyData(CGDataProviderRef provider);
 
@@ -44,11 +59,17 @@ HOST_EXPORT std::size_t CGBitmapContextGetBytesPerRow(CGContextRef context);
 HOST_EXPORT CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef context);
 HOST_EXPORT CGColorSpaceRef CGBitmapContextGetColorSpace(CGContextRef context);
 
+HOST_EXPORT CGContextRef CGContextRetain(CGContextRef context);
+
 HOST_EXPORT void CGContextSaveGState(CGContextRef context);
 HOST_EXPORT void CGContextRestoreGState(CGContextRef context);
 HOST_EXPORT void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
 HOST_EXPORT void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
 HOST_EXPORT void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform);
+/// In radians.
+HOST_EXPORT void CGContextRotateCTM(CGContextRef context, CGFloat angle);
+/// From the user's space to one with the origin at the bitmap's lower left pixel. Identity for nil.
+HOST_EXPORT CGAffineTransform CGContextGetCTM(CGContextRef context);
 HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
 HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color);
 HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
@@ -56,4 +77,8 @@ HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGF
 HOST_EXPORT void CGContextFillRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect);
+HOST_EXPORT void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode);
+HOST_EXPORT void CGContextSetInterpolationQuality(CGContextRef context,
+                                                  CGInterpolationQuality quality);
+HOST_EXPORT void CGContextSetShouldAntialias(CGContextRef context, bool shouldAntialias);
 }

@@ -18,4 +18,17 @@ class Drawing {
   CGContext* context_;
 };
 
+/// Puts the transform before what the context has. False, and nothing done, where the two together
+/// cannot be undone: cairo would give up for good.
+bool concatenate(cairo_t* cairo, const cairo_matrix_t& transform);
+
+/// Narrows the clip to a rectangle, whose sides may run either way. False, and nothing done, where
+/// nothing would be left to draw on.
+bool clipTo(cairo_t* cairo, CGRect rect);
+/// Narrows the clip to nothing.
+void clipAll(cairo_t* cairo);
+
+/// 0 to 1; what is no number is 0.
+inline CGFloat unit(CGFloat value) { return value > 0 ? std::min<CGFloat>(value, 1) : 0; }
+
 }  // namespace host

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -24,6 +25,10 @@ struct FreeCairo {
   void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
 };
 using Cairo = std::unique_ptr<cairo_t, FreeCairo>;
+
+struct FreeMemory {
+  void operator()(std::uint8_t* memory) const { std::free(memory); }
+};
 
 struct CGColorSpace : NSObject {
   static CGColorSpace* make(CGColorSpaceModel model);
@@ -67,6 +72,7 @@ struct CGContext : NSObject {
   struct State {
     std::array<CGFloat, 4> fill{0, 0, 0, 1};
     CGFloat alpha = 1;
+    CGInterpolationQuality interpolation = CGInterpolationQuality::standard;
   };
   State& state() {
     if (states.empty()) states.emplace_back();
@@ -77,7 +83,7 @@ struct CGContext : NSObject {
   host::PixelFormat format;
   Strong<CGColorSpace> space;
   std::uint8_t* memory;  ///< the caller's, or `own`
-  std::unique_ptr<std::uint8_t[]> own;
+  std::unique_ptr<std::uint8_t, FreeMemory> own;
   bool inPlace;  ///< cairo draws into the memory itself
   CairoSurface surface;
   Cairo cairo;

@@ -2,6 +2,8 @@
 // premultiplied, in the machine's byte order.
 #pragma once
 
+#include <cairo.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -20,6 +22,9 @@ struct PixelFormat {
   std::size_t bytesPerPixel() const { return bitsPerPixel / 8; }
 };
 
+/// More than cairo draws, either way.
+inline constexpr std::size_t kLongestSide = 32767;
+
 /// The format where the parameters fit one that can be read.
 std::optional<PixelFormat> imageFormat(std::size_t bitsPerComponent, std::size_t bitsPerPixel,
                                        std::size_t colors, CGBitmapInfo info);
@@ -27,13 +32,15 @@ std::optional<PixelFormat> imageFormat(std::size_t bitsPerComponent, std::size_t
 std::optional<PixelFormat> contextFormat(std::size_t bitsPerComponent, std::size_t colors,
                                          CGBitmapInfo info);
 
-/// Whether the pixels are laid down as cairo has them.
-bool isCairosOwn(const PixelFormat& format);
+/// Cairo's name for the format where it has one: it draws into such bitmaps itself.
+std::optional<cairo_format_t> cairosOwn(const PixelFormat& format);
 
-/// One row to cairo's pixels. Decode has two values a component, or is null.
+/// One row to cairo's pixels, premultiplied ones as they are. Decode has two values a colour, or is
+/// null.
 void unpackRow(const PixelFormat& format, const std::uint8_t* row, std::size_t width,
                const CGFloat* decode, std::uint32_t* pixels);
-/// One row of cairo's pixels to a context's memory. Bytes that the format skips stay.
+/// One row of cairo's pixels to the memory of a context of that format. Bytes that the format skips
+/// stay.
 void packRow(const PixelFormat& format, const std::uint32_t* pixels, std::size_t width,
              std::uint8_t* row);
 

@@ -1,105 +1,143 @@
 #include "CoreGraphics/shrink.h"
 
 #include <algorithm>
-#include <cmath>
+#include <numeric>
 #include <vector>
 
 namespace host {
 
 namespace {
 
-const std::uint8_t* bytesOf(const PixelRows& rows, std::size_t y) {
-  return reinterpret_cast<const std::uint8_t*>(rows.pixels + y * rows.stride);
-}
-std::uint8_t* bytesOf(const PixelRows& rows, std::size_t x, std::size_t y) {
-  return reinterpret_cast<std::uint8_t*>(rows.pixels + y * rows.stride + x);
-}
-
-// --- whole ratios: integers ----------------------------------------------------------------------
-
-/// Rows whose sum of bytes still fits 16 bits.
-constexpr std::size_t kRowsAtOnce = 257;
-
-void addRow(std::uint16_t* sums, const std::uint8_t* row, std::size_t bytes) {
-  for (std::size_t i = 0; i < bytes; ++i) sums[i] = static_cast<std::uint16_t>(sums[i] + row[i]);
-}
-
-void shrinkWhole(const PixelRows& from, const PixelRows& to) {
-  const std::size_t across = from.width / to.width;
-  const std::size_t down = from.height / to.height;
-  const std::uint64_t count = std::uint64_t{across} * down;
-  std::vector<std::uint16_t> sums(from.width * 4);
-  std::vector<std::uint64_t> totals(to.width * 4);
-  for (std::size_t y = 0; y < to.height; ++y) {
-    std::fill(totals.begin(), totals.end(), 0);
-    for (std::size_t done = 0; done < down; done += kRowsAtOnce) {
-      std::fill(sums.begin(), sums.end(), 0);
-      const std::size_t rows = std::min(kRowsAtOnce, down - done);
-      for (std::size_t row = 0; row < rows; ++row)
-        addRow(sums.data(), bytesOf(from, y * down + done + row), sums.size());
-      for (std::size_t x = 0; x < from.width; ++x) {
-        for (std::size_t c = 0; c < 4; ++c) totals[x / across * 4 + c] += sums[x * 4 + c];
-      }
-    }
-    std::uint8_t* out = bytesOf(to, 0, y);
-    for (std::size_t i = 0; i < totals.size(); ++i)
-      out[i] = static_cast<std::uint8_t>((totals[i] + count / 2) / count);
+/// How the pixels along one axis share out: in whole numbers, so that every mean is exact.
+class Axis {
+ public:
+  Axis(std::size_t from, std::size_t to) {
+    const std::size_t common = std::gcd(from, to);
+    pixel_ = static_cast<std::uint32_t>(to / common);
+    span_ = static_cast<std::uint32_t>(from / common);
   }
-}
 
-// --- any ratio: weights --------------------------------------------------------------------------
+  /// What a whole pixel of the source weighs.
+  std::uint32_t pixel() const { return pixel_; }
+  /// What the source's pixels weigh together that one pixel of the result stands for.
+  std::uint32_t span() const { return span_; }
 
-/// The part of a pixel that a span from `begin` to `end` covers.
-float covered(std::size_t pixel, double begin, double end) {
-  const auto at = static_cast<double>(pixel);
-  return static_cast<float>(std::min(at + 1, end) - std::max(at, begin));
-}
+  /// The pixels that pixel `index` of the result stands for: in part, whole, in part.
+  struct Share {
+    std::size_t first;
+    std::uint32_t before;  ///< what the pixel ahead of `first` weighs
+    std::size_t last;      ///< excluded
+    std::uint32_t after;   ///< what that pixel weighs
+  };
+  Share share(std::size_t index) const {
+    const std::uint64_t begin = std::uint64_t{index} * span_;
+    const std::uint64_t end = begin + span_;
+    const std::uint64_t first = (begin + pixel_ - 1) / pixel_;
+    const std::uint64_t last = end / pixel_;
+    return {first, static_cast<std::uint32_t>(first * pixel_ - begin), last,
+            static_cast<std::uint32_t>(end - last * pixel_)};
+  }
 
-struct Span {
-  double begin, end;
-  std::size_t first, last;  ///< the pixels touched, last excluded
+ private:
+  std::uint32_t pixel_, span_;
 };
 
-Span spanOf(std::size_t index, std::size_t from, std::size_t to) {
-  const double ratio = static_cast<double>(from) / static_cast<double>(to);
-  const double begin = ratio * static_cast<double>(index);
-  const double end = std::min(ratio * static_cast<double>(index + 1), static_cast<double>(from));
-  const auto last = static_cast<std::size_t>(std::ceil(end));
-  return {begin, end, static_cast<std::size_t>(begin), std::min(last, from)};
+const std::uint8_t* rowOf(const PixelRows& rows, std::size_t y) {
+  return reinterpret_cast<const std::uint8_t*>(rows.pixels + y * rows.stride);
 }
 
-void addRow(float* sums, const std::uint8_t* row, std::size_t bytes, float weight) {
-  for (std::size_t i = 0; i < bytes; ++i) sums[i] += weight * static_cast<float>(row[i]);
+// --- rows, summed column by column ---------------------------------------------------------------
+
+/// Rows whose sum of bytes still fits 16 bits.
+constexpr std::size_t kRowsAtOnce = 256;
+
+/// The sums of columns, channel by channel.
+struct Columns {
+  explicit Columns(std::size_t width) : sums(width * 4), whole(width * 4) {}
+
+  std::vector<std::uint32_t> sums;
+  std::vector<std::uint16_t> whole;  ///< of rows that count whole: in 16 bits, to be quick
+};
+
+/// At most kRowsAtOnce.
+void addWholeRows(Columns& columns, const PixelRows& from, std::size_t first, std::size_t count,
+                  std::uint32_t weight) {
+  const std::size_t bytes = columns.sums.size();
+  std::uint16_t* whole = columns.whole.data();
+  std::fill_n(whole, bytes, std::uint16_t{0});
+  std::size_t row = first;
+  // Four at a time: the sums come and go a quarter as often.
+  for (; row + 4 <= first + count; row += 4) {
+    const std::uint8_t* a = rowOf(from, row);
+    const std::uint8_t* b = rowOf(from, row + 1);
+    const std::uint8_t* c = rowOf(from, row + 2);
+    const std::uint8_t* d = rowOf(from, row + 3);
+    for (std::size_t i = 0; i < bytes; ++i)
+      whole[i] = static_cast<std::uint16_t>(whole[i] + a[i] + b[i] + c[i] + d[i]);
+  }
+  for (; row < first + count; ++row) {
+    const std::uint8_t* bytesOfRow = rowOf(from, row);
+    for (std::size_t i = 0; i < bytes; ++i)
+      whole[i] = static_cast<std::uint16_t>(whole[i] + bytesOfRow[i]);
+  }
+  for (std::size_t i = 0; i < bytes; ++i) columns.sums[i] += weight * whole[i];
 }
 
-void shrinkWeighted(const PixelRows& from, const PixelRows& to) {
-  std::vector<float> sums(from.width * 4);
-  for (std::size_t y = 0; y < to.height; ++y) {
-    const Span rows = spanOf(y, from.height, to.height);
-    std::fill(sums.begin(), sums.end(), 0.0F);
-    for (std::size_t row = rows.first; row < rows.last; ++row)
-      addRow(sums.data(), bytesOf(from, row), sums.size(), covered(row, rows.begin, rows.end));
-    for (std::size_t x = 0; x < to.width; ++x) {
-      const Span columns = spanOf(x, from.width, to.width);
-      double total[4] = {};
-      for (std::size_t column = columns.first; column < columns.last; ++column) {
-        const float weight = covered(column, columns.begin, columns.end);
-        for (std::size_t c = 0; c < 4; ++c)
-          total[c] += static_cast<double>(weight) * static_cast<double>(sums[column * 4 + c]);
-      }
-      const double area = (rows.end - rows.begin) * (columns.end - columns.begin);
-      std::uint8_t* out = bytesOf(to, x, y);
-      for (std::size_t c = 0; c < 4; ++c)
-        out[c] = static_cast<std::uint8_t>(std::min(total[c] / area + 0.5, 255.0));
+void addPartOfRow(Columns& columns, const PixelRows& from, std::size_t y, std::uint32_t weight) {
+  const std::uint8_t* row = rowOf(from, y);
+  for (std::size_t i = 0; i < columns.sums.size(); ++i) columns.sums[i] += weight * row[i];
+}
+
+/// The weights of a span add up to the source's height at most, so 32 bits hold a column's sum.
+void sumColumns(Columns& columns, const PixelRows& from, const Axis& axis, std::size_t index) {
+  std::fill(columns.sums.begin(), columns.sums.end(), 0);
+  const Axis::Share share = axis.share(index);
+  // A span never lies inside one pixel: the result is no larger than the source.
+  for (std::size_t row = share.first; row < share.last; row += kRowsAtOnce)
+    addWholeRows(columns, from, row, std::min(kRowsAtOnce, share.last - row), axis.pixel());
+  if (share.before != 0) addPartOfRow(columns, from, share.first - 1, share.before);
+  if (share.after != 0) addPartOfRow(columns, from, share.last, share.after);
+}
+
+// --- columns, summed pixel by pixel --------------------------------------------------------------
+
+/// `Sum` holds 255 times the weight of a whole pixel of the result.
+template <class Sum>
+void sumPixels(std::uint8_t* to, std::size_t width, const std::uint32_t* sums, const Axis& axis,
+               double weight) {
+  for (std::size_t x = 0; x < width; ++x, to += 4) {
+    const Axis::Share share = axis.share(x);
+    Sum total[4] = {};
+    for (std::size_t column = share.first; column < share.last; ++column) {
+      for (std::size_t c = 0; c < 4; ++c) total[c] += sums[column * 4 + c];
     }
+    for (Sum& sum : total) sum *= axis.pixel();
+    auto add = [&](std::size_t column, Sum part) {
+      for (std::size_t c = 0; c < 4; ++c) total[c] += part * sums[column * 4 + c];
+    };
+    if (share.before != 0) add(share.first - 1, share.before);
+    if (share.after != 0) add(share.last, share.after);
+    // A double's quotient is exact enough: the weight has fewer than 31 bits, the result eight.
+    for (std::size_t c = 0; c < 4; ++c)
+      to[c] = static_cast<std::uint8_t>((static_cast<double>(total[c]) + weight / 2) / weight);
   }
 }
 
 }  // namespace
 
 void shrink(const PixelRows& from, const PixelRows& to) {
-  const bool isWhole = from.width % to.width == 0 && from.height % to.height == 0;
-  return isWhole ? shrinkWhole(from, to) : shrinkWeighted(from, to);
+  const Axis across(from.width, to.width);
+  const Axis down(from.height, to.height);
+  const std::uint64_t weight = std::uint64_t{across.span()} * down.span();
+  const bool fits32 = weight * 255 <= UINT32_MAX;
+  Columns columns(from.width);
+  for (std::size_t y = 0; y < to.height; ++y) {
+    sumColumns(columns, from, down, y);
+    auto* row = reinterpret_cast<std::uint8_t*>(to.pixels + y * to.stride);
+    const auto whole = static_cast<double>(weight);
+    if (fits32) sumPixels<std::uint32_t>(row, to.width, columns.sums.data(), across, whole);
+    else sumPixels<std::uint64_t>(row, to.width, columns.sums.data(), across, whole);
+  }
 }
 
 }  // namespace host

@@ -3,26 +3,33 @@
 #include <vector>
 
 #include "CoreGraphics/objects.h"
-#include "export.h"
+#include "UIGraphics/UIGraphics.h"
 #include "objc/owned.h"
 #include "platform/UIKit.h"
 
 namespace {
 
 constexpr CGFloat kScreenScale = 2;
-constexpr CGFloat kLongestSide = 32767;
 
-struct ImageContext {
+struct Entry {
   Strong<CGContext> bitmap;  ///< nil for a size that nothing can be drawn in
   CGFloat scale;
+  bool isPushed;  ///< by the caller, who made it
 };
 
-thread_local std::vector<ImageContext> contexts;
+thread_local std::vector<Entry> entries;
+
+/// Sizes are given in points, so a size in pixels may come back with an error in the last place.
+CGFloat pixels(CGFloat points, CGFloat scale) {
+  constexpr CGFloat kTiny = static_cast<CGFloat>(1e-4);
+  return std::ceil(points * scale - kTiny);
+}
 
 CGContextRef bitmapFor(CGSize size, bool opaque, CGFloat scale) {
-  const CGFloat width = std::ceil(size.width * scale);
-  const CGFloat height = std::ceil(size.height * scale);
-  if (!(width >= 1 && height >= 1 && width <= kLongestSide && height <= kLongestSide))
+  const CGFloat width = pixels(size.width, scale);
+  const CGFloat height = pixels(size.height, scale);
+  constexpr CGFloat kLongest{host::kLongestSide};
+  if (!(scale > 0 && width >= 1 && height >= 1 && width <= kLongest && height <= kLongest))
     return nullptr;
   const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
   CGContextRef context = CGBitmapContextCreate(
@@ -35,7 +42,11 @@ CGContextRef bitmapFor(CGSize size, bool opaque, CGFloat scale) {
   return context;
 }
 
-CGContextRef top() { return contexts.empty() ? nullptr : contexts.back().bitmap.get(); }
+CGContextRef top() { return entries.empty() ? nullptr : entries.back().bitmap.get(); }
+
+void pop(bool pushed) {
+  if (!entries.empty() && entries.back().isPushed == pushed) entries.pop_back();
+}
 
 }  // namespace
 
@@ -43,19 +54,28 @@ extern "C" {
 
 HOST_EXPORT void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat scale) {
   if (scale == 0) scale = kScreenScale;
-  contexts.push_back({Strong<CGContext>::adopt(bitmapFor(size, opaque, scale)), scale});
+  entries.push_back({Strong<CGContext>::adopt(bitmapFor(size, opaque, scale)), scale, false});
 }
+
+HOST_EXPORT void UIGraphicsBeginImageContext(CGSize size) {
+  UIGraphicsBeginImageContextWithOptions(size, false, 1);
+}
+
+HOST_EXPORT void UIGraphicsPushContext(CGContextRef context) {
+  entries.push_back({Strong<CGContext>::retain(context), 1, true});
+}
+
+HOST_EXPORT void UIGraphicsPopContext() { pop(true); }
 
 HOST_EXPORT CGContextRef UIGraphicsGetCurrentContext() { return top(); }
 
 HOST_EXPORT UIImage* UIGraphicsGetImageFromCurrentImageContext() {
+  if (entries.empty() || entries.back().isPushed) return nullptr;
   const objc::Owned<CGImageRef, &CGImageRelease> image(CGBitmapContextCreateImage(top()));
   if (image == nullptr) return nullptr;
   return send<UIImage*>(objc_getClass("UIImage"), "imageWithCGImage:scale:orientation:"_sel,
-                        static_cast<CGImageRef>(image), contexts.back().scale, NSInteger{0});
+                        static_cast<CGImageRef>(image), entries.back().scale, NSInteger{0});
 }
 
-HOST_EXPORT void UIGraphicsEndImageContext() {
-  if (!contexts.empty()) contexts.pop_back();
-}
+HOST_EXPORT void UIGraphicsEndImageContext() { pop(false); }
 }

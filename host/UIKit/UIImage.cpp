@@ -1,6 +1,8 @@
 // Images: a bitmap, its scale and which way up it is.
 #include "UIKit/UIImage.h"
 
+#include <cmath>
+
 #include "CoreGraphics/CoreGraphics.h"
 #include "Foundation/file_contents.h"
 #include "Foundation/text.h"
@@ -98,7 +100,7 @@ UIImage* Image::withFile(NSString* path) {
 Image* Image::initWithBitmap(CGImageRef image) { return initWithBitmapAt(image, 1, 0); }
 Image* Image::initWithBitmapAt(CGImageRef image, CGFloat imageScale, NSInteger value) {
   bitmap = Strong<CGImage>::retain(image);
-  scale = imageScale > 0 ? imageScale : 1;
+  scale = imageScale > 0 && std::isfinite(imageScale) ? imageScale : 1;
   orientation = value >= 0 && value <= 7 ? static_cast<Orientation>(value) : Orientation::up;
   return this;
 }
@@ -114,16 +116,17 @@ Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
 }
 
 CGSize Image::sizeOf() {
-  const auto width = static_cast<CGFloat>(CGImageGetWidth(bitmap)) / scale;
-  const auto height = static_cast<CGFloat>(CGImageGetHeight(bitmap)) / scale;
+  const CGFloat width = static_cast<CGFloat>(CGImageGetWidth(bitmap)) / scaleOf();
+  const CGFloat height = static_cast<CGFloat>(CGImageGetHeight(bitmap)) / scaleOf();
   return isSideways(orientation) ? CGSize{height, width} : CGSize{width, height};
 }
 
 void Image::drawAtPoint(CGPoint point) { drawInRect({point, sizeOf()}); }
 
-void Image::drawBlended(CGRect rect, std::int32_t, CGFloat alpha) {
+void Image::drawBlended(CGRect rect, std::int32_t mode, CGFloat alpha) {
   CGContextRef context = UIGraphicsGetCurrentContext();
   CGContextSaveGState(context);
+  CGContextSetBlendMode(context, CGBlendMode{mode});
   CGContextSetAlpha(context, alpha);
   drawInRect(rect);
   CGContextRestoreGState(context);

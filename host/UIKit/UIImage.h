@@ -34,7 +34,8 @@ struct Image : UIImage {
 
   /// In points, as shown.
   CGSize sizeOf();
-  CGFloat scaleOf() { return scale; }
+  /// Pixels a point; 1 for an image without bitmap.
+  CGFloat scaleOf() { return scale > 0 ? scale : 1; }
   NSInteger orientationOf() { return static_cast<NSInteger>(orientation); }
   CGImageRef bitmapOf() { return bitmap; }
 
