@@ -197,12 +197,6 @@ TEST(Context, SaysWhyThereIsNone) {
             "4 bytes a row, bitmap info 1");
 }
 
-TEST(Context, IsNoneWhereItsMemoryWouldBeImmense) {
-  const Space space(CGColorSpaceCreateDeviceRGB());
-  EXPECT_EQ(CGBitmapContextCreate(nullptr, 32'767, 32'767, 8, 0, space, kRgba), nullptr);
-  EXPECT_EQ(CGBitmapContextCreate(nullptr, 1, 2, 8, SIZE_MAX / 5, space, kRgba), nullptr);
-}
-
 TEST(Context, AnswersNothingForNil) {
   EXPECT_EQ(CGBitmapContextCreateImage(nullptr), nullptr);
   EXPECT_EQ(CGBitmapContextGetData(nullptr), nullptr);

@@ -38,6 +38,17 @@ TEST_F(Context, IsCurrentOnceItWasMadeSo) {
   EXPECT_EQ(current(), nullptr);
 }
 
+TEST_F(Context, OnlyWhatIsAContextBecomesCurrent) {
+  auto context = Strong<EAGLContext>::adopt(newContext());
+  EAGLContext::setCurrentContext(context);
+  auto* neverInitialised = objc::alloc<EAGLContext>();
+  auto* noContext = test::make<NSObject>("NSObject");
+  EXPECT_FALSE(EAGLContext::setCurrentContext(neverInitialised));
+  EXPECT_FALSE(send<bool>(objc_getClass("EAGLContext"), "setCurrentContext:"_sel, noContext));
+  EXPECT_EQ(current(), context);
+  objc_release(neverInitialised);
+}
+
 TEST_F(Context, IsKeptWhileItIsCurrent) {
   auto* context = newContext();
   EAGLContext::setCurrentContext(context);

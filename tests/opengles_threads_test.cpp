@@ -3,6 +3,7 @@
 #include <thread>
 #include <vector>
 
+#include "OpenGLES/gl.h"
 #include "objc/autorelease_pool.h"
 #include "platform/OpenGLES.h"
 #include "support/hosted.h"
@@ -83,6 +84,14 @@ TEST_F(Threads, AContextLivesAsLongAsAnyThreadHasIt) {
     context = nullptr;
     EXPECT_EQ(clearedTo(1, 0, 0), kRed);
   });
+}
+
+TEST_F(Threads, AnEndedThreadGivesItsContextUp) {
+  run([] {
+    EAGLContext::setCurrentContext(newContext().get());
+    EXPECT_EQ(host::gl::contextCount(), 1U);
+  });
+  EXPECT_EQ(host::gl::contextCount(), 0U);
 }
 
 TEST_F(Threads, TwoContextsDrawAtTheSameTime) {

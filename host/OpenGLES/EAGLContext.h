@@ -6,7 +6,6 @@
 #include <mutex>
 
 #include "objc/define.h"
-#include "objc/strong.h"
 #include "platform/OpenGLES.h"
 
 namespace host::gl {
@@ -15,8 +14,10 @@ namespace host::gl {
 /// device knows neither, so EGL's is bound around each call only, and what is current here is a
 /// reference that the thread keeps.
 struct Context : EAGLContext {
+  /// Nil where there is no such API or no driver.
   Context* initWithApi(NSUInteger api);
   void dealloc();
+  /// False, and nothing changes, for what is no context or was never initialised.
   static bool setCurrent(EAGLContext* context);
   static EAGLContext* current();
   NSUInteger api() { return kEAGLRenderingAPIOpenGLES2; }

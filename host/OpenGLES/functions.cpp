@@ -1,9 +1,7 @@
-// OpenGL ES 2.0: each function counts, binds the thread's context and calls the driver's.
-#include <array>
+// OpenGL ES 2.0 under its own names.
 #include <atomic>
-#include <cstring>
 
-#include "OpenGLES/EAGLContext.h"
+#include "OpenGLES/call.h"
 #include "OpenGLES/gl.h"
 
 namespace host::gl {
@@ -13,145 +11,120 @@ namespace {
 std::atomic<GLenum> failingType = 0;
 std::atomic<bool> linkFails = false;
 
-struct Counter {
-  const char* name;
-  std::atomic<std::uint64_t> calls{0};
-  Counter* next;
-};
-constinit std::atomic<Counter*> counters = nullptr;
-
-/// The driver's function of that name, without arguments: the call casts it to its own type.
-template <objc::FixedString Name>
-class Function {
- public:
-  template <class R, class... A>
-  static R call(A... arguments) {
-    counter().calls.fetch_add(1, std::memory_order_relaxed);
-    const Bound bound;
-    if (!bound) return R();
-    static const auto driver = reinterpret_cast<R (*)(A...)>(eglGetProcAddress(Name.text));
-    return driver(arguments...);
-  }
-
- private:
-  static Counter& counter() {
-    static Counter* mine = [] {
-      auto* made = new Counter{Name.text, {}, counters.load()};
-      while (!counters.compare_exchange_weak(made->next, made)) {
-      }
-      return made;
-    }();
-    return *mine;
-  }
-};
-
-}  // namespace
-
 bool failsToCompile(GLuint shader) {
-  if (failingType == 0) return false;
   constexpr GLenum kShaderType = 0x8B4F;
+  if (failingType == 0) return false;
   GLint type = 0;
-  Function<"glGetShaderiv">::call<void>(shader, kShaderType, &type);
+  uncounted<"glGetShaderiv">(shader, kShaderType, &type);
   return type != 0 && static_cast<GLenum>(type) == failingType;
 }
+
+bool failsToLink(GLuint program) {
+  return linkFails && uncounted<"glIsProgram", GLboolean>(program) != GL_FALSE;
+}
+
+}  // namespace
 
 void failCompile(GLenum type) { failingType = type; }
 void failLink(bool fails) { linkFails = fails; }
 
-std::uint64_t callCount(std::string_view function) {
-  for (Counter* counter = counters; counter != nullptr; counter = counter->next) {
-    if (function == counter->name) return counter->calls;
-  }
-  return 0;
-}
-
-std::uint64_t callCount() {
-  std::uint64_t sum = 0;
-  for (Counter* counter = counters; counter != nullptr; counter = counter->next)
-    sum += counter->calls;
-  return sum;
-}
-
 }  // namespace host::gl
 
-using host::gl::Function;
+using host::gl::call;
 
-// A function of the driver under its own name: result, name, parameters, arguments.
-#define GL_FUNCTION(Result, Name, Parameters, Arguments) \
-  HOST_EXPORT Result Name Parameters { return Function<#Name>::call<Result> Arguments; }
-
-extern "C" {
-GL_FUNCTION(void, glActiveTexture, (GLenum texture), (texture))
-GL_FUNCTION(void, glAttachShader, (GLuint program, GLuint shader), (program, shader))
-GL_FUNCTION(void, glBindBuffer, (GLenum target, GLuint buffer), (target, buffer))
-GL_FUNCTION(void, glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer))
-GL_FUNCTION(void, glBindRenderbuffer, (GLenum target, GLuint renderbuffer), (target, renderbuffer))
-GL_FUNCTION(void, glBindTexture, (GLenum target, GLuint texture), (target, texture))
-GL_FUNCTION(void, glBlendFunc, (GLenum source, GLenum destination), (source, destination))
-GL_FUNCTION(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
-            (target, size, data, usage))
-GL_FUNCTION(void, glClear, (GLbitfield mask), (mask))
-GL_FUNCTION(void, glClearColor, (GLclampf red, GLclampf green, GLclampf blue, GLclampf alpha),
-            (red, green, blue, alpha))
-GL_FUNCTION(void, glCompileShader, (GLuint shader), (shader))
-GL_FUNCTION(GLuint, glCreateProgram, (), ())
-GL_FUNCTION(GLuint, glCreateShader, (GLenum type), (type))
-GL_FUNCTION(void, glDeleteProgram, (GLuint program), (program))
-GL_FUNCTION(void, glDeleteShader, (GLuint shader), (shader))
-GL_FUNCTION(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
-            (mode, count, type, indices))
-GL_FUNCTION(void, glEnable, (GLenum capability), (capability))
-GL_FUNCTION(void, glEnableVertexAttribArray, (GLuint index), (index))
-GL_FUNCTION(void, glFramebufferRenderbuffer,
-            (GLenum target, GLenum attachment, GLenum renderbufferTarget, GLuint renderbuffer),
-            (target, attachment, renderbufferTarget, renderbuffer))
-GL_FUNCTION(void, glGenBuffers, (GLsizei count, GLuint* buffers), (count, buffers))
-GL_FUNCTION(void, glGenFramebuffers, (GLsizei count, GLuint* framebuffers), (count, framebuffers))
-GL_FUNCTION(void, glGenRenderbuffers, (GLsizei count, GLuint* renderbuffers),
-            (count, renderbuffers))
-GL_FUNCTION(void, glGenTextures, (GLsizei count, GLuint* textures), (count, textures))
-GL_FUNCTION(GLint, glGetAttribLocation, (GLuint program, const GLchar* name), (program, name))
-GL_FUNCTION(void, glGetIntegerv, (GLenum name, GLint* values), (name, values))
-GL_FUNCTION(void, glGetProgramInfoLog, (GLuint program, GLsizei size, GLsizei* length, GLchar* log),
-            (program, size, length, log))
-GL_FUNCTION(GLint, glGetUniformLocation, (GLuint program, const GLchar* name), (program, name))
-GL_FUNCTION(GLboolean, glIsBuffer, (GLuint buffer), (buffer))
-GL_FUNCTION(GLboolean, glIsProgram, (GLuint program), (program))
-GL_FUNCTION(GLboolean, glIsRenderbuffer, (GLuint renderbuffer), (renderbuffer))
-GL_FUNCTION(GLboolean, glIsShader, (GLuint shader), (shader))
-GL_FUNCTION(GLboolean, glIsTexture, (GLuint texture), (texture))
-GL_FUNCTION(void, glLinkProgram, (GLuint program), (program))
-GL_FUNCTION(void, glReadPixels,
-            (GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum type,
-             void* pixels),
-            (x, y, width, height, format, type, pixels))
-GL_FUNCTION(void, glRenderbufferStorage,
-            (GLenum target, GLenum format, GLsizei width, GLsizei height),
-            (target, format, width, height))
-GL_FUNCTION(void, glShaderSource,
-            (GLuint shader, GLsizei count, const GLchar* const* strings, const GLint* lengths),
-            (shader, count, strings, lengths))
-GL_FUNCTION(void, glTexImage2D,
-            (GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
-             GLint border, GLenum format, GLenum type, const void* pixels),
-            (target, level, internalFormat, width, height, border, format, type, pixels))
-GL_FUNCTION(void, glTexParameteri, (GLenum target, GLenum name, GLint value), (target, name, value))
-GL_FUNCTION(void, glUniform1i, (GLint location, GLint value), (location, value))
-GL_FUNCTION(void, glUseProgram, (GLuint program), (program))
-GL_FUNCTION(void, glValidateProgram, (GLuint program), (program))
-GL_FUNCTION(void, glVertexAttribPointer,
-            (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride,
-             const void* pointer),
-            (index, size, type, normalized, stride, pointer))
-GL_FUNCTION(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height),
-            (x, y, width, height))
-
-HOST_EXPORT void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
-  Function<"glGetShaderiv">::call<void>(shader, name, value);
-  if (name == GL_COMPILE_STATUS && host::gl::failsToCompile(shader)) *value = 0;
+void glActiveTexture(GLenum texture) { call<"glActiveTexture">(texture); }
+void glAttachShader(GLuint program, GLuint shader) { call<"glAttachShader">(program, shader); }
+void glBindBuffer(GLenum target, GLuint buffer) { call<"glBindBuffer">(target, buffer); }
+void glBindFramebuffer(GLenum target, GLuint framebuffer) {
+  call<"glBindFramebuffer">(target, framebuffer);
 }
-HOST_EXPORT void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-  Function<"glGetProgramiv">::call<void>(program, name, value);
-  if (name == GL_LINK_STATUS && host::gl::linkFails) *value = 0;
+void glBindRenderbuffer(GLenum target, GLuint renderbuffer) {
+  call<"glBindRenderbuffer">(target, renderbuffer);
 }
+void glBindTexture(GLenum target, GLuint texture) { call<"glBindTexture">(target, texture); }
+void glBlendFunc(GLenum source, GLenum destination) { call<"glBlendFunc">(source, destination); }
+void glBufferData(GLenum target, GLsizeiptr size, const void* data, GLenum usage) {
+  call<"glBufferData">(target, size, data, usage);
+}
+void glClear(GLbitfield mask) { call<"glClear">(mask); }
+void glClearColor(GLclampf red, GLclampf green, GLclampf blue, GLclampf alpha) {
+  call<"glClearColor">(red, green, blue, alpha);
+}
+void glCompileShader(GLuint shader) { call<"glCompileShader">(shader); }
+GLuint glCreateProgram() { return call<"glCreateProgram", GLuint>(); }
+GLuint glCreateShader(GLenum type) { return call<"glCreateShader", GLuint>(type); }
+void glDeleteProgram(GLuint program) { call<"glDeleteProgram">(program); }
+void glDeleteShader(GLuint shader) { call<"glDeleteShader">(shader); }
+void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
+  call<"glDrawElements">(mode, count, type, indices);
+}
+void glEnable(GLenum capability) { call<"glEnable">(capability); }
+void glEnableVertexAttribArray(GLuint index) { call<"glEnableVertexAttribArray">(index); }
+void glFramebufferRenderbuffer(GLenum target, GLenum attachment, GLenum renderbufferTarget,
+                               GLuint renderbuffer) {
+  call<"glFramebufferRenderbuffer">(target, attachment, renderbufferTarget, renderbuffer);
+}
+void glGenBuffers(GLsizei count, GLuint* buffers) { call<"glGenBuffers">(count, buffers); }
+void glGenFramebuffers(GLsizei count, GLuint* framebuffers) {
+  call<"glGenFramebuffers">(count, framebuffers);
+}
+void glGenRenderbuffers(GLsizei count, GLuint* renderbuffers) {
+  call<"glGenRenderbuffers">(count, renderbuffers);
+}
+void glGenTextures(GLsizei count, GLuint* textures) { call<"glGenTextures">(count, textures); }
+GLint glGetAttribLocation(GLuint program, const GLchar* name) {
+  return call<"glGetAttribLocation", GLint>(program, name);
+}
+void glGetIntegerv(GLenum name, GLint* values) { call<"glGetIntegerv">(name, values); }
+void glGetProgramInfoLog(GLuint program, GLsizei size, GLsizei* length, GLchar* log) {
+  call<"glGetProgramInfoLog">(program, size, length, log);
+}
+GLint glGetUniformLocation(GLuint program, const GLchar* name) {
+  return call<"glGetUniformLocation", GLint>(program, name);
+}
+GLboolean glIsBuffer(GLuint buffer) { return call<"glIsBuffer", GLboolean>(buffer); }
+GLboolean glIsProgram(GLuint program) { return call<"glIsProgram", GLboolean>(program); }
+GLboolean glIsRenderbuffer(GLuint renderbuffer) {
+  return call<"glIsRenderbuffer", GLboolean>(renderbuffer);
+}
+GLboolean glIsShader(GLuint shader) { return call<"glIsShader", GLboolean>(shader); }
+GLboolean glIsTexture(GLuint texture) { return call<"glIsTexture", GLboolean>(texture); }
+void glLinkProgram(GLuint program) { call<"glLinkProgram">(program); }
+void glReadPixels(GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum type,
+                  void* pixels) {
+  call<"glReadPixels">(x, y, width, height, format, type, pixels);
+}
+void glRenderbufferStorage(GLenum target, GLenum format, GLsizei width, GLsizei height) {
+  call<"glRenderbufferStorage">(target, format, width, height);
+}
+void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* strings,
+                    const GLint* lengths) {
+  call<"glShaderSource">(shader, count, strings, lengths);
+}
+void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
+                  GLint border, GLenum format, GLenum type, const void* pixels) {
+  call<"glTexImage2D">(target, level, internalFormat, width, height, border, format, type, pixels);
+}
+void glTexParameteri(GLenum target, GLenum name, GLint value) {
+  call<"glTexParameteri">(target, name, value);
+}
+void glUniform1i(GLint location, GLint value) { call<"glUniform1i">(location, value); }
+void glUseProgram(GLuint program) { call<"glUseProgram">(program); }
+void glValidateProgram(GLuint program) { call<"glValidateProgram">(program); }
+void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean normalized,
+                           GLsizei stride, const void* pointer) {
+  call<"glVertexAttribPointer">(index, size, type, normalized, stride, pointer);
+}
+void glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
+  call<"glViewport">(x, y, width, height);
+}
+
+void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
+  call<"glGetShaderiv">(shader, name, value);
+  if (name == GL_COMPILE_STATUS && host::gl::failsToCompile(shader)) *value = GL_FALSE;
+}
+
+void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
+  call<"glGetProgramiv">(program, name, value);
+  if (name == GL_LINK_STATUS && host::gl::failsToLink(program)) *value = GL_FALSE;
 }
