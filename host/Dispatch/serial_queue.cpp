@@ -2,6 +2,7 @@
 
 #include "Dispatch/root_queues.h"
 #include "Foundation/log.h"
+#include "objc/autorelease_pool.h"
 #include "objc/define.h"
 
 namespace host::dispatch {
@@ -30,7 +31,9 @@ void SerialQueue::putTurnInto(const Strong<dispatch_queue_s>& target) {
 
 void SerialQueue::turn(dispatch_queue_t target) {
   {
-    Work work;  // what it holds ends before the next one begins
+    // What it leaves in the pool, and what it holds, ends before the next one begins.
+    objc::AutoreleasePool pool;
+    Work work;
     {
       const std::lock_guard lock(mutex_);
       // Aimed elsewhere since the turn was put here: only the next one has work.
