@@ -69,14 +69,16 @@ cairo_filter_t filterFor(CGContextRef context, CGImageRef image, const cairo_mat
   return isSmooth || !enlarges(matrix) ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST;
 }
 
-void draw(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image) {
+}  // namespace
+
+bool host::setImage(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image) {
   CairoSurface source = viewOf(image);
-  if (source == nullptr) return;
+  if (source == nullptr) return false;
   // From here on the image's own pixels are the unit, its top row first.
   if (!host::concatenate(cairo, {rect.size.width / static_cast<double>(image->width), 0, 0,
                                  -rect.size.height / static_cast<double>(image->height),
                                  rect.origin.x, rect.origin.y + rect.size.height}))
-    return;
+    return false;
   cairo_matrix_t matrix;
   cairo_get_matrix(cairo, &matrix);
   const std::size_t width = pixelsTaken(matrix.xx, matrix.yx, image->width);
@@ -93,17 +95,14 @@ void draw(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image) {
   cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
   cairo_pattern_set_filter(pattern,
                            isExact ? CAIRO_FILTER_NEAREST : filterFor(context, image, matrix));
-  cairo_paint_with_alpha(cairo, context->state().alpha);
+  return true;
 }
-
-}  // namespace
 
 extern "C" HOST_EXPORT void CGContextDrawImage(CGContextRef context, CGRect rect,
                                                CGImageRef image) {
   if (context == nullptr || image == nullptr) return;
-  const host::Drawing drawing(context);
-  cairo_t* cairo = drawing.cairo();
-  cairo_save(cairo);
-  if (host::clipTo(cairo, rect)) draw(context, cairo, rect, image);
-  cairo_restore(cairo);
+  auto prepare = [&](cairo_t* cairo) {
+    return host::clipTo(cairo, rect) && host::setImage(context, cairo, rect, image);
+  };
+  host::composite(context, prepare, context->state().alpha);
 }

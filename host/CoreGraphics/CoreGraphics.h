@@ -16,8 +16,9 @@ enum class CGInterpolationQuality : std::int32_t {
   medium = 4,
 };
 
-/// The platform's numbers, in blend_modes.cpp.
-enum class CGBlendMode : std::int32_t;
+/// Whether a gradient goes on beyond its two points, in the colours it has there.
+inline constexpr CGGradientDrawingOptions kCGGradientDrawsBeforeStartLocation = 1;
+inline constexpr CGGradientDrawingOptions kCGGradientDrawsAfterEndLocation = 2;
 
 struct CGAffineTransform {
   CGFloat a, b, c, d, tx, ty;
@@ -61,10 +62,6 @@ HOST_EXPORT CGColorSpaceRef CGBitmapContextGetColorSpace(CGContextRef context);
 
 HOST_EXPORT CGContextRef CGContextRetain(CGContextRef context);
 
-HOST_EXPORT void CGContextSaveGState(CGContextRef context);
-HOST_EXPORT void CGContextRestoreGState(CGContextRef context);
-HOST_EXPORT void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
-HOST_EXPORT void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
 HOST_EXPORT void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform);
 /// In radians.
 HOST_EXPORT void CGContextRotateCTM(CGContextRef context, CGFloat angle);
@@ -74,10 +71,9 @@ HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
 HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color);
 HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
                                           CGFloat blue, CGFloat alpha);
-HOST_EXPORT void CGContextFillRect(CGContextRef context, CGRect rect);
+HOST_EXPORT void CGContextAddEllipseInRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect);
-HOST_EXPORT void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode);
 HOST_EXPORT void CGContextSetInterpolationQuality(CGContextRef context,
                                                   CGInterpolationQuality quality);
 HOST_EXPORT void CGContextSetShouldAntialias(CGContextRef context, bool shouldAntialias);

@@ -1,6 +1,9 @@
 // Drawing into a context: what stood in its memory comes first, what was drawn is there after.
 #pragma once
 
+#include <cmath>
+#include <functional>
+
 #include "CoreGraphics/objects.h"
 
 namespace host {
@@ -18,9 +21,25 @@ class Drawing {
   CGContext* context_;
 };
 
+/// Draws in the context's blend mode and under its masks. The function sets cairo's source, narrows
+/// its clip to what is drawn, and answers whether anything is; cairo's state is saved around it.
+void composite(CGContext* context, const std::function<bool(cairo_t*)>& prepare,
+               double opacity = 1);
+
+/// The image becomes cairo's source, stretched to the rectangle, in whose space cairo is then.
+/// False where nothing of it could be seen.
+bool setImage(CGContext* context, cairo_t* cairo, CGRect rect, CGImage* image);
+
 /// Puts the transform before what the context has. False, and nothing done, where the two together
 /// cannot be undone: cairo would give up for good.
 bool concatenate(cairo_t* cairo, const cairo_matrix_t& transform);
+
+/// Points further away than any bitmap is long are beyond cairo's coordinates.
+inline constexpr CGFloat kFarthest = 1e6;
+/// So are points that are no numbers.
+inline bool canBeReached(CGPoint point) {
+  return std::abs(point.x) < kFarthest && std::abs(point.y) < kFarthest;
+}
 
 /// Narrows the clip to a rectangle, whose sides may run either way. False, and nothing done, where
 /// nothing would be left to draw on.

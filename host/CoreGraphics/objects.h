@@ -69,9 +69,16 @@ struct CGContext : NSObject {
   void load();
   void store();
 
+  /// An image whose alpha covers what is drawn, and the space it lay in when the clip was made.
+  struct Mask {
+    Strong<CGImage> image;  ///< whose pixels the pattern reads
+    std::shared_ptr<cairo_pattern_t> pattern;
+    cairo_matrix_t place;
+  };
   struct State {
     std::array<CGFloat, 4> fill{0, 0, 0, 1};
     CGFloat alpha = 1;
+    std::vector<Mask> masks;
     CGInterpolationQuality interpolation = CGInterpolationQuality::standard;
   };
   State& state() {
@@ -89,6 +96,14 @@ struct CGContext : NSObject {
   Cairo cairo;
   std::vector<State>
       states;  ///< what cairo does not keep of the saved ones, and of the present one
+};
+
+struct CGGradient : NSObject {
+  struct Stop {
+    double at;
+    std::array<CGFloat, 4> color;
+  };
+  std::vector<Stop> stops;
 };
 
 namespace host {

@@ -116,6 +116,10 @@ Color* Color::withCgColor(CGColorRef color) {
   return color->count == 2 ? withWhite(c[0], c[1]) : withRgb(c[0], c[1], c[2], c[3]);
 }
 
+void Color::setAsFill() {
+  CGContextSetFillColorWithColor(UIGraphicsGetCurrentContext(), cgColor());
+}
+
 bool Color::equals(NSObject* other) {
   auto* color = static_cast<Color*>(objc::as<UIColor>(other));
   return color != nullptr && isGrey == color->isGrey && r == color->r && g == color->g &&
@@ -163,7 +167,8 @@ OBJC_CLASS_NAMED(UIColor, NSObject, Color, NSObject, objc::Ivar<"red", &Color::r
                  objc::Method<"getHue:saturation:brightness:alpha:", &Color::getHsb>,
                  objc::Method<"getWhite:alpha:", &Color::getWhite>,
                  objc::ClassMethod<"colorWithCGColor:", &Color::withCgColor>,
-                 objc::Method<"CGColor", &Color::cgColor>,
+                 objc::Method<"CGColor", &Color::cgColor>, objc::Method<"set", &Color::setAsFill>,
+                 objc::Method<"setFill", &Color::setAsFill>,
                  objc::Method<"_componentCount", &Color::componentCount>,
                  objc::Method<"isEqual:", &Color::equals>, objc::Method<"hash", &Color::hashValue>,
                  objc::Method<"copy", &Color::copy>, objc::Method<"description", &Color::describe>)

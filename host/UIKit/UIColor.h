@@ -28,6 +28,8 @@ struct Color : UIColor {
   /// Four for a colour, two for a grey.
   NSUInteger componentCount();
   CGColorRef cgColor();
+  /// The fill colour of the current image context from now on.
+  void setAsFill();
   static Color* withCgColor(CGColorRef color);
   bool equals(NSObject* other);
   NSUInteger hashValue();

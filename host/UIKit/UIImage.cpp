@@ -15,22 +15,29 @@ using objc::ClassMethod;
 using objc::Ivar;
 using objc::Method;
 
-OBJC_CLASS_NAMED(UIImage, NSObject, Image, NSObject, Ivar<"_bitmap", &Image::bitmap>,
-                 Ivar<"_scale", &Image::scale>, Ivar<"_imageOrientation", &Image::orientation>,
-                 ClassMethod<"imageWithCGImage:", &Image::withBitmap>,
-                 ClassMethod<"imageWithCGImage:scale:orientation:", &Image::withBitmapAt>,
-                 ClassMethod<"imageWithData:", &Image::withData>,
-                 ClassMethod<"imageWithData:scale:", &Image::withDataAt>,
-                 ClassMethod<"imageWithContentsOfFile:", &Image::withFile>,
-                 Method<"initWithCGImage:", &Image::initWithBitmap>,
-                 Method<"initWithCGImage:scale:orientation:", &Image::initWithBitmapAt>,
-                 Method<"initWithData:", &Image::initWithData>,
-                 Method<"initWithData:scale:", &Image::initWithDataAt>,
-                 Method<"size", &Image::sizeOf>, Method<"scale", &Image::scaleOf>,
-                 Method<"imageOrientation", &Image::orientationOf>,
-                 Method<"CGImage", &Image::bitmapOf>, Method<"drawInRect:", &Image::drawInRect>,
-                 Method<"drawAtPoint:", &Image::drawAtPoint>,
-                 Method<"drawInRect:blendMode:alpha:", &Image::drawBlended>)
+OBJC_CLASS_NAMED(
+    UIImage, NSObject, Image, NSObject, Ivar<"_bitmap", &Image::bitmap>,
+    Ivar<"_scale", &Image::scale>, Ivar<"_imageOrientation", &Image::orientation>,
+    Ivar<"_capInsets", &Image::capInsets>, Ivar<"_alignmentRectInsets", &Image::alignment>,
+    Ivar<"_renderingMode", &Image::renderingMode>, Ivar<"_resizable", &Image::resizable>,
+    ClassMethod<"imageWithCGImage:", &Image::withBitmap>,
+    ClassMethod<"imageWithCGImage:scale:orientation:", &Image::withBitmapAt>,
+    ClassMethod<"imageWithData:", &Image::withData>,
+    ClassMethod<"imageWithData:scale:", &Image::withDataAt>,
+    ClassMethod<"imageWithContentsOfFile:", &Image::withFile>,
+    Method<"initWithCGImage:", &Image::initWithBitmap>,
+    Method<"initWithCGImage:scale:orientation:", &Image::initWithBitmapAt>,
+    Method<"initWithData:", &Image::initWithData>,
+    Method<"initWithData:scale:", &Image::initWithDataAt>, Method<"size", &Image::sizeOf>,
+    Method<"scale", &Image::scaleOf>, Method<"imageOrientation", &Image::orientationOf>,
+    Method<"capInsets", &Image::capInsetsOf>, Method<"alignmentRectInsets", &Image::alignmentOf>,
+    Method<"renderingMode", &Image::renderingModeOf>, Method<"_isResizable", &Image::isResizable>,
+    Method<"resizableImageWithCapInsets:", &Image::withCapInsets>,
+    Method<"imageWithAlignmentRectInsets:", &Image::withAlignment>,
+    Method<"imageWithRenderingMode:", &Image::withRenderingMode>,
+    Method<"CGImage", &Image::bitmapOf>, Method<"drawInRect:", &Image::drawInRect>,
+    Method<"drawAtPoint:", &Image::drawAtPoint>,
+    Method<"drawInRect:blendMode:alpha:", &Image::drawBlended>)
 
 namespace host {
 
@@ -113,6 +120,31 @@ Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
   if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
   objc_release(this);
   return nullptr;
+}
+
+Image* Image::copyOf() {
+  Image* copy = allocated()->initWithBitmapAt(bitmap, scale, orientationOf());
+  copy->capInsets = capInsets;
+  copy->alignment = alignment;
+  copy->renderingMode = renderingMode;
+  copy->resizable = resizable;
+  return copy;
+}
+UIImage* Image::withCapInsets(UIEdgeInsets insets) {
+  Image* copy = copyOf();
+  copy->capInsets = insets;
+  copy->resizable = true;
+  return autoreleased(copy);
+}
+UIImage* Image::withAlignment(UIEdgeInsets insets) {
+  Image* copy = copyOf();
+  copy->alignment = insets;
+  return autoreleased(copy);
+}
+UIImage* Image::withRenderingMode(NSInteger mode) {
+  Image* copy = copyOf();
+  copy->renderingMode = mode;
+  return autoreleased(copy);
 }
 
 CGSize Image::sizeOf() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CoreGraphics/objects.h"
+#include "export.h"
 #include "platform/UIKit.h"
 
 namespace host {
@@ -27,7 +28,7 @@ struct Image : UIImage {
   static UIImage* withFile(NSString* path);
 
   Image* initWithBitmap(CGImageRef image);
-  Image* initWithBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation);
+  HOST_EXPORT Image* initWithBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation);
   /// Nil, and the receiver gone, for what is no image.
   Image* initWithData(NSData* data);
   Image* initWithDataAt(NSData* data, CGFloat scale);
@@ -43,9 +44,24 @@ struct Image : UIImage {
   void drawAtPoint(CGPoint point);
   void drawBlended(CGRect rect, std::int32_t mode, CGFloat alpha);
 
+  UIEdgeInsets capInsetsOf() { return capInsets; }
+  UIEdgeInsets alignmentOf() { return alignment; }
+  NSInteger renderingModeOf() { return renderingMode; }
+  /// Copies that differ in one thing.
+  UIImage* withCapInsets(UIEdgeInsets insets);
+  UIImage* withAlignment(UIEdgeInsets insets);
+  UIImage* withRenderingMode(NSInteger mode);
+  /// Whether a copy was made with cap insets, were they zero.
+  bool isResizable() { return resizable; }
+  Image* copyOf();
+
   Strong<CGImage> bitmap;
   CGFloat scale;
   Orientation orientation;
+  UIEdgeInsets capInsets;
+  UIEdgeInsets alignment;
+  NSInteger renderingMode;
+  bool resizable;
 };
 
 }  // namespace host

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "export.h"
 #include "objc/define.h"
 #include "platform/UIKit.h"
 
@@ -10,7 +11,7 @@ namespace host {
 
 struct View : UIView {
   View* init();
-  View* initWithFrame(CGRect rect);
+  HOST_EXPORT View* initWithFrame(CGRect rect);
   void dealloc();
 
   CGRect frameOf() { return frame; }

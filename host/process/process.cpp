@@ -38,16 +38,27 @@ void load(const std::filesystem::path& path, int scope) {
 }
 
 /// In the order of loading: a framework finds the classes of those before it.
-std::vector<const char*> frameworksOf(ProcessKind kind) {
-  switch (kind) {
-    case ProcessKind::application:
-      return {"UIKit.so", "AppList.so"};
-    case ProcessKind::springboard:
-      return {"UIKit.so", "SpringBoard.so", "AppList.so"};
-    case ProcessKind::daemon:
-      return {};
-  }
-  return {};
+struct Framework {
+  const char* file;
+  bool inApplications, inSpringBoard;
+  const char* bundle = nullptr;  ///< of the one application that has it; absent for all
+};
+
+constexpr Framework kFrameworks[] = {
+    {"UIKit.so", true, true},
+    {"SpringBoard.so", false, true},
+    {"AppList.so", true, true},
+    {"ChatKit.so", true, false, "com.apple.MobileSMS"},
+    {"Instagram.so", true, false, "com.burbn.instagram"},
+    {"Twitter.so", true, false, "com.atebits.Tweetie2"},
+};
+
+bool has(const ProcessOptions& options, const Framework& framework) {
+  const bool isSpringBoard = options.kind == ProcessKind::springboard;
+  const bool isApplication = options.kind == ProcessKind::application;
+  return ((isSpringBoard && framework.inSpringBoard) ||
+          (isApplication && framework.inApplications)) &&
+         (framework.bundle == nullptr || options.bundle == framework.bundle);
 }
 
 }  // namespace
@@ -59,7 +70,9 @@ void startProcess(const ProcessOptions& options) {
   setContainerRoot(options.root);
   const std::filesystem::path frameworks = ownFolder() / "Frameworks";
   // Frameworks link each other's classes by symbol.
-  for (const char* name : frameworksOf(options.kind)) load(frameworks / name, RTLD_GLOBAL);
+  for (const Framework& framework : kFrameworks) {
+    if (has(options, framework)) load(frameworks / framework.file, RTLD_GLOBAL);
+  }
   for (const std::string& name : options.without) runtime::hideClass(name);
 }
 

@@ -13,6 +13,16 @@ UIColor* blue() { return UIColor::colorWithRed(0, 0, 1, 1); }
 
 NSObject* alloc(Class cls) { return send<NSObject*>(cls, "alloc"_sel); }
 
+enum class Shade { first, last };
+
+Strong<NSObject> shade(Class cls, Shade which) {
+  const auto view = plainView(cls);
+  auto* shades = send<NSArray*>(view, "colors"_sel);
+  const auto count = send<NSUInteger>(shades, "count"_sel);
+  if (count == 0) return nullptr;
+  return Strong<NSObject>::retain(shades->objectAtIndex(which == Shade::first ? 0 : count - 1));
+}
+
 bool isSegment(NSObject* view) { return view->isKindOfClass(objc_getClass("UISegment")); }
 
 }  // namespace
@@ -62,5 +72,15 @@ Strong<NSObject> statusBarAttributes(Class cls) {
       send<NSObject*>(alloc(cls), "initWithRequest:backgroundColor:foregroundColor:"_sel, request,
                       background, foreground));
 }
+
+Strong<NSObject> redLink(Class cls) {
+  auto style = plainObject(cls);
+  send<void>(style, "setLinkColor:"_sel, red());
+  return style;
+}
+
+Strong<NSObject> firstShade(Class cls) { return shade(cls, Shade::first); }
+
+Strong<NSObject> lastShade(Class cls) { return shade(cls, Shade::last); }
 
 }  // namespace host::surfaces

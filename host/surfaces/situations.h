@@ -17,5 +17,10 @@ Strong<NSObject> blueSegmented(Class cls);
 Strong<NSObject> redSwitchAfterLayout(Class cls);
 /// Attributes for which the system asks for a white background and a black foreground.
 Strong<NSObject> statusBarAttributes(Class cls);
+/// A style of text whose links were set to red.
+Strong<NSObject> redLink(Class cls);
+/// Colours of a balloon's gradient; nil where there are none.
+Strong<NSObject> firstShade(Class cls);
+Strong<NSObject> lastShade(Class cls);
 
 }  // namespace host::surfaces

@@ -7,10 +7,15 @@
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
 #include "surfaces/situations.h"
+#include "surfaces/springboard_situations.h"
 
 namespace host::surfaces {
 
 namespace {
+
+/// The getter where the object is the answer.
+constexpr char kItself[] = "";
+constexpr char kTwitter[] = "colour of text";
 
 constexpr Surface kSurfaces[] = {
     {"UIStatusBarNewUIStyleAttributes", "foregroundColor", "status bar", Form::color,
@@ -35,6 +40,27 @@ constexpr Surface kSurfaces[] = {
     {"UIKeyboard", "backgroundColor", "keyboard", Form::color, plainView},
     {"UIKeyboard", "opaque", "keyboard", Form::boolean, plainView, "isOpaque"},
     {"UIKBRenderConfig", "lightKeyboard", "keyboard", Form::boolean, plainObject},
+    {"IGStringStyle", "linkColor", "link", Form::color, plainObject},
+    {"IGStringStyle", "linkColor", "set to red", Form::color, redLink},
+    {"CKGradientView", "colors", "balloon, first colour", Form::color, firstShade, kItself},
+    {"CKGradientView", "colors", "balloon, last colour", Form::color, lastShade, kItself},
+    {"UIColor", "twitterColorTextLink", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorTextUsername", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorTextTimestamp", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorTextSocial", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorTextLinkSubtle", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorActivityTitle", kTwitter, Form::classColor, nullptr},
+    {"UIColor", "twitterColorChangeTrendsLocationText", kTwitter, Form::classColor, nullptr},
+    {"SBControlCenterContentContainerView", "colorTint", "presented", Form::color,
+     presentedControlCenter},
+    {"SBNotificationCenterViewController", "colorTint", "presented", Form::color,
+     presentedNotificationCenter},
+    {"SBFolderIconBackgroundView", "wallpaperColor", "set to grey", Form::plainColor, greyBacking},
+    {"SBIconBlurryBackgroundView", "wallpaperColor", "set to grey", Form::plainColor, greyBacking},
+    {"SBIconBlurryBackgroundView", "fallbackColor", "set to grey", Form::plainColor, greyFallback},
+    {"SBIconBadgeView", "_checkoutBackgroundImage", "badge", Form::color, badgeImage,
+     "_coveredColor"},
+    {"SBHUDView", "colorTint", "after layout", Form::color, laidOutHud},
 };
 
 int byteOf(CGFloat component) {
@@ -45,7 +71,12 @@ int byteOf(CGFloat component) {
 
 std::span<const Surface> all() { return kSurfaces; }
 
-bool exists(const Surface& surface) { return objc_getClass(surface.className) != nullptr; }
+bool exists(const Surface& surface) {
+  Class cls = objc_getClass(surface.className);
+  if (cls == nullptr) return false;
+  return surface.form != Form::classColor ||
+         class_getClassMethod(cls, sel_registerName(surface.property)) != nullptr;
+}
 
 Answer colorAnswer(NSObject* color) {
   // By what it answers, not by its class: that may be hidden.
@@ -61,14 +92,23 @@ Answer colorAnswer(NSObject* color) {
   return std::string(text);
 }
 
+Answer plainColorAnswer(CGColorRef color) {
+  if (color == nullptr) return {};
+  return colorAnswer(send<NSObject*>(objc_getClass("UIColor"), "colorWithCGColor:"_sel, color));
+}
+
 Answer ask(const Surface& surface) {
   objc::AutoreleasePool pool;
-  auto object = surface.make(objc_getClass(surface.className));
+  Class cls = objc_getClass(surface.className);
   SEL getter = sel_registerName(surface.getter == nullptr ? surface.property : surface.getter);
-  if (surface.form == Form::boolean) {
-    if (object.get() == nullptr) return {};
-    return objc::sendDynamic<bool>(object, getter);
-  }
+  if (surface.form == Form::classColor)
+    return colorAnswer(objc::sendDynamic<NSObject*>(cls, getter));
+  const auto object = surface.make(cls);
+  if (object.get() == nullptr) return {};
+  if (surface.getter == kItself) return colorAnswer(object);
+  if (surface.form == Form::boolean) return objc::sendDynamic<bool>(object, getter);
+  if (surface.form == Form::plainColor)
+    return plainColorAnswer(objc::sendDynamic<CGColorRef>(object, getter));
   return colorAnswer(objc::sendDynamic<NSObject*>(object, getter));
 }
 

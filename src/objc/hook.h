@@ -42,8 +42,9 @@ class Hook<R(Self, A...)> {
   IMP saved_ = nullptr;
 };
 
-/// Which methods a replacement goes to: those of the class's instances or of the class itself.
-enum class MethodKind { instance, classMethod };
+/// What a row does: replace a method of the class's instances or of the class itself, or add one to
+/// its instances.
+enum class MethodKind { instance, classMethod, addition };
 
 /// A row of an installation table.
 struct Replacement {
@@ -64,6 +65,12 @@ void installHook(Class cls, SEL selector) {
 template <class R, class... A>
 void addMethod(Class cls, SEL selector, R (*function)(A...), const char* types) {
   class_addMethod(cls, selector, reinterpret_cast<IMP>(function), types);
+}
+
+/// The install function of an addition's row.
+template <auto Function, FixedString Types>
+void addRow(Class cls, SEL selector) {
+  addMethod(cls, selector, Function, kStored<Types>.text);
 }
 
 }  // namespace objc

@@ -32,11 +32,13 @@ struct CGColor;
 struct CGColorSpace;
 struct CGContext;
 struct CGDataProvider;
+struct CGGradient;
 struct CGImage;
 using CGColorRef = CGColor*;
 using CGColorSpaceRef = CGColorSpace*;
 using CGContextRef = CGContext*;
 using CGDataProviderRef = CGDataProvider*;
+using CGGradientRef = CGGradient*;
 using CGImageRef = CGImage*;
 
 /// Where a pixel keeps its alpha (low five bits), and the order of its bytes (bits 12 to 14).
@@ -59,6 +61,10 @@ inline constexpr CGBitmapInfo kCGBitmapByteOrder32Big = 4 << 12;
 inline constexpr CGBitmapInfo kCGBitmapByteOrderMask = 0x7000;
 
 enum class CGColorRenderingIntent : std::int32_t { standard = 0 };
+
+/// Two of many.
+enum class CGBlendMode : std::int32_t { normal = 0, hue = 12 };
+using CGGradientDrawingOptions = std::uint32_t;
 
 using CGDataProviderReleaseDataCallback = void (*)(void* info, const void* data, std::size_t size);
 
@@ -97,5 +103,26 @@ CGContextRef CGBitmapContextCreate(void* data, std::size_t width, std::size_t he
 /// Upright, stretched to the rectangle. Does nothing for a nil context or image.
 void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);
 void CGContextRelease(CGContextRef context);
+
+void CGContextSaveGState(CGContextRef context);
+void CGContextRestoreGState(CGContextRef context);
+void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode);
+/// What is drawn from now on is covered as the image's alpha has it, stretched to the rectangle.
+void CGContextClipToMask(CGContextRef context, CGRect rect, CGImageRef mask);
+void CGContextAddRect(CGContextRef context, CGRect rect);
+void CGContextFillPath(CGContextRef context);
+/// In the current fill colour, opaque black to begin with.
+void CGContextFillRect(CGContextRef context, CGRect rect);
+
+/// Of CGColors, an NSArray of them; without locations they are evenly spaced from 0 to 1. Nil for
+/// an empty list.
+CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef space, NSObject* colors,
+                                         const CGFloat* locations);
+void CGGradientRelease(CGGradientRef gradient);
+/// Without options it is not extended beyond its two points. Nothing for a nil gradient.
+void CGContextDrawLinearGradient(CGContextRef context, CGGradientRef gradient, CGPoint start,
+                                 CGPoint end, CGGradientDrawingOptions options);
 }
 #pragma GCC visibility pop

@@ -152,6 +152,24 @@ struct NSBundle : NSObject {
   NSString* bundleIdentifier() { return send<NSString*>(this, "bundleIdentifier"_sel); }
 };
 
+/// Notifications inside this process.
+struct NSNotificationCenter : NSObject {
+  static NSNotificationCenter* defaultCenter() {
+    return send<NSNotificationCenter*>(objc::classOf<NSNotificationCenter>(), "defaultCenter"_sel);
+  }
+
+  /// The observer is not kept alive. A nil object is any sender.
+  void addObserver(NSObject* observer, SEL selector, NSString* name, NSObject* object) {
+    send<void>(this, "addObserver:selector:name:object:"_sel, observer, selector, name, object);
+  }
+  /// For all names.
+  void removeObserver(NSObject* observer) { send<void>(this, "removeObserver:"_sel, observer); }
+  /// To every observer, before it returns.
+  void postNotificationName(NSString* name, NSObject* object) {
+    send<void>(this, "postNotificationName:object:"_sel, name, object);
+  }
+};
+
 struct NSThread : NSObject {
   static bool isMainThread() { return send<bool>(objc::classOf<NSThread>(), "isMainThread"_sel); }
 };

@@ -8,6 +8,14 @@ struct SBApplication : NSObject {
   NSString* displayIdentifier() { return send<NSString*>(this, "displayIdentifier"_sel); }
 };
 
+struct SBControlCenterContentContainerView : UIView {};
+struct SBNotificationCenterViewController : NSObject {};
+struct SBFolderIconBackgroundView : UIView {};
+struct SBIconBlurryBackgroundView : UIView {};
+struct SBIconBadgeView : UIView {};
+struct SBIconAccessoryImage : NSObject {};
+struct SBHUDView : UIView {};
+
 /// SpringBoard's own application object.
 struct SpringBoard : UIApplication {
   /// The application in front, or nil on the home screen.

@@ -18,6 +18,7 @@ struct UIColor : NSObject {
   static UIColor* whiteColor() {
     return send<UIColor*>(objc::classOf<UIColor>(), "whiteColor"_sel);
   }
+  void set() { send<void>(this, "set"_sel); }
   static UIColor* blackColor() {
     return send<UIColor*>(objc::classOf<UIColor>(), "blackColor"_sel);
   }
@@ -53,6 +54,11 @@ struct UIApplication : NSObject {
 
 inline constexpr NSInteger UIApplicationStateBackground = 2;
 
+struct UIEdgeInsets {
+  CGFloat top, left, bottom, right;
+};
+OBJC_STRUCT(UIEdgeInsets, CGFloat, CGFloat, CGFloat, CGFloat);
+
 struct UIImage : NSObject {
   static UIImage* imageWithCGImage(CGImageRef image) {
     return send<UIImage*>(objc::classOf<UIImage>(), "imageWithCGImage:"_sel, image);
@@ -73,6 +79,8 @@ UIImage* UIGraphicsGetImageFromCurrentImageContext();
 void UIGraphicsEndImageContext();
 /// Nil without one.
 CGContextRef UIGraphicsGetCurrentContext();
+/// Whether the user asks for backgrounds that are less see-through.
+bool _UIAccessibilityEnhanceBackgroundContrast();
 /// Quality 0 to 1. The image's transparent parts are laid on white. Nil for an image without
 /// bitmap.
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);

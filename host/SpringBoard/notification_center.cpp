@@ -1,0 +1,33 @@
+// Notification Centre: a view controller with a backdrop over the whole screen.
+#include "UIKit/UIViewController.h"
+#include "UIKit/_UIBackdropView.h"
+#include "platform/SpringBoard.h"
+
+namespace {
+
+struct NotificationCenter : host::ViewController {
+  NotificationCenter* initWithNib(NSString* name, NSBundle* bundle);
+  host::BackdropView* backdropView() { return backdrop; }
+  /// The view that is going to be shown.
+  NSObject* hostWillPresent() { return view; }
+  void contrastDidChange(NSObject*) {}
+
+  Strong<host::BackdropView> backdrop;
+};
+
+}  // namespace
+
+OBJC_CLASS_NAMED(
+    SBNotificationCenterViewController, UIViewController, NotificationCenter, host::ViewController,
+    objc::Ivar<"_backdropView", &NotificationCenter::backdrop>,
+    objc::Method<"initWithNibName:bundle:", &NotificationCenter::initWithNib>,
+    objc::Method<"backdropView", &NotificationCenter::backdropView>,
+    objc::Method<"hostWillPresent", &NotificationCenter::hostWillPresent>,
+    objc::Method<"_backgroundContrastDidChange:", &NotificationCenter::contrastDidChange>)
+
+NotificationCenter* NotificationCenter::initWithNib(NSString* name, NSBundle* bundle) {
+  ViewController::initWithNib(name, bundle);
+  constexpr CGRect kScreen{{0, 0}, {375, 667}};
+  backdrop = Strong<host::BackdropView>::adopt(host::BackdropView::make(kScreen));
+  return this;
+}

@@ -1,0 +1,28 @@
+// A view that blurs what is behind it, and the settings of its tint.
+#pragma once
+
+#include "UIKit/UIView.h"
+
+namespace host {
+
+/// Plain storage: what becomes of it is the renderer's business.
+struct BackdropSettings : NSObject {
+  Strong<UIColor> colorTint;
+  CGFloat colorTintAlpha;
+  CGFloat colorTintMaskAlpha;
+  bool requiresColorStatistics;
+  bool usesColorTintView;
+};
+
+struct BackdropView : View {
+  BackdropView* initWithFrame(CGRect rect);
+  BackdropSettings* settingsOf() { return settings; }
+  /// The platform does so whenever the background is built anew: nobody may keep the old object.
+  HOST_EXPORT void replaceSettings();
+
+  HOST_EXPORT static BackdropView* make(CGRect frame);
+
+  Strong<BackdropSettings> settings;
+};
+
+}  // namespace host

@@ -1,0 +1,15 @@
+// Instance variables of platform objects, by name.
+#pragma once
+
+#include "objc/object.h"
+
+namespace objc {
+
+/// The object in the receiver's instance variable of that name; the receiver's class must have it.
+template <class T>
+T* instanceVariable(NSObject* object, const char* name) {
+  objc_ivar* ivar = class_getInstanceVariable(object_getClass(object), name);
+  return *reinterpret_cast<T**>(reinterpret_cast<char*>(object) + ivar_getOffset(ivar));
+}
+
+}  // namespace objc

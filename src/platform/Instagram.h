@@ -1,0 +1,6 @@
+// What the Instagram application has of its own.
+#pragma once
+
+#include "platform/UIKit.h"
+
+struct IGStringStyle : NSObject {};

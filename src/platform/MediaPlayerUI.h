@@ -1,0 +1,6 @@
+// MediaPlayerUI, a private framework: the playing track.
+#pragma once
+
+#include "platform/UIKit.h"
+
+struct MPUNowPlayingController : NSObject {};
