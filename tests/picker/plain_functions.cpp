@@ -3,6 +3,8 @@
 #include "color/CQRGBPixel.h"
 #include "color/Darken.h"
 #include "color/ImportantColor.h"
+#include "color/RecolorImage.h"
+#include "color/TintImage.h"
 #include "prefs/IconColor.h"
 
 #pragma GCC visibility push(default)
@@ -10,6 +12,12 @@ extern "C" {
 UIColor* plainDarken(UIColor* color, float amount) { return varnix::Color::Darken(color, amount); }
 UIColor* plainAverageColor(UIImage* image) { return varnix::Color::AverageColor(image); }
 UIColor* plainImportantColor(UIImage* image) { return varnix::Color::ImportantColor(image); }
+UIImage* plainRecolorImage(UIImage* image, UIColor* color) {
+  return varnix::Color::RecolorImage(image, color);
+}
+UIImage* plainTintImage(UIImage* image, UIColor* color) {
+  return varnix::Color::TintImage(image, color);
+}
 UIColor* plainIconColor(NSString* identifier, UIColor* fallback, VNXManager* manager) {
   return varnix::Color::IconColor(identifier, fallback, manager);
 }
