@@ -146,7 +146,7 @@ TEST_F(Inspect, ADaemonHasNoSurfaces) {
   EXPECT_EQ(report["kind"], "daemon");
   EXPECT_EQ(report["installed"], Json::array());
   EXPECT_EQ(report["surfaces"], Json::array());
-  EXPECT_EQ(report["log"], Json::array());
+  EXPECT_EQ(report["log"].size(), 14U);  // one for each method that SpringBoard's classes lack
   EXPECT_EQ(report["elements"]["cc"], Json({{"type", 0}, {"color", nullptr}}));
 }
 

@@ -2,32 +2,145 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/hosted.h"
+#include <span>
+
+#include "support/springboard.h"
 
 namespace {
 
 using namespace test;
 using Lines = std::vector<std::string>;
+using host::ProcessKind;
 
-class Startup : public Hosted {
+/// The groups as they are installed, a line a method.
+Lines hooks(char sign, const std::vector<std::string>& methods) {
+  Lines lines;
+  for (const auto& method : methods)
+    lines.push_back(std::string("hook ") + sign + "[" + method + "]");
+  return lines;
+}
+Lines interfaceGroup() {
+  return hooks('-', {"UIStatusBarNewUIStyleAttributes "
+                     "initWithRequest:backgroundColor:foregroundColor:",
+                     "UIView tintColor", "UIView setTintColor:", "UISwitch layoutSubviews",
+                     "UISwitch setOnTintColor:", "UISwitch setTintColor:",
+                     "UIKeyboard initWithFrame:", "UIKBRenderConfig lightKeyboard"});
+}
+Lines instagramGroup() {
+  return hooks('-', {"IGStringStyle linkColor", "IGStringStyle setLinkColor:"});
+}
+Lines messagesGroup() { return hooks('-', {"CKGradientView colors"}); }
+Lines twitterGroup() {
+  return hooks('+', {"UIColor twitterColorTextLink", "UIColor twitterColorTextUsername",
+                     "UIColor twitterColorTextTimestamp", "UIColor twitterColorTextSocial",
+                     "UIColor twitterColorTextLinkSubtle", "UIColor twitterColorActivityTitle",
+                     "UIColor twitterColorChangeTrendsLocationText"});
+}
+Lines springBoardGroup() {
+  return {"add -[SBControlCenterContentContainerView colorBackdrop] v@:",
+          "hook -[SBControlCenterContentContainerView _accessibilityBackgroundContrastDidChange:]",
+          "hook -[SBControlCenterContentContainerView controlCenterWillPresent]",
+          "hook -[SBControlCenterContentContainerView _updateBackground]",
+          "hook -[SBControlCenterContentContainerView initWithFrame:]",
+          "add -[SBControlCenterContentContainerView dyeTrackChanged:] v@:@",
+          "hook -[SBControlCenterContentContainerView dealloc]",
+          "add -[SBNotificationCenterViewController colorBackdrop] v@:",
+          "hook -[SBNotificationCenterViewController hostWillPresent]",
+          "hook -[SBNotificationCenterViewController initWithNibName:bundle:]",
+          "add -[SBNotificationCenterViewController dyeTrackChanged:] v@:@",
+          "hook -[SBNotificationCenterViewController dealloc]",
+          "hook -[SBNotificationCenterViewController _backgroundContrastDidChange:]",
+          "hook -[SBFolderIconBackgroundView setWallpaperColor:phase:]",
+          "hook -[SBIconBlurryBackgroundView setWallpaperColor:phase:]",
+          "hook -[SBIconBlurryBackgroundView "
+          "setWallpaperBackgroundRect:forContents:withFallbackColor:]",
+          "hook +[SBIconBadgeView _checkoutBackgroundImage]",
+          "hook -[SBHUDView layoutSubviews]"};
+}
+Lines operator+(Lines a, const Lines& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+/// A class that may be missing: its group's line, and the methods that are replaced on it.
+struct Missable {
+  const char* name;
+  int line;
+  int methods;
+};
+constexpr Missable kInterface[] = {{"UIStatusBarNewUIStyleAttributes", 910, 1},
+                                   {"UISwitch", 910, 3},
+                                   {"UIKeyboard", 910, 1},
+                                   {"UIKBRenderConfig", 910, 1}};
+constexpr Missable kInstagram[] = {{"IGStringStyle", 913, 2}};
+constexpr Missable kMessages[] = {{"CKGradientView", 916, 1}};
+constexpr Missable kTwitter[] = {{"UIColor", 919, 7}};
+constexpr Missable kSpringBoard[] = {{"SBControlCenterContentContainerView", 938, 5},
+                                     {"SBNotificationCenterViewController", 938, 4},
+                                     {"SBFolderIconBackgroundView", 938, 1},
+                                     {"SBIconBlurryBackgroundView", 938, 2},
+                                     {"SBIconBadgeView", 938, 1},
+                                     {"SBHUDView", 938, 1}};
+
+Lines logLines(const Missable& missing) {
+  return Lines(static_cast<std::size_t>(missing.methods),
+               "3 [Varnix2: Tweak:" + std::to_string(missing.line) + "] ERROR: logos: nil class " +
+                   missing.name);
+}
+
+/// A process with what is installed there when nothing is missing, and what may be missing.
+struct Process {
+  const char* bundle;
+  ProcessKind kind;
+  Lines installed;
+  std::span<const Missable> own;
+};
+
+class Startup : public test::SpringBoard {
  protected:
   static Lines marks() {
     return {"add -[UIColor isVarnixColor] B@:", "add -[UIColor setIsVarnixColor:] v@:B",
             "add -[UIColor isVarnixAlbumColor] B@:", "add -[UIColor setIsVarnixAlbumColor:] v@:B"};
   }
-  static Lines everything() {
-    Lines lines = marks();
-    for (const char* method :
-         {"UIStatusBarNewUIStyleAttributes initWithRequest:backgroundColor:foregroundColor:",
-          "UIView tintColor", "UIView setTintColor:", "UISwitch layoutSubviews",
-          "UISwitch setOnTintColor:", "UISwitch setTintColor:", "UIKeyboard initWithFrame:",
-          "UIKBRenderConfig lightKeyboard"}) {
-      lines.push_back(std::string("hook -[") + method + "]");
-    }
-    return lines;
+  static Lines everything() { return marks() + interfaceGroup(); }
+  static std::vector<Process> processes() {
+    return {{"com.apple.springboard", ProcessKind::springboard, everything() + springBoardGroup(),
+             kSpringBoard},
+            {"com.burbn.instagram", ProcessKind::application, everything() + instagramGroup(),
+             kInstagram},
+            {"com.apple.MobileSMS", ProcessKind::application, everything() + messagesGroup(),
+             kMessages},
+            {"com.atebits.Tweetie2", ProcessKind::application, everything() + twitterGroup(),
+             kTwitter}};
   }
-  static std::string missing(const char* name) {
-    return std::string("3 [Varnix2: Tweak:910] ERROR: logos: nil class ") + name;
+  /// Runs the check in a process of its own: a library is loaded once.
+  static void inChild(const std::function<bool()>& check) {
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) _exit(check() ? 0 : 1);
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  /// Starts the process without those classes; true where each of them is logged, once a method and
+  /// in order, and all the rest is installed.
+  bool onlyLacks(const Process& process, const std::vector<Missable>& missing) {
+    settings("");
+    std::vector<std::string> names;
+    Lines rest = process.installed;
+    Lines logged;
+    for (const Missable& one : missing) {
+      names.emplace_back(one.name);
+      logged = logged + logLines(one);
+      std::erase_if(rest, [&](const std::string& line) {
+        return line.find(std::string("[") + one.name + " ") != std::string::npos;
+      });
+    }
+    start(process.bundle, process.kind, {}, names);
+    load();
+    EXPECT_EQ(installed, rest);
+    EXPECT_EQ(log(), logged);
+    return !HasFailure();
   }
 };
 
@@ -37,9 +150,83 @@ TEST_F(Startup, InstallsTheTableInOrder) {
   EXPECT_EQ(log(), Lines());
 }
 
-TEST_F(Startup, InstallsItInSpringBoard) {
-  springBoard("");
+TEST_F(Startup, InstallsTheGroupsOfEachProcess) {
+  for (const Process& process : processes()) {
+    SCOPED_TRACE(process.bundle);
+    inChild([&] { return onlyLacks(process, {}); });
+  }
+}
+
+TEST_F(Startup, InstallsBalloonsWhereverTheirClassIs) {
+  settings("");
+  startSpringBoard();
+  const auto frameworks =
+      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "Frameworks";
+  ASSERT_NE(dlopen((frameworks / "ChatKit.so").c_str(), RTLD_NOW), nullptr);
+  load();
+  EXPECT_EQ(installed, everything() + messagesGroup() + springBoardGroup());
+}
+
+TEST_F(Startup, ANamedApplicationsGroupIsNobodyElses) {
+  settings("");
+  start("com.example.app");
+  const auto frameworks =
+      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "Frameworks";
+  for (const char* name : {"Instagram.so", "Twitter.so"})
+    ASSERT_NE(dlopen((frameworks / name).c_str(), RTLD_NOW), nullptr);
+  load();
   EXPECT_EQ(installed, everything());
+}
+
+Lines* order = nullptr;
+
+template <objc::FixedString Name, class... A>
+struct Noted {
+  static inline constinit objc::Hook<NSObject*(NSObject*, A...)> hook;
+  static NSObject* note(NSObject* self, SEL cmd, A... arguments) {
+    order->emplace_back(Name.text);
+    return hook.original(self, cmd, arguments...);
+  }
+  static void install(Class cls) { hook.install(cls, objc::Selector<Name>::get(), &note); }
+};
+
+TEST_F(Startup, ListensToTheTrackBeforeSpringBoardsGroup) {
+  installNowPlaying();
+  settings(boolEntry("use_album_art", true));
+  startSpringBoard();
+  loadNowPlaying();
+  Class controller = objc_getClass("MPUNowPlayingController");
+  Noted<"init">::install(controller);
+  Noted<"setDelegate:", NSObject*>::install(controller);
+  Noted<"startUpdating">::install(controller);
+  installed.clear();
+  order = &installed;
+  load();
+  const Lines made = {"init", "setDelegate:", "startUpdating"};
+  EXPECT_EQ(installed, everything() + made + springBoardGroup());
+}
+
+TEST_F(Startup, WithoutAlbumArtNoControllerIsMade) {
+  installNowPlaying();
+  settings(boolEntry("use_album_art", false));
+  startSpringBoard();
+  load();
+  EXPECT_EQ(objc_getClass("MPUNowPlayingController"), nullptr);
+  EXPECT_EQ(installed, everything() + springBoardGroup());
+}
+
+TEST_F(Startup, ExcludedOrSwitchedOffSpringBoardKeepsEverything) {
+  for (const char* key : {"enabled", "com.apple.springboard_enabled"}) {
+    inChild([&] {
+      installNowPlaying();
+      settings(boolEntry(key, false) + boolEntry("use_album_art", true));
+      startSpringBoard();
+      load();
+      return installed == marks() && log().empty() &&
+             objc_getClass("MPUNowPlayingController") == nullptr;
+    });
+    std::filesystem::remove_all(folder.path() + "/System");
+  }
 }
 
 TEST_F(Startup, InstallsItInAProcessWithoutABundle) {
@@ -103,46 +290,67 @@ TEST_F(Startup, AHiddenUIViewSkipsTheGroupSilently) {
 }
 
 TEST_F(Startup, EveryMissingClassIsOneLineAMethodAndTheRestIsInstalled) {
-  const std::vector<std::pair<const char*, int>> classes = {{"UIStatusBarNewUIStyleAttributes", 1},
-                                                            {"UISwitch", 3},
-                                                            {"UIKeyboard", 1},
-                                                            {"UIKBRenderConfig", 1}};
-  for (const auto& [name, methods] : classes) {
-    SCOPED_TRACE(name);
-    // Each in a process of its own: a library is loaded once.
-    const pid_t child = fork();
-    ASSERT_NE(child, -1);
-    if (child == 0) {
-      settings("");
-      start("com.example.app", host::ProcessKind::application, {}, {name});
-      load();
-      Lines rest;
-      for (const auto& line : everything()) {
-        if (line.find(std::string("[") + name + " ") == std::string::npos) rest.push_back(line);
-      }
-      const bool right =
-          installed == rest && log() == Lines(static_cast<std::size_t>(methods), missing(name));
-      _exit(right ? 0 : 1);
+  for (const Process& process : processes()) {
+    std::vector<Missable> classes(std::begin(kInterface), std::end(kInterface));
+    classes.insert(classes.end(), process.own.begin(), process.own.end());
+    for (const Missable& missing : classes) {
+      SCOPED_TRACE(std::string(process.bundle) + " without " + missing.name);
+      inChild([&] { return onlyLacks(process, {missing}); });
     }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
   }
 }
 
 TEST_F(Startup, AllMissingAtOnceAreLoggedInOrder) {
+  for (const Process& process : processes()) {
+    SCOPED_TRACE(process.bundle);
+    std::vector<Missable> classes(std::begin(kInterface), std::end(kInterface));
+    classes.insert(classes.end(), process.own.begin(), process.own.end());
+    inChild([&] { return onlyLacks(process, classes); });
+  }
+}
+
+TEST_F(Startup, WithoutViewsTheOtherGroupsAreStillInstalled) {
+  for (Process process : processes()) {
+    SCOPED_TRACE(process.bundle);
+    inChild([&] {
+      settings("");
+      start(process.bundle, process.kind, {}, {"UIView"});
+      load();
+      process.installed.erase(process.installed.begin() + 4, process.installed.begin() + 12);
+      EXPECT_EQ(installed, process.installed);
+      EXPECT_EQ(log(), Lines());
+      return !HasFailure();
+    });
+  }
+}
+
+TEST_F(Startup, WithoutABalloonThereIsNoGroupAndNoLine) {
   settings("");
-  start("com.example.app", host::ProcessKind::application, {},
-        {"UIStatusBarNewUIStyleAttributes", "UISwitch", "UIKeyboard", "UIKBRenderConfig",
-         "NoSuchClass"});
+  start("com.apple.MobileSMS", ProcessKind::application, {}, {"CKColoredBalloonView"});
   load();
-  EXPECT_EQ(log(), (Lines{missing("UIStatusBarNewUIStyleAttributes"), missing("UISwitch"),
-                          missing("UISwitch"), missing("UISwitch"), missing("UIKeyboard"),
-                          missing("UIKBRenderConfig")}));
-  Lines expected = marks();
-  expected.push_back("hook -[UIView tintColor]");
-  expected.push_back("hook -[UIView setTintColor:]");
-  EXPECT_EQ(installed, expected);
+  EXPECT_EQ(installed, everything());
+  EXPECT_EQ(log(), Lines());
+}
+
+TEST_F(Startup, ADaemonWithAnApplicationsIdentityLogsItsGroup) {
+  Lines springBoard;
+  for (const Missable& missing : kSpringBoard) springBoard = springBoard + logLines(missing);
+  const std::pair<const char*, Lines> daemons[] = {
+      {"com.atebits.Tweetie2", Lines(7, "3 [Varnix2: Tweak:919] ERROR: logos: nil class UIColor")},
+      {"com.burbn.instagram", logLines(kInstagram[0])},
+      {"com.apple.MobileSMS", {}},
+      {"com.apple.springboard", springBoard}};
+  for (const auto& [bundle, lines] : daemons) {
+    SCOPED_TRACE(bundle);
+    inChild([&, bundle = bundle, lines = lines] {
+      settings("");
+      start(bundle, ProcessKind::daemon);
+      load();
+      EXPECT_EQ(installed, Lines());
+      EXPECT_EQ(log(), lines);
+      return !HasFailure();
+    });
+  }
 }
 
 TEST_F(Startup, AHiddenUIColorGetsNoMarks) {

@@ -3,12 +3,14 @@
 
 #include "OpenGLES/gl.h"
 #include "objc/autorelease_pool.h"
+#include "support/base64.h"
 #include "support/hosted.h"
 #include "support/pictures.h"
 #include "support/recorded.h"
 
 namespace {
 
+using test::base64;
 using test::calls;
 using test::hex;
 using test::manager;
@@ -37,20 +39,6 @@ class IconColor : public test::Hosted {
   static std::string unarchived(NSObject* entry) {
     return hex(static_cast<UIColor*>(
         NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry))));
-  }
-  static std::string base64(NSData* data) {
-    static constexpr char kDigits[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    const auto* bytes = static_cast<const unsigned char*>(data->bytes());
-    std::string text;
-    for (std::size_t i = 0; i < data->length(); i += 3) {
-      unsigned group = 0;
-      for (std::size_t j = 0; j < 3; ++j)
-        group = group << 8 | (i + j < data->length() ? bytes[i + j] : 0U);
-      for (std::size_t j = 0; j < 4; ++j)
-        text += i + j > data->length() ? '=' : kDigits[group >> (18 - 6 * j) & 63];
-    }
-    return text;
   }
   static std::string cacheEntry(const std::string& value) {
     return "<key>cached_icon_color_com.example.app</key>" + value;

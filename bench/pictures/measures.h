@@ -13,6 +13,9 @@ bool measurePass();
 /// The important colour of 512 x 512 pixels, and its parts.
 void measureImportantColor();
 
+/// A recoloured image of 120 x 120.
+void measureRecolor();
+
 /// Ours beside other pickers, over a few pictures; nothing but a line where these are not
 /// installed. They lie in that folder, and photographs in the other.
 void measurePickers(const std::string& pickers, const std::string& pictures);

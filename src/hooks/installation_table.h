@@ -15,9 +15,17 @@ struct Group {
 
 /// Status bar, tint, switches, keyboard: wherever there is a UIView.
 extern const Group kInterfaceGroup;
+/// Links, in the Instagram application.
+extern const Group kInstagramGroup;
+/// Balloons, wherever there is a CKColoredBalloonView.
+extern const Group kMessagesGroup;
+/// Text colours, in the Twitter client.
+extern const Group kTwitterGroup;
+/// Control Centre, Notification Centre, folders, badges, volume HUD.
+extern const Group kSpringBoardGroup;
 
-/// Replaces the group's methods in order. A class is looked up just before its methods; where it
-/// is missing, each of them is one error line in the system log.
+/// Replaces and adds the group's methods in order. A class is looked up just before its methods;
+/// where it is missing, each of those to be replaced is one error line in the system log.
 void install(const Group& group);
 
 }  // namespace varnix

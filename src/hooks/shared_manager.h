@@ -12,7 +12,9 @@ extern VNXManager* sharedManager;
 inline bool inSpringBoard() { return send<bool>(sharedManager, "isSpringBoard"_sel); }
 inline UIColor* dye() { return send<UIColor*>(sharedManager, "dye"_sel); }
 
-/// The colour type of an element that keeps its own look.
+/// The colour types of an element. Most follow the dye for any but these two.
+inline constexpr NSInteger kFollowsTheDye = 0;
 inline constexpr NSInteger kKeepsItsLook = 1;
+inline constexpr NSInteger kOwnColor = 2;
 
 }  // namespace varnix

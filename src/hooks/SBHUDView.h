@@ -1,0 +1,12 @@
+// The volume HUD's backdrop, tinted at every layout.
+#pragma once
+
+#include "objc/hook.h"
+#include "platform/SpringBoard.h"
+
+namespace varnix::hud {
+
+extern objc::Hook<void(SBHUDView*)> layoutSubviews;
+void dyedLayoutSubviews(SBHUDView* self, SEL cmd);
+
+}  // namespace varnix::hud

@@ -1,0 +1,26 @@
+// What lies behind folder icons and icons with a blurred backing.
+#pragma once
+
+#include "objc/hook.h"
+#include "platform/SpringBoard.h"
+
+namespace varnix::icon_background {
+
+/// Both classes have the method and take the same replacement, each in a slot of its own.
+template <class View>
+inline constinit objc::Hook<void(View*, CGColorRef, CGPoint)> setWallpaperColor;
+
+/// The folder's colour where folders are dyed, else the given one.
+CGColorRef folderColorOr(CGColorRef color);
+
+template <class View>
+void dyedSetWallpaperColor(View* self, SEL cmd, CGColorRef color, CGPoint phase) {
+  setWallpaperColor<View>.original(self, cmd, folderColorOr(color), phase);
+}
+
+using Blurry = SBIconBlurryBackgroundView;
+extern objc::Hook<void(Blurry*, CGRect, NSObject*, CGColorRef)> setWallpaperBackgroundRect;
+void dyedSetWallpaperBackgroundRect(Blurry* self, SEL cmd, CGRect rect, NSObject* contents,
+                                    CGColorRef fallback);
+
+}  // namespace varnix::icon_background

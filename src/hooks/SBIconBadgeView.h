@@ -1,0 +1,12 @@
+// Badges: a coloured copy of the platform's background, made anew at every checkout.
+#pragma once
+
+#include "objc/hook.h"
+#include "platform/SpringBoard.h"
+
+namespace varnix::badge {
+
+extern objc::Hook<NSObject*(Class)> checkoutBackgroundImage;
+NSObject* dyedCheckoutBackgroundImage(Class self, SEL cmd);
+
+}  // namespace varnix::badge

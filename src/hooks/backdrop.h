@@ -1,0 +1,30 @@
+// The tint of a platform backdrop: Control Centre, Notification Centre and the volume HUD share it.
+#pragma once
+
+#include "hooks/shared_manager.h"
+
+namespace varnix {
+
+/// A surface with a backdrop: the manager's two operations for it, asked anew at each use.
+struct BackdropElement {
+  NSInteger (*type)();
+  UIColor* (*color)();
+  CGFloat tintAlpha;
+};
+
+template <objc::FixedString Type, objc::FixedString Color>
+constexpr BackdropElement backdropElement(CGFloat tintAlpha) {
+  return {[] { return send<NSInteger>(sharedManager, objc::Selector<Type>{}); },
+          [] { return send<UIColor*>(sharedManager, objc::Selector<Color>{}); }, tintAlpha};
+}
+
+/// Lays the colour over the blur: the playing album's where album art is live, the element's own,
+/// the icon's of the application in front, the album's of a track that plays without album art
+/// being live, or the element's, in that order. Each setting goes to a settings object that is
+/// fetched anew.
+void tintBackdrop(UIView* backdrop, const BackdropElement& element);
+
+/// The same, and no tint where the element is off; its strengths stay as they are then.
+void tintOrClearBackdrop(UIView* backdrop, const BackdropElement& element);
+
+}  // namespace varnix
