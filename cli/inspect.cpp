@@ -23,10 +23,6 @@ struct Arguments {
 
 constexpr std::chrono::seconds kLimit{9};
 
-std::string dump(const Json& value, int indent) {
-  return value.dump(indent, ' ', false, Json::error_handler_t::replace);
-}
-
 Json answerOf(const Json& surfaces, const Json& asked) {
   for (const Json& surface : surfaces) {
     if (surface["class"] == asked["class"] && surface["property"] == asked["property"] &&
@@ -55,9 +51,11 @@ Json inspectProcess(const Question& question) {
   const auto deadline = std::chrono::steady_clock::now() + kLimit;
   Question without = question;
   without.withLibrary = false;
-  HostedChild plain([&without] { return dump(report(without), -1); });
+  // It runs once: it may change the settings, and standard input can be read once.
+  if (question.withLibrary) without.script.reset();
+  HostedChild plain([&without] { return dump(report(without)); });
   std::optional<HostedChild> dyed;
-  if (question.withLibrary) dyed.emplace([&question] { return dump(report(question), -1); });
+  if (question.withLibrary) dyed.emplace([&question] { return dump(report(question)); });
 
   const Json before = Json::parse(plain.wait(deadline));
   const Json after = dyed ? Json::parse(dyed->wait(deadline)) : before;
@@ -68,6 +66,7 @@ Json inspectProcess(const Question& question) {
   for (const char* part : {"installed", "log", "dye", "iconColor", "elements"}) {
     result[part] = after[part];
   }
+  if (question.script) result["printed"] = after["printed"];
   result["surfaces"] = compared(before["surfaces"], after["surfaces"]);
   return result;
 }
@@ -78,7 +77,11 @@ int inspect(Arguments& arguments) {
   question.process = arguments.process.prepare();
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
+  question.script = arguments.process.script;
   const Json result = inspectProcess(question);
+  if (!arguments.json && question.script) {
+    for (const Json& value : result["printed"]) std::cout << dump(value) << '\n';
+  }
   std::cout << (arguments.json ? dump(result, 2) + '\n' : table(result, withSwatches));
   return 0;
 }

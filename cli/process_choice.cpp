@@ -2,13 +2,16 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <map>
 #include <utility>
 
 #include "errors.h"
+#include "framework_copy.h"
 #include "process/container.h"
+#include "script.h"
 #include "settings_file.h"
 
 namespace varnix::cli {
@@ -41,6 +44,13 @@ std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& cho
     icons[choice.substr(0, end)] = choice.substr(end + 1);
   }
   return icons;
+}
+
+/// Whether a library finds the framework of the playing track.
+bool hasNowPlaying(const host::ProcessOptions& options) {
+  const auto& hidden = options.without;
+  return options.kind == ProcessKind::springboard &&
+         std::find(hidden.begin(), hidden.end(), "MPUNowPlayingController") == hidden.end();
 }
 
 void checkReadable(const std::string& icon) {
@@ -81,6 +91,11 @@ void ProcessChoice::addTo(CLI::App& command) {
   command.add_option("--load", extensions, "Load another extension after it; repeatable")
       ->type_name("FILE")
       ->allow_extra_args(false);
+  command
+      .add_option("--script", script,
+                  "Act on the process by the commands of this file, - for standard input")
+      ->type_name("FILE");
+  command.footer(scriptHelp());
 }
 
 void ProcessChoice::check() const {
@@ -111,6 +126,7 @@ host::ProcessOptions ProcessChoice::prepare() {
   } else {
     options.root = host::resolveContainerRoot(root_);
   }
+  if (hasNowPlaying(options)) putMediaPlayerUI(options.root);
   return options;
 }
 

@@ -21,6 +21,7 @@ struct ProcessChoice {
 
   bool noLibrary = false;
   std::vector<std::string> extensions;  ///< files to load, in order
+  std::optional<std::string> script;    ///< a file, or "-"
 
  private:
   void check() const;

@@ -6,6 +6,7 @@
 #include "icon_check.h"
 #include "objc/autorelease_pool.h"
 #include "runtime/runtime.h"
+#include "script.h"
 #include "surfaces/surfaces.h"
 
 namespace varnix::cli {
@@ -29,12 +30,6 @@ constexpr Element kElements[] = {
     {"keyboard", "keyboardEnabled", "keyboardDye"},
     {"volume", "volEnabled", "volDye"},
 };
-
-Json json(const host::surfaces::Answer& answer) {
-  if (const bool* truth = std::get_if<bool>(&answer)) return *truth;
-  if (const auto* color = std::get_if<std::string>(&answer)) return *color;
-  return nullptr;
-}
 
 Json json(const Change& change) {
   if (change.kind == Change::Kind::add) {
@@ -72,7 +67,7 @@ Json logSoFar() {
 
 Json askColor(NSObject* manager, const char* selector) {
   auto* color = objc::sendDynamic<NSObject*>(manager, sel_registerName(selector));
-  return json(host::surfaces::colorAnswer(color));
+  return colorJson(color);
 }
 
 Json askElements(NSObject* manager) {
@@ -92,9 +87,15 @@ Json askSurfaces() {
     answers.push_back({{"class", surface.className},
                        {"property", surface.property},
                        {"case", surface.situation},
-                       {"answer", json(host::surfaces::ask(surface))}});
+                       {"answer", answerJson(host::surfaces::ask(surface))}});
   }
   return answers;
+}
+
+Json runAndCollect(const std::string& script, Stage& stage) {
+  Json printed = Json::array();
+  runScript(script, stage, [&printed](const Json& value) { printed.push_back(value); });
+  return printed;
 }
 
 }  // namespace
@@ -104,9 +105,12 @@ Json report(const Question& question) {
   host::printLog(false);
   host::startProcess(question.process);
   checkIcons(question.process.icons);
+  std::optional<Stage> stage;
+  if (question.script) stage.emplace();
   Json result;
   result["installed"] = question.withLibrary ? loadObserved() : Json::array();
   for (const std::string& file : question.extensions) host::loadLibrary(file);
+  if (stage) result["printed"] = runAndCollect(*question.script, *stage);
 
   // The library's own manager is not to be had from outside; another one reads the same.
   Class managerClass = question.withLibrary ? objc_getClass("VNXManager") : nullptr;

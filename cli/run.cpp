@@ -8,6 +8,7 @@
 #include <csignal>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Foundation/log.h"
 #include "Foundation/run_loop.h"
@@ -18,6 +19,7 @@
 #include "objc/autorelease_pool.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
+#include "script.h"
 
 namespace varnix::cli {
 
@@ -69,7 +71,10 @@ void endWithInput() {
 
 void live(const Arguments& arguments) {
   auto& loop = host::MainRunLoop::instance();
-  if (inputCanClose()) {
+  const auto& script = arguments.process.script;
+  if (script && !arguments.isLimited) return loop.drain();
+  // A script has read it to its end.
+  if (script != "-" && inputCanClose()) {
     endWithInput();
   } else if (!arguments.isLimited) {
     return loop.drain();
@@ -88,6 +93,8 @@ int run(Arguments& arguments) {
   objc::AutoreleasePool pool;
   host::startProcess(options);
   checkIcons(options.icons);
+  std::optional<Stage> stage;
+  if (arguments.process.script) stage.emplace();
   if (arguments.trace) {
     host::runtime::observeChanges([](const host::runtime::Change& change) {
       std::cout << changeText(change) + '\n' << std::flush;
@@ -95,6 +102,11 @@ int run(Arguments& arguments) {
   }
   if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
   for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
+  if (stage && endedBy == 0) {
+    runScript(*arguments.process.script, *stage, [](const Json& value) {
+      std::cout << dump(value) + '\n' << std::flush;
+    });
+  }
   if (endedBy == 0) live(arguments);
   host::runtime::observeChanges({});
   return endedBy == 0 ? 0 : 128 + endedBy;
@@ -108,7 +120,7 @@ void addRun(CLI::App& app, Action& chosen) {
       "run",
       "Run a hosted process that loads the library, until the time is over or standard\n"
       "input closes (a file or /dev/null as standard input counts as closed, unless there is a "
-      "time)");
+      "time); with a script, until its end where there is no time");
   arguments->process.addTo(*command);
   CLI::Option* limit = command->add_option("--for", arguments->seconds, "End after this time");
   limit->type_name("SECONDS");
