@@ -7,6 +7,7 @@
 #include "CoreGraphics/CoreGraphics.h"
 #include "objc/autorelease_pool.h"
 #include "objc/owned.h"
+#include "objc/strong.h"
 #include "platform/MediaPlayerUI.h"
 #include "platform/SpringBoard.h"
 #include "process/process.h"
