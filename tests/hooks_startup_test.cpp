@@ -340,9 +340,10 @@ TEST_F(Startup, ADaemonWithAnApplicationsIdentityLogsItsGroup) {
       {"com.burbn.instagram", logLines(kInstagram[0])},
       {"com.apple.MobileSMS", {}},
       {"com.apple.springboard", springBoard}};
-  for (const auto& [bundle, lines] : daemons) {
-    SCOPED_TRACE(bundle);
-    inChild([&, bundle = bundle, lines = lines] {
+  for (const auto& daemon : daemons) {
+    SCOPED_TRACE(daemon.first);
+    inChild([&] {
+      const auto& [bundle, lines] = daemon;
       settings("");
       start(bundle, ProcessKind::daemon);
       load();
