@@ -33,6 +33,7 @@ struct Array : NSArray {
     }
     return elements[index];
   }
+  NSObject* last() { return elements.empty() ? nullptr : elements.back().get(); }
   bool equals(NSObject* other) {
     auto* array = objc::as<NSArray>(other);
     if (array == nullptr || array->count() != size()) return false;
@@ -74,7 +75,8 @@ OBJC_CLASS_NAMED(NSArray, NSObject, Array, NSObject, objc::Ivar<"elements", &Arr
                  objc::ClassMethod<"array", &Array::empty>,
                  objc::ClassMethod<"arrayWithObjects:count:", &Array::withObjects>,
                  objc::Method<"count", &Array::size>, objc::Method<"objectAtIndex:", &Array::at>,
-                 objc::Method<"isEqual:", &Array::equals>, objc::Method<"hash", &Array::hashValue>,
+                 objc::Method<"lastObject", &Array::last>, objc::Method<"isEqual:", &Array::equals>,
+                 objc::Method<"hash", &Array::hashValue>,
                  objc::Method<"description", &Array::describe>, objc::Method<"copy", &Array::copy>,
                  objc::Method<"mutableCopy", &Array::mutableCopy>)
 

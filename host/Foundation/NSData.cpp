@@ -2,6 +2,7 @@
 #include <cstring>
 #include <string>
 
+#include "Foundation/clock.h"
 #include "Foundation/text.h"
 #include "objc/define.h"
 
@@ -24,6 +25,7 @@ struct Data : NSData {
 
 struct Date : NSDate {
   static Date* since(double seconds);
+  static Date* current() { return since(host::now()); }
   double interval() { return seconds; }
   bool equals(NSObject* other) {
     auto* date = objc::as<NSDate>(other);
@@ -45,6 +47,7 @@ OBJC_CLASS_NAMED(NSData, NSObject, Data, NSObject, objc::Ivar<"contents", &Data:
 
 OBJC_CLASS_NAMED(NSDate, NSObject, Date, NSObject, objc::Ivar<"seconds", &Date::seconds>,
                  objc::ClassMethod<"dateWithTimeIntervalSinceReferenceDate:", &Date::since>,
+                 objc::ClassMethod<"date", &Date::current>,
                  objc::Method<"timeIntervalSinceReferenceDate", &Date::interval>,
                  objc::Method<"isEqual:", &Date::equals>, objc::Method<"hash", &Date::hashValue>,
                  objc::Method<"copy", &Date::copy>)

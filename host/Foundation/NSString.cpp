@@ -1,4 +1,5 @@
 // Strings: on the heap, and laid down by the compiler.
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdarg>
@@ -94,6 +95,18 @@ struct HeapString : AnyString {
     objc_release(this);
     return utf8 == nullptr ? nullptr : host::makeOwnedString(utf8).leak();
   }
+  /// Nil for bytes above 127 in ASCII, for what is no UTF-8, and for encodings that are not here.
+  NSString* initWithData(NSData* data, NSUInteger encoding) {
+    objc_release(this);
+    if (data == nullptr) return nullptr;
+    const std::string_view bytes(static_cast<const char*>(data->bytes()), data->length());
+    constexpr NSUInteger kUtf8 = 4;
+    if (encoding != kUtf8 && encoding != NSASCIIStringEncoding) return nullptr;
+    if (encoding == NSASCIIStringEncoding &&
+        std::any_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; }))
+      return nullptr;
+    return host::makeOwnedString(bytes).leak();
+  }
   const char* utf8() { return characters(); }
   char* characters() { return reinterpret_cast<char*>(this + 1); }
 
@@ -139,6 +152,7 @@ OBJC_CLASS_NAMED(NSHeapString, NSString, HeapString, AnyString,
                  objc::Ivar<"byteCount", &HeapString::byteCount>,
                  objc::Ivar<"hash", &HeapString::hash_>,
                  objc::Method<"initWithUTF8String:", &HeapString::initWithUtf8>,
+                 objc::Method<"initWithData:encoding:", &HeapString::initWithData>,
                  objc::Method<"UTF8String", &HeapString::utf8>)
 
 OBJC_CLASS_NAMED(NSConstantString, NSString, StoredString, AnyString,

@@ -9,7 +9,7 @@ struct NotificationCenter : host::ViewController {
   NotificationCenter* initWithNib(NSString* name, NSBundle* bundle);
   host::BackdropView* backdropView() { return backdrop; }
   /// The view that is going to be shown.
-  NSObject* hostWillPresent() { return view; }
+  NSObject* hostWillPresent() { return pageView; }
   void contrastDidChange(NSObject*) {}
 
   Strong<host::BackdropView> backdrop;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "UIKit/UIAppearance.h"
+
 namespace host {
 
 View* View::init() { return send<View*>(this, "initWithFrame:"_sel, CGRect{}); }
@@ -10,6 +12,7 @@ View* View::init() { return send<View*>(this, "initWithFrame:"_sel, CGRect{}); }
 View* View::initWithFrame(CGRect rect) {
   frame = rect;
   opaque = true;
+  autoresizesSubviews = true;
   return this;
 }
 
@@ -25,6 +28,7 @@ void View::addSubview(UIView* child) {
   view->removeFromSuperview();
   view->superview = this;
   subviews.push_back(std::move(kept));
+  applyAppearance(view);
 }
 
 void View::removeFromSuperview() {
@@ -52,7 +56,11 @@ OBJC_CLASS_NAMED(
     UIView, NSObject, View, NSObject, objc::Ivar<"_frame", &View::frame>,
     objc::Ivar<"_superview", &View::superview>, objc::Ivar<"_subviews", &View::subviews>,
     objc::Ivar<"_interactionTintColor", &View::tint>,
-    objc::Ivar<"_backgroundColor", &View::backgroundColor>, objc::Ivar<"_opaque", &View::opaque>,
+    objc::Ivar<"_backgroundColor", &View::backgroundColor>,
+    objc::Ivar<"_viewDelegate", &View::controller>, objc::Ivar<"_opaque", &View::opaque>,
+    objc::Ivar<"_autoresizesSubviews", &View::autoresizesSubviews>,
+    objc::ClassMethod<"appearance", &host::appearance>,
+    objc::ClassMethod<"appearanceWhenContainedIn:", &host::appearanceWhenContainedIn>,
     objc::Method<"init", &View::init>, objc::Method<"initWithFrame:", &View::initWithFrame>,
     objc::Method<"dealloc", &View::dealloc>, objc::Method<"frame", &View::frameOf>,
     objc::Method<"setFrame:", &View::setFrame>, objc::Method<"superview", &View::superviewOf>,
@@ -64,12 +72,13 @@ OBJC_CLASS_NAMED(
     objc::Method<"isOpaque", &View::isOpaque>, objc::Method<"setOpaque:", &View::storeOpaque>,
     objc::Method<"backgroundColor", &View::background>,
     objc::Method<"setBackgroundColor:", &View::storeBackground>,
-    objc::Method<"layoutSubviews", &View::layoutSubviews>)
+    objc::Method<"layoutSubviews", &View::layoutSubviews>,
+    objc::Method<"autoresizesSubviews", &View::autoresizes>,
+    objc::Method<"setAutoresizesSubviews:", &View::storeAutoresizes>)
 
 PLAIN_VIEW_CLASS(UIControl, UIView)
 PLAIN_VIEW_CLASS(UILabel, UIView)
 PLAIN_VIEW_CLASS(UIButton, UIControl)
-PLAIN_VIEW_CLASS(UINavigationBar, UIView)
 PLAIN_VIEW_CLASS(UITabBar, UIView)
 PLAIN_VIEW_CLASS(UISegment, UIView)
 PLAIN_VIEW_CLASS(UISegmentedControl, UIControl)

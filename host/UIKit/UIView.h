@@ -30,13 +30,17 @@ struct View : UIView {
   UIColor* background() { return backgroundColor; }
   void storeBackground(UIColor* color) { backgroundColor = Strong<UIColor>::retain(color); }
   void layoutSubviews() {}
+  bool autoresizes() { return autoresizesSubviews; }
+  void storeAutoresizes(bool value) { autoresizesSubviews = value; }
 
   CGRect frame;
   View* superview;  ///< not kept alive
   std::vector<Strong<UIView>> subviews;
   Strong<UIColor> tint;
   Strong<UIColor> backgroundColor;
+  NSObject* controller;  ///< whose view it is, not kept alive; nil for most
   bool opaque;
+  bool autoresizesSubviews;
 };
 
 }  // namespace host

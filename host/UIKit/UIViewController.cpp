@@ -3,12 +3,33 @@
 using host::ViewController;
 
 OBJC_CLASS_NAMED(UIViewController, NSObject, ViewController, NSObject,
-                 objc::Ivar<"_view", &ViewController::view>,
+                 objc::Ivar<"_view", &ViewController::pageView>,
+                 objc::Ivar<"_parentViewController", &ViewController::parent>,
+                 objc::Ivar<"_navigationItem", &ViewController::itemInBar>,
+                 objc::Ivar<"_edgesForExtendedLayout", &ViewController::edges>,
                  objc::Method<"init", &ViewController::init>,
                  objc::Method<"initWithNibName:bundle:", &ViewController::initWithNib>,
-                 objc::Method<"view", &ViewController::viewOf>)
+                 objc::Method<"dealloc", &ViewController::dealloc>,
+                 objc::Method<"view", &ViewController::viewOf>,
+                 objc::Method<"parentViewController", &ViewController::parentOf>,
+                 objc::Method<"splitViewController", &ViewController::splitViewControllerOf>,
+                 objc::Method<"navigationController", &ViewController::navigationControllerOf>,
+                 objc::Method<"navigationItem", &ViewController::item>,
+                 objc::Method<"edgesForExtendedLayout", &ViewController::edgesOf>,
+                 objc::Method<"setEdgesForExtendedLayout:", &ViewController::storeEdges>)
 
 namespace host {
+
+namespace {
+
+UIViewController* nearest(ViewController* controller, Class wanted) {
+  for (; controller != nullptr; controller = controller->parent) {
+    if (wanted != nullptr && controller->isKindOfClass(wanted)) return controller;
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 ViewController* ViewController::init() {
   return send<ViewController*>(this, "initWithNibName:bundle:"_sel, static_cast<NSString*>(nullptr),
@@ -17,8 +38,32 @@ ViewController* ViewController::init() {
 
 ViewController* ViewController::initWithNib(NSString*, NSBundle*) {
   auto* made = send<UIView*>(objc_getClass("UIView"), "alloc"_sel);
-  view = Strong<UIView>::adopt(send<UIView*>(made, "init"_sel));
+  pageView = Strong<UIView>::adopt(send<UIView*>(made, "init"_sel));
+  if (pageView != nullptr) static_cast<View*>(pageView.get())->controller = this;
+  constexpr UIRectEdge kAllEdges = 15;
+  edges = kAllEdges;
   return this;
+}
+
+void ViewController::dealloc() {
+  if (pageView != nullptr) static_cast<View*>(pageView.get())->controller = nullptr;
+  object_dispose(this);
+}
+
+UIViewController* ViewController::splitViewControllerOf() {
+  return nearest(this, objc_getClass("UISplitViewController"));
+}
+
+UIViewController* ViewController::navigationControllerOf() {
+  return nearest(this, objc_getClass("UINavigationController"));
+}
+
+NSObject* ViewController::item() {
+  if (itemInBar == nullptr) {
+    auto* made = send<NSObject*>(objc_getClass("UINavigationItem"), "alloc"_sel);
+    itemInBar = Strong<NSObject>::adopt(send<NSObject*>(made, "init"_sel));
+  }
+  return itemInBar;
 }
 
 }  // namespace host

@@ -5,13 +5,38 @@
 
 namespace host {
 
-struct ViewController : NSObject {
+struct ViewController : UIViewController {
   ViewController* init();
   /// Nothing is loaded from a nib here: the view is a plain one.
   HOST_EXPORT ViewController* initWithNib(NSString* name, NSBundle* bundle);
-  UIView* viewOf() { return view; }
+  HOST_EXPORT void dealloc();
 
-  Strong<UIView> view;
+  UIView* viewOf() { return pageView; }
+  UIViewController* parentOf() { return parent; }
+  /// The nearest of that class that the controller is in; nil for none.
+  UIViewController* splitViewControllerOf();
+  UIViewController* navigationControllerOf();
+  /// Made when it is first asked for; nil in a process without the class.
+  NSObject* item();
+  UIRectEdge edgesOf() { return edges; }
+  void storeEdges(UIRectEdge value) { edges = value; }
+
+  Strong<UIView> pageView;
+  ViewController* parent;  ///< not kept alive
+  Strong<NSObject> itemInBar;
+  UIRectEdge edges;
+};
+
+/// A controller that shows others: their parent, for as long as it holds them.
+struct ContainerViewController : ViewController {
+  void dealloc();
+  NSArray* children();
+  /// Objects that are no view controllers are left out.
+  void setChildren(NSArray* controllers);
+  void add(ViewController* child);
+  void removeLast();
+
+  std::vector<Strong<ViewController>> held;
 };
 
 }  // namespace host

@@ -22,15 +22,6 @@ State& state() {
   return *process;
 }
 
-/// The folder that holds the host library, and with it the rest of the build.
-std::filesystem::path ownFolder() {
-  Dl_info info{};
-  if (dladdr(&_objc_empty_cache, &info) == 0 || info.dli_fname == nullptr) {
-    throw std::runtime_error("the host library does not find itself");
-  }
-  return std::filesystem::absolute(info.dli_fname).parent_path();
-}
-
 void load(const std::filesystem::path& path, int scope) {
   if (dlopen(path.c_str(), RTLD_NOW | scope) != nullptr) return;
   const char* words = dlerror();
@@ -51,6 +42,9 @@ constexpr Framework kFrameworks[] = {
     {"ChatKit.so", true, false, "com.apple.MobileSMS"},
     {"Instagram.so", true, false, "com.burbn.instagram"},
     {"Twitter.so", true, false, "com.atebits.Tweetie2"},
+    {"Accounts.so", true, false, "com.apple.Preferences"},
+    {"Social.so", true, false, "com.apple.Preferences"},
+    {"Preferences.so", true, false, "com.apple.Preferences"},
 };
 
 bool has(const ProcessOptions& options, const Framework& framework) {
@@ -62,6 +56,14 @@ bool has(const ProcessOptions& options, const Framework& framework) {
 }
 
 }  // namespace
+
+std::filesystem::path ownFolder() {
+  Dl_info info{};
+  if (dladdr(&_objc_empty_cache, &info) == 0 || info.dli_fname == nullptr) {
+    throw std::runtime_error("the host library does not find itself");
+  }
+  return std::filesystem::absolute(info.dli_fname).parent_path();
+}
 
 void startProcess(const ProcessOptions& options) {
   if (state().started) throw std::logic_error("this process is already a hosted one");

@@ -1,6 +1,7 @@
 // A hosted process: who it is, which frameworks it has, where its files lie.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -36,6 +37,9 @@ HOST_EXPORT const ProcessOptions& processOptions();
 /// Loads a library as the injection framework does: its initialiser has run on return. Throws
 /// std::runtime_error with the loader's words.
 HOST_EXPORT void loadLibrary(const std::string& path);
+
+/// The folder that holds the host library, and with it the rest of the build.
+std::filesystem::path ownFolder();
 
 /// The build's own library, beside the host library.
 HOST_EXPORT std::string defaultLibraryPath();

@@ -129,6 +129,12 @@ void hideClass(std::string_view name) {
   registry().hidden.emplace(name);
 }
 
+void growClass(std::string_view name, std::uint32_t bytes) {
+  std::scoped_lock guard(lock());
+  const auto found = registry().byName.find(name);
+  if (found != registry().byName.end()) rw(found->second)->instanceSize += bytes;
+}
+
 }  // namespace host::runtime
 
 using namespace host::runtime;

@@ -30,6 +30,10 @@ class HOST_EXPORT Exception : public std::runtime_error {
 /// that no class has is fine.
 HOST_EXPORT void hideClass(std::string_view name);
 
+/// Makes a class's instances larger, as a later version of the platform does. Of use before a
+/// binary with subclasses of it is loaded, and before it has instances.
+HOST_EXPORT void growClass(std::string_view name, std::uint32_t bytes);
+
 /// A method that was added to a class or replaced in one.
 struct Change {
   enum class Kind { add, hook };

@@ -132,9 +132,17 @@ struct IvarList<Base, List<I...>> {
   static constexpr bool kDestructs = !(std::is_trivially_destructible_v<typename I::Type> && ...);
   static constexpr bool kConstructs = !(kStartsAsZeros<typename I::Type> && ...);
 
+  /// The variable of that row in an instance, wherever the run-time has put it.
+  template <class Row>
+  static typename Row::Type& in(NSObject* self) {
+    std::size_t index = 0;
+    static_cast<void>(((std::is_same_v<Row, I> || (++index, false)) || ...));
+    return *reinterpret_cast<typename Row::Type*>(reinterpret_cast<char*>(self) + offsets[index]);
+  }
+
   template <class T>
   static id construct(T* self, SEL) {
-    (::new (static_cast<void*>(&(self->*I::kMember))) typename I::Type(), ...);
+    (::new (static_cast<void*>(&in<I>(self))) typename I::Type(), ...);
     return self;
   }
   template <class T>
@@ -149,7 +157,7 @@ struct IvarList<Base, List<I...>> {
   static void destroyReversed(T* self) {
     destroyReversed<T, Rest...>(self);
     using Type = typename First::Type;
-    (self->*First::kMember).~Type();
+    in<First>(self).~Type();
   }
 };
 
@@ -170,6 +178,28 @@ struct PropertyList<List<P...>> {
 };
 
 }  // namespace detail
+
+/// The instance variables of a class whose superclass may be larger than it was here, rows in the
+/// order of its table: what MovingProperty reaches them through.
+template <class Base, class... Rows>
+using MovingIvars = detail::IvarList<Base, List<Rows...>>;
+
+/// A property of such a class. Its member says name and type; it is never read in place.
+template <class Place, FixedString Name, auto Member, Storage How = Storage::strong,
+          Atomicity Guard = Atomicity::nonatomic>
+struct MovingProperty : Property<Name, Member, How, Guard> {
+  using Fixed = Property<Name, Member, How, Guard>;
+  using Owner = typename Fixed::Owner;
+  using Value = typename Fixed::Value;
+  using Row = Ivar<"_" + Name, Member>;
+
+  static Value get(Owner* self, SEL) { return Place::template in<Row>(self); }
+  static void set(Owner* self, SEL, Value value) {
+    Fixed::storeAt(Place::template in<Row>(self), value);
+  }
+
+  using InstanceMethods = List<Method<Name, &get>, Method<detail::setterName<Name>(), &set>>;
+};
 
 /// All metadata of one class but the two objects that carry its symbols. Base is the C++ struct
 /// of the superclass; void for a root class.
@@ -273,6 +303,10 @@ struct CategoryDefinition {
 /// A class whose superclass a process may lack: there, it does not exist either.
 #define OBJC_CLASS_IF_SUPERCLASS(T, Super, ...) \
   OBJC_SUBCLASS_(T, OBJC_HIDDEN, OBJC_WEAK, Super, T, Super __VA_OPT__(, ) __VA_ARGS__)
+
+/// The same for one that other binaries may link against.
+#define OBJC_EXPORTED_CLASS_IF_SUPERCLASS(T, Super, ...) \
+  OBJC_SUBCLASS_(T, OBJC_EXPORTED, OBJC_WEAK, Super, T, Super __VA_OPT__(, ) __VA_ARGS__)
 
 /// A class whose implementation is another struct than the view of the same name, as a platform's
 /// own classes are: name, superclass's name, struct, struct of the superclass, members.

@@ -32,9 +32,9 @@ struct Thunk<Fn, R (*)(Self*, SEL, A...)> {
   static constexpr auto kCall = Fn;
 };
 
-template <auto Fn, class Self, class R, class First>
-struct Thunk<Fn, R (*)(Self*, SEL, First, ...)> {
-  static constexpr auto kTypes = kMethodEncoding<R, First>;
+template <auto Fn, class Self, class R, class... Named>
+struct Thunk<Fn, R (*)(Self*, SEL, Named..., ...)> {
+  static constexpr auto kTypes = kMethodEncoding<R, Named...>;
   static constexpr auto kCall = Fn;
 };
 
@@ -52,8 +52,8 @@ struct ClassThunk<Fn, R (*)(A...)> {
 template <auto Fn, class R, class... A>
 struct ClassThunk<Fn, R (*)(Class, SEL, A...)> : Thunk<Fn> {};
 
-template <auto Fn, class R, class First>
-struct ClassThunk<Fn, R (*)(Class, SEL, First, ...)> : Thunk<Fn> {};
+template <auto Fn, class R, class... Named>
+struct ClassThunk<Fn, R (*)(Class, SEL, Named..., ...)> : Thunk<Fn> {};
 
 template <class Pointer>
 struct MemberOf;
@@ -164,13 +164,15 @@ struct Property {
   static void set(Owner* self, SEL, Value value) { store(self, value); }
 
   /// What the setter does, for a class's own code that bypasses it.
-  static void store(Owner* self, Value value) {
+  static void store(Owner* self, Value value) { storeAt(self->*Member, value); }
+
+  static void storeAt(Type& place, Value value) {
     if constexpr (How == Storage::strong) {
-      self->*Member = Type::retain(value);
+      place = Type::retain(value);
     } else if constexpr (How == Storage::copy) {
-      self->*Member = Type::adopt(send<Value>(value, "copy"_sel));
+      place = Type::adopt(send<Value>(value, "copy"_sel));
     } else {
-      self->*Member = value;
+      place = value;
     }
   }
 

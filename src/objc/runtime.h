@@ -87,6 +87,10 @@ void objc_autoreleasePoolPop(void* pool);
 void objc_setAssociatedObject(id object, const void* key, id value, AssociationPolicy policy);
 id objc_getAssociatedObject(id object, const void* key);
 
+/// Begins and ends a section that one thread at a time runs for that object, any number deep.
+int objc_sync_enter(const void* object);
+int objc_sync_exit(const void* object);
+
 void* _Block_copy(const void* block);
 void _Block_release(const void* block);
 extern void* _NSConcreteStackBlock[32];

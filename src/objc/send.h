@@ -78,6 +78,15 @@ inline R sendVariadic(const void* receiver, Selector<Name>, First first, A... ar
   return entry(receiver, Selector<Name>::get(), first, arguments...);
 }
 
+/// The same with several named ones, whose types stand behind R.
+template <class R, class... Named, FixedString Name, class... A>
+  requires(sizeof...(Named) > 1 && sizeof...(Named) == Selector<Name>::kArguments)
+inline R sendVariadic(const void* receiver, Selector<Name>, std::type_identity_t<Named>... named,
+                      A... arguments) {
+  auto entry = reinterpret_cast<R (*)(const void*, SEL, Named..., ...)>(detail::messenger<R>());
+  return entry(receiver, Selector<Name>::get(), named..., arguments...);
+}
+
 /// Sends a message to the superclass of Current, the class whose method is running.
 template <class R, class Current, FixedString Name, class... A>
   requires(sizeof...(A) == Selector<Name>::kArguments)

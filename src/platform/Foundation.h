@@ -14,6 +14,10 @@ using NSInteger = int;
 using NSUInteger = unsigned int;
 #endif
 
+struct NSData;
+
+inline constexpr NSUInteger NSASCIIStringEncoding = 1;
+
 struct NSString : NSObject {
   /// Nil for text that is not UTF-8.
   static NSString* stringWithUTF8String(const char* text) {
@@ -28,6 +32,13 @@ struct NSString : NSObject {
   /// In UTF-16 units.
   NSUInteger length() { return send<NSUInteger>(this, "length"_sel); }
   const char* UTF8String() { return send<const char*>(this, "UTF8String"_sel); }
+  /// Nil for bytes that the encoding does not have. The receiver comes from alloc.
+  NSString* initWithData(NSData* data, NSUInteger encoding) {
+    return send<NSString*>(this, "initWithData:encoding:"_sel, data, encoding);
+  }
+  NSString* stringByAppendingString(NSString* tail) {
+    return send<NSString*>(this, "stringByAppendingString:"_sel, tail);
+  }
   bool isEqualToString(NSString* other) { return send<bool>(this, "isEqualToString:"_sel, other); }
   NSString* lastPathComponent() { return send<NSString*>(this, "lastPathComponent"_sel); }
   NSString* stringByDeletingPathExtension() {
@@ -53,6 +64,15 @@ struct NSNumber : NSObject {
   double doubleValue() { return send<double>(this, "doubleValue"_sel); }
 };
 
+struct NSURL : NSObject {
+  /// Nil for text that is no URL: one with a blank or another character that must be escaped.
+  /// Raises for nil.
+  static NSURL* URLWithString(NSString* text) {
+    return send<NSURL*>(objc::classOf<NSURL>(), "URLWithString:"_sel, text);
+  }
+  NSString* absoluteString() { return send<NSString*>(this, "absoluteString"_sel); }
+};
+
 struct NSData : NSObject {
   static NSData* dataWithBytes(const void* bytes, NSUInteger length) {
     return send<NSData*>(objc::classOf<NSData>(), "dataWithBytes:length:"_sel, bytes, length);
@@ -64,6 +84,8 @@ struct NSData : NSObject {
 
 /// Seconds since the first moment of 2001, GMT.
 struct NSDate : NSObject {
+  /// Now.
+  static NSDate* date() { return send<NSDate*>(objc::classOf<NSDate>(), "date"_sel); }
   static NSDate* dateWithTimeIntervalSinceReferenceDate(double seconds) {
     return send<NSDate*>(objc::classOf<NSDate>(), "dateWithTimeIntervalSinceReferenceDate:"_sel,
                          seconds);
@@ -189,7 +211,65 @@ struct NSKeyedUnarchiver : NSObject {
   }
 };
 
-struct NSError;
+struct NSLocale : NSObject {
+  static NSLocale* localeWithLocaleIdentifier(NSString* identifier) {
+    return send<NSLocale*>(objc::classOf<NSLocale>(), "localeWithLocaleIdentifier:"_sel,
+                           identifier);
+  }
+};
+
+struct NSTimeZone : NSObject {
+  static NSTimeZone* timeZoneForSecondsFromGMT(NSInteger seconds) {
+    return send<NSTimeZone*>(objc::classOf<NSTimeZone>(), "timeZoneForSecondsFromGMT:"_sel,
+                             seconds);
+  }
+};
+
+/// New ones have the user's locale, with its calendar, and the device's time zone.
+struct NSDateFormatter : NSObject {
+  void setLocale(NSLocale* locale) { send<void>(this, "setLocale:"_sel, locale); }
+  void setDateFormat(NSString* format) { send<void>(this, "setDateFormat:"_sel, format); }
+  void setTimeZone(NSTimeZone* zone) { send<void>(this, "setTimeZone:"_sel, zone); }
+  NSString* stringFromDate(NSDate* date) {
+    return send<NSString*>(this, "stringFromDate:"_sel, date);
+  }
+};
+
+struct NSFileManager : NSObject {
+  static NSFileManager* defaultManager() {
+    return send<NSFileManager*>(objc::classOf<NSFileManager>(), "defaultManager"_sel);
+  }
+  bool isExecutableFileAtPath(NSString* path) {
+    return send<bool>(this, "isExecutableFileAtPath:"_sel, path);
+  }
+};
+
+struct NSFileHandle : NSObject {
+  /// Waits for the end.
+  NSData* readDataToEndOfFile() { return send<NSData*>(this, "readDataToEndOfFile"_sel); }
+};
+
+struct NSPipe : NSObject {
+  static NSPipe* pipe() { return send<NSPipe*>(objc::classOf<NSPipe>(), "pipe"_sel); }
+
+  NSFileHandle* fileHandleForReading() {
+    return send<NSFileHandle*>(this, "fileHandleForReading"_sel);
+  }
+};
+
+/// A child process, launched once.
+struct NSTask : NSObject {
+  void setLaunchPath(NSString* path) { send<void>(this, "setLaunchPath:"_sel, path); }
+  void setArguments(NSArray* arguments) { send<void>(this, "setArguments:"_sel, arguments); }
+  /// A pipe's writing end is closed here once the child has it.
+  void setStandardOutput(NSObject* pipe) { send<void>(this, "setStandardOutput:"_sel, pipe); }
+  /// Raises where the file cannot be run.
+  void launch() { send<void>(this, "launch"_sel); }
+};
+
+struct NSError : NSObject {
+  NSInteger code() { return send<NSInteger>(this, "code"_sel); }
+};
 
 struct NSPropertyListSerialization : NSObject {
   /// The tree of a property list in any form; nil where it cannot be read. The references of a

@@ -1,6 +1,7 @@
 // UIKit: what the library replaces and asks.
 #pragma once
 
+#include "objc/block.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
 
@@ -34,8 +35,33 @@ struct UIView : NSObject {
   void setBackgroundColor(UIColor* color) { send<void>(this, "setBackgroundColor:"_sel, color); }
 };
 
+struct UINavigationItem;
+
+/// Its edgesForExtendedLayout (a UIRectEdge) is how far its page may reach below the bars.
+struct UIViewController : NSObject {
+  UIView* view() { return send<UIView*>(this, "view"_sel); }
+  UINavigationItem* navigationItem() { return send<UINavigationItem*>(this, "navigationItem"_sel); }
+  /// Raises for nil. The completion may be nil.
+  void presentViewController(UIViewController* controller, bool animated,
+                             objc::Block<void()> completion) {
+    send<void>(this, "presentViewController:animated:completion:"_sel, controller, animated,
+               completion);
+  }
+};
+
+using UIRectEdge = NSUInteger;
+inline constexpr UIRectEdge UIRectEdgeBottom = 4;
+
+/// viewControllers: the columns, the detail last.
+struct UISplitViewController : UIViewController {};
+/// visibleViewController: the page on screen.
+struct UINavigationController : UIViewController {};
+/// titleTextAttributes, barTintColor, tintColor: nil for the system's.
+struct UINavigationBar : UIView {};
+
 struct UISegment : UIView {};
 struct UISegmentedControl : UIView {};
+struct UISlider : UIView {};
 
 struct UISwitch : UIView {
   void setOnTintColor(UIColor* color) { send<void>(this, "setOnTintColor:"_sel, color); }
@@ -50,6 +76,10 @@ struct UIApplication : NSObject {
   static UIApplication* sharedApplication() {
     return send<UIApplication*>(objc::classOf<UIApplication>(), "sharedApplication"_sel);
   }
+  /// Whether an installed application takes URLs of that scheme.
+  bool canOpenURL(NSURL* url) { return send<bool>(this, "canOpenURL:"_sel, url); }
+  /// NO where no application takes the URL, and for nil.
+  bool openURL(NSURL* url) { return send<bool>(this, "openURL:"_sel, url); }
 };
 
 inline constexpr NSInteger UIApplicationStateBackground = 2;
@@ -69,8 +99,56 @@ struct UIImage : NSObject {
   void drawInRect(CGRect rect) { send<void>(this, "drawInRect:"_sel, rect); }
 };
 
+struct UIBarButtonItem : NSObject {
+  /// The target is not kept alive.
+  UIBarButtonItem* initWithImage(UIImage* image, NSInteger style, NSObject* target, SEL action) {
+    return send<UIBarButtonItem*>(this, "initWithImage:style:target:action:"_sel, image, style,
+                                  target, action);
+  }
+  void setBackgroundImage(UIImage* image, NSUInteger state, NSInteger barMetrics) {
+    send<void>(this, "setBackgroundImage:forState:barMetrics:"_sel, image, state, barMetrics);
+  }
+};
+
+inline constexpr NSInteger UIBarButtonItemStylePlain = 0;
+inline constexpr NSUInteger UIControlStateNormal = 0;
+inline constexpr NSInteger UIBarMetricsDefault = 0;
+
+struct UINavigationItem : NSObject {
+  UIBarButtonItem* rightBarButtonItem() {
+    return send<UIBarButtonItem*>(this, "rightBarButtonItem"_sel);
+  }
+  void setRightBarButtonItem(UIBarButtonItem* item) {
+    send<void>(this, "setRightBarButtonItem:"_sel, item);
+  }
+};
+
+/// Used on the main thread. Does not keep its delegate alive.
+struct UIAlertView : UIView {
+  /// A nil text is left out, a button too. More titles follow the first other button's; a nil ends
+  /// them.
+  template <class... A>
+  UIAlertView* initWithTitle(NSString* title, NSString* message, NSObject* delegate,
+                             NSString* cancelTitle, NSString* firstOther, A... others) {
+    return objc::sendVariadic<UIAlertView*, NSString*, NSString*, NSObject*, NSString*, NSString*>(
+        this, "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:"_sel, title,
+        message, delegate, cancelTitle, firstOther, others...);
+  }
+  /// The new button's index.
+  NSInteger addButtonWithTitle(NSString* title) {
+    return send<NSInteger>(this, "addButtonWithTitle:"_sel, title);
+  }
+  NSInteger tag() { return send<NSInteger>(this, "tag"_sel); }
+  void setTag(NSInteger tag) { send<void>(this, "setTag:"_sel, tag); }
+  /// The screen keeps it alive until it is dismissed.
+  void show() { send<void>(this, "show"_sel); }
+};
+
 #pragma GCC visibility push(default)
 extern "C" {
+/// The key of a text's colour among its attributes.
+extern NSString* const NSForegroundColorAttributeName;
+
 /// A new image context on top of the thread's stack of them: its size in points, pixels a point (0
 /// for the screen's), (0, 0) the upper left corner. An opaque one begins black.
 void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat scale);

@@ -1,0 +1,46 @@
+// Errors, and what an HTTP server says: a domain or a URL, and a number.
+#include "objc/define.h"
+#include "objc/strong.h"
+#include "platform/Social.h"
+
+namespace {
+
+struct Error : NSError {
+  static Error* withDomain(Class cls, SEL, NSString* domain, NSInteger code, NSDictionary*) {
+    auto* error = static_cast<Error*>(objc_autorelease(class_createInstance(cls, 0)));
+    error->domain = Strong<NSString>::adopt(send<NSString*>(domain, "copy"_sel));
+    error->number = code;
+    return error;
+  }
+  NSString* domainOf() { return domain; }
+  NSInteger codeOf() { return number; }
+
+  Strong<NSString> domain;
+  NSInteger number;
+};
+
+struct HttpResponse : NSHTTPURLResponse {
+  HttpResponse* init(NSURL* address, NSInteger code, NSString*, NSDictionary*) {
+    url = Strong<NSURL>::retain(address);
+    status = code;
+    return this;
+  }
+  NSURL* urlOf() { return url; }
+  NSInteger statusOf() { return status; }
+
+  Strong<NSURL> url;
+  NSInteger status;
+};
+
+}  // namespace
+
+OBJC_CLASS_NAMED(NSError, NSObject, Error, NSObject, objc::Ivar<"_domain", &Error::domain>,
+                 objc::Ivar<"_code", &Error::number>,
+                 objc::ClassMethod<"errorWithDomain:code:userInfo:", &Error::withDomain>,
+                 objc::Method<"domain", &Error::domainOf>, objc::Method<"code", &Error::codeOf>)
+
+OBJC_CLASS_NAMED(
+    NSHTTPURLResponse, NSObject, HttpResponse, NSObject, objc::Ivar<"_url", &HttpResponse::url>,
+    objc::Ivar<"_statusCode", &HttpResponse::status>,
+    objc::Method<"initWithURL:statusCode:HTTPVersion:headerFields:", &HttpResponse::init>,
+    objc::Method<"URL", &HttpResponse::urlOf>, objc::Method<"statusCode", &HttpResponse::statusOf>)

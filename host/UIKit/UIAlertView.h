@@ -1,0 +1,65 @@
+// The stand-in's alert, and how one is answered without a finger.
+#pragma once
+
+#include "UIKit/UIView.h"
+
+namespace host {
+
+struct AlertView : View {
+  static AlertView* initWithTexts(AlertView* self, SEL, NSString* title, NSString* message,
+                                  NSObject* delegate, NSString* cancelTitle, NSString* other, ...);
+  AlertView* initWithFrame(CGRect rect);
+
+  NSString* titleOf() { return title; }
+  void setTitle(NSString* text) { title = Strong<NSString>::adopt(copyOf(text)); }
+  NSString* messageOf() { return message; }
+  void setMessage(NSString* text) { message = Strong<NSString>::adopt(copyOf(text)); }
+  NSObject* delegateOf() { return delegate; }
+  void setDelegate(NSObject* object) { delegate = object; }
+  NSInteger tagOf() { return tag; }
+  void setTag(NSInteger value) { tag = value; }
+
+  NSInteger addButton(NSString* text);
+  NSInteger buttonCount() { return static_cast<NSInteger>(buttons.size()); }
+  /// Nil outside the range.
+  NSString* buttonTitle(NSInteger index);
+  /// -1 for none.
+  NSInteger cancelIndex() { return cancelButton; }
+  void setCancelIndex(NSInteger index) { cancelButton = index; }
+  /// The first one of the initialiser; -1 for none.
+  NSInteger firstOtherIndex() { return firstOther; }
+
+  /// Raises on another thread than the main one.
+  void show();
+  bool isVisible();
+  /// Takes it off the screen; without a click as far as the delegate can tell.
+  void dismiss(NSInteger index, bool animated);
+  /// What a finger does: a click, then the dismissal. Raises where there is no such button or the
+  /// alert is not shown.
+  void press(NSInteger index);
+  /// The alerts on screen, the first shown first.
+  static NSArray* shown();
+
+  Strong<NSString> title;
+  Strong<NSString> message;
+  NSObject* delegate;  ///< not kept alive
+  NSInteger tag;
+  std::vector<Strong<NSString>> buttons;
+  NSInteger cancelButton;
+  NSInteger firstOther;
+
+ private:
+  static NSString* copyOf(NSString* text) { return send<NSString*>(text, "copy"_sel); }
+};
+
+/// The alerts on screen, the first shown first; none in a process without alerts.
+inline NSArray* shownAlerts() {
+  return send<NSArray*>(objc_getClass("UIAlertView"), "_shownAlerts"_sel);
+}
+
+/// Presses a button of a shown alert, as a finger does.
+inline void pressAlertButton(NSObject* alert, NSInteger index) {
+  send<void>(alert, "_pressButtonAtIndex:"_sel, index);
+}
+
+}  // namespace host

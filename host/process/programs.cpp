@@ -1,0 +1,75 @@
+#include "process/programs.h"
+
+#include <spawn.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "process/container.h"
+#include "process/process.h"
+
+namespace host {
+
+namespace {
+
+/// Whether a file that is there lies below the root, links followed.
+bool liesInRoot(const std::string& file) {
+  std::error_code error;
+  const auto root = std::filesystem::canonical(containerRoot(), error);
+  if (error) return false;
+  const auto real = std::filesystem::canonical(file, error);
+  if (error) return false;
+  const std::string below = std::filesystem::relative(real, root, error).string();
+  return !error && below != ".." && !below.starts_with("../");
+}
+
+}  // namespace
+
+std::string programFile(std::string_view devicePath) {
+  const std::string file = hostPath(devicePath);
+  if (file.empty()) return {};
+  std::error_code ignored;
+  if (std::filesystem::exists(std::filesystem::symlink_status(file, ignored)))
+    return liesInRoot(file) && std::filesystem::is_regular_file(file, ignored) ? file
+                                                                               : std::string();
+  return devicePath == "/bin/sh" ? "/bin/sh" : std::string();
+}
+
+std::vector<std::string> childEnvironment() {
+  std::vector<std::string> strings;
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    const std::string_view text = *entry;
+    if (!text.starts_with("PATH=")) strings.emplace_back(text);
+  }
+  std::string path = "PATH=";
+  for (const char* folder : {"/usr/bin", "/bin", "/usr/sbin", "/sbin"})
+    path += hostPath(folder) + ":";
+  strings.push_back(path + (ownFolder() / "commands").string());
+  return strings;
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& strings) {
+  std::vector<char*> pointers;
+  for (std::string& string : strings) pointers.push_back(string.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+}  // namespace host
+
+// The library is linked so that its calls of posix_spawn() come here.
+extern "C" HOST_EXPORT int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
+                                              const void* attributes, char* const arguments[],
+                                              char* const environment[]);
+
+int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
+                       const void* attributes, char* const arguments[], char* const environment[]) {
+  const std::string file = host::programFile(path == nullptr ? "" : path);
+  if (file.empty()) return ENOENT;
+  char* const none[] = {nullptr};
+  return posix_spawn(child, file.c_str(),
+                     static_cast<const posix_spawn_file_actions_t*>(fileActions),
+                     static_cast<const posix_spawnattr_t*>(attributes), arguments,
+                     environment == nullptr ? none : environment);
+}
