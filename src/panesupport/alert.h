@@ -1,0 +1,20 @@
+// Alerts, as the follow invitation needs them.
+#pragma once
+
+#include "objc/strong.h"
+#include "platform/UIKit.h"
+
+namespace varnix {
+
+/// An alert with a button to dismiss it and the titles of others behind it. Texts and delegate may
+/// be nil. Nil in a process without alerts.
+template <class... A>
+Strong<UIAlertView> makeAlert(NSString* title, NSString* message, NSObject* delegate,
+                              NSString* cancelTitle, A... others) {
+  auto* raw = objc::alloc<UIAlertView>();
+  if (raw == nullptr) return nullptr;
+  return Strong<UIAlertView>::adopt(raw->initWithTitle(title, message, delegate, cancelTitle,
+                                                       others..., static_cast<NSString*>(nullptr)));
+}
+
+}  // namespace varnix

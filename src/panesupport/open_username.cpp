@@ -1,0 +1,32 @@
+// Opens an account's profile in a client application, else on the web.
+#include "platform/UIKit.h"
+#include "varnix/pane.h"
+
+namespace {
+
+struct Client {
+  NSString* scheme;   ///< its bare URL, which only an installed client takes
+  NSString* profile;  ///< the format of a profile's URL
+};
+
+}  // namespace
+
+void QKOpenTwitterUsername(NSString* username) {
+  auto* application = UIApplication::sharedApplication();
+  if (application == nullptr || username == nullptr) return;
+  const Client clients[] = {
+      {"tweetbot:"_ns, "tweetbot:///user_profile/%@"_ns},
+      {"twitterrific:"_ns, "twitterrific:///profile?screen_name=%@"_ns},
+      {"tweetings:"_ns, "tweetings:///user?screen_name=%@"_ns},
+      {"twitter:"_ns, "twitter://user?screen_name=%@"_ns},
+  };
+  NSString* profile = "https://twitter.com/%@"_ns;
+  for (const Client& client : clients) {
+    if (!application->canOpenURL(NSURL::URLWithString(client.scheme))) continue;
+    profile = client.profile;
+    break;
+  }
+  // Nil where the name cannot stand in a URL.
+  NSURL* url = NSURL::URLWithString(NSString::stringWithFormat(profile, username));
+  if (url != nullptr) application->openURL(url);
+}

@@ -1,0 +1,69 @@
+// What other binaries may link against: the library's dynamic symbols, on this machine and by the
+// device's list.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace {
+
+using Names = std::set<std::string>;
+
+const Names kFunctions{"QKAddTwitterShareButton",  "QKKillProcess",
+                       "QKOpenMailAddress",        "QKOpenTwitterUsername",
+                       "QKResetPrefsTint",         "QKSetPrefsTint",
+                       "QKShowTwitterFollowAlert", "QKVersionCopyrightSpecifier"};
+const Names kClasses{"KTPrefsManager", "QKBarButtonItem", "QKTwitterShareHandler",
+                     "QKWelcomeTwitterHandler"};
+
+Names expected() {
+  Names names = kFunctions;
+  for (const std::string& cls : kClasses) {
+    names.insert("OBJC_CLASS_$_" + cls);
+    names.insert("OBJC_METACLASS_$_" + cls);
+  }
+  return names;
+}
+
+/// What a sanitizer adds beside a symbol is no part of the library.
+bool isOurs(const std::string& name) { return !name.starts_with("__odr_asan_gen_"); }
+
+/// A line of the table: number, value, size, type, binding, visibility, section, name.
+std::string exportedName(const std::string& line) {
+  std::istringstream words(line);
+  std::string number, value, size, type, binding, visibility, section, name;
+  words >> number >> value >> size >> type >> binding >> visibility >> section >> name;
+  const bool isDefined = !name.empty() && section != "UND" && section != "Ndx";
+  // The linker lists hidden symbols too, which nobody can bind to.
+  return isDefined && visibility != "HIDDEN" ? name : std::string();
+}
+
+TEST(Exports, AreWhatPanesCall) {
+  FILE* table = popen("readelf --dyn-syms --wide " VARNIX_LIBRARY, "r");
+  ASSERT_NE(table, nullptr);
+  Names names;
+  char line[1024];
+  while (std::fgets(line, sizeof line, table) != nullptr) {
+    const std::string name = exportedName(line);
+    if (!name.empty() && isOurs(name)) names.insert(name);
+  }
+  EXPECT_EQ(pclose(table), 0);
+  EXPECT_EQ(names, expected());
+}
+
+TEST(Exports, AreTheDevicesToo) {
+  std::ifstream list(VARNIX_SAMPLES "/../device/lists/exports.txt");
+  ASSERT_TRUE(list);
+  Names names;
+  for (std::string line; std::getline(list, line);) {
+    if (line.empty() || line.starts_with("#")) continue;
+    ASSERT_TRUE(line.starts_with("_")) << line;
+    names.insert(line.substr(1));
+  }
+  EXPECT_EQ(names, expected());
+}
+
+}  // namespace
