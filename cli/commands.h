@@ -13,5 +13,6 @@ void addSettings(CLI::App& app, Action& chosen);
 void addRun(CLI::App& app, Action& chosen);
 void addInspect(CLI::App& app, Action& chosen);
 void addPick(CLI::App& app, Action& chosen);
+void addPane(CLI::App& app, Action& chosen);
 
 }  // namespace varnix::cli

@@ -54,6 +54,7 @@ int runCommand(int argc, char** argv) {
   varnix::cli::addRun(app, chosen);
   varnix::cli::addInspect(app, chosen);
   varnix::cli::addPick(app, chosen);
+  varnix::cli::addPane(app, chosen);
   // Last: a subcommand takes over the footer that its parent has.
   app.footer(
       "Settings lie under a container root, the folder that stands for the device's \"/\": "

@@ -1,15 +1,6 @@
 #include "script.h"
 
-#include <array>
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
-#include <optional>
-#include <sstream>
-#include <system_error>
-
-#include "errors.h"
+#include "line_commands.h"
 #include "objc/autorelease_pool.h"
 #include "script_commands.h"
 
@@ -17,105 +8,25 @@ namespace varnix::cli {
 
 namespace {
 
-using Words = std::vector<std::string>;
-
-constexpr std::size_t kLongestLine = 8192;
-
-/// At most so many words; the last is the rest of the line, blanks inside it kept.
-Words split(const std::string& line, std::size_t limit = SIZE_MAX) {
-  std::istringstream stream(line);
-  Words words;
-  for (std::string word; words.size() + 1 < limit && stream >> word;) words.push_back(word);
-  std::string rest;
-  if (std::getline(stream >> std::ws, rest) && !rest.empty())
-    words.push_back(rest.substr(0, rest.find_last_not_of(" \t\r") + 1));
-  return words;
-}
-
-bool isFree(const std::string& word) { return word[0] >= 'A' && word[0] <= 'Z'; }
-
-/// The free words, or nothing where the line is not of that form. The last may hold blanks.
-std::optional<Words> match(const std::string& text, const std::string& lineText) {
-  const Words form = split(text);
-  const Words line = split(lineText, form.size());
-  if (form.size() != line.size()) return {};
-  Words free;
-  for (std::size_t i = 0; i < form.size(); ++i) {
-    if (isFree(form[i])) free.push_back(line[i]);
-    else if (form[i] != line[i]) return {};
-  }
-  return free;
-}
-
-[[noreturn]] void refuse(const Words& words) {
-  std::string line;
-  for (const std::string& word : words) line.append(line.empty() ? "" : " ").append(word);
-  std::string forms;
-  for (const ScriptCommand& command : scriptCommands()) {
-    if (split(command.form)[0] == words[0])
-      forms.append(forms.empty() ? "expected " : " or ").append(command.form);
-  }
-  throw Failure(forms.empty() ? "no such command" : forms, line);
-}
-
-void runLine(ScriptContext& context, const std::string& line) {
-  const Words words = split(line);
-  if (words.empty() || words[0][0] == '#') return;
-  for (const ScriptCommand& command : scriptCommands()) {
-    if (const auto arguments = match(command.form, line)) {
-      objc::AutoreleasePool pool;
-      return command.run(context, *arguments);
-    }
-  }
-  refuse(words);
-}
-
-/// False at the end.
-bool nextLine(std::istream& input, std::string& line) {
-  std::array<char, kLongestLine + 1> buffer{};
-  input.getline(buffer.data(), buffer.size());
-  if (input.bad()) throw Failure("cannot be read", "line");
-  // Without a newline among so many bytes this may go on for ever.
-  if (input.fail() && !input.eof()) throw Failure("too long", "line");
-  line = buffer.data();
-  return !input.fail() || !line.empty();
-}
-
-std::ifstream opened(const std::string& file) {
-  std::error_code ignored;
-  // A stream opens a folder and then reads nothing from it.
-  if (std::filesystem::is_directory(file, ignored))
-    throw Failure("cannot read the script", file + ": is a directory");
-  std::ifstream stream(file);
-  if (!stream) throw Failure("cannot read the script", file);
-  return stream;
+std::vector<const char*> forms() {
+  std::vector<const char*> list;
+  for (const ScriptCommand& command : scriptCommands()) list.push_back(command.form);
+  return list;
 }
 
 }  // namespace
 
 void runScript(const std::string& file, Stage& stage,
                const std::function<void(const Json&)>& print) {
-  std::ifstream stream;
-  if (file != "-") stream = opened(file);
-  std::istream& input = file == "-" ? std::cin : stream;
-  const std::string name = file == "-" ? "standard input" : file;
   ScriptContext context{stage, print, {}};
-  std::string line;
-  for (int number = 1;; ++number) {
-    try {
-      if (!nextLine(input, line)) return;
-      runLine(context, line);
-    } catch (const std::exception& error) {
-      throw Failure(name + " line " + std::to_string(number), error.what());
-    }
-  }
+  runLines(file, [&](const std::string& line) {
+    runLine(forms(), line, [&](std::size_t command, const Words& arguments) {
+      const objc::AutoreleasePool pool;
+      scriptCommands()[command].run(context, arguments);
+    });
+  });
 }
 
-std::string scriptHelp() {
-  std::string text = "Commands of a script, one a line:\n";
-  for (const ScriptCommand& command : scriptCommands())
-    text.append("  ").append(command.form).append("\n");
-  return text;
-}
+std::string scriptHelp() { return "Commands of a script, one a line:\n" + formList(forms()); }
 
 }  // namespace varnix::cli

@@ -65,14 +65,6 @@ NSString* stringFor(std::string_view text) {
   return string;
 }
 
-NSObject* objectFor(const Value& value) {
-  if (const bool* truth = std::get_if<bool>(&value)) return NSNumber::numberWithBool(*truth);
-  if (const auto* number = std::get_if<long long>(&value)) {
-    return NSNumber::numberWithLongLong(*number);
-  }
-  return stringFor(std::get<std::string>(value));
-}
-
 /// What would not come back is not written.
 void requireReadable(const std::string& xml, NSString* key, NSObject* value) {
   auto* back = objc::as<NSDictionary>(host::propertyListFromData(xml));
@@ -94,6 +86,14 @@ void replaceFile(const std::string& xml) {
 }
 
 }  // namespace
+
+NSObject* objectFor(const Value& value) {
+  if (const bool* truth = std::get_if<bool>(&value)) return NSNumber::numberWithBool(*truth);
+  if (const auto* number = std::get_if<long long>(&value)) {
+    return NSNumber::numberWithLongLong(*number);
+  }
+  return stringFor(std::get<std::string>(value));
+}
 
 std::string settingsFile() { return host::hostPath(kSettingsPath); }
 

@@ -20,6 +20,9 @@ std::string settingsFile();
 /// no dictionary.
 NSDictionary* storedSettings();
 
+/// The value as it is stored. Throws UsageError for text that a property list cannot hold.
+NSObject* objectFor(const Value& value);
+
 /// Change one entry, in a new file that replaces the old one at once, and tell every process.
 /// False where there was nothing to remove.
 void store(std::string_view key, const Value& value);

@@ -1,0 +1,110 @@
+#include "line_commands.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <system_error>
+
+#include "errors.h"
+
+namespace varnix::cli {
+
+namespace {
+
+constexpr std::size_t kLongestLine = 8192;
+
+/// At most so many words; the last is the rest of the line, blanks inside it kept.
+Words split(const std::string& line, std::size_t limit = SIZE_MAX) {
+  std::istringstream stream(line);
+  Words words;
+  for (std::string word; words.size() + 1 < limit && stream >> word;) words.push_back(word);
+  std::string rest;
+  if (std::getline(stream >> std::ws, rest) && !rest.empty())
+    words.push_back(rest.substr(0, rest.find_last_not_of(" \t\r") + 1));
+  return words;
+}
+
+bool isFree(const std::string& word) { return word[0] >= 'A' && word[0] <= 'Z'; }
+
+/// The free words, or nothing where the line is not of that form.
+std::optional<Words> match(const std::string& text, const std::string& lineText) {
+  const Words form = split(text);
+  const Words line = split(lineText, form.size());
+  if (form.size() != line.size()) return {};
+  Words free;
+  for (std::size_t i = 0; i < form.size(); ++i) {
+    if (isFree(form[i])) free.push_back(line[i]);
+    else if (form[i] != line[i]) return {};
+  }
+  return free;
+}
+
+[[noreturn]] void refuse(std::span<const char* const> known, const Words& words) {
+  std::string line;
+  for (const std::string& word : words) line.append(line.empty() ? "" : " ").append(word);
+  std::string forms;
+  for (const char* form : known) {
+    if (split(form)[0] == words[0]) forms.append(forms.empty() ? "expected " : " or ").append(form);
+  }
+  throw Failure(forms.empty() ? "no such command" : forms, line);
+}
+
+std::ifstream opened(const std::string& file) {
+  std::error_code ignored;
+  // A stream opens a folder and then reads nothing from it.
+  if (std::filesystem::is_directory(file, ignored))
+    throw Failure("cannot read the script", file + ": is a directory");
+  std::ifstream stream(file);
+  if (!stream) throw Failure("cannot read the script", file);
+  return stream;
+}
+
+}  // namespace
+
+void runLine(std::span<const char* const> forms, const std::string& line,
+             const std::function<void(std::size_t form, const Words& arguments)>& run) {
+  const Words words = split(line);
+  if (words.empty() || words[0][0] == '#') return;
+  for (std::size_t i = 0; i < forms.size(); ++i) {
+    if (const auto arguments = match(forms[i], line)) return run(i, *arguments);
+  }
+  refuse(forms, words);
+}
+
+bool nextLine(std::istream& input, std::string& line) {
+  std::array<char, kLongestLine + 1> buffer{};
+  input.getline(buffer.data(), buffer.size());
+  if (input.bad()) throw Failure("cannot be read", "line");
+  // Without a newline among so many bytes this may go on for ever.
+  if (input.fail() && !input.eof()) throw Failure("too long", "line");
+  line = buffer.data();
+  return !input.fail() || !line.empty();
+}
+
+void runLines(const std::string& file, const std::function<void(const std::string& line)>& run) {
+  std::ifstream stream;
+  if (file != "-") stream = opened(file);
+  std::istream& input = file == "-" ? std::cin : stream;
+  const std::string name = file == "-" ? "standard input" : file;
+  std::string line;
+  for (int number = 1;; ++number) {
+    try {
+      if (!nextLine(input, line)) return;
+      run(line);
+    } catch (const std::exception& error) {
+      throw Failure(name + " line " + std::to_string(number), error.what());
+    }
+  }
+}
+
+std::string formList(std::span<const char* const> forms) {
+  std::string text;
+  for (const char* form : forms) text.append("  ").append(form).append("\n");
+  return text;
+}
+
+}  // namespace varnix::cli
