@@ -3,7 +3,7 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build run test bench contact-sheet device lint format format-check asan tsan clean
+.PHONY: help setup build run test bench contact-sheet device package lint format format-check asan tsan clean
 
 JOBS ?= $(shell nproc)
 # A terminal gets ninja's progress line; a log gets only what went wrong.
@@ -44,6 +44,9 @@ contact-sheet: build ## Draw the colours that stand for real photographs and ico
 
 device: setup ## Cross-compile for the device and check the library against device/lists
 	@device/build
+
+package: setup ## Build the device library and write the package that installs it
+	@device/package
 
 lint: format-check ## Check the layout of the sources and run clang-tidy
 	@cmake --log-level=WARNING --preset clang >/dev/null
