@@ -44,6 +44,7 @@ contact-sheet: build ## Draw the colours that stand for real photographs and ico
 
 device: setup ## Cross-compile for the device and check the library against device/lists
 	@device/build
+	@device/check
 
 package: setup ## Build the device library and write the package that installs it
 	@device/package

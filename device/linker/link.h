@@ -1,0 +1,24 @@
+// From one object and the libraries that it uses to a dynamic library for armv7.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "linker/object.h"
+#include "linker/stub_library.h"
+
+namespace varnix::device {
+
+struct LinkOptions {
+  std::string installName;
+  uint32_t currentVersion = 0x10000;
+  std::vector<std::string> exports;    ///< With the leading underscore.
+  std::vector<StubLibrary> libraries;  ///< In load order; each is loaded, used by name or not.
+};
+
+/// The library's bytes, unsigned, with room for the load command of a signature. The same input
+/// gives the same bytes. Throws Error, which says what is wrong, for what cannot be linked.
+std::vector<uint8_t> link(const Object& object, const LinkOptions& options);
+
+}  // namespace varnix::device

@@ -1,0 +1,66 @@
+// varnix-link-armv7: makes a dynamic library of one object file and the libraries it uses.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <sstream>
+
+#include "linker/link.h"
+#include "macho/error.h"
+#include "macho/files.h"
+
+namespace {
+
+using namespace varnix::device;
+
+/// A name a line; "#" begins a comment.
+std::vector<std::string> readNames(const std::string& path) {
+  std::vector<std::string> names;
+  std::istringstream lines(readTextFile(path));
+  for (std::string line; std::getline(lines, line);)
+    if (!line.empty() && line[0] != '#') names.push_back(line);
+  return names;
+}
+
+struct Arguments {
+  std::string object, output, installName, version, exports;
+  std::vector<std::string> stubs;
+};
+
+void run(const Arguments& arguments) {
+  LinkOptions options;
+  options.installName = arguments.installName;
+  options.currentVersion = parseVersion(arguments.version);
+  options.exports = readNames(arguments.exports);
+  for (const std::string& path : arguments.stubs) {
+    try {
+      options.libraries.push_back(readStubLibrary(readTextFile(path)));
+    } catch (const Error& error) {
+      throw Error(path + ": " + error.what());
+    }
+  }
+  const std::vector<uint8_t> file = readFile(arguments.object);
+  writeFile(arguments.output, link(readObject(Reader(file)), options));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Arguments arguments;
+  CLI::App app("Links one Thumb object file for armv7 into a dynamic library.",
+               "varnix-link-armv7");
+  app.add_option("object", arguments.object, "the object file")->required();
+  app.add_option("stubs", arguments.stubs, "text stubs of the libraries, in load order")
+      ->required();
+  app.add_option("-o,--output", arguments.output, "the library to write")->required();
+  app.add_option("--install-name", arguments.installName, "its path on the device")->required();
+  app.add_option("--current-version", arguments.version, "its version")->required();
+  app.add_option("--exports", arguments.exports, "file that names what others may link")
+      ->required();
+  CLI11_PARSE(app, argc, argv);
+  try {
+    run(arguments);
+  } catch (const Error& error) {
+    std::fprintf(stderr, "varnix-link-armv7: %s\n", error.what());
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,92 @@
+#include "linker/stub_library.h"
+
+#include <yaml-cpp/yaml.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "macho/error.h"
+
+namespace varnix::device {
+namespace {
+
+constexpr const char* kTarget = "armv7-ios";
+
+bool isForUs(const YAML::Node& targets) {
+  return std::any_of(targets.begin(), targets.end(),
+                     [](const YAML::Node& target) { return target.as<std::string>() == kTarget; });
+}
+
+void readExports(const YAML::Node& exports, StubLibrary& library) {
+  for (const YAML::Node& group : exports) {
+    for (const auto& entry : group) {
+      const auto key = entry.first.as<std::string>();
+      if (key != "targets" && key != "symbols") throw Error("exports: " + key + " is not handled");
+    }
+    if (!isForUs(group["targets"])) continue;
+    for (const YAML::Node& symbol : group["symbols"])
+      library.symbols.insert(symbol.as<std::string>());
+  }
+}
+
+StubLibrary readRoot(const YAML::Node& root) {
+  if (root.Tag() != "!tapi-tbd") throw Error("not a text stub of version 4");
+  StubLibrary library;
+  bool isOurs = false;
+  for (const auto& entry : root) {
+    const auto key = entry.first.as<std::string>();
+    const YAML::Node& value = entry.second;
+    if (key == "tbd-version") {
+      if (value.as<int>() != 4) throw Error("not a text stub of version 4");
+    } else if (key == "targets") {
+      isOurs = isForUs(value);
+    } else if (key == "install-name") {
+      library.installName = value.as<std::string>();
+    } else if (key == "current-version") {
+      library.currentVersion = parseVersion(value.as<std::string>());
+    } else if (key == "compatibility-version") {
+      library.compatibilityVersion = parseVersion(value.as<std::string>());
+    } else if (key == "exports") {
+      readExports(value, library);
+    } else {
+      throw Error(key + " is not handled");
+    }
+  }
+  if (!isOurs) throw Error(std::string("not for ") + kTarget);
+  if (library.installName.empty()) throw Error("no install-name");
+  return library;
+}
+
+}  // namespace
+
+StubLibrary readStubLibrary(const std::string& text) {
+  try {
+    const std::vector<YAML::Node> documents = YAML::LoadAll(text);
+    if (documents.size() != 1) throw Error("not one document");
+    return readRoot(documents.front());
+  } catch (const YAML::Exception& error) {
+    throw Error(error.what());
+  }
+}
+
+uint32_t parseVersion(const std::string& text) {
+  uint32_t parts[3] = {}, most[3] = {0xffff, 0xff, 0xff};
+  size_t part = 0;
+  bool hasDigit = false;
+  for (const char c : text) {
+    if (c == '.' && hasDigit && part < 2) {
+      ++part;
+      hasDigit = false;
+    } else if (std::isdigit(static_cast<unsigned char>(c)) != 0) {
+      parts[part] = parts[part] * 10 + static_cast<uint32_t>(c - '0');
+      hasDigit = true;
+      if (parts[part] > most[part]) throw Error("not a version: " + text);
+    } else {
+      throw Error("not a version: " + text);
+    }
+  }
+  if (!hasDigit) throw Error("not a version: " + text);
+  return parts[0] << 16 | parts[1] << 8 | parts[2];
+}
+
+}  // namespace varnix::device

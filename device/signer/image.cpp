@@ -1,0 +1,84 @@
+#include "signer/image.h"
+
+#include <algorithm>
+
+#include "macho/error.h"
+#include "macho/format.h"
+
+namespace varnix::device {
+namespace {
+
+/// Segments differ in how wide their addresses are.
+struct Fields {
+  uint32_t offset, size, sectionCount, sections, sectionSize, sectionOffset;
+};
+constexpr Fields kFields32{32, 36, 48, 56, 68, 40}, kFields64{40, 48, 64, 72, 80, 48};
+
+void readSegment(Reader command, uint64_t at, SignedImage& image) {
+  const Fields& fields = image.is64 ? kFields64 : kFields32;
+  const auto number = [&](uint32_t field) {
+    return image.is64 ? command.u64(field) : command.u32(field);
+  };
+  const std::string_view name = command.fixedText(8, 16);
+  if (name == "__TEXT") {
+    image.textOffset = number(fields.offset);
+    image.textSize = number(fields.size);
+  } else if (name == "__LINKEDIT") {
+    image.linkEdit = at;
+    image.linkEditOffset = number(fields.offset);
+    image.linkEditSize = number(fields.size);
+  }
+  const uint32_t count = command.u32(fields.sectionCount);
+  for (uint32_t i = 0; i < count; ++i) {
+    const uint64_t section = fields.sections + uint64_t{i} * fields.sectionSize;
+    const uint32_t offset = command.u32(section + fields.sectionOffset);
+    if (offset != 0) image.firstContent = std::min(image.firstContent, offset);
+  }
+}
+
+void check(const SignedImage& image, uint64_t size) {
+  if (image.linkEdit == 0) throw Error("no __LINKEDIT, where a signature belongs");
+  if (image.linkEditOffset > size || image.linkEditSize != size - image.linkEditOffset)
+    throw Error("__LINKEDIT does not end where the file ends");
+  if (image.command && (image.signatureOffset < image.linkEditOffset ||
+                        uint64_t{image.signatureOffset} + image.signatureSize != size))
+    throw Error("the signature does not end where the file ends");
+}
+
+}  // namespace
+
+SignedImage readImage(Reader file) {
+  SignedImage image;
+  const uint32_t magic = file.u32(0), cpu = file.u32(4);
+  image.is64 = magic == macho::kMagic64;
+  if ((!image.is64 && magic != macho::kMagic32) ||
+      cpu != (image.is64 ? macho::kCpuArm64 : macho::kCpuArm) || file.u32(12) != macho::kDylib)
+    throw Error("not a library for one Arm architecture");
+  if (file.size() > 0x7fffffff) throw Error("larger than 2 GiB");
+  image.firstContent = static_cast<uint32_t>(file.size());
+  image.commandCount = file.u32(16);
+  image.commandSize = file.u32(20);
+  const uint32_t headerSize = image.is64 ? macho::kHeaderSize64 : macho::kHeaderSize32;
+  file.at(headerSize, image.commandSize);
+  image.headerEnd = headerSize + image.commandSize;
+  uint64_t at = headerSize;
+  for (uint32_t i = 0; i < image.commandCount; ++i) {
+    const uint32_t size = file.u32(at + 4);
+    if (size < 8 || at + size > image.headerEnd) throw Error("a load command leaves the header");
+    const Reader command = file.part(at, size);
+    const uint32_t kind = command.u32(0);
+    if (kind == (image.is64 ? macho::kSegment64 : macho::kSegment)) {
+      readSegment(command, at, image);
+    } else if (kind == macho::kCodeSignature) {
+      if (image.command) throw Error("two signatures");
+      image.command = at;
+      image.signatureOffset = command.u32(8);
+      image.signatureSize = command.u32(12);
+    }
+    at += size;
+  }
+  check(image, file.size());
+  return image;
+}
+
+}  // namespace varnix::device
