@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "linker/thumb.h"
 #include "macho/error.h"
@@ -100,8 +101,9 @@ Layout layOut(const Object& object, uint32_t stubCount, uint32_t headerSize) {
 
   std::vector<size_t> order(unordered.size());
   std::iota(order.begin(), order.end(), size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](size_t a, size_t b) { return rank(unordered[a]) < rank(unordered[b]); });
+  std::sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+    return std::pair(rank(unordered[a]), a) < std::pair(rank(unordered[b]), b);
+  });
   Layout layout;
   std::vector<size_t> newIndex(unordered.size());
   for (const size_t old : order) {
