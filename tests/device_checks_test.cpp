@@ -1,0 +1,267 @@
+// The checks of the finished library: each fails, and says so, on a library that was spoiled for
+// it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+
+#include "device/toolbox.h"
+#include "macho/bytes.h"
+#include "macho/files.h"
+#include "signer/sign.h"
+
+namespace {
+
+using namespace device_test;
+using testing::HasSubstr;
+namespace device = varnix::device;
+
+constexpr const char* kIdentifier = "com.quillmarsh.varnix2";
+const std::string kBuilt = VARNIX_DEVICE_BUILD;
+const std::string kCheck = "VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " VARNIX_DEVICE "/check ";
+
+using Edit = std::function<void(Bytes&)>;
+
+Bytes slice(const std::string& architecture) {
+  return device::readFile(kBuilt + "/" + architecture + ".dylib");
+}
+
+std::string otherThan(const std::string& architecture) {
+  return architecture == "arm64" ? "armv7" : "arm64";
+}
+
+/// What the checks say about a library with one slice replaced; nullopt if they are content.
+std::optional<std::string> complaints(const std::string& architecture, const Bytes& replacement) {
+  const Folder folder;
+  device::writeFile(folder / "slice", replacement);
+  printed("llvm-lipo-19 -create " + (folder / "slice") + " " + kBuilt + "/" +
+          otherThan(architecture) + ".dylib -output " + (folder / "Varnix.dylib"));
+  const Ran ran = run(kCheck + (folder / "Varnix.dylib"));
+  return ran.status == 0 ? std::nullopt : std::optional(ran.output);
+}
+
+/// The same after an edit and a new signature. Each is made to both slices in turn.
+void expectComplaint(const std::string& message, const Edit& edit) {
+  for (const std::string architecture : {"arm64", "armv7"}) {
+    Bytes bytes = slice(architecture);
+    edit(bytes);
+    ASSERT_NE(bytes, slice(architecture)) << "nothing was spoiled";
+    const auto said = complaints(architecture, device::sign(bytes, kIdentifier));
+    ASSERT_TRUE(said) << architecture << ": nobody noticed";
+    EXPECT_THAT(*said, HasSubstr("device: " + architecture + ": " + message));
+    EXPECT_THAT(*said, testing::Not(HasSubstr("signature")));
+  }
+}
+
+bool isWide(const Bytes& bytes) { return device::Reader(bytes).u32(0) == 0xfeedfacf; }
+
+/// Where a load command is.
+size_t command(const Bytes& bytes, uint32_t kind) {
+  const device::Reader file(bytes);
+  size_t at = isWide(bytes) ? 32 : 28;
+  for (uint32_t i = 0; i < file.u32(16); ++i, at += file.u32(at + 4))
+    if (file.u32(at) == kind) return at;
+  throw std::runtime_error("no such load command");
+}
+
+size_t segment(const Bytes& bytes, const std::string& name) {
+  const device::Reader file(bytes);
+  size_t at = isWide(bytes) ? 32 : 28;
+  for (uint32_t i = 0; i < file.u32(16); ++i, at += file.u32(at + 4)) {
+    const uint32_t kind = file.u32(at);
+    if ((kind == 1 || kind == 0x19) && file.fixedText(at + 8, 16) == name) return at;
+  }
+  throw std::runtime_error("no segment " + name);
+}
+
+/// Puts one text for another of the same length, wherever it stands.
+Edit replacing(const std::string& old, const std::string& text) {
+  EXPECT_EQ(old.size(), text.size());
+  return [=](Bytes& bytes) {
+    for (auto at = bytes.begin();;) {
+      at = std::search(at, bytes.end(), old.begin(), old.end());
+      if (at == bytes.end()) return;
+      at = std::copy(text.begin(), text.end(), at);
+    }
+  };
+}
+
+Edit setting(uint32_t kind, size_t field, uint32_t value) {
+  return [=](Bytes& bytes) { device::put32(bytes, command(bytes, kind) + field, value); };
+}
+
+TEST(DeviceChecks, PassWhatWasBuilt) {
+  const Ran ran = run(kCheck + kBuilt + "/Varnix.dylib");
+  EXPECT_EQ(ran.status, 0) << ran.output;
+}
+
+TEST(DeviceChecks, BothArchitectures) {
+  const Ran ran = run(kCheck + kBuilt + "/arm64.dylib");
+  EXPECT_NE(ran.status, 0);
+  EXPECT_THAT(ran.output, HasSubstr("the architectures are not arm64 armv7"));
+}
+
+TEST(DeviceChecks, MinimumVersion) {
+  expectComplaint("the minimum version is not 9.3", setting(0x25, 8, 0x90200));
+  expectComplaint("the minimum version is not 9.3", setting(0x25, 8, 0xa0000));
+  expectComplaint("the minimum version is not 9.3", setting(0x25, 0, 0x24));
+}
+
+TEST(DeviceChecks, LoaderInformation) {
+  expectComplaint("LC_DYLD_INFO_ONLY is missing", setting(0x80000022, 0, 0x22));
+}
+
+TEST(DeviceChecks, ChainedFixups) {
+  // An empty table of them in place of that of data in code.
+  expectComplaint("chained fixups, which iOS 9.3 cannot read", [](Bytes& bytes) {
+    const size_t at = command(bytes, 0x29);
+    device::put32(bytes, at, 0x80000034);
+    device::put32(bytes, at + 8, 0);
+    device::put32(bytes, at + 12, 0);
+  });
+}
+
+TEST(DeviceChecks, EncryptionAndUuid) {
+  const Edit edit = [](Bytes& bytes) {
+    const size_t at = command(bytes, 0x1b);
+    device::put32(bytes, at, isWide(bytes) ? 0x2c : 0x2a);
+    for (size_t field = 8; field < 24; field += 4) device::put32(bytes, at + field, 0);
+    if (!isWide(bytes)) device::put32(bytes, at, 0x7f);
+  };
+  expectComplaint("no UUID", edit);
+}
+
+TEST(DeviceChecks, InstallName) {
+  expectComplaint("the install name is not /Library",
+                  replacing("DynamicLibraries/Varnix.dylib", "DynamicLibraries/Warnix.dylib"));
+}
+
+TEST(DeviceChecks, ImageInfo) {
+  expectComplaint("no image info", replacing("__objc_imageinfo", "__objc_imageinfa"));
+}
+
+TEST(DeviceChecks, Initialiser) {
+  expectComplaint("not one initialiser", replacing("__mod_init_func", "__mod_init_fund"));
+}
+
+TEST(DeviceChecks, CodeThatCanBeWrittenTo) {
+  expectComplaint("code that can be written to, or relocations of old", [](Bytes& bytes) {
+    device::put32(bytes, segment(bytes, "__TEXT") + (isWide(bytes) ? 60 : 44), 7);
+  });
+}
+
+TEST(DeviceChecks, Signature) {
+  for (const std::string architecture : {"arm64", "armv7"}) {
+    Bytes bytes = slice(architecture);
+    bytes[bytes.size() / 3] ^= 1;
+    const auto said = complaints(architecture, bytes);
+    ASSERT_TRUE(said);
+    EXPECT_THAT(*said, HasSubstr("the signature is not that of these bytes"));
+  }
+  const auto said = complaints("arm64", device::sign(slice("arm64"), "com.example.other"));
+  ASSERT_TRUE(said);
+  EXPECT_THAT(*said, HasSubstr("the signature is not that of these bytes"));
+}
+
+TEST(DeviceChecks, Size) {
+  expectComplaint("too large, 122880 bytes are the most", [](Bytes& bytes) {
+    constexpr uint32_t more = 40000;
+    const size_t field = command(bytes, 0x1d) + 8;
+    const uint32_t end = device::Reader(bytes).u32(field);
+    bytes.insert(bytes.begin() + end, more, 0);
+    device::put32(bytes, field, end + more);
+    const size_t size = segment(bytes, "__LINKEDIT") + (isWide(bytes) ? 48 : 36);
+    device::put32(bytes, size, device::Reader(bytes).u32(size) + more);
+  });
+}
+
+TEST(DeviceChecks, PathsOfTheBuild) {
+  const std::string there = "/var/mobile/Library/";
+  expectComplaint("a path of the build is inside: /home/you/varnix/src",
+                  replacing(there, "/home/you/varnix/src"));
+  expectComplaint("a path of the build is inside: hooks/Tweak.cpp",
+                  replacing(there, std::string("hooks/Tweak.cpp\0/12", 19) + "3"));
+}
+
+TEST(DeviceChecks, Exports) {
+  expectComplaint("exports differ", replacing("KillProcess", "KillProcesz"));
+}
+
+TEST(DeviceChecks, Imports) {
+  expectComplaint("imports differ", replacing("_objc_getClass\0", "_objc_getClasz\0"));
+  expectComplaint("imports differ", replacing("/usr/lib/libapplist", "/usr/lib/libapplost"));
+}
+
+TEST(DeviceChecks, RuntimeLibraries) {
+  const std::string message = "needs a run-time library: ";
+  expectComplaint(message + "__Znwmm", replacing("_strcmp", "__Znwmm"));
+  expectComplaint(message + "___cxa_atexit", replacing("_glUseProgram", "___cxa_atexit"));
+  expectComplaint(message + "___udivmoddi4", replacing("_glUseProgram", "___udivmoddi4"));
+  expectComplaint(message + "__tlv_bootst", replacing("_CFGetTypeID", "__tlv_bootst"));
+}
+
+TEST(DeviceChecks, Classes) {
+  expectComplaint("classes differ", replacing("VXPrefsManager", "VXPrefsManagex"));
+  expectComplaint("classes differ", replacing("YUVSpaceDistance", "YUVSpaceDistense"));
+}
+
+/// The 32-bit library linked again, with other stubs.
+std::optional<std::string> complaintsWithStubs(const std::string& change) {
+  const Folder folder;
+  printed("cp -r " VARNIX_DEVICE "/tbd " + (folder / "tbd") + " && cd " + (folder / "tbd") +
+          " && " + change);
+  printed(VARNIX_DEVICE_TOOLS "/varnix-link-armv7 " + kBuilt + "/armv7/library.o " +
+          (folder / "tbd") + "/*.tbd -o " + (folder / "it") +
+          " --install-name /Library/MobileSubstrate/DynamicLibraries/Varnix.dylib"
+          " --current-version " VARNIX_VERSION " --exports " VARNIX_DEVICE "/lists/exports.txt");
+  return complaints("armv7", device::sign(device::readFile(folder / "it"), kIdentifier));
+}
+
+TEST(DeviceChecks, LinkedAgainItIsStillFine) {
+  EXPECT_EQ(complaintsWithStubs("true"), std::nullopt);
+}
+
+TEST(DeviceChecks, AnImportOfAnotherLibrary) {
+  const auto said = complaintsWithStubs(
+      "sed -i /_NSLog/d Foundation.tbd && sed -i 's/^\\( *\\)- _UIImageJPEG/\\1- _NSLog\\n&/' "
+      "UIKit.tbd");
+  ASSERT_TRUE(said);
+  EXPECT_THAT(*said, HasSubstr("+UIKit _NSLog"));
+  EXPECT_THAT(*said, HasSubstr("device: armv7: imports differ"));
+}
+
+TEST(DeviceChecks, ALibraryThatIsReachedByLookUpAlone) {
+  const auto said = complaintsWithStubs("rm libapplist.tbd");
+  ASSERT_TRUE(said);
+  EXPECT_THAT(*said, HasSubstr("-library /usr/lib/libapplist.dylib"));
+}
+
+/// The checks with an altered copy of device/.
+Ran checkedIn(const std::string& change) {
+  const Folder folder;
+  printed("cp -r " VARNIX_DEVICE " " + (folder / "device") + " && cd " + (folder / "device") +
+          " && " + change);
+  return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + kBuilt +
+             "/Varnix.dylib");
+}
+
+TEST(DeviceChecks, StubsOfferWhatIsUsedAlone) {
+  EXPECT_EQ(checkedIn("true").status, 0);
+  const Ran ran = checkedIn("sed -i 's/^\\( *\\)- _free/&\\n\\1- _realloc/' tbd/libSystem.tbd");
+  EXPECT_NE(ran.status, 0);
+  EXPECT_THAT(ran.output, HasSubstr("+libSystem _realloc"));
+  EXPECT_THAT(ran.output, HasSubstr("device: stubs: they offer what nothing uses"));
+}
+
+TEST(DeviceChecks, EverySymbolHasAReason) {
+  for (const std::string change :
+       {"sed -i '/ _free /d' symbols.txt", "echo 'libSystem _realloc  no reason' >>symbols.txt"}) {
+    const Ran ran = checkedIn(change);
+    EXPECT_NE(ran.status, 0);
+    EXPECT_THAT(ran.output, HasSubstr("device/symbols.txt gives no reason"));
+  }
+}
+
+}  // namespace
