@@ -3,9 +3,11 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build run test bench contact-sheet device package lint format format-check asan tsan clean
+.PHONY: help setup build run test bench contact-sheet device package install lint format format-check asan tsan clean
 
 JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
+DESTDIR ?=
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
@@ -48,6 +50,11 @@ device: setup ## Cross-compile for the device and check the library against devi
 
 package: setup ## Build the device library and write the package that installs it
 	@device/package
+
+install: setup ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
+	@cmake --log-level=WARNING --preset release >/dev/null
+	@cmake --build --preset release -j $(JOBS) --target varnix -- $(NINJA_FLAGS)
+	@DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)" >/dev/null
 
 lint: format-check ## Check the layout of the sources and run clang-tidy
 	@cmake --log-level=WARNING --preset clang >/dev/null

@@ -16,6 +16,7 @@ constexpr std::array kSectionTypes{macho::kRegular,
                                    macho::k4ByteLiterals,
                                    macho::k8ByteLiterals,
                                    macho::k16ByteLiterals,
+                                   macho::kLiteralPointers,
                                    macho::kNonLazySymbolPointers,
                                    macho::kModInitFuncPointers};
 

@@ -56,6 +56,7 @@ enum SectionType : uint32_t {
   kCstringLiterals = 2,
   k4ByteLiterals = 3,
   k8ByteLiterals = 4,
+  kLiteralPointers = 5,
   kNonLazySymbolPointers = 6,
   kSymbolStubs = 8,
   kModInitFuncPointers = 9,

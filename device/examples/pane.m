@@ -1,0 +1,39 @@
+// A settings pane's code at its smallest: a store of its own, made as a subclass of the library's,
+// and a pane that the library tints. The classes are named outright, so that the loader must find
+// their symbols in the library.
+#import <varnix/pane.h>
+
+@interface ExampleStore : KTPrefsManager
+@end
+
+@implementation ExampleStore
+
++ (instancetype)sharedStore {
+  static ExampleStore *store;
+  if (store == nil)
+    store = [[ExampleStore alloc] initWithId:@"com.example.pane"
+                               defaultValues:nil
+                                notification:@"com.example.pane.changed"
+                        notificationCallback:nil];
+  return store;
+}
+
+- (id)readPreferenceValue:(PSSpecifier *)specifier {
+  [self notifyEveryone];
+  return [super readPreferenceValue:specifier];
+}
+
+@end
+
+void ExamplePaneWillAppear(UIViewController *pane, UIColor *color);
+
+__attribute__((visibility("default"))) void ExamplePaneWillAppear(UIViewController *pane,
+                                                                   UIColor *color) {
+  // The library's own settings, read through its class.
+  KTPrefsManager *dye = [[KTPrefsManager alloc] initWithId:@"com.quillmarsh.varnix2"
+                                             defaultValues:nil
+                                              notification:nil
+                                      notificationCallback:nil];
+  if ([dye boolForKey:@"enabled"]) QKSetPrefsTint(pane, color);
+  [[ExampleStore sharedStore] saveAndNotify];
+}

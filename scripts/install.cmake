@@ -1,0 +1,16 @@
+# What `make install` puts where. Everything finds its neighbours by being in one folder, as in the
+# build folder, so the command in bin/ is a link to the one among them.
+include(GNUInstallDirs)
+set(home ${CMAKE_INSTALL_LIBDIR}/varnix)
+
+install(TARGETS varnix varnix_library varnix_host varnix_graphics varnix_pick
+        RUNTIME DESTINATION ${home} LIBRARY DESTINATION ${home})
+get_target_property(frameworks varnix_host_frameworks MANUALLY_ADDED_DEPENDENCIES)
+install(TARGETS ${frameworks} LIBRARY DESTINATION ${home}/Frameworks)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/commands DESTINATION ${home})
+install(FILES ${PROJECT_SOURCE_DIR}/include/varnix/pane.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/varnix)
+file(RELATIVE_PATH command ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/varnix/varnix)
+install(CODE "
+  set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
+  file(MAKE_DIRECTORY \"\${folder}\")
+  file(CREATE_LINK \"${command}\" \"\${folder}/varnix\" SYMBOLIC)")
