@@ -18,7 +18,8 @@ find_tools() {
   tools=${VARNIX_TOOLS-}
   [ -z "$tools" ] || return 0
   tools=build
-  cmake --log-level=WARNING --preset gcc >/dev/null &&
-    cmake --build --preset gcc --target varnix-link-armv7 varnix-sign -- --quiet ||
-    fail "the linker and the signer do not build"
+  local output
+  output=$(cmake --log-level=WARNING --preset gcc 2>&1 &&
+    cmake --build --preset gcc --target varnix-link-armv7 varnix-sign 2>&1) ||
+    fail "the linker and the signer do not build: $output"
 }
