@@ -1,0 +1,22 @@
+// The page that shows the drawn screens before and after, and measures the colours.
+#pragma once
+
+#include <filesystem>
+
+#include "json.h"
+
+namespace varnix::cli {
+
+/// Writes index.html, which holds all it needs but the pictures, and gallery.js and state.js, by
+/// which an open page follows when this is called again. state.js comes last. The pictures lie in
+/// the folder already: a page swaps those whose bytes changed.
+///
+/// `gallery` is {"tabs": [{"id", "title", "summary", "screens": [{"id", "title", "light":
+/// {"before": PATH, "after": PATH}, "dark": the same}], "surfaces": [{"process", "class",
+/// "property", "case", "before", "after", "behind"}]}]}. Paths are relative to the folder; either
+/// wallpaper may be missing. "before" and "after" are "#rrggbbaa", a boolean or null; "behind" is
+/// "#rrggbb" or null. Throws Failure for a picture that cannot be read and a file that cannot be
+/// written, and nlohmann's exceptions for a gallery of another shape.
+void writeGallery(const std::filesystem::path& folder, const Json& gallery);
+
+}  // namespace varnix::cli

@@ -1,0 +1,389 @@
+'use strict';
+
+// Elements
+
+function element(name, attributes = {}, ...children) {
+  const made = document.createElement(name);
+  for (const [key, value] of Object.entries(attributes)) {
+    if (value === true) made.setAttribute(key, '');
+    else if (value !== false && value !== null) made.setAttribute(key, value);
+  }
+  made.append(...children);
+  return made;
+}
+
+// Moves nothing that is in its place already: what is moved loses the focus.
+function setChildren(parent, children) {
+  if (children.length === parent.children.length &&
+      children.every((child, i) => child === parent.children[i])) {
+    return;
+  }
+  parent.replaceChildren(...children);
+}
+
+const find = (selector) => document.querySelector(selector);
+
+// Pictures
+
+const address = ({path, revision}) =>
+  `${path.split('/').map(encodeURIComponent).join('/')}?${revision}`;
+
+// Shows the picture when it has been read, so that the place is never empty. Its revision stands in
+// the address: a picture that was drawn anew is read anew. True where it is another than before.
+function show(image, picture) {
+  const wanted = address(picture);
+  const asked = image.dataset.asked;
+  if (asked === wanted) return false;
+  image.dataset.asked = wanted;
+  if (asked === undefined) {
+    image.src = wanted;
+    return false;
+  }
+  const next = new Image();
+  next.src = wanted;
+  const swap = () => {
+    if (image.dataset.asked === wanted) image.src = wanted;
+  };
+  next.decode().then(swap, swap);
+  return true;
+}
+
+// A screen: two pictures, one on the other, of which the upper one shows right of the handle.
+
+const positions = new Map();
+
+class Screen {
+  constructor(screen) {
+    this.before = element('img', {class: 'before', draggable: 'false'});
+    this.after = element('img', {class: 'after', draggable: 'false'});
+    this.range = element('input', {type: 'range', min: 0, max: 100, step: 1});
+    this.pair = element('div', {class: 'pair'}, this.before, this.after, this.range,
+                        element('span', {class: 'handle', 'aria-hidden': 'true'}));
+    this.name = element('span', {class: 'name'});
+    this.figure = element('figure', {class: 'screen', 'data-screen': screen.id}, this.pair,
+                          element('figcaption', {},
+                                  element('span', {class: 'side', 'aria-hidden': 'true'}, 'before'),
+                                  this.name,
+                                  element('span', {class: 'side', 'aria-hidden': 'true'}, 'after')));
+    this.id = screen.id;
+    this.range.addEventListener('input', () => this.moveAll(this.range.valueAsNumber));
+    this.followPointer();
+    this.move(positions.get(this.id) ?? 50);
+  }
+
+  update(screen, wallpaper) {
+    const pictures = screen[wallpaper] ?? screen.light ?? screen.dark;
+    this.figure.hidden = !pictures;
+    this.name.textContent = screen.title;
+    this.before.alt = `${screen.title}, before`;
+    this.after.alt = `${screen.title}, after`;
+    this.range.setAttribute('aria-label', `${screen.title}: from before to after`);
+    if (!pictures) return false;
+    const changed = [show(this.before, pictures.before), show(this.after, pictures.after)];
+    return changed.includes(true);
+  }
+
+  move(position) {
+    this.range.value = position;
+    this.pair.style.setProperty('--at', `${this.range.value}%`);
+    this.range.setAttribute('aria-valuetext', `${100 - this.range.value} % of it after`);
+  }
+
+  // The same screen stands alike in every tab, so that settings can be compared.
+  moveAll(position) {
+    positions.set(this.id, position);
+    for (const screen of screens.values()) {
+      if (screen.id === this.id) screen.move(position);
+    }
+  }
+
+  // The whole picture can be dragged, which a range's own track does not allow everywhere. A finger
+  // that scrolls the page up or down cancels the pointer before it moves anything.
+  followPointer() {
+    const moveTo = (event) => {
+      const {left, width} = this.pair.getBoundingClientRect();
+      this.moveAll(Math.round((event.clientX - left) / width * 1000) / 10);
+    };
+    let held = null;
+    this.pair.addEventListener('pointerdown', (event) => {
+      if (!event.isPrimary || event.button !== 0) return;
+      held = event.pointerId;
+      this.pair.setPointerCapture(held);
+      if (event.pointerType !== 'touch') moveTo(event);
+    });
+    this.pair.addEventListener('pointermove', (event) => {
+      if (event.pointerId === held) moveTo(event);
+    });
+    this.pair.addEventListener('pointerup', (event) => {
+      if (event.pointerId !== held) return;
+      moveTo(event);
+      held = null;
+      this.range.focus({preventScroll: true, focusVisible: false});
+    });
+    this.pair.addEventListener('pointercancel', () => { held = null; });
+  }
+}
+
+// The table of surfaces
+
+const columns = ['Surface', 'Before', 'After', 'Contrast', 'Reaches 4.5'];
+
+function swatch(color, behind) {
+  const made = element('span', {class: 'swatch', 'aria-hidden': 'true'});
+  made.style.setProperty('--color', color);
+  made.style.setProperty('--behind', behind ?? 'transparent');
+  return made;
+}
+
+// An opaque colour without its alpha.
+const shortHex = (color) => color.length === 9 && color.endsWith('ff') ? color.slice(0, 7) : color;
+
+function answer(value, behind) {
+  if (value === null) return element('span', {class: 'none'}, 'none');
+  if (typeof value === 'boolean') return element('span', {class: 'word'}, value ? 'yes' : 'no');
+  return element('span', {class: 'color'}, swatch(value, behind), element('code', {}, shortHex(value)));
+}
+
+function contrast(surface) {
+  if (surface.contrast === null) return element('span', {class: 'none'}, '\u2013');
+  const sample = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
+  sample.style.color = surface.after;
+  sample.style.background = surface.behind;
+  const parts = [sample, element('span', {class: 'ratio'}, surface.contrast.toFixed(2))];
+  if (surface.below !== null) {
+    parts.push(element('span', {class: surface.below === 3 ? 'mark bad' : 'mark poor'},
+                       `below ${surface.below.toFixed(1)}`));
+  }
+  return element('span', {class: 'contrast'}, ...parts);
+}
+
+function nearest(surface) {
+  if (surface.nearest !== null) return answer(surface.nearest);
+  if (surface.contrast === null) return element('span', {class: 'none'}, '\u2013');
+  return element('span', {class: 'none'}, 'as it is');
+}
+
+const isDyed = (surface) => surface.before !== surface.after;
+
+function row(surface) {
+  const cells = [answer(surface.before, surface.behind), answer(surface.after, surface.behind),
+                 contrast(surface), nearest(surface)];
+  return element('tr', {role: 'row', class: isDyed(surface) ? 'dyed' : 'same'},
+                 element('th', {role: 'rowheader', scope: 'row'},
+                         element('code', {class: 'class'}, surface.class),
+                         element('span', {class: 'property'}, surface.property),
+                         element('span', {class: 'case'}, surface.case ?? '')),
+                 ...cells.map((cell, i) => element(
+                   'td', {role: 'cell', class: columns[i + 1].split(' ')[0].toLowerCase()},
+                   element('span', {class: 'column', 'aria-hidden': 'true'}, columns[i + 1]), cell)));
+}
+
+function group(process, surfaces) {
+  return element('tbody', {role: 'rowgroup'},
+                 element('tr', {role: 'row', class: 'process'},
+                         element('th', {role: 'rowheader', scope: 'rowgroup', colspan: columns.length},
+                                 process)),
+                 ...surfaces.map(row));
+}
+
+const filters = {
+  all: {title: 'All', takes: () => true},
+  dyed: {title: 'Dyed', takes: isDyed},
+  poor: {title: 'Below 4.5', takes: (surface) => surface.below !== null},
+};
+let filter = 'all';
+
+function table(tab) {
+  const processes = new Map();
+  for (const surface of tab.surfaces.filter(filters[filter].takes)) {
+    const process = surface.process ?? '';
+    processes.set(process, [...processes.get(process) ?? [], surface]);
+  }
+  if (processes.size === 0) return element('p', {class: 'notice'}, 'There are none.');
+  return element('table', {role: 'table'},
+                 element('caption', {class: 'unseen'}, `Surfaces with ${tab.title}`),
+                 element('thead', {role: 'rowgroup'},
+                         element('tr', {role: 'row'},
+                                 ...columns.map((name) => element(
+                                   'th', {role: 'columnheader', scope: 'col'}, name)))),
+                 ...[...processes].map(([process, surfaces]) => group(process, surfaces)));
+}
+
+function counted(number, one, many) { return `${number} ${number === 1 ? one : many}`; }
+
+function countText(surfaces) {
+  const below = (limit) => surfaces.filter(({contrast}) => contrast !== null && contrast < limit).length;
+  const dyed = surfaces.filter(isDyed).length;
+  return `${counted(surfaces.length, 'surface', 'surfaces')}, ${dyed} dyed. Contrast below 4.5: ` +
+    `${below(4.5)}; below 3.0: ${below(3)}.`;
+}
+
+function surfaceList(tab) {
+  const body = element('div', {class: 'rows'}, table(tab));
+  const choices = choice(`filter-${tab.id}`, Object.entries(filters).map(
+    ([value, {title}]) => ({value, title})), filter, (value) => {
+    filter = value;
+    for (const other of gallery.tabs) refreshSurfaces(other);
+  });
+  return element('section', {class: 'surfaces', 'aria-labelledby': `surfaces-${tab.id}`},
+                 element('div', {class: 'heading'},
+                         element('div', {}, element('h2', {id: `surfaces-${tab.id}`}, 'Surfaces'),
+                                 element('p', {class: 'count'}, countText(tab.surfaces))),
+                         element('fieldset', {}, element('legend', {class: 'unseen'}, 'Surfaces shown'),
+                                 element('div', {class: 'choices'}, ...choices))),
+                 body);
+}
+
+function refreshSurfaces(tab) {
+  const section = document.getElementById(`panel-${tab.id}`).querySelector('.surfaces');
+  section.querySelector('.rows').replaceChildren(table(tab));
+  section.querySelector('.count').textContent = countText(tab.surfaces);
+  section.querySelector(`input[value=${filter}]`).checked = true;
+}
+
+// Radio buttons side by side
+
+function choice(name, options, chosen, choose) {
+  return options.map(({value, title}) => {
+    const input = element('input', {type: 'radio', name, value, checked: value === chosen});
+    input.addEventListener('change', () => choose(value));
+    return element('label', {}, input, element('span', {}, title));
+  });
+}
+
+// The gallery
+
+const wallpaperTitles = {light: 'Light', dark: 'Dark'};
+const screens = new Map();
+let gallery = {revision: '', tabs: []};
+let wallpaper = 'light';
+let chosenTab = decodeURIComponent(location.hash.slice(1));
+
+function chooseTab(id) {
+  chosenTab = gallery.tabs.some((tab) => tab.id === id) ? id : gallery.tabs[0]?.id;
+  for (const tab of find('.tabs').children) {
+    const chosen = tab.id === `tab-${chosenTab}`;
+    tab.setAttribute('aria-selected', chosen);
+    tab.tabIndex = chosen ? 0 : -1;
+  }
+  for (const panel of document.querySelectorAll('.panel')) panel.hidden = panel.id !== `panel-${chosenTab}`;
+}
+
+function makeTab({id, title}) {
+  const tab = element('button', {type: 'button', role: 'tab', id: `tab-${id}`,
+                                 'aria-controls': `panel-${id}`}, title);
+  tab.addEventListener('click', () => {
+    chooseTab(id);
+    history.replaceState(null, '', `#${encodeURIComponent(id)}`);
+  });
+  return tab;
+}
+
+function makePanel(tab) {
+  const alone = gallery.tabs.length === 1;
+  return element('section', {class: 'panel', id: `panel-${tab.id}`, role: alone ? 'region' : 'tabpanel',
+                             'aria-label': alone ? tab.title : null,
+                             'aria-labelledby': alone ? null : `tab-${tab.id}`},
+                 element('p', {class: 'summary'}), element('div', {class: 'screens'}), surfaceList(tab));
+}
+
+find('.tabs').addEventListener('keydown', (event) => {
+  const tabs = [...event.currentTarget.children];
+  const from = tabs.indexOf(document.activeElement);
+  const to = {ArrowRight: from + 1, ArrowLeft: from - 1, Home: 0, End: -1}[event.key];
+  if (to === undefined) return;
+  event.preventDefault();
+  const next = tabs.at(to % tabs.length);
+  next.focus();
+  next.click();
+});
+
+addEventListener('hashchange', () => chooseTab(decodeURIComponent(location.hash.slice(1))));
+
+// The titles of the screens that look otherwise than before.
+function updateScreens() {
+  const changed = new Set();
+  for (const tab of gallery.tabs) {
+    for (const screen of tab.screens) {
+      if (screens.get(`${tab.id}/${screen.id}`).update(screen, wallpaper)) changed.add(screen.title);
+    }
+  }
+  return [...changed];
+}
+
+function setUpWallpapers() {
+  const there = Object.keys(wallpaperTitles).filter(
+    (name) => gallery.tabs.some((tab) => tab.screens.some((screen) => screen[name])));
+  if (!there.includes(wallpaper)) wallpaper = there[0] ?? 'light';
+  const options = there.map((value) => ({value, title: wallpaperTitles[value]}));
+  find('.wallpapers').hidden = there.length < 2;
+  find('.wallpapers .choices').replaceChildren(...choice('wallpaper', options, wallpaper, (value) => {
+    wallpaper = value;
+    updateScreens();
+  }));
+}
+
+const shapeOf = ({tabs}) => JSON.stringify(tabs.map(({id, title, screens: all}) =>
+  [id, title, all.map((screen) => [screen.id, Object.keys(screen)])]));
+
+function present(next) {
+  const sameShape = shapeOf(next) === shapeOf(gallery);
+  gallery = next;
+  if (!sameShape) {
+    find('.tabs').replaceChildren(...gallery.tabs.map(makeTab));
+    find('.settings').hidden = gallery.tabs.length < 2;
+    find('main').replaceChildren(...gallery.tabs.map(makePanel));
+    if (gallery.tabs.length === 0) find('main').append(element('p', {class: 'notice'}, 'Nothing was drawn.'));
+    setUpWallpapers();
+    chooseTab(chosenTab);
+  }
+  for (const tab of gallery.tabs) {
+    const panel = document.getElementById(`panel-${tab.id}`);
+    panel.querySelector('.summary').textContent = tab.summary;
+    setChildren(panel.querySelector('.screens'), tab.screens.map((screen) => {
+      const key = `${tab.id}/${screen.id}`;
+      if (!screens.has(key)) screens.set(key, new Screen(screen));
+      return screens.get(key).figure;
+    }));
+    refreshSurfaces(tab);
+  }
+  return updateScreens();
+}
+
+present(JSON.parse(find('#data').textContent));
+
+// Following what is drawn anew: scripts can be read from disk where other files cannot. state.js
+// holds the revision alone; gallery.js is read when that is another.
+
+const kPause = 250, kLongestPause = 30000;
+let pause = kPause;
+
+function readScript(name, mark) {
+  return new Promise((resolve) => {
+    const script = element('script', {src: `${name}?${mark}`});
+    script.onload = script.onerror = (event) => {
+      script.remove();
+      resolve(event.type === 'load');
+    };
+    document.head.append(script);
+  });
+}
+
+let state = gallery.revision;
+window.varnixState = (revision) => { state = revision; };
+window.varnixGallery = (next) => {
+  const changed = present(next);
+  const time = new Date().toLocaleTimeString();
+  find('.followed').textContent = `Drawn anew at ${time}` + (changed.length ? `: ${changed.join(', ')}` : '');
+};
+
+async function follow() {
+  if (!document.hidden) {
+    const there = await readScript('state.js', Date.now());
+    if (there && state !== gallery.revision) await readScript('gallery.js', state);
+    // A page that was taken away from its folder need not ask so often.
+    pause = there ? kPause : Math.min(pause * 2, kLongestPause);
+  }
+  setTimeout(follow, pause);
+}
+setTimeout(follow, pause);

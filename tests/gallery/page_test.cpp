@@ -1,0 +1,175 @@
+// What the page is told, and the files that are written.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "errors.h"
+#include "preview/gallery/gallery.h"
+#include "preview/gallery/page_data.h"
+#include "sample.h"
+
+using varnix::cli::Failure;
+using varnix::cli::Json;
+using varnix::cli::writeGallery;
+using varnix::cli::gallery::pageData;
+
+namespace {
+
+std::string contents(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class GalleryPage : public testing::Test {
+ protected:
+  GalleryPage() {
+    std::string name = testing::TempDir() + "gallery-XXXXXX";
+    folder_ = ::mkdtemp(name.data());
+  }
+  ~GalleryPage() override { std::filesystem::remove_all(folder_); }
+
+  std::set<std::string> files() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+      names.insert(entry.path().filename());
+    }
+    return names;
+  }
+
+  /// What the page says of a surface of these colours.
+  Json measured(Json after, Json behind) {
+    const Json surface{{"process", "p"},
+                       {"class", "C"},
+                       {"property", "q"},
+                       {"case", ""},
+                       {"before", nullptr},
+                       {"after", std::move(after)},
+                       {"behind", std::move(behind)}};
+    const Json gallery{{"tabs", Json::array({{{"id", "t"},
+                                              {"title", "T"},
+                                              {"summary", ""},
+                                              {"screens", Json::array()},
+                                              {"surfaces", Json::array({surface})}}})}};
+    return pageData(folder_, gallery)["tabs"][0]["surfaces"][0];
+  }
+
+  std::filesystem::path folder_;
+};
+
+TEST_F(GalleryPage, ContrastIsMeasuredAndMarked) {
+  const Json black = measured("#000000ff", "#ffffff");
+  EXPECT_EQ(black["contrast"], 21.0);
+  EXPECT_TRUE(black["below"].is_null());
+  EXPECT_TRUE(black["nearest"].is_null());
+
+  // 4.478 is not rounded up, and neither is 4.499...: what misses the limit shows less than it.
+  const Json grey = measured("#777777ff", "#ffffff");
+  EXPECT_EQ(grey["contrast"], 4.47);
+  EXPECT_EQ(grey["below"], 4.5);
+  EXPECT_EQ(grey["nearest"], "#767676");
+
+  const Json yellow = measured("#ffff00ff", "#ffffff");
+  EXPECT_EQ(yellow["contrast"], 1.07);
+  EXPECT_EQ(yellow["below"], 3.0);
+  // The hue of yellow: red and green alike, no blue.
+  const std::string nearest = yellow["nearest"];
+  EXPECT_EQ(nearest.substr(1, 2), nearest.substr(3, 2));
+  EXPECT_EQ(nearest.substr(5), "00");
+}
+
+TEST_F(GalleryPage, ATranslucentColorIsMeasuredAsItIsSeen) {
+  EXPECT_EQ(measured("#00000000", "#ffffff")["contrast"], 1.0);
+  // Half black on white is seen as grey 7f.
+  EXPECT_EQ(measured("#00000080", "#ffffff")["contrast"],
+            measured("#7f7f7fff", "#ffffff")["contrast"]);
+}
+
+TEST_F(GalleryPage, WhatIsNoColorIsNotMeasured) {
+  for (const auto& [after, behind] : {std::pair<Json, Json>{nullptr, "#ffffff"},
+                                      {true, "#ffffff"},
+                                      {"#000000ff", nullptr},
+                                      {"#zzzzzzff", "#ffffff"},
+                                      {"#000000ff", 12}}) {
+    const Json surface = measured(after, behind);
+    EXPECT_TRUE(surface["contrast"].is_null()) << surface;
+    EXPECT_TRUE(surface["below"].is_null()) << surface;
+    EXPECT_TRUE(surface["nearest"].is_null()) << surface;
+  }
+}
+
+TEST_F(GalleryPage, WritesThreeFilesWithEverythingInlined) {
+  const Json gallery = drawSampleGallery(folder_);
+  writeGallery(folder_, gallery);
+  EXPECT_EQ(files(), (std::set<std::string>{"index.html", "gallery.js", "state.js", "global-color",
+                                            "album-art"}));
+  const std::string page = contents(folder_ / "index.html");
+  EXPECT_EQ(page.find("<!-- "), std::string::npos);
+  EXPECT_EQ(page.find("http"), std::string::npos);
+  EXPECT_EQ(page.find("@import"), std::string::npos);
+  EXPECT_FALSE(std::regex_search(page, std::regex("url\\(")));
+
+  // The data ends where its element does, whatever a title holds.
+  const std::string start = "<script type=\"application/json\" id=\"data\">";
+  const std::size_t from = page.find(start) + start.size();
+  const Json data = Json::parse(page.substr(from, page.find("</script>", from) - from));
+  EXPECT_EQ(data["tabs"][1]["summary"], gallery["tabs"][1]["summary"]);
+  EXPECT_EQ(data["tabs"][0]["screens"][0]["dark"]["after"]["path"],
+            "global-color/messages-dark-after.png");
+  EXPECT_EQ(contents(folder_ / "state.js"),
+            "varnixState(\"" + data["revision"].get<std::string>() + "\");\n");
+  EXPECT_EQ(contents(folder_ / "gallery.js"),
+            "varnixGallery(" + page.substr(from, page.find("</script>", from) - from) + ");\n");
+}
+
+TEST_F(GalleryPage, RevisionsChangeWithThePicturesBytesAlone) {
+  const Json first = pageData(folder_, drawSampleGallery(folder_));
+  EXPECT_EQ(first, pageData(folder_, drawSampleGallery(folder_)));
+  const Json second = pageData(folder_, drawSampleGallery(folder_, 0x123456));
+  EXPECT_NE(first["revision"], second["revision"]);
+  const auto& before = first["tabs"][0]["screens"][0];
+  const auto& after = second["tabs"][0]["screens"][0];
+  EXPECT_NE(before["light"]["after"]["revision"], after["light"]["after"]["revision"]);
+  EXPECT_EQ(before["light"]["before"], after["light"]["before"]);
+  EXPECT_EQ(first["tabs"][1], second["tabs"][1]);
+}
+
+TEST_F(GalleryPage, AWallpaperMayBeMissing) {
+  Json gallery = drawSampleGallery(folder_);
+  gallery["tabs"][0]["screens"][0].erase("dark");
+  const Json screen = pageData(folder_, gallery)["tabs"][0]["screens"][0];
+  EXPECT_TRUE(screen.contains("light"));
+  EXPECT_FALSE(screen.contains("dark"));
+}
+
+TEST_F(GalleryPage, TextThatIsNoUnicodeDoesNotStopIt) {
+  Json gallery = drawSampleGallery(folder_);
+  gallery["tabs"][0]["title"] = "a\xff\xc3";
+  writeGallery(folder_, gallery);
+  EXPECT_NE(contents(folder_ / "index.html").find("a\xEF\xBF\xBD"), std::string::npos);
+}
+
+TEST_F(GalleryPage, AMissingPictureIsAFailureAndWritesNothing) {
+  Json gallery = drawSampleGallery(folder_);
+  for (const char* path : {"nowhere.png", "global-color", ""}) {
+    gallery["tabs"][0]["screens"][0]["light"]["after"] = path;
+    EXPECT_THROW(writeGallery(folder_, gallery), Failure) << path;
+  }
+  EXPECT_EQ(files(), (std::set<std::string>{"global-color", "album-art"}));
+}
+
+TEST_F(GalleryPage, AFolderThatCannotBeWrittenIsAFailure) {
+  const Json gallery{{"tabs", Json::array()}};
+  EXPECT_THROW(writeGallery(folder_ / "nowhere", gallery), Failure);
+  // A folder lies in the place of a file: what was begun is taken away again.
+  std::filesystem::create_directory(folder_ / "index.html");
+  EXPECT_THROW(writeGallery(folder_, gallery), Failure);
+  EXPECT_EQ(files(), (std::set<std::string>{"index.html"}));
+}
+
+}  // namespace

@@ -1,0 +1,11 @@
+// A small gallery for tests: two tabs of two screens, light and dark, and surfaces of every kind.
+#pragma once
+
+#include <filesystem>
+
+#include "json.h"
+
+/// Draws its pictures into the folder. `stroke` is the colour of a stroke across the dyed picture
+/// of Messages in the first tab, 0xrrggbb.
+varnix::cli::Json drawSampleGallery(const std::filesystem::path& folder,
+                                    unsigned stroke = 0xffffff);
