@@ -83,6 +83,13 @@ class Screen {
     return changed.includes(true);
   }
 
+  glow() {
+    this.pair.classList.remove('redrawn');
+    // Asked for, the layout takes note of the class being away, and the glow starts anew.
+    void this.pair.offsetWidth;
+    this.pair.classList.add('redrawn');
+  }
+
   move(position) {
     this.range.value = position;
     this.pair.style.setProperty('--at', `${this.range.value}%`);
@@ -98,25 +105,34 @@ class Screen {
   }
 
   // The whole picture can be dragged, which a range's own track does not allow everywhere. A finger
-  // that scrolls the page up or down cancels the pointer before it moves anything.
+  // moves the divider when it taps, or goes sideways: up and down it scrolls the page, of which the
+  // first moves come here all the same.
   followPointer() {
-    const moveTo = (event) => {
-      const {left, width} = this.pair.getBoundingClientRect();
-      this.moveAll(Math.round((event.clientX - left) / width * 1000) / 10);
-    };
+    const sideways = 6;
     let held = null;
+    const moveTo = ({clientX}) => {
+      const {left, width} = this.pair.getBoundingClientRect();
+      this.moveAll(Math.round((clientX - left) / width * 1000) / 10);
+    };
     this.pair.addEventListener('pointerdown', (event) => {
       if (!event.isPrimary || event.button !== 0) return;
-      held = event.pointerId;
-      this.pair.setPointerCapture(held);
-      if (event.pointerType !== 'touch') moveTo(event);
+      const {pointerId: id, clientX: x, clientY: y, pointerType} = event;
+      held = {id, x, y, moves: pointerType !== 'touch', taps: true};
+      this.pair.setPointerCapture(id);
+      if (held.moves) moveTo(event);
     });
     this.pair.addEventListener('pointermove', (event) => {
-      if (event.pointerId === held) moveTo(event);
+      if (event.pointerId !== held?.id) return;
+      const across = Math.abs(event.clientX - held.x), along = Math.abs(event.clientY - held.y);
+      if (Math.max(across, along) > sideways) {
+        held.moves ||= held.taps && across > along;
+        held.taps = false;
+      }
+      if (held.moves) moveTo(event);
     });
     this.pair.addEventListener('pointerup', (event) => {
-      if (event.pointerId !== held) return;
-      moveTo(event);
+      if (event.pointerId !== held?.id) return;
+      if (held.moves || held.taps) moveTo(event);
       held = null;
       this.range.focus({preventScroll: true, focusVisible: false});
     });
@@ -126,55 +142,61 @@ class Screen {
 
 // The table of surfaces
 
-const columns = ['Surface', 'Before', 'After', 'Contrast', 'Reaches 4.5'];
+const columns = ['Surface', 'Before', 'After', 'Contrast', 'Same hue at 4.5'];
 
-function swatch(color, behind) {
+function swatch(color) {
   const made = element('span', {class: 'swatch', 'aria-hidden': 'true'});
   made.style.setProperty('--color', color);
-  made.style.setProperty('--behind', behind ?? 'transparent');
+  return made;
+}
+
+// Text in the colour on what lies behind it.
+function sample(color, behind) {
+  const made = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
+  made.style.color = color;
+  made.style.background = behind;
   return made;
 }
 
 // An opaque colour without its alpha.
 const shortHex = (color) => color.length === 9 && color.endsWith('ff') ? color.slice(0, 7) : color;
 
-function answer(value, behind) {
-  if (value === null) return element('span', {class: 'none'}, 'none');
-  if (typeof value === 'boolean') return element('span', {class: 'word'}, value ? 'yes' : 'no');
-  return element('span', {class: 'color'}, swatch(value, behind), element('code', {}, shortHex(value)));
+const hex = (color) => element('code', {}, shortHex(color));
+
+const none = (text) => element('span', {class: 'none'}, text);
+
+function answer(value) {
+  if (value === null) return none('none');
+  if (typeof value === 'boolean') return element('span', {}, value ? 'yes' : 'no');
+  return element('span', {class: 'color'}, swatch(value), hex(value));
 }
 
-function contrast(surface) {
-  if (surface.contrast === null) return element('span', {class: 'none'}, '\u2013');
-  const sample = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
-  sample.style.color = surface.after;
-  sample.style.background = surface.behind;
-  const parts = [sample, element('span', {class: 'ratio'}, surface.contrast.toFixed(2))];
-  if (surface.below !== null) {
-    parts.push(element('span', {class: surface.below === 3 ? 'mark bad' : 'mark poor'},
-                       `below ${surface.below.toFixed(1)}`));
+function contrast({after, behind, contrast: ratio, below}) {
+  if (ratio === null) return none('\u2013');
+  const parts = [sample(after, behind), element('span', {class: 'ratio'}, ratio.toFixed(2))];
+  if (below !== null) {
+    parts.push(element('span', {class: below === 3 ? 'mark bad' : 'mark poor'},
+                       `below ${below.toFixed(1)}`));
   }
-  return element('span', {class: 'contrast'}, ...parts);
+  return element('span', {class: 'color'}, ...parts);
 }
 
-function nearest(surface) {
-  if (surface.nearest !== null) return answer(surface.nearest);
-  if (surface.contrast === null) return element('span', {class: 'none'}, '\u2013');
-  return element('span', {class: 'none'}, 'as it is');
+function nearest({behind, contrast: ratio, nearest: color}) {
+  if (color !== null) return element('span', {class: 'color'}, sample(color, behind), hex(color));
+  return none(ratio === null ? '\u2013' : 'as it is');
 }
 
 const isDyed = (surface) => surface.before !== surface.after;
 
 function row(surface) {
-  const cells = [answer(surface.before, surface.behind), answer(surface.after, surface.behind),
-                 contrast(surface), nearest(surface)];
-  return element('tr', {role: 'row', class: isDyed(surface) ? 'dyed' : 'same'},
+  const cells = [answer(surface.before), answer(surface.after), contrast(surface), nearest(surface)];
+  return element('tr', {role: 'row'},
                  element('th', {role: 'rowheader', scope: 'row'},
                          element('code', {class: 'class'}, surface.class),
                          element('span', {class: 'property'}, surface.property),
                          element('span', {class: 'case'}, surface.case ?? '')),
                  ...cells.map((cell, i) => element(
-                   'td', {role: 'cell', class: columns[i + 1].split(' ')[0].toLowerCase()},
+                   'td', {role: 'cell'},
                    element('span', {class: 'column', 'aria-hidden': 'true'}, columns[i + 1]), cell)));
 }
 
@@ -212,10 +234,12 @@ function table(tab) {
 function counted(number, one, many) { return `${number} ${number === 1 ? one : many}`; }
 
 function countText(surfaces) {
-  const below = (limit) => surfaces.filter(({contrast}) => contrast !== null && contrast < limit).length;
-  const dyed = surfaces.filter(isDyed).length;
-  return `${counted(surfaces.length, 'surface', 'surfaces')}, ${dyed} dyed. Contrast below 4.5: ` +
-    `${below(4.5)}; below 3.0: ${below(3)}.`;
+  const below = surfaces.filter(filters.poor.takes);
+  const bad = below.filter((surface) => surface.below === 3).length;
+  const text = `${counted(surfaces.length, 'surface', 'surfaces')}, ${surfaces.filter(isDyed).length} dyed`;
+  if (below.length === 0) return text;
+  return `${text}, ${below.length} with a contrast below 4.5` +
+    (bad === 0 ? '' : `, ${bad} of these below 3.0`);
 }
 
 function surfaceList(tab) {
@@ -255,9 +279,17 @@ function choice(name, options, chosen, choose) {
 
 const wallpaperTitles = {light: 'Light', dark: 'Dark'};
 const screens = new Map();
-let gallery = {revision: '', tabs: []};
+let gallery = {revision: '', tabs: []}, shownShape;
 let wallpaper = 'light';
-let chosenTab = decodeURIComponent(location.hash.slice(1));
+let chosenTab = tabInAddress();
+
+function tabInAddress() {
+  try {
+    return decodeURIComponent(location.hash.slice(1));
+  } catch {
+    return '';
+  }
+}
 
 function chooseTab(id) {
   chosenTab = gallery.tabs.some((tab) => tab.id === id) ? id : gallery.tabs[0]?.id;
@@ -298,17 +330,14 @@ find('.tabs').addEventListener('keydown', (event) => {
   next.click();
 });
 
-addEventListener('hashchange', () => chooseTab(decodeURIComponent(location.hash.slice(1))));
+addEventListener('hashchange', () => chooseTab(tabInAddress()));
 
-// The titles of the screens that look otherwise than before.
+// The screens that look otherwise than before.
 function updateScreens() {
-  const changed = new Set();
-  for (const tab of gallery.tabs) {
-    for (const screen of tab.screens) {
-      if (screens.get(`${tab.id}/${screen.id}`).update(screen, wallpaper)) changed.add(screen.title);
-    }
-  }
-  return [...changed];
+  return gallery.tabs.flatMap((tab) => tab.screens.map((screen) => {
+    const shown = screens.get(`${tab.id}/${screen.id}`);
+    return shown.update(screen, wallpaper) ? shown : null;
+  })).filter(Boolean);
 }
 
 function setUpWallpapers() {
@@ -327,7 +356,8 @@ const shapeOf = ({tabs}) => JSON.stringify(tabs.map(({id, title, screens: all}) 
   [id, title, all.map((screen) => [screen.id, Object.keys(screen)])]));
 
 function present(next) {
-  const sameShape = shapeOf(next) === shapeOf(gallery);
+  const shape = shapeOf(next), sameShape = shape === shownShape;
+  shownShape = shape;
   gallery = next;
   if (!sameShape) {
     find('.tabs').replaceChildren(...gallery.tabs.map(makeTab));
@@ -373,8 +403,10 @@ let state = gallery.revision;
 window.varnixState = (revision) => { state = revision; };
 window.varnixGallery = (next) => {
   const changed = present(next);
+  for (const screen of changed) screen.glow();
+  const names = [...new Set(changed.map((screen) => screen.name.textContent))];
   const time = new Date().toLocaleTimeString();
-  find('.followed').textContent = `Drawn anew at ${time}` + (changed.length ? `: ${changed.join(', ')}` : '');
+  find('.followed').textContent = [`Drawn anew at ${time}`, names.join(', ')].filter(Boolean).join(': ');
 };
 
 async function follow() {

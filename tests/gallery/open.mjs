@@ -1,0 +1,55 @@
+// Draws the sample gallery, opens it, and watches what the page does.
+import assert from 'node:assert/strict';
+import {execFileSync} from 'node:child_process';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import {pathToFileURL} from 'node:url';
+import {chromium} from 'playwright-core';
+
+let browser;
+
+export async function startBrowser() {
+  browser = await chromium.launch({executablePath: process.env.BROWSER});
+}
+
+export const stopBrowser = () => browser.close();
+
+export const draw = (folder, ...colors) => execFileSync(process.env.DRAW, [folder, ...colors]);
+
+// Calls `use` with the page, its folder and the addresses that it asked for. Fails where the console
+// was not silent, something was asked for that does not lie beside the page, or did not come.
+export async function withGallery(options, use) {
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'gallery #1 '));
+  const {prepare = () => {}, hash = '', ...contextOptions} = options;
+  const context = await browser.newContext({viewport: {width: 1200, height: 900}, ...contextOptions});
+  try {
+    draw(folder);
+    prepare(folder);
+    const page = await context.newPage();
+    const complaints = [], requests = [];
+    page.on('console', (message) => complaints.push(message.text()));
+    page.on('pageerror', (error) => complaints.push(error.stack));
+    page.on('requestfailed', (request) => complaints.push(`not read: ${request.url()}`));
+    page.on('request', (request) => requests.push(request.url()));
+    await page.goto(pathToFileURL(path.join(folder, 'index.html')).href + hash);
+    await use(page, {folder, requests, context, complaints});
+    assert.deepEqual(complaints, []);
+    const beside = `${pathToFileURL(folder).href}/`;
+    const elsewhere = requests.filter((url) => !url.startsWith(beside) && !url.startsWith('data:'));
+    assert.deepEqual(elsewhere, []);
+  } finally {
+    await context.close();
+    fs.rmSync(folder, {recursive: true});
+  }
+}
+
+// Changes the data in the page, as if another gallery had been drawn.
+export function changeData(folder, change) {
+  const file = path.join(folder, 'index.html');
+  const text = fs.readFileSync(file, 'utf8');
+  const [, start, json, end] = text.match(/^([^]*id="data">)([^]*?)(<\/script>[^]*)$/);
+  const data = JSON.parse(json);
+  change(data);
+  fs.writeFileSync(file, start + JSON.stringify(data).replaceAll('<', '\\u003c') + end);
+}
