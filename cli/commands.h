@@ -14,5 +14,6 @@ void addRun(CLI::App& app, Action& chosen);
 void addInspect(CLI::App& app, Action& chosen);
 void addPick(CLI::App& app, Action& chosen);
 void addPane(CLI::App& app, Action& chosen);
+void addPreview(CLI::App& app, Action& chosen);
 
 }  // namespace varnix::cli

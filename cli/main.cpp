@@ -55,6 +55,7 @@ int runCommand(int argc, char** argv) {
   varnix::cli::addInspect(app, chosen);
   varnix::cli::addPick(app, chosen);
   varnix::cli::addPane(app, chosen);
+  varnix::cli::addPreview(app, chosen);
   // Last: a subcommand takes over the footer that its parent has.
   app.footer(
       "Settings lie under a container root, the folder that stands for the device's \"/\": "

@@ -10,6 +10,7 @@
 
 #include "errors.h"
 #include "framework_copy.h"
+#include "icon_choices.h"
 #include "process/container.h"
 #include "script.h"
 #include "settings_file.h"
@@ -31,19 +32,6 @@ ProcessKind kindNamed(const std::string& name) {
     if (name == word) return kind;
   }
   throw UsageError("no such kind of process", name);
-}
-
-/// An identifier has no equals sign, so that the first one ends it.
-std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& choices) {
-  std::map<std::string, std::string> icons;
-  for (const std::string& choice : choices) {
-    const std::size_t end = choice.find('=');
-    if (end == choice.npos || end == 0 || end + 1 == choice.size()) {
-      throw UsageError("not an identifier and a file, ID=FILE", choice);
-    }
-    icons[choice.substr(0, end)] = choice.substr(end + 1);
-  }
-  return icons;
 }
 
 /// Whether a library finds the framework of the playing track.

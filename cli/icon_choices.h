@@ -1,0 +1,13 @@
+// Icons as they are given on the command line.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace varnix::cli {
+
+/// Of "ID=FILE", by identifier. Throws UsageError.
+std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& choices);
+
+}  // namespace varnix::cli

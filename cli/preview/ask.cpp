@@ -1,0 +1,125 @@
+#include "preview/ask.h"
+
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <thread>
+
+#include "Foundation/file_contents.h"
+#include "Foundation/log.h"
+#include "answer_json.h"
+#include "errors.h"
+#include "hosted_child.h"
+#include "objc/autorelease_pool.h"
+#include "platform/UIKit.h"
+#include "surfaces/surfaces.h"
+
+namespace varnix::cli {
+
+using host::screens::Answer;
+using host::screens::Answers;
+
+namespace {
+
+constexpr std::chrono::seconds kLimit{20};
+constexpr std::size_t kMaximumBytes = 64 << 20;
+
+Json toJson(const Answers& answers) {
+  Json json = Json::object();
+  for (const auto& [name, answer] : answers.values) {
+    std::visit(
+        [&, &key = name](const auto& value) {
+          if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::monostate>) {
+            json[key] = nullptr;
+          } else {
+            json[key] = value;
+          }
+        },
+        answer);
+  }
+  return json;
+}
+
+Answers fromJson(const Json& json) {
+  Answers answers;
+  for (const auto& [name, value] : json.items()) {
+    Answer& answer = answers.values[name];
+    if (value.is_boolean()) answer = value.get<bool>();
+    else if (value.is_number()) answer = value.get<double>();
+    else if (value.is_string()) answer = value.get<std::string>();
+  }
+  return answers;
+}
+
+/// A process without the framework of the playing track has nobody to be told.
+void play(const std::string& artwork) {
+  Class controller = objc_getClass("MPUNowPlayingController");
+  if (controller == nullptr) return;
+  const auto bytes = host::fileContents(artwork, kMaximumBytes);
+  if (!bytes) throw Failure("cannot be read", artwork);
+  auto* image = send<NSObject*>(objc_getClass("UIImage"), "imageWithData:"_sel,
+                                NSData::dataWithBytes(bytes->data(), bytes->size()));
+  send<void>(controller, "_setArtwork:playing:"_sel, image, true);
+}
+
+Json askSurfaces() {
+  Json answers = Json::array();
+  for (const auto& surface : host::surfaces::all()) {
+    if (!host::surfaces::exists(surface)) continue;
+    answers.push_back({{"class", surface.className},
+                       {"property", surface.property},
+                       {"case", surface.situation},
+                       {"answer", answerJson(host::surfaces::ask(surface))}});
+  }
+  return answers;
+}
+
+/// In the child: turns this process into the hosted one.
+std::string answer(const ProcessQuestion& question) {
+  objc::AutoreleasePool pool;
+  host::printLog(false);
+  host::startProcess(question.process);
+  if (question.withLibrary) host::loadLibrary(host::defaultLibraryPath());
+  if (!question.artwork.empty()) play(question.artwork);
+  Json screens = Json::object();
+  for (const auto* screen : question.screens) {
+    for (const auto& [wallpaper, color] : question.wallpapers) {
+      objc::AutoreleasePool inner;
+      screens[screen->id][wallpaper] = toJson(screen->ask({color}));
+    }
+  }
+  return dump({{"screens", screens}, {"surfaces", askSurfaces()}});
+}
+
+ProcessAnswer parse(const std::string& text) {
+  const Json json = Json::parse(text);
+  ProcessAnswer parsed;
+  for (const auto& [screen, wallpapers] : json["screens"].items()) {
+    for (const auto& [wallpaper, answers] : wallpapers.items()) {
+      parsed.screens[screen][wallpaper] = fromJson(answers);
+    }
+  }
+  parsed.surfaces = json["surfaces"];
+  return parsed;
+}
+
+}  // namespace
+
+std::vector<ProcessAnswer> askProcesses(const std::vector<ProcessQuestion>& questions) {
+  const std::size_t atOnce = std::max(std::thread::hardware_concurrency(), 1U);
+  std::vector<ProcessAnswer> answers;
+  std::deque<HostedChild> running;
+  for (const ProcessQuestion& question : questions) {
+    if (running.size() == atOnce) {
+      answers.push_back(parse(running.front().wait(std::chrono::steady_clock::now() + kLimit)));
+      running.pop_front();
+    }
+    running.emplace_back([&question] { return answer(question); });
+  }
+  for (HostedChild& child : running) {
+    answers.push_back(parse(child.wait(std::chrono::steady_clock::now() + kLimit)));
+  }
+  return answers;
+}
+
+}  // namespace varnix::cli

@@ -1,0 +1,36 @@
+// What processes answer for the screens, each process a child of its own.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "json.h"
+#include "process/process.h"
+#include "screens/screen.h"
+
+namespace varnix::cli {
+
+/// By the name of the wallpaper.
+using WallpaperColors = std::map<std::string, host::screens::Color>;
+
+struct ProcessQuestion {
+  host::ProcessOptions process;
+  bool withLibrary = true;
+  std::string artwork;  ///< the playing track's picture, a file; empty where nothing plays
+  std::vector<const host::screens::Screen*> screens;  ///< of this process
+  WallpaperColors wallpapers;
+};
+
+struct ProcessAnswer {
+  /// By the screen's identifier, then by the wallpaper's name.
+  std::map<std::string, std::map<std::string, host::screens::Answers>> screens;
+  /// [{"class", "property", "case", "answer"}]
+  Json surfaces;
+};
+
+/// As many processes at a time as there are processors. To be called while this process has a
+/// single thread. Throws Failure.
+std::vector<ProcessAnswer> askProcesses(const std::vector<ProcessQuestion>& questions);
+
+}  // namespace varnix::cli

@@ -1,0 +1,118 @@
+#include "preview/gallery_json.h"
+
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <set>
+#include <string_view>
+
+namespace varnix::cli {
+
+using host::screens::Color;
+
+namespace {
+
+enum class Behind : unsigned char { bar, page, wallpaper };
+
+struct Place {
+  std::string_view className;
+  Behind behind;
+};
+
+/// What lies behind a surface in an application; a white page for those not named.
+constexpr Place kPlaces[] = {
+    {"UIStatusBarNewUIStyleAttributes", Behind::bar},
+    {"UINavigationBar", Behind::bar},
+    {"UITabBar", Behind::bar},
+    {"UISegmentedControl", Behind::bar},
+    {"UISegment", Behind::bar},
+};
+
+Behind behindOf(const host::screens::Screen& screen, std::string_view className) {
+  if (screen.kind == host::ProcessKind::springboard) return Behind::wallpaper;
+  for (const Place& place : kPlaces) {
+    if (place.className == className) return place.behind;
+  }
+  return Behind::page;
+}
+
+std::string hex(const Color& color) {
+  auto byte = [](double part) { return static_cast<unsigned>(std::lround(part * 255)); };
+  char text[8];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", byte(color.red) & 0xff,
+                byte(color.green) & 0xff, byte(color.blue) & 0xff);
+  return text;
+}
+
+std::string colorOf(Behind behind, const Materials& materials) {
+  switch (behind) {
+    case Behind::bar:
+      return "#f8f8f8";
+    case Behind::page:
+      return "#ffffff";
+    case Behind::wallpaper:
+      break;
+  }
+  return hex(materials.scenes.begin()->second.wallpaperColor);
+}
+
+Json answerTo(const Json& asked, const Json& surfaces) {
+  for (const Json& surface : surfaces) {
+    if (surface["class"] == asked["class"] && surface["property"] == asked["property"] &&
+        surface["case"] == asked["case"])
+      return surface["answer"];
+  }
+  return nullptr;
+}
+
+/// What one process has in common with another is listed once.
+Json surfacesOf(const AskedTab& asked, const Materials& materials) {
+  Json rows = Json::array();
+  std::set<std::string> listed, processes;
+  for (const auto* screen : materials.screens) {
+    if (!processes.insert(screen->bundle).second) continue;
+    const Json& before = asked.before.at(screen->bundle).surfaces;
+    for (const Json& surface : asked.after.at(screen->bundle).surfaces) {
+      Json row{{"class", surface["class"]},
+               {"property", surface["property"]},
+               {"case", surface["case"]},
+               {"before", answerTo(surface, before)},
+               {"after", surface["answer"]}};
+      if (!listed.insert(dump(row)).second) continue;
+      const auto className = surface["class"].get<std::string>();
+      row["process"] = screen->bundle;
+      row["behind"] = colorOf(behindOf(*screen, className), materials);
+      rows.push_back(std::move(row));
+    }
+  }
+  return rows;
+}
+
+Json screenJson(const Tab& tab, const host::screens::Screen& screen, const Materials& materials) {
+  Json json{{"id", screen.id}, {"title", screen.title}};
+  for (const auto& [wallpaper, scene] : materials.scenes) {
+    json[wallpaper] = {{"before", pictureFile(tab, screen, wallpaper, "before")},
+                       {"after", pictureFile(tab, screen, wallpaper, "after")}};
+  }
+  return json;
+}
+
+}  // namespace
+
+Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
+                 const Materials& materials) {
+  Json all = Json::array();
+  for (std::size_t i = 0; i < tabs.size(); ++i) {
+    Json screens = Json::array();
+    for (const auto* screen : materials.screens)
+      screens.push_back(screenJson(tabs[i], *screen, materials));
+    all.push_back({{"id", tabs[i].id},
+                   {"title", tabs[i].title},
+                   {"summary", tabs[i].summary},
+                   {"screens", screens},
+                   {"surfaces", surfacesOf(asked[i], materials)}});
+  }
+  return {{"tabs", all}};
+}
+
+}  // namespace varnix::cli

@@ -1,0 +1,13 @@
+// What the gallery's page is told.
+#pragma once
+
+#include "json.h"
+#include "preview/sheet.h"
+
+namespace varnix::cli {
+
+/// In writeGallery's form.
+Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
+                 const Materials& materials);
+
+}  // namespace varnix::cli

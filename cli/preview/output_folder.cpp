@@ -1,0 +1,72 @@
+#include "preview/output_folder.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <system_error>
+
+#include "errors.h"
+
+namespace varnix::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A folder that is not ours is not replaced, whatever is asked for.
+void requireReplaceable(const fs::path& folder) {
+  std::error_code error;
+  const auto status = fs::symlink_status(folder, error);
+  if (status.type() == fs::file_type::not_found) return;
+  if (status.type() != fs::file_type::directory) throw Failure("not a folder", folder.string());
+  const bool isEmpty = fs::is_empty(folder, error);
+  if (error) throw Failure("cannot read the folder", folder.string() + ": " + error.message());
+  if (isEmpty ||
+      (fs::exists(folder / "index.html", error) && fs::exists(folder / "state.js", error)))
+    return;
+  throw Failure("the folder holds something else than a gallery", folder.string());
+}
+
+fs::path withoutSlash(const std::string& wanted) {
+  const fs::path path = fs::absolute(wanted).lexically_normal();
+  return path.has_filename() ? path : path.parent_path();
+}
+
+}  // namespace
+
+OutputFolder::OutputFolder(const std::string& wanted) {
+  if (wanted.empty()) throw UsageError("not a folder", "\"\"");
+  wanted_ = withoutSlash(wanted);
+  requireReplaceable(wanted_);
+  std::string pattern = (wanted_.parent_path() / ("." + wanted_.filename().string() + "-XXXXXX"));
+  if (mkdtemp(pattern.data()) == nullptr)
+    throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
+  path_ = pattern;
+  // Readable by those who can read what else is made here.
+  const mode_t mask = umask(0);
+  umask(mask);
+  chmod(path_.c_str(), 0777 & ~mask);
+}
+
+OutputFolder::~OutputFolder() {
+  std::error_code ignored;
+  if (!isInPlace_) fs::remove_all(path_, ignored);
+}
+
+void OutputFolder::putInPlace() {
+  requireReplaceable(wanted_);
+  if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_NOREPLACE) == 0) {
+    isInPlace_ = true;
+  } else if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) == 0) {
+    // The older one lies here now, for the destructor.
+  } else {
+    throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
+  }
+}
+
+}  // namespace varnix::cli

@@ -1,0 +1,21 @@
+// The module that draws.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "screens/module.h"
+
+namespace varnix::cli {
+
+/// Loads it at the first call; it stays. Throws Failure.
+const host::screens::Module& screensModule();
+
+/// The screens with these identifiers in the module's order, all where none is given. Throws
+/// UsageError for an unknown one.
+std::vector<const host::screens::Screen*> screensNamed(const std::vector<std::string>& identifiers);
+
+/// A picture of the user's. Throws Failure.
+host::screens::Surface readPicture(const std::string& file, int longestSide);
+
+}  // namespace varnix::cli

@@ -1,0 +1,47 @@
+// The pictures of a gallery: which there are, and drawing them.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "preview/ask.h"
+#include "preview/materials.h"
+#include "preview/tabs.h"
+
+namespace varnix::cli {
+
+/// By the process's bundle identifier.
+using ProcessAnswers = std::map<std::string, ProcessAnswer>;
+
+/// What the processes of a tab answered without and with the library.
+struct AskedTab {
+  ProcessAnswers before, after;
+};
+
+/// In the order of the tabs. Throws Failure.
+std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs);
+
+struct Picture {
+  std::string file;  ///< relative to the gallery's folder
+  /// Two pictures of the same contents have the same one.
+  std::string contents;
+  std::vector<host::screens::Layer> layers;
+  const host::screens::Scene* scene;
+};
+
+/// The pictures of a tab, which point into what was answered and into the materials.
+std::vector<Picture> picturesOf(const Tab& tab, const AskedTab& asked, const Materials& materials);
+
+/// The file of a picture: "TAB/SCREEN-WALLPAPER-before.png".
+std::string pictureFile(const Tab& tab, const host::screens::Screen& screen,
+                        const std::string& wallpaper, const char* when);
+
+/// Draws every picture once, on all processors; equal ones share their bytes on the disk. A file
+/// that is there already is replaced at once. Throws Failure.
+void drawPictures(const std::vector<Picture>& pictures, const std::filesystem::path& folder,
+                  double scale, const std::function<void(std::size_t, std::size_t)>& progress);
+
+}  // namespace varnix::cli

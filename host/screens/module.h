@@ -1,0 +1,24 @@
+// The drawing of screens is a module of its own, loaded only by those who draw: other commands do
+// without the libraries behind it.
+#pragma once
+
+#include <span>
+
+#include "screens/screen.h"
+
+namespace host::screens {
+
+struct Module {
+  std::span<const Screen* const> screens;  ///< in the order in which they are shown
+  /// PNG or JPEG, no side longer than that many pixels. Throws std::runtime_error.
+  Surface (*readPicture)(const std::string& file, int longestSide);
+  Color (*meanColor)(const Surface& picture);
+  /// The finished picture as a PNG file. From any thread.
+  std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);
+};
+
+inline constexpr char kModuleFile[] = "libvarnixscreens.so";
+inline constexpr char kModuleEntry[] = "varnix_screens";
+using ModuleEntry = const Module& (*)();
+
+}  // namespace host::screens
