@@ -314,6 +314,24 @@ test('one tab, one wallpaper, and texts from outside', () => withGallery({
   assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth));
 }));
 
+test('more tabs than fit are scrolled to', () => withGallery({
+  viewport: {width: 375, height: 600},
+  hash: '#last',
+  prepare: (folder) => changeData(folder, ({tabs}) => {
+    tabs.push({...tabs[1], id: 'more', title: 'Yet another colour'}, {...tabs[1], id: 'last', title: 'The last colour'});
+  }),
+}, async (page) => {
+  const inView = async (name) => {
+    const {x, width} = await page.getByRole('tab', {name}).boundingBox();
+    return x >= 0 && x + width <= 375;
+  };
+  assert.ok(await inView('The last colour'));
+  assert.ok(!await inView('Global colour'));
+  await page.getByRole('tab', {name: 'The last colour'}).press('Home');
+  assert.ok(await inView('Global colour'));
+  assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 375);
+}));
+
 test('a gallery of nothing says so', () => withGallery({
   prepare: (folder) => changeData(folder, (data) => { data.tabs = []; }),
 }, async (page) => {

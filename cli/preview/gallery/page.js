@@ -293,10 +293,12 @@ function tabInAddress() {
 
 function chooseTab(id) {
   chosenTab = gallery.tabs.some((tab) => tab.id === id) ? id : gallery.tabs[0]?.id;
+  const strip = find('.settings');
   for (const tab of find('.tabs').children) {
     const chosen = tab.id === `tab-${chosenTab}`;
     tab.setAttribute('aria-selected', chosen);
     tab.tabIndex = chosen ? 0 : -1;
+    if (chosen) strip.scrollLeft = tab.offsetLeft - (strip.clientWidth - tab.offsetWidth) / 2;
   }
   for (const panel of document.querySelectorAll('.panel')) panel.hidden = panel.id !== `panel-${chosenTab}`;
 }
