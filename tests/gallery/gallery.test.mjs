@@ -150,11 +150,12 @@ test('the wallpaper is switched in every tab', () => withGallery({}, async (page
   const wallpapers = page.getByRole('group', {name: 'Wallpaper'});
   await wallpapers.getByRole('radio', {name: 'Dark'}).check();
   const dark = paths('global-color/home-dark-before.png', 'global-color/home-dark-after.png');
-  await page.waitForFunction(() => document.querySelector('.panel:not([hidden]) .after').src.includes('-dark-'));
-  await page.waitForTimeout(200);
+  await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) img')]
+    .every((image) => image.src.includes('-dark-') && image.complete));
   assert.deepEqual(await shown(page, 'home'), dark);
   await page.getByRole('tab', {name: 'Album art'}).click();
-  assert.equal((await shown(page, 'home'))[1].path, 'album-art/home-dark-after.png');
+  await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) .after')]
+    .every((image) => image.src.includes('album-art/') && image.src.includes('-dark-')));
 
   await wallpapers.getByRole('radio', {name: 'Dark'}).focus();
   await page.keyboard.press('ArrowLeft');
