@@ -4,16 +4,17 @@ import {execFileSync} from 'node:child_process';
 import fs from 'node:fs';
 import os from 'node:os';
 import path from 'node:path';
+import {after, before} from 'node:test';
 import {pathToFileURL} from 'node:url';
 import {chromium} from 'playwright-core';
 
 let browser;
 
-export async function startBrowser() {
+before(async () => {
   browser = await chromium.launch({executablePath: process.env.BROWSER});
-}
+});
 
-export const stopBrowser = () => browser.close();
+after(() => browser.close());
 
 export const draw = (folder, ...colors) => execFileSync(process.env.DRAW, [folder, ...colors]);
 

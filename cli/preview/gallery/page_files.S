@@ -1,19 +1,35 @@
 // The page's files, byte for byte. The folder they lie in is on the include path.
         .section .rodata
 
-.macro EMBED name, file
+.macro START name
         .globl  \name
         .hidden \name
+\name:
+.endm
+
+.macro END name
         .globl  \name\()End
         .hidden \name\()End
-\name:
-        .incbin "\file"
 \name\()End:
         .byte   0
 .endm
 
-        EMBED   varnixPageHtml, page.html
-        EMBED   varnixPageStyle, style.css
-        EMBED   varnixPageScript, page.js
+        START   varnixPageHtml
+        .incbin "page.html"
+        END     varnixPageHtml
+
+        START   varnixPageStyle
+        .incbin "style.css"
+        END     varnixPageStyle
+
+        // One script: what comes later uses what came before.
+        START   varnixPageScript
+        .ascii  "'use strict';\n"
+        .incbin "elements.js"
+        .incbin "screen.js"
+        .incbin "surfaces.js"
+        .incbin "page.js"
+        .incbin "follow.js"
+        END     varnixPageScript
 
         .section .note.GNU-stack, "", %progbits

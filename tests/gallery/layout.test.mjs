@@ -1,0 +1,47 @@
+// Any width, light or dark, and for everybody.
+import assert from 'node:assert/strict';
+import {createRequire} from 'node:module';
+import {test} from 'node:test';
+import {withGallery} from './open.mjs';
+
+const axe = createRequire(import.meta.url).resolve('axe-core/axe.min.js');
+
+for (const colorScheme of ['light', 'dark']) {
+  for (const width of [375, 900, 1600]) {
+    test(`the rules of accessibility are kept at ${width}, ${colorScheme}`,
+         () => withGallery({colorScheme, viewport: {width, height: 900}}, async (page) => {
+      await page.addScriptTag({path: axe});
+      for (const tab of ['Global colour', 'Album art']) {
+        await page.getByRole('tab', {name: tab}).click();
+        // Samples show how poor a contrast is: that is what they are for.
+        const {violations, passes} = await page.evaluate(() => axe.run({exclude: '.sample'}));
+        const found = violations.map(({id, nodes}) => `${id}: ${nodes.map((node) => node.html).join('; ')}`);
+        assert.deepEqual(found, []);
+        assert.ok(passes.some(({id}) => id === 'color-contrast'));
+      }
+      // Whatever the layout, it is a table.
+      const table = page.getByRole('tabpanel').getByRole('table');
+      assert.equal(await table.getByRole('columnheader').count(), 5);
+      assert.equal(await table.getByRole('row', {name: 'UISwitch'}).getByRole('cell').count(), 4);
+    }));
+  }
+}
+
+test('no width from 375 to 1600 scrolls sideways', () => withGallery({}, async (page) => {
+  for (let width = 375; width <= 1600; width += 35) {
+    await page.setViewportSize({width, height: 800});
+    const wide = await page.evaluate(() => [...document.querySelectorAll('body, body *')]
+      .filter((it) => !it.closest('.unseen, thead, .settings') &&
+                      it.getBoundingClientRect().right > document.documentElement.clientWidth + 0.5)
+      .map((it) => it.outerHTML.slice(0, 80)));
+    assert.deepEqual(wide, [], `${width}`);
+    assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${width}`);
+  }
+}));
+
+test('it follows the system from light to dark', () => withGallery({}, async (page) => {
+  const ground = () => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+  const light = await ground();
+  await page.emulateMedia({colorScheme: 'dark'});
+  assert.notEqual(await ground(), light);
+}));

@@ -1,0 +1,100 @@
+// Tabs, wallpapers, and galleries that have few or many of them.
+import assert from 'node:assert/strict';
+import {test} from 'node:test';
+import {changeData, withGallery} from './open.mjs';
+import {at, clip, paths, shown, slider} from './parts.mjs';
+
+test('tabs are changed by mouse and keyboard, and kept in the address', () => withGallery({}, async (page) => {
+  const [first, second] = [page.getByRole('tab', {name: 'Global colour'}), page.getByRole('tab', {name: 'Album art'})];
+  const panel = page.getByRole('tabpanel');
+  assert.equal(await panel.count(), 1);
+  assert.equal(await panel.getAttribute('aria-labelledby'), 'tab-global-color');
+  assert.equal(await panel.locator('.summary').textContent(), 'One colour for everything.');
+  await slider(page, 'Messages').fill('25');
+
+  await second.click();
+  assert.equal(await second.getAttribute('aria-selected'), 'true');
+  assert.equal(await first.getAttribute('aria-selected'), 'false');
+  assert.equal(await panel.getAttribute('aria-labelledby'), 'tab-album-art');
+  // Text from outside stays text.
+  assert.equal(await panel.locator('.summary').textContent(),
+               'The colours of the track that plays. <b>&amp;</script>');
+  await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) img')].every((i) => i.complete));
+  assert.deepEqual(await shown(page, 'messages'),
+                   paths('album-art/messages-light-before.png', 'album-art/messages-light-after.png'));
+  assert.equal(await clip(page, 'messages'), at(25), 'the same screen is divided alike');
+
+  for (const [key, tab] of [['ArrowRight', first], ['ArrowLeft', second], ['Home', first], ['End', second]]) {
+    await page.keyboard.press(key);
+    assert.equal(await tab.getAttribute('aria-selected'), 'true', key);
+    assert.ok(await tab.evaluate((it) => it === document.activeElement));
+  }
+  assert.equal(await page.locator('[role=tab][tabindex="0"]').count(), 1);
+  await page.reload();
+  assert.equal(await second.getAttribute('aria-selected'), 'true');
+}));
+
+test('an address of no tab opens the first', () => withGallery({hash: '#%ZZ'}, async (page) => {
+  assert.equal(await page.getByRole('tab', {selected: true}).textContent(), 'Global colour');
+  await page.evaluate(() => { location.hash = '#album-art'; });
+  await page.waitForFunction(() => document.querySelector('[aria-selected=true]').id === 'tab-album-art');
+}));
+
+test('the wallpaper is switched in every tab', () => withGallery({}, async (page) => {
+  const wallpapers = page.getByRole('group', {name: 'Wallpaper'});
+  await wallpapers.getByRole('radio', {name: 'Dark'}).check();
+  const dark = paths('global-color/home-dark-before.png', 'global-color/home-dark-after.png');
+  await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) img')]
+    .every((image) => image.src.includes('-dark-') && image.complete));
+  assert.deepEqual(await shown(page, 'home'), dark);
+  await page.getByRole('tab', {name: 'Album art'}).click();
+  await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) .after')]
+    .every((image) => image.src.includes('album-art/') && image.src.includes('-dark-')));
+
+  await wallpapers.getByRole('radio', {name: 'Dark'}).focus();
+  await page.keyboard.press('ArrowLeft');
+  assert.ok(await wallpapers.getByRole('radio', {name: 'Light'}).isChecked());
+  await page.waitForFunction(() => document.querySelector('.panel:not([hidden]) .after').src.includes('-light-'));
+}));
+
+test('one tab, one wallpaper, and texts from outside', () => withGallery({
+  prepare: (folder) => changeData(folder, (data) => {
+    data.tabs.pop();
+    const [tab] = data.tabs;
+    tab.title = tab.screens[0].title = '<img src=x onerror=alert(1)>';
+    tab.surfaces[0].class = 'A'.repeat(300);
+    for (const screen of tab.screens) delete screen.light;
+  }),
+}, async (page) => {
+  assert.equal(await page.getByRole('tab').count(), 0);
+  assert.equal(await page.getByRole('group', {name: 'Wallpaper'}).count(), 0);
+  assert.equal(await page.getByRole('region', {name: '<img src=x onerror=alert(1)>'}).count(), 1);
+  assert.equal((await shown(page, 'home'))[0].path, 'global-color/home-dark-before.png');
+  assert.equal(await page.locator('img[src=x]').count(), 0);
+  await page.setViewportSize({width: 375, height: 800});
+  assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth));
+}));
+
+test('more tabs than fit are scrolled to', () => withGallery({
+  viewport: {width: 375, height: 600},
+  hash: '#last',
+  prepare: (folder) => changeData(folder, ({tabs}) => {
+    tabs.push({...tabs[1], id: 'more', title: 'Yet another colour'}, {...tabs[1], id: 'last', title: 'The last colour'});
+  }),
+}, async (page) => {
+  const inView = async (name) => {
+    const {x, width} = await page.getByRole('tab', {name}).boundingBox();
+    return x >= 0 && x + width <= 375;
+  };
+  assert.ok(await inView('The last colour'));
+  assert.ok(!await inView('Global colour'));
+  await page.getByRole('tab', {name: 'The last colour'}).press('Home');
+  assert.ok(await inView('Global colour'));
+  assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 375);
+}));
+
+test('a gallery of nothing says so', () => withGallery({
+  prepare: (folder) => changeData(folder, (data) => { data.tabs = []; }),
+}, async (page) => {
+  assert.equal(await page.locator('main').textContent(), 'Nothing was drawn.');
+}));
