@@ -103,6 +103,18 @@ TEST_F(GalleryPage, WhatIsNoColorIsNotMeasured) {
   }
 }
 
+TEST_F(GalleryPage, WhatIsNotDyedIsNotMeasured) {
+  const Json surfaces = pageData(folder_, drawSampleGallery(folder_))["tabs"][0]["surfaces"];
+  for (const Json& surface : surfaces) {
+    if (surface["class"] != "UIButton") continue;
+    EXPECT_EQ(surface["before"], surface["after"]);
+    EXPECT_TRUE(surface["contrast"].is_null());
+    EXPECT_TRUE(surface["below"].is_null());
+    return;
+  }
+  FAIL() << "the sample has none";
+}
+
 TEST_F(GalleryPage, WritesThreeFilesWithEverythingInlined) {
   const Json gallery = drawSampleGallery(folder_);
   writeGallery(folder_, gallery);

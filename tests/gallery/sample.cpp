@@ -71,6 +71,8 @@ Json surfaces(const std::string& dye) {
         surface(application, "UIKeyboard", "opaque", "keyboard", true, false, nullptr),
         surface(application, "UIButton", "tintColor", "button", "#007affff", "#007affff",
                 "#ffffff"),
+        surface(application, "UITabBar", "tintColor", "tab bar", "#007affff", "#e91e63ff",
+                "#ffffff"),
         surface(springboard, "SBControlCenterContentContainerView", "colorTint", "presented",
                 nullptr, "#1e88e580", "#203040"),
         surface(springboard, "SBIconBlurryBackgroundView", "fallbackColor", "set to grey",

@@ -12,7 +12,8 @@ test('the table names, shows and measures the surfaces', () => withGallery({}, a
                    ['Surface', 'Before', 'After', 'Contrast', 'Same hue at 4.5']);
   assert.deepEqual(await texts('UIView'), ['#007aff', '#8e24aa', '7.03', 'as it is']);
   assert.deepEqual(await texts('UISwitch'), ['#ff3b30', '#ffd60a', '1.41 below 3.0', '#8c7500']);
-  assert.deepEqual(await texts('UIButton'), ['#007aff', '#007aff', '4.01 below 4.5', '#0072ef']);
+  assert.deepEqual(await texts('UIButton'), ['#007aff', '#007aff', '\u2013', '\u2013']);
+  assert.deepEqual(await texts('UITabBar'), ['#007aff', '#e91e63', '4.34 below 4.5', '#e6175d']);
   assert.deepEqual(await texts('UIKeyboard'), ['yes', 'no', '\u2013', '\u2013']);
   assert.deepEqual(await texts('SBHUDView'), ['none', 'none', '\u2013', '\u2013']);
   const [was, is] = await rows.filter({hasText: 'UISwitch'}).locator('.swatch').evaluateAll(
@@ -24,9 +25,9 @@ test('the table names, shows and measures the surfaces', () => withGallery({}, a
   assert.deepEqual(sample, ['rgba(30, 136, 229, 0.5)', 'rgb(32, 48, 64)']);
 
   // Headers, two processes and what the filter takes.
-  assert.equal(await rows.count(), 11);
+  assert.equal(await rows.count(), 12);
   await page.getByRole('tabpanel').getByRole('radio', {name: 'Dyed'}).check();
-  assert.equal(await rows.count(), 9);
+  assert.equal(await rows.count(), 10);
   await page.getByRole('tabpanel').getByRole('radio', {name: 'Below 4.5'}).check();
   assert.equal(await rows.count(), 6);
   await page.getByRole('tab', {name: 'Album art'}).click();

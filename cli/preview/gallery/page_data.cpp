@@ -54,6 +54,8 @@ std::string opaqueHex(const pick::Color& color) { return pick::hex(color).substr
 Json surfaceData(const Json& surface) {
   Json result = surface;
   for (const char* key : {"contrast", "below", "nearest"}) result[key] = nullptr;
+  // Colours of the system's own are not ours to judge.
+  if (surface.at("after") == surface.at("before")) return result;
   const auto dyed = colorOf(surface.at("after"));
   const auto behind = colorOf(surface.value("behind", Json()));
   if (!dyed || !behind) return result;
