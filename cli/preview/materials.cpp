@@ -26,6 +26,20 @@ constexpr SampleIcon kIcons[] = {
     {"com.example.weather", "com.example.weather"},
     {"com.example.camera", "com.example.camera"},
     {"com.example.calculator", "com.example.calculator"},
+    {"com.example.calendar", "home/calendar"},
+    {"com.example.clock", "home/clock"},
+    {"com.example.videos", "home/videos"},
+    {"com.example.reminders", "home/reminders"},
+    {"com.example.stocks", "home/stocks"},
+    {"com.example.books", "home/books"},
+    {"com.example.store", "home/store"},
+    {"com.example.health", "home/health"},
+    {"com.example.settings", "home/settings"},
+    {"com.example.phone", "home/phone"},
+    {"com.example.browser", "home/browser"},
+    {"com.apple.MobileSMS", "home/messages"},
+    {"com.burbn.instagram", "home/snapshots"},
+    {"com.atebits.Tweetie2", "home/chirps"},
 };
 
 constexpr int kLongestIcon = 240;
@@ -76,7 +90,11 @@ Materials gather(const MaterialChoice& choice) {
   std::map<std::string, Surface> pictures;
   for (const auto& [identifier, file] : materials.icons)
     pictures[identifier] = readPicture(file, kLongestIcon);
-  for (auto& [name, scene] : materials.scenes) scene.icons = pictures;
+  const Surface photograph = readPicture(sampleFile("covers/tides.png"), longest);
+  for (auto& [name, scene] : materials.scenes) {
+    scene.icons = pictures;
+    scene.photograph = photograph;
+  }
   return materials;
 }
 

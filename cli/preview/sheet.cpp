@@ -140,10 +140,11 @@ std::vector<Picture> picturesOf(const Tab& tab, const AskedTab& asked, const Mat
         auto layer = [&, &name = wallpaper](const Screen& drawn) -> Layer {
           return {&drawn, &answers.at(drawn.bundle).screens.at(drawn.id).at(name)};
         };
-        Picture picture{pictureFile(tab, *screen, wallpaper, when), "", {}, &scene};
+        Picture picture{pictureFile(tab, *screen, wallpaper, when), "", {}, scene};
+        picture.scene.isPlaying = !tab.artwork.empty();
         if (screen->coversAnother) picture.layers.push_back(layer(coveredScreen(tab)));
         picture.layers.push_back(layer(*screen));
-        picture.contents = contentsOf(picture.layers, wallpaper, scene);
+        picture.contents = contentsOf(picture.layers, wallpaper, picture.scene);
         pictures.push_back(std::move(picture));
       }
     }

@@ -29,10 +29,10 @@ struct Picture {
   /// Two pictures of the same contents have the same one.
   std::string contents;
   std::vector<host::screens::Layer> layers;
-  const host::screens::Scene* scene;
+  host::screens::Scene scene;
 };
 
-/// The pictures of a tab, which point into what was answered and into the materials.
+/// The pictures of a tab, which point into what was answered.
 std::vector<Picture> picturesOf(const Tab& tab, const AskedTab& asked, const Materials& materials);
 
 /// The file of a picture: "TAB/SCREEN-WALLPAPER-before.png".

@@ -129,6 +129,8 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene&) {
 
 }  // namespace
 
-const Screen kApplication{"application", "Application", "com.example.music", ProcessKind::application, false, false, ask, draw};
+const Screen kApplication{
+    "application", "Application", "com.example.music", ProcessKind::application, false, false,
+    ask,           draw};
 
 }  // namespace host::screens

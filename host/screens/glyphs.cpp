@@ -2,26 +2,13 @@
 
 #include <numbers>
 
+#include "screens/around.h"
+
 namespace host::screens {
 
 namespace {
 
 constexpr double kTurn = 2 * std::numbers::pi;
-
-/// Draws around a middle that is (0, 0).
-class Around {
- public:
-  Around(const Canvas& canvas, Point middle) : canvas_(canvas) {
-    canvas.save();
-    cairo_translate(canvas.context(), middle.x, middle.y);
-  }
-  ~Around() { canvas_.restore(); }
-  Around(const Around&) = delete;
-  Around& operator=(const Around&) = delete;
-
- private:
-  const Canvas& canvas_;
-};
 
 void arc(const Canvas& canvas, Point middle, double radius, double from, double to) {
   cairo_new_sub_path(canvas.context());

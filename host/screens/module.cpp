@@ -6,7 +6,9 @@ namespace host::screens {
 
 namespace {
 
-constexpr const Screen* kScreens[] = {&kApplication};
+constexpr const Screen* kScreens[] = {
+    &kApplication,        &kMessages, &kHome,      &kControlCenter,
+    &kNotificationCenter, &kVolume,   &kInstagram, &kTwitter};
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
   const Canvas canvas(kWidth, kHeight, scale);

@@ -25,6 +25,7 @@ struct Scene {
   Surface wallpaper;
   Color wallpaperColor;
   std::map<std::string, Surface> icons;  ///< of applications, by identifier
+  Surface photograph;                    ///< in a feed
   bool isPlaying = false;                ///< whether a track plays
 };
 

@@ -1,0 +1,23 @@
+// Drawing around a middle.
+#pragma once
+
+#include "screens/canvas.h"
+
+namespace host::screens {
+
+/// As long as it lives, (0, 0) is the middle.
+class Around {
+ public:
+  Around(const Canvas& canvas, Point middle) : canvas_(canvas) {
+    canvas.save();
+    cairo_translate(canvas.context(), middle.x, middle.y);
+  }
+  ~Around() { canvas_.restore(); }
+  Around(const Around&) = delete;
+  Around& operator=(const Around&) = delete;
+
+ private:
+  const Canvas& canvas_;
+};
+
+}  // namespace host::screens
