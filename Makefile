@@ -37,6 +37,7 @@ bench: setup ## Measure an optimised build; the figures also go to build-release
 	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
 	  --benchmark_out_format=json
 	@build-release/varnix-springboard-bench
+	@build-release/varnix-screens-bench
 	@bench/pickers/install build-release/pickers
 	@build-release/varnix-picture-bench --json build-release/bench-pictures.json \
 	  --pickers build-release/pickers --pictures build/pictures/photographs

@@ -1,24 +1,38 @@
 #include "preview/interruption.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+
+#include "errors.h"
 
 namespace varnix::cli {
 
 namespace {
 
 volatile std::sig_atomic_t noted = 0;
+int ends[2] = {-1, -1};
 
-void note(int number) { noted = number; }
+void note(int number) {
+  const int kept = errno;
+  noted = number;
+  // A full pipe is readable as well.
+  if (write(ends[1], "", 1) < 0) errno = kept;
+}
 
 }  // namespace
 
 void noteInterruptions() {
+  if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) throw Failure("cannot begin", std::strerror(errno));
   struct sigaction action = {};
   action.sa_handler = note;
   for (int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
 }
 
-int interruption() { return noted; }
+int interruptionDescriptor() { return ends[0]; }
 
 void throwIfInterrupted() {
   if (noted != 0) throw Interrupted(noted);

@@ -13,8 +13,8 @@ struct Interrupted : std::runtime_error {
 
 /// From now on such a signal is noted, and calls that wait return.
 void noteInterruptions();
-/// The signal's number; 0 where there was none.
-int interruption();
+/// Becomes readable with the first one.
+int interruptionDescriptor();
 /// Throws Interrupted.
 void throwIfInterrupted();
 

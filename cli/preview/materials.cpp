@@ -7,6 +7,7 @@
 
 namespace varnix::cli {
 
+using host::screens::Pixels;
 using host::screens::Scene;
 using host::screens::Surface;
 
@@ -42,7 +43,8 @@ constexpr SampleIcon kIcons[] = {
     {"com.atebits.Tweetie2", "home/chirps"},
 };
 
-constexpr int kLongestIcon = 240;
+/// In points.
+constexpr double kIconSide = 60;
 
 std::map<std::string, std::string> sampleIcons() {
   std::map<std::string, std::string> icons;
@@ -75,22 +77,25 @@ Materials gather(const MaterialChoice& choice) {
   Materials materials;
   materials.screens = screensNamed(choice.screens);
   materials.scale = choice.scale;
-  const int longest = static_cast<int>(std::ceil(host::screens::kHeight * choice.scale));
+  auto pixels = [&](double points) { return static_cast<int>(std::lround(points * choice.scale)); };
+  const Pixels screen{pixels(host::screens::kWidth), pixels(host::screens::kHeight)};
+  const Pixels icon{pixels(kIconSide), pixels(kIconSide)};
   if (choice.wallpaper.empty()) {
     for (const char* name : {"light", "dark"}) {
       const std::string file = sampleFile(std::string("wallpapers/") + name + ".png");
-      addScene(materials, name, readPicture(file, longest));
+      addScene(materials, name, pictureFrom(file, screen));
     }
   } else {
-    const Surface wallpaper = readPicture(choice.wallpaper, longest);
+    const Surface wallpaper = pictureFrom(choice.wallpaper, screen);
     addScene(materials, isLight(wallpaper) ? "light" : "dark", wallpaper);
   }
   materials.icons = sampleIcons();
   for (const auto& [identifier, file] : choice.icons) materials.icons[identifier] = file;
   std::map<std::string, Surface> pictures;
   for (const auto& [identifier, file] : materials.icons)
-    pictures[identifier] = readPicture(file, kLongestIcon);
-  const Surface photograph = readPicture(sampleFile("covers/tides.png"), longest);
+    pictures[identifier] = pictureFrom(file, icon);
+  const Surface photograph =
+      pictureFrom(sampleFile("covers/tides.png"), {screen.width, screen.width});
   for (auto& [name, scene] : materials.scenes) {
     scene.icons = pictures;
     scene.photograph = photograph;

@@ -2,17 +2,19 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <cstdio>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "commands.h"
 #include "errors.h"
 #include "icon_choices.h"
-#include "preview/gallery/gallery.h"
-#include "preview/gallery_json.h"
 #include "preview/interruption.h"
 #include "preview/output_folder.h"
-#include "preview/sheet.h"
+#include "preview/screens_module.h"
+#include "preview/studio.h"
+#include "preview/watch.h"
 #include "process/container.h"
 
 namespace varnix::cli {
@@ -34,6 +36,8 @@ constexpr double kLargestScale = 4;
 void check(const Arguments& arguments) {
   if (arguments.hasRoot && arguments.hasSettings)
     throw UsageError("options that exclude each other", "--root and --settings");
+  if (arguments.watches && !arguments.hasRoot)
+    throw UsageError("missing option, which --watch needs", "--root DIR");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
@@ -51,24 +55,49 @@ void showProgress(std::size_t done, std::size_t all) {
   std::cerr << "\rDrawing " << done << " of " << all << (done == all ? "\n" : "") << std::flush;
 }
 
+std::string seconds(double time) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1f s", time);
+  return text;
+}
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text.append(text.empty() ? "" : ", ").append(word);
+  return text;
+}
+
+void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& folder) {
+  std::cout << "Following the settings; to end, press Ctrl-C." << std::endl;
+  watch.follow([&] {
+    const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
+    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens);
+    std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
+  });
+}
+
 int preview(Arguments& arguments) {
   check(arguments);
   noteInterruptions();
   arguments.materials.icons = iconsFrom(arguments.icons);
   Materials materials = gather(arguments.materials);
-  const Tabs tabs = tabsFor(arguments);
-  OutputFolder folder(arguments.out);
-  const auto asked = askTabs(materials, tabs.all());
-  std::vector<Picture> pictures;
-  for (std::size_t i = 0; i < tabs.all().size(); ++i) {
-    auto more = picturesOf(tabs.all()[i], asked[i], materials);
-    pictures.insert(pictures.end(), more.begin(), more.end());
+  if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
+  Tabs tabs = tabsFor(arguments);
+  // Before anything is asked, so that no change is missed.
+  std::optional<SettingsWatch> watch;
+  if (arguments.watches) watch.emplace(tabs.all().front().root);
+  Studio studio(std::move(materials), std::move(tabs));
+  std::filesystem::path place;
+  {
+    OutputFolder folder(arguments.out);
+    const auto done = studio.work(folder.path(), showProgress);
+    folder.putInPlace();
+    place = folder.place();
+    std::cout << (place / "index.html").string() << '\n'
+              << done.pictures << " pictures: asked in " << seconds(done.asking) << ", drawn in "
+              << seconds(done.drawing) << std::endl;
   }
-  drawPictures(pictures, folder.path(), materials.scale, showProgress);
-  writeGallery(folder.path(), galleryJson(tabs.all(), asked, materials));
-  throwIfInterrupted();
-  folder.putInPlace();
-  std::cout << (folder.place() / "index.html").string() << '\n';
+  if (watch) follow(*watch, studio, place);
   return 0;
 }
 
@@ -106,6 +135,8 @@ void addPreview(CLI::App& app, Action& chosen) {
       ->type_name("SCREEN")
       ->allow_extra_args(false);
   command->add_option("--scale", materials.scale, "Pixels a point, 1 to 4; 2")->type_name("NUMBER");
+  command->add_flag("--watch", arguments->watches,
+                    "Go on, and redraw what changes with the settings of --root");
   command->callback([arguments, root, settings, &chosen] {
     arguments->hasRoot = root->count() > 0;
     arguments->hasSettings = settings->count() > 0;

@@ -51,9 +51,9 @@ std::vector<const Screen*> screensNamed(const std::vector<std::string>& identifi
   return chosen;
 }
 
-host::screens::Surface readPicture(const std::string& file, int longestSide) {
+host::screens::Surface pictureFrom(const std::string& file, const host::screens::Pixels& covered) {
   try {
-    return screensModule().readPicture(file, longestSide);
+    return screensModule().readPicture(file, covered);
   } catch (const std::runtime_error& error) {
     throw Failure("cannot use the picture " + file, error.what());
   }

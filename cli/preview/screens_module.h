@@ -16,6 +16,6 @@ const host::screens::Module& screensModule();
 std::vector<const host::screens::Screen*> screensNamed(const std::vector<std::string>& identifiers);
 
 /// A picture of the user's. Throws Failure.
-host::screens::Surface readPicture(const std::string& file, int longestSide);
+host::screens::Surface pictureFrom(const std::string& file, const host::screens::Pixels& covered);
 
 }  // namespace varnix::cli

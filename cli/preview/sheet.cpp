@@ -75,7 +75,8 @@ std::string contentsOf(const std::vector<Layer>& layers, const std::string& wall
 
 }  // namespace
 
-std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs) {
+std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs,
+                              const ProcessAnswers& knownBefore) {
   std::vector<ProcessQuestion> questions;
   std::vector<Asked> asked;
   std::set<std::string> askedBefore;
@@ -100,7 +101,8 @@ std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>
   // Without the library the settings make no difference: once is enough.
   const std::size_t count = questions.size();
   for (std::size_t i = 0; i < count; ++i) {
-    if (!askedBefore.insert(asked[i].bundle).second) continue;
+    if (knownBefore.contains(asked[i].bundle) || !askedBefore.insert(asked[i].bundle).second)
+      continue;
     ProcessQuestion plain = questions[i];
     plain.withLibrary = false;
     std::set<const Screen*> screens;
@@ -114,7 +116,7 @@ std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>
   }
 
   const auto answers = askProcesses(questions);
-  std::vector<AskedTab> result(tabs.size());
+  std::vector<AskedTab> result(tabs.size(), AskedTab{knownBefore, {}});
   for (std::size_t i = 0; i < answers.size(); ++i) {
     if (asked[i].withLibrary) {
       result[asked[i].tab].after[asked[i].bundle] = answers[i];

@@ -21,8 +21,10 @@ struct AskedTab {
   ProcessAnswers before, after;
 };
 
-/// In the order of the tabs. Throws Failure.
-std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs);
+/// In the order of the tabs. What is known of processes without the library is not asked again.
+/// Throws Failure.
+std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs,
+                              const ProcessAnswers& knownBefore = {});
 
 struct Picture {
   std::string file;  ///< relative to the gallery's folder

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "export.h"
+
 namespace host {
 
 /// Rows of cairo's pixels, a number of pixels apart.
@@ -15,6 +17,6 @@ struct PixelRows {
 
 /// Every pixel of `to` becomes the mean of the area of `from` that it stands for, rounded; pixels
 /// on the area's edge count by the part that lies inside. `to` is no larger either way.
-void shrink(const PixelRows& from, const PixelRows& to);
+HOST_EXPORT void shrink(const PixelRows& from, const PixelRows& to);
 
 }  // namespace host

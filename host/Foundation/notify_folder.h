@@ -5,16 +5,18 @@
 #include <string_view>
 #include <vector>
 
+#include "export.h"
+
 namespace host {
 
 /// The file that stands for a notification; never empty, never one with a special meaning.
-std::string notificationFileName(std::string_view name);
+HOST_EXPORT std::string notificationFileName(std::string_view name);
 
 /// Writes to the file. False where that is not possible.
 bool touchNotificationFile(const std::string& fileName);
 
 /// One process's watch on the folder.
-class NotifyFolderWatch {
+class HOST_EXPORT NotifyFolderWatch {
  public:
   NotifyFolderWatch() = default;
   NotifyFolderWatch(const NotifyFolderWatch&) = delete;

@@ -25,7 +25,11 @@ Surface blurredBehind(const Canvas& canvas) {
 }
 
 void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop) {
-  const Surface soft = blurredBehind(canvas);
+  drawBackdrop(canvas, box, radius, backdrop, blurredBehind(canvas));
+}
+
+void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop,
+                  const Surface& soft) {
   canvas.save();
   canvas.rectangle(box, radius);
   canvas.clip();

@@ -21,6 +21,10 @@ struct Backdrop {
 /// then the tint.
 void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop);
 
+/// The same where that has been blurred already.
+void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop,
+                  const Surface& blurredBehind);
+
 /// What has been drawn, blurred and saturated so, to be stretched over the whole canvas.
 Surface blurredBehind(const Canvas& canvas);
 

@@ -17,7 +17,7 @@ using Image = std::unique_ptr<pixman_image_t, decltype(&pixman_image_unref)>;
 
 /// Of a standard deviation, in pixels of the shrunk picture: few enough to be quick, and enough for
 /// the steps of a pixel not to show.
-constexpr double kWorkingSigma = 8;
+constexpr double kWorkingSigma = 5;
 
 std::vector<pixman_fixed_t> weights(double sigma) {
   const int reach = std::max(static_cast<int>(std::ceil(3 * sigma)), 1);
@@ -38,11 +38,21 @@ std::vector<pixman_fixed_t> weights(double sigma) {
   return fixed;
 }
 
+pixman_format_code_t formatOf(const Surface& surface) {
+  switch (cairo_image_surface_get_format(surface.get())) {
+    case CAIRO_FORMAT_A8:
+      return PIXMAN_a8;
+    case CAIRO_FORMAT_RGB24:
+      return PIXMAN_x8r8g8b8;
+    default:
+      return PIXMAN_a8r8g8b8;
+  }
+}
+
 Image wrap(const Surface& surface) {
   cairo_surface_flush(surface.get());
-  const bool isAlpha = cairo_image_surface_get_format(surface.get()) == CAIRO_FORMAT_A8;
   Image image(pixman_image_create_bits(
-                  isAlpha ? PIXMAN_a8 : PIXMAN_a8r8g8b8, widthOf(surface), heightOf(surface),
+                  formatOf(surface), widthOf(surface), heightOf(surface),
                   reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get())),
                   cairo_image_surface_get_stride(surface.get())),
               &pixman_image_unref);
@@ -83,26 +93,17 @@ Surface convolved(const Surface& source, double sigma, pixman_repeat_t beyond) {
               beyond);
 }
 
-Surface shrunk(const Surface& source, double factor) {
-  const int width = std::max(static_cast<int>(std::lround(widthOf(source) / factor)), 1);
-  const int height = std::max(static_cast<int>(std::lround(heightOf(source) / factor)), 1);
-  Surface target = makeSurface(width, height);
-  cairo_t* cr = cairo_create(target.get());
-  cairo_scale(cr, static_cast<double>(width) / widthOf(source),
-              static_cast<double>(height) / heightOf(source));
-  cairo_set_source_surface(cr, source.get(), 0, 0);
-  cairo_pattern_set_extend(cairo_get_source(cr), CAIRO_EXTEND_PAD);
-  cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-  cairo_paint(cr);
-  cairo_destroy(cr);
-  return target;
+Surface shrunkBy(const Surface& source, double factor) {
+  return shrunk(source, static_cast<int>(std::lround(widthOf(source) / factor)),
+                static_cast<int>(std::lround(heightOf(source) / factor)));
 }
 
 }  // namespace
 
 Surface blurred(const Surface& source, double sigma) {
   const double factor = std::clamp(sigma / kWorkingSigma, 1.0, 8.0);
-  return convolved(factor > 1 ? shrunk(source, factor) : source, sigma / factor, PIXMAN_REPEAT_PAD);
+  return convolved(factor > 1 ? shrunkBy(source, factor) : source, sigma / factor,
+                   PIXMAN_REPEAT_PAD);
 }
 
 Surface blurredShape(const Surface& shape, double sigma) {

@@ -1,7 +1,9 @@
 #include "screens/canvas.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <stdexcept>
 
@@ -12,6 +14,8 @@ namespace host::screens {
 namespace {
 
 constexpr double kQuarter = std::numbers::pi / 2;
+/// Of its blur, beyond the shape.
+constexpr double kShadowReach = 1.6;
 
 int pixels(double points, double scale) { return static_cast<int>(std::lround(points * scale)); }
 
@@ -114,19 +118,31 @@ void Canvas::disc(Point middle, double radius, const Color& color) const {
   fill(color);
 }
 
+Surface Canvas::shadowShape(Pixels size, double radius, double blur) const {
+  using Key = std::array<double, 5>;
+  // A screen has few shapes of shadows and many of each.
+  thread_local std::map<Key, Surface> known;
+  Surface& kept = known[{scale_, static_cast<double>(size.width), static_cast<double>(size.height),
+                         radius, blur}];
+  if (kept) return kept;
+  const double margin = kShadowReach * blur;
+  const Surface shape = makeSurface(size.width, size.height, CAIRO_FORMAT_A8);
+  cairo_surface_set_device_scale(shape.get(), scale_, scale_);
+  const Canvas borrowed(*this, std::shared_ptr<cairo_t>(cairo_create(shape.get()), &cairo_destroy));
+  borrowed.fill(
+      {margin, margin, size.width / scale_ - 2 * margin, size.height / scale_ - 2 * margin}, kBlack,
+      radius);
+  kept = blurredShape(shape, blur / 2 * scale_);
+  cairo_surface_set_device_scale(kept.get(), scale_, scale_);
+  return kept;
+}
+
 void Canvas::shadow(const Box& box, double radius, const Shadow& shadow) const {
-  const double margin = 2 * shadow.blur;
+  const double margin = kShadowReach * shadow.blur;
   const Box place{box.x - margin, box.y + shadow.down - margin, box.width + 2 * margin,
                   box.height + 2 * margin};
-  Surface shape =
-      makeSurface(pixels(place.width, scale_), pixels(place.height, scale_), CAIRO_FORMAT_A8);
-  cairo_surface_set_device_scale(shape.get(), scale_, scale_);
-  cairo_t* cr = cairo_create(shape.get());
-  cairo_translate(cr, margin - box.x, margin - box.y);
-  const Canvas borrowed(*this, std::shared_ptr<cairo_t>(cr, &cairo_destroy));
-  borrowed.fill(box, kBlack, radius);
-  const Surface soft = blurredShape(shape, shadow.blur / 2 * scale_);
-  cairo_surface_set_device_scale(soft.get(), scale_, scale_);
+  const Surface soft =
+      shadowShape({pixels(place.width, scale_), pixels(place.height, scale_)}, radius, shadow.blur);
   use(kBlack.withAlpha(shadow.alpha));
   cairo_mask_surface(context(), soft.get(), place.x, place.y);
 }

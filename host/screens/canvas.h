@@ -94,6 +94,8 @@ class Canvas {
         surface_(other.surface_),
         context_(std::move(context)) {}
 
+  Surface shadowShape(Pixels size, double radius, double blur) const;
+
   double width_, height_, scale_;
   Surface surface_;
   std::shared_ptr<cairo_t> context_;

@@ -113,7 +113,7 @@ void drawShortcuts(const Canvas& canvas, double top) {
 void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   const double top = canvas.height() - kPanel;
   const Box panel{0, top, canvas.width(), kPanel};
-  drawBackdrop(canvas, panel, 0, {kWhite.withAlpha(0.42), tintOf(answers)});
+  drawBackdrop(canvas, panel, 0, {rgb(0xb6b6ba, 0.58), tintOf(answers)});
   canvas.fill({0, 0, canvas.width(), top}, kBlack.withAlpha(0.3));
   canvas.line({{canvas.width() / 2 - 16, top + 10}, {canvas.width() / 2 + 16, top + 10}});
   canvas.stroke(kBlack.withAlpha(0.42), 5);

@@ -197,7 +197,7 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   canvas.cover(scene.wallpaper, {0, 0, canvas.width(), canvas.height()});
   const Surface behind = blurredBehind(canvas);
   drawBackdrop(canvas, {0, canvas.height() - kDock, canvas.width(), kDock}, 0,
-               {kWhite.withAlpha(text == kWhite ? 0.22 : 0.42), {}});
+               {kWhite.withAlpha(text == kWhite ? 0.22 : 0.42), {}}, behind);
   drawStatusBar(canvas, answers.colorOr("status bar", text));
   drawPages(canvas, text);
 

@@ -9,6 +9,7 @@
 
 #include <png.h>
 
+#include "CoreGraphics/shrink.h"
 #include "Foundation/file_contents.h"
 #include "ImageIO/decode.h"
 
@@ -36,22 +37,6 @@ Surface fromDecoded(const imageio::Picture& picture) {
   return surface;
 }
 
-/// Halved as often as possible, since the filter samples where it shrinks by more.
-Surface halved(const Surface& source) {
-  const int width = std::max(widthOf(source) / 2, 1);
-  const int height = std::max(heightOf(source) / 2, 1);
-  auto target = makeSurface(width, height);
-  cairo_t* cr = cairo_create(target.get());
-  cairo_scale(cr, static_cast<double>(width) / widthOf(source),
-              static_cast<double>(height) / heightOf(source));
-  cairo_set_source_surface(cr, source.get(), 0, 0);
-  cairo_pattern_set_extend(cairo_get_source(cr), CAIRO_EXTEND_PAD);
-  cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-  cairo_paint(cr);
-  cairo_destroy(cr);
-  return target;
-}
-
 /// By UIImageOrientation.
 Surface turned(const Surface& source, int orientation) {
   if (orientation == 0) return source;
@@ -68,6 +53,13 @@ Surface turned(const Surface& source, int orientation) {
   cairo_paint(cr);
   cairo_destroy(cr);
   return target;
+}
+
+PixelRows rowsOf(const Surface& surface) {
+  cairo_surface_flush(surface.get());
+  return {reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get())),
+          static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get())) / 4,
+          static_cast<std::size_t>(widthOf(surface)), static_cast<std::size_t>(heightOf(surface))};
 }
 
 struct Writer {
@@ -119,7 +111,16 @@ Surface makeSurface(int width, int height, cairo_format_t format) {
 int widthOf(const Surface& surface) { return cairo_image_surface_get_width(surface.get()); }
 int heightOf(const Surface& surface) { return cairo_image_surface_get_height(surface.get()); }
 
-Surface readPicture(const std::string& file, int longestSide) {
+Surface shrunk(const Surface& source, int width, int height) {
+  Surface target =
+      makeSurface(std::clamp(width, 1, widthOf(source)), std::clamp(height, 1, heightOf(source)),
+                  cairo_image_surface_get_format(source.get()));
+  shrink(rowsOf(source), rowsOf(target));
+  cairo_surface_mark_dirty(target.get());
+  return target;
+}
+
+Surface readPicture(const std::string& file, const Pixels& covered) {
   const auto bytes = fileContents(file, kMaximumBytes);
   if (!bytes) throw std::runtime_error("cannot be read");
   std::string why;
@@ -129,10 +130,12 @@ Surface readPicture(const std::string& file, int longestSide) {
   constexpr unsigned kLongest = 32767;
   if (picture->width > kLongest || picture->height > kLongest)
     throw std::runtime_error("is longer than 32767 pixels");
-  Surface surface = fromDecoded(*picture);
-  while (std::max(widthOf(surface), heightOf(surface)) >= 2 * longestSide)
-    surface = halved(surface);
-  return turned(surface, picture->orientation);
+  const Surface whole = turned(fromDecoded(*picture), picture->orientation);
+  const double width = widthOf(whole), height = heightOf(whole);
+  const double factor = std::max(covered.width / width, covered.height / height);
+  if (factor >= 1) return whole;
+  return shrunk(whole, static_cast<int>(std::lround(width * factor)),
+                static_cast<int>(std::lround(height * factor)));
 }
 
 Color meanColor(const Surface& surface) {

@@ -17,9 +17,16 @@ Surface makeSurface(int width, int height, cairo_format_t format = CAIRO_FORMAT_
 int widthOf(const Surface& surface);
 int heightOf(const Surface& surface);
 
-/// A PNG or JPEG file, turned as its orientation says, shrunk so that no side is longer than
-/// that many pixels. Throws std::runtime_error with the reason.
-Surface readPicture(const std::string& file, int longestSide);
+/// The same picture no larger, every pixel the mean of what it covers.
+Surface shrunk(const Surface& source, int width, int height);
+
+struct Pixels {
+  int width, height;
+};
+
+/// A PNG or JPEG file, turned as its orientation says, shrunk as far as it still covers so many
+/// pixels. Throws std::runtime_error with the reason.
+Surface readPicture(const std::string& file, const Pixels& covered);
 
 /// The mean of its pixels, laid on black.
 Color meanColor(const Surface& surface);

@@ -218,23 +218,20 @@ void browser(const Canvas& c) {
 }
 
 void snapshots(const Canvas& c) {
-  c.background({{0, 0xc79a6b}, {0.36, 0xb07f4f}, {0.361, 0xf2e9dc}, {1, 0xdfd2bf}});
-  constexpr unsigned kStripes[] = {0xe2574c, 0xf0b73f, 0x57b56a, 0x4a90d9};
-  double x = 24;
-  for (unsigned stripe : kStripes) {
-    cairo_rectangle(c.cr, x, 0, 9, 65);
-    c.fill(stripe);
-    x += 9;
-  }
-  c.circle(kMiddle, 98, 44);
-  c.fill(0x4a3a2e);
-  c.circle(kMiddle, 98, 34);
-  c.gradient(60, 60, 120, 130, {{0, 0x8fb6d9}, {0.5, 0x35506e}, {1, 0x121c2b}});
-  cairo_fill(c.cr);
-  c.circle(76, 84, 9);
-  c.fill(0xffffff, 0.75);
-  c.box(122, 22, 34, 26, 6);
-  c.fill(0x4a3a2e);
+  c.background({{0, 0x37c2b1}, {1, 0x137f8c}});
+  c.box(38, 32, 104, 118, 7);
+  c.fill(0xffffff);
+  cairo_save(c.cr);
+  c.box(49, 43, 82, 80, 3);
+  cairo_clip(c.cr);
+  c.gradient(0, 43, 0, 123, {{0, 0xffd9a0}, {1, 0xff9e7a}});
+  cairo_paint(c.cr);
+  c.circle(104, 70, 11);
+  c.fill(0xfff6d8);
+  c.line({{40, 123}, {74, 78}, {97, 108}, {110, 94}, {140, 123}});
+  close(c);
+  c.fill(0x7a3f63);
+  cairo_restore(c.cr);
 }
 
 void chirps(const Canvas& c) {

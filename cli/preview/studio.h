@@ -1,0 +1,37 @@
+// A gallery in the making: asks, draws, and knows what it has drawn.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "preview/materials.h"
+#include "preview/sheet.h"
+#include "preview/tabs.h"
+
+namespace varnix::cli {
+
+class Studio {
+ public:
+  Studio(Materials materials, Tabs tabs);
+
+  struct Done {
+    std::vector<std::string> screens;  ///< titles of those that were drawn
+    std::size_t pictures = 0;          ///< files that were written
+    double asking = 0, drawing = 0;    ///< seconds
+  };
+  using Progress = std::function<void(std::size_t done, std::size_t all)>;
+  /// Asks all processes with the library, draws what differs from what lies in the folder by its
+  /// last call, and writes the page. Throws Failure and Interrupted.
+  Done work(const std::filesystem::path& folder, const Progress& progress);
+
+ private:
+  Materials materials_;
+  Tabs tabs_;
+  ProcessAnswers before_;
+  std::map<std::string, std::string> drawn_;  ///< a file's contents
+};
+
+}  // namespace varnix::cli
