@@ -3,7 +3,8 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build run test bench contact-sheet device package install lint format format-check asan tsan clean
+.PHONY: help setup build preview run test bench contact-sheet device package install lint format \
+	format-check asan tsan clean
 
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
@@ -25,6 +26,9 @@ setup: ## Install the Debian packages that are missing
 
 build: setup ## Build into build/
 	@$(call compile,gcc)
+
+preview: build ## Draw every screen before and after: build/preview/index.html
+	@build/varnix preview --out build/preview
 
 run: build ## Dye a sample application and SpringBoard, and show what changed
 	@scripts/demo
