@@ -159,12 +159,22 @@ TEST_F(Preview, AnOlderGalleryIsReplaced) {
   EXPECT_TRUE(leftovers().empty());
 }
 
+TEST_F(Preview, AnEmptyFolderIsTaken) {
+  std::filesystem::create_directory(out());
+  previewWell({"--settings", settingsFile(""), "--only", "twitter"});
+  EXPECT_TRUE(std::filesystem::exists(out() + "/index.html"));
+}
+
 TEST_F(Preview, AnythingElseAtThePlaceStays) {
   const Words words = {"--settings", settingsFile(""), "--only", "twitter"};
   std::filesystem::create_directory(out());
   write("gallery/diary.txt", "dear diary");
   expectRefused(words, 1, "holds something else than a gallery");
   EXPECT_EQ(bytes("diary.txt"), "dear diary");
+  // Not a gallery either, though it looks like one.
+  for (const char* name : {"index.html", "gallery.js", "state.js"})
+    write(std::string("gallery/") + name, "");
+  expectRefused(words, 1, "holds something else than a gallery");
   std::filesystem::remove_all(out());
   write("gallery", "a file");
   expectRefused(words, 1, "not a folder: " + out());

@@ -18,17 +18,35 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// Whether everything in the folder is of the kind that a gallery consists of.
+bool isGallery(const fs::path& folder) {
+  for (const char* page : {"index.html", "gallery.js", "state.js"}) {
+    if (!fs::is_regular_file(folder / page)) return false;
+  }
+  std::ptrdiff_t files = 0;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (!entry.is_directory()) {
+      ++files;
+      continue;
+    }
+    for (const auto& picture : fs::directory_iterator(entry)) {
+      if (picture.path().extension() != ".png") return false;
+    }
+  }
+  constexpr std::ptrdiff_t kPageFiles = 3;
+  return files == kPageFiles;
+}
+
 /// A folder that is not ours is not replaced, whatever is asked for.
 void requireReplaceable(const fs::path& folder) {
-  std::error_code error;
-  const auto status = fs::symlink_status(folder, error);
-  if (status.type() == fs::file_type::not_found) return;
-  if (status.type() != fs::file_type::directory) throw Failure("not a folder", folder.string());
-  const bool isEmpty = fs::is_empty(folder, error);
-  if (error) throw Failure("cannot read the folder", folder.string() + ": " + error.message());
-  if (isEmpty ||
-      (fs::exists(folder / "index.html", error) && fs::exists(folder / "state.js", error)))
-    return;
+  try {
+    const auto type = fs::symlink_status(folder).type();
+    if (type == fs::file_type::not_found) return;
+    if (type != fs::file_type::directory) throw Failure("not a folder", folder.string());
+    if (fs::is_empty(folder) || isGallery(folder)) return;
+  } catch (const fs::filesystem_error& error) {
+    throw Failure("cannot read the folder", folder.string() + ": " + error.code().message());
+  }
   throw Failure("the folder holds something else than a gallery", folder.string());
 }
 
