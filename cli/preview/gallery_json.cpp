@@ -53,7 +53,9 @@ std::string colorOf(Behind behind, const Materials& materials) {
     case Behind::wallpaper:
       break;
   }
-  return hex(materials.scenes.begin()->second.wallpaperColor);
+  const auto light = materials.scenes.find("light");
+  return hex(
+      (light == materials.scenes.end() ? materials.scenes.begin() : light)->second.wallpaperColor);
 }
 
 Json answerTo(const Json& asked, const Json& surfaces) {

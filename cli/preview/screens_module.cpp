@@ -22,7 +22,7 @@ const Module& load() {
   void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* entry = module == nullptr ? nullptr : dlsym(module, host::screens::kModuleEntry);
   if (entry == nullptr) throw Failure("cannot load what draws the screens", dlerror());
-  return reinterpret_cast<host::screens::ModuleEntry>(entry)();
+  return *reinterpret_cast<host::screens::ModuleEntry>(entry)();
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // An application of the kind that lists its settings: bars, switches, a slider, buttons.
 #include "objc/strong.h"
 #include "platform/UIKit.h"
+#include "screens/control_glyphs.h"
 #include "screens/controls.h"
 #include "screens/glyphs.h"
 #include "screens/questions.h"
@@ -61,26 +62,10 @@ void drawSwitches(const Canvas& canvas, double top, const Answers& answers) {
   }
 }
 
-void drawSpeaker(const Canvas& canvas, Point left, int waves) {
-  canvas.line({{left.x, left.y - 2.5},
-               {left.x + 3, left.y - 2.5},
-               {left.x + 7, left.y - 6},
-               {left.x + 7, left.y + 6},
-               {left.x + 3, left.y + 2.5},
-               {left.x, left.y + 2.5}});
-  canvas.close();
-  canvas.fill(kDetailText);
-  for (int i = 1; i <= waves; ++i) {
-    cairo_new_path(canvas.context());
-    cairo_arc(canvas.context(), left.x + 6, left.y, 1.5 + 3 * i, -0.8, 0.8);
-    canvas.stroke(kDetailText, 1.3);
-  }
-}
-
 void drawVolume(const Canvas& canvas, double top, const Answers& answers) {
   drawRows(canvas, top, 1);
-  drawSpeaker(canvas, {kMargin + 1, top + kRow / 2}, 0);
-  drawSpeaker(canvas, {canvas.width() - kMargin - 17, top + kRow / 2}, 3);
+  drawLoudspeaker(canvas, {kMargin + 1, top + kRow / 2}, 0, kDetailText);
+  drawLoudspeaker(canvas, {canvas.width() - kMargin - 17, top + kRow / 2}, 3, kDetailText);
   drawSlider(canvas, {39, top + 8, canvas.width() - 85, 28}, 0.64,
              {answers.colorOr("slider", kTint), kSliderTrack});
 }

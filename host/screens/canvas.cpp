@@ -159,6 +159,14 @@ void Canvas::picture(const Surface& picture, const Box& box, double radius) cons
   restore();
 }
 
+void Canvas::icon(const Surface& picture, const Box& box) const {
+  save();
+  squircle(box);
+  clip();
+  this->picture(picture, box);
+  restore();
+}
+
 void Canvas::cover(const Surface& picture, const Box& box) const {
   const double factor = std::max(box.width / widthOf(picture), box.height / heightOf(picture));
   save();

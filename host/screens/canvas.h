@@ -74,6 +74,8 @@ class Canvas {
 
   /// Stretched to the box, cut to the radius.
   void picture(const Surface& picture, const Box& box, double radius = 0) const;
+  /// The same, cut as an icon is.
+  void icon(const Surface& picture, const Box& box) const;
   /// Scaled to cover the box, its middle in the box's.
   void cover(const Surface& picture, const Box& box) const;
 

@@ -24,6 +24,15 @@ void noteHead(const Canvas& canvas, Point middle) {
   canvas.restore();
 }
 
+void heart(const Canvas& canvas) {
+  cairo_t* cr = canvas.context();
+  cairo_move_to(cr, 0, 9.5);
+  cairo_curve_to(cr, -16, -1, -10, -10, -5, -9.4);
+  cairo_curve_to(cr, -2, -9, -0.6, -7, 0, -5.6);
+  cairo_curve_to(cr, 0.6, -7, 2, -9, 5, -9.4);
+  cairo_curve_to(cr, 10, -10, 16, -1, 0, 9.5);
+}
+
 }  // namespace
 
 void drawNote(const Canvas& canvas, Point middle, const Color& color) {
@@ -126,13 +135,14 @@ void drawPerson(const Canvas& canvas, Point middle, const Color& color) {
 
 void drawHeart(const Canvas& canvas, Point middle, const Color& color) {
   const Around around(canvas, middle);
-  cairo_t* cr = canvas.context();
-  cairo_move_to(cr, 0, 9.5);
-  cairo_curve_to(cr, -16, -1, -10, -10, -5, -9.4);
-  cairo_curve_to(cr, -2, -9, -0.6, -7, 0, -5.6);
-  cairo_curve_to(cr, 0.6, -7, 2, -9, 5, -9.4);
-  cairo_curve_to(cr, 10, -10, 16, -1, 0, 9.5);
+  heart(canvas);
   canvas.stroke(color, 1.6);
+}
+
+void drawFullHeart(const Canvas& canvas, Point middle, const Color& color) {
+  const Around around(canvas, middle);
+  heart(canvas);
+  canvas.fill(color);
 }
 
 void drawCamera(const Canvas& canvas, Point middle, const Color& color) {

@@ -17,6 +17,7 @@ void drawBell(const Canvas& canvas, Point middle, const Color& color);
 void drawEnvelope(const Canvas& canvas, Point middle, const Color& color);
 void drawPerson(const Canvas& canvas, Point middle, const Color& color);
 void drawHeart(const Canvas& canvas, Point middle, const Color& color);
+void drawFullHeart(const Canvas& canvas, Point middle, const Color& color);
 void drawCamera(const Canvas& canvas, Point middle, const Color& color);
 
 }  // namespace host::screens

@@ -3,7 +3,7 @@
 #include "platform/SpringBoard.h"
 #include "platform/UIKit.h"
 #include "screens/backdrop.h"
-#include "screens/glyphs.h"
+#include "screens/home_items.h"
 #include "screens/legibility.h"
 #include "screens/questions.h"
 #include "screens/screen.h"
@@ -18,50 +18,6 @@ constexpr double kSide = 60;
 constexpr double kLeft = 27, kColumn = 87, kTop = 28, kRow = 88;
 constexpr double kDock = 96;
 constexpr int kColumns = 4;
-
-enum class Kind : unsigned char { application, folder, waiting };
-
-struct Item {
-  const char* identifier;
-  const char* label;
-  int badge = 0;
-  Kind kind = Kind::application;
-};
-
-constexpr Item kItems[] = {
-    {"com.apple.MobileSMS", "Messages", 3},
-    {"com.example.calendar", "Calendar"},
-    {"com.example.photos", "Photos"},
-    {"com.example.camera", "Camera"},
-    {"com.example.weather", "Weather"},
-    {"com.example.clock", "Clock"},
-    {"com.example.maps", "Maps"},
-    {"com.example.videos", "Videos"},
-    {"com.example.notes", "Notes"},
-    {"com.example.reminders", "Reminders"},
-    {"com.example.stocks", "Stocks"},
-    {"com.example.books", "Books"},
-    {"com.example.store", "Store", 12},
-    {"com.example.health", "Health"},
-    {"com.example.calculator", "Calculator"},
-    {"com.example.settings", "Settings", 1},
-    {"com.burbn.instagram", "Snapshots"},
-    {"com.atebits.Tweetie2", "Chirps"},
-    {"", "Extras", 2, Kind::folder},
-    {"", "Waiting\u2026", 0, Kind::waiting},
-};
-
-constexpr Item kDockItems[] = {
-    {"com.example.phone", "Phone", 1},
-    {"com.example.mail", "Mail", 28},
-    {"com.example.browser", "Browser"},
-    {"com.example.music", "Music"},
-};
-
-constexpr const char* kInFolder[] = {
-    "com.example.calculator", "com.example.weather", "com.example.notes",  "com.example.clock",
-    "com.example.books",      "com.example.maps",    "com.example.videos",
-};
 
 Answers ask(const Surroundings& surroundings) {
   Answers answers;
@@ -98,12 +54,9 @@ void drawLabel(const Canvas& canvas, Point middle, const char* text, const Color
 
 void drawIcon(const Canvas& canvas, const Box& box, const char* identifier, const Scene& scene) {
   const auto found = scene.icons.find(identifier);
-  canvas.save();
+  if (found != scene.icons.end()) return canvas.icon(found->second, box);
   canvas.squircle(box);
-  canvas.clip();
-  if (found != scene.icons.end()) canvas.picture(found->second, box);
-  else canvas.fill(box, kWhite.withAlpha(0.5));
-  canvas.restore();
+  canvas.fill(kWhite.withAlpha(0.5));
 }
 
 /// The square behind a folder or an icon without a picture of its own.
@@ -163,17 +116,17 @@ void drawBadge(const Canvas& canvas, const Box& icon, int number, const Color& c
   drawCentered(canvas, {box.middleX(), box.middleY()}, text, style);
 }
 
-void drawItem(const Canvas& canvas, const Item& item, Point at, const Answers& answers,
+void drawItem(const Canvas& canvas, const HomeItem& item, Point at, const Answers& answers,
               const Scene& scene, const Surface& behind) {
   const Box box{at.x, at.y, kSide, kSide};
   switch (item.kind) {
-    case Kind::application:
+    case ItemKind::application:
       drawIcon(canvas, box, item.identifier, scene);
       break;
-    case Kind::folder:
+    case ItemKind::folder:
       drawFolder(canvas, box, answers, scene, behind);
       break;
-    case Kind::waiting:
+    case ItemKind::waiting:
       drawWaiting(canvas, box, answers, scene, behind);
       break;
   }
@@ -204,7 +157,7 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   const Color badge = answers.colorOr("badge", rgb(0xff3b30));
   auto drawAll = [&](auto& items, double top) {
     int index = 0;
-    for (const Item& item : items) {
+    for (const HomeItem& item : items) {
       const Point at{kLeft + kColumn * (index % kColumns), top + kRow * (index / kColumns)};
       drawItem(canvas, item, at, answers, scene, behind);
       if (item.badge > 0) drawBadge(canvas, {at.x, at.y, kSide, kSide}, item.badge, badge);

@@ -1,8 +1,10 @@
 // A feed of photographs whose names and topics are links.
 #include "objc/strong.h"
 #include "platform/UIKit.h"
+#include "screens/around.h"
 #include "screens/controls.h"
 #include "screens/glyphs.h"
+#include "screens/portrait.h"
 #include "screens/questions.h"
 #include "screens/screen.h"
 #include "screens/status_bar.h"
@@ -34,18 +36,6 @@ void drawHead(const Canvas& canvas, const Answers& answers) {
                {21, kWhite, Weight::semibold, Align::center});
 }
 
-void drawPortrait(const Canvas& canvas, Point middle, double radius, unsigned from, unsigned to) {
-  const Box box = around(middle, 2 * radius, 2 * radius);
-  canvas.circle(middle, radius);
-  canvas.fillGradient(box, {rgb(from), rgb(to)});
-  canvas.save();
-  canvas.circle(middle, radius);
-  canvas.clip();
-  canvas.disc({middle.x, middle.y - 0.12 * radius}, 0.36 * radius, kWhite.withAlpha(0.9));
-  canvas.disc({middle.x, middle.y + 0.95 * radius}, 0.66 * radius, kWhite.withAlpha(0.9));
-  canvas.restore();
-}
-
 void drawOwner(const Canvas& canvas, double top, const char* name, const char* place,
                const char* time, const Color& link) {
   drawCentered(canvas, {52, top + 16}, name, {14, link, Weight::semibold});
@@ -54,22 +44,13 @@ void drawOwner(const Canvas& canvas, double top, const char* name, const char* p
                {13, kGrey, Weight::regular, Align::right});
 }
 
-void drawFullHeart(const Canvas& canvas, Point middle, const Color& color) {
-  canvas.save();
-  cairo_translate(canvas.context(), middle.x, middle.y);
-  cairo_scale(canvas.context(), 0.6, 0.6);
-  cairo_t* cr = canvas.context();
-  cairo_move_to(cr, 0, 9.5);
-  cairo_curve_to(cr, -16, -1, -10, -10, -5, -9.4);
-  cairo_curve_to(cr, -2, -9, -0.6, -7, 0, -5.6);
-  cairo_curve_to(cr, 0.6, -7, 2, -9, 5, -9.4);
-  cairo_curve_to(cr, 10, -10, 16, -1, 0, 9.5);
-  canvas.fill(color);
-  canvas.restore();
-}
-
 void drawWords(const Canvas& canvas, double top, const Color& link) {
-  drawFullHeart(canvas, {kMargin + 6, top + 9}, link);
+  {
+    constexpr double kScale = 0.6;
+    const Around around(canvas, {kMargin + 6, top + 9});
+    cairo_scale(canvas.context(), kScale, kScale);
+    drawFullHeart(canvas, {0, 0}, link);
+  }
   const Weight bold = Weight::semibold;
   const double width = canvas.width() - 2 * kMargin;
   drawParagraph(canvas, {kMargin + 18, top}, {{{"128 likes", link, bold}}, 14, 18, width});
@@ -113,7 +94,7 @@ void drawFoot(const Canvas& canvas) {
 void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   const Color link = answers.colorOr("link", kHead);
   canvas.fill({0, 0, canvas.width(), canvas.height()}, kWhite);
-  drawPortrait(canvas, {29, kTop + 25}, 16, 0xffb26b, 0xe8597a);
+  drawPortrait(canvas, around({29, kTop + 25}, 32, 32), 16, {rgb(0xffb26b), rgb(0xe8597a)});
   drawOwner(canvas, kTop, "clara.lind", "Harbour Steps", "2h", link);
   const Box photo{0, kTop + 50, canvas.width(), 351};
   if (scene.photograph) canvas.cover(scene.photograph, photo);
@@ -124,13 +105,8 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
 
 }  // namespace
 
-const Screen kInstagram{"instagram",
-                        "Links in photographs",
-                        "com.burbn.instagram",
-                        ProcessKind::application,
-                        false,
-                        false,
-                        ask,
-                        draw};
+const Screen kInstagram{
+    "instagram", "Photo feed", "com.burbn.instagram", ProcessKind::application, false, false,
+    ask,         draw};
 
 }  // namespace host::screens

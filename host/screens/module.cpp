@@ -20,8 +20,8 @@ std::string draw(std::span<const Layer> layers, const Scene& scene, double scale
 
 }  // namespace host::screens
 
-extern "C" HOST_EXPORT const host::screens::Module& varnix_screens() {
+extern "C" HOST_EXPORT const host::screens::Module* varnix_screens() {
   using namespace host::screens;
   static const Module module{kScreens, readPicture, meanColor, draw};
-  return module;
+  return &module;
 }

@@ -19,6 +19,6 @@ struct Module {
 
 inline constexpr char kModuleFile[] = "libvarnixscreens.so";
 inline constexpr char kModuleEntry[] = "varnix_screens";
-using ModuleEntry = const Module& (*)();
+using ModuleEntry = const Module* (*)();
 
 }  // namespace host::screens

@@ -31,14 +31,7 @@ Answers ask(const Surroundings&) {
 void drawHeader(const Canvas& canvas, double top, const char* title, const char* icon,
                 const Scene& scene) {
   const auto found = scene.icons.find(icon);
-  if (found != scene.icons.end()) {
-    const Box box{kMargin, top + 8, 22, 22};
-    canvas.save();
-    canvas.squircle(box);
-    canvas.clip();
-    canvas.picture(found->second, box);
-    canvas.restore();
-  }
+  if (found != scene.icons.end()) canvas.icon(found->second, {kMargin, top + 8, 22, 22});
   drawCentered(canvas, {kIndent, top + 19}, title, {15, kSoft});
   canvas.fill({kIndent, top + 38, canvas.width() - kIndent, canvas.hairline()},
               kWhite.withAlpha(0.2));

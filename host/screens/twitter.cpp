@@ -3,6 +3,7 @@
 #include "platform/UIKit.h"
 #include "screens/controls.h"
 #include "screens/glyphs.h"
+#include "screens/portrait.h"
 #include "screens/questions.h"
 #include "screens/screen.h"
 #include "screens/status_bar.h"
@@ -49,17 +50,6 @@ struct Chirp {
   unsigned portrait;
 };
 
-void drawPortrait(const Canvas& canvas, const Box& box, unsigned color) {
-  canvas.rectangle(box, 5);
-  canvas.fillGradient(box, {rgb(color), saturated(rgb(color), 1.3)});
-  canvas.save();
-  canvas.rectangle(box, 5);
-  canvas.clip();
-  canvas.disc({box.middleX(), box.y + 0.4 * box.height}, 0.18 * box.width, kWhite.withAlpha(0.9));
-  canvas.disc({box.middleX(), box.bottom() + 2}, 0.34 * box.width, kWhite.withAlpha(0.9));
-  canvas.restore();
-}
-
 void drawActions(const Canvas& canvas, double y) {
   const Color grey = kGrey;
   double x = kIndent + 7;
@@ -88,7 +78,8 @@ double drawChirp(const Canvas& canvas, double top, const Chirp& chirp, const Ans
                  {13, answers.colorOr(kColors[3], kGrey)});
     top += 17;
   }
-  drawPortrait(canvas, {kMargin, top + 10, 48, 48}, chirp.portrait);
+  const Color color = rgb(chirp.portrait);
+  drawPortrait(canvas, {kMargin, top + 10, 48, 48}, 5, {color, saturated(color, 1.3)});
   const TextStyle name{15, answers.colorOr(kColors[1], kInk), Weight::bold};
   drawCentered(canvas, {kIndent, top + 18}, chirp.name, name);
   drawCentered(canvas, {kIndent + textWidth(canvas, chirp.name, name) + 5, top + 18.5},
@@ -191,13 +182,8 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene&) {
 
 }  // namespace
 
-const Screen kTwitter{"twitter",
-                      "Links in a timeline",
-                      "com.atebits.Tweetie2",
-                      ProcessKind::application,
-                      false,
-                      false,
-                      ask,
-                      draw};
+const Screen kTwitter{
+    "twitter", "Timeline", "com.atebits.Tweetie2", ProcessKind::application, false, false,
+    ask,       draw};
 
 }  // namespace host::screens
