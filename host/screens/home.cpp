@@ -78,7 +78,8 @@ void drawFolder(const Canvas& canvas, const Box& box, const Answers& answers, co
   canvas.fill(kWhite.withAlpha(0.22));
   int i = 0;
   for (const char* identifier : kInFolder) {
-    const Box small{box.x + 7 + kPitch * (i % 3), box.y + 7 + kPitch * (i / 3), kSmall, kSmall};
+    const int column = i % 3, row = i / 3;
+    const Box small{box.x + 7 + kPitch * column, box.y + 7 + kPitch * row, kSmall, kSmall};
     drawIcon(canvas, small, identifier, scene);
     ++i;
   }
@@ -158,7 +159,8 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   auto drawAll = [&](auto& items, double top) {
     int index = 0;
     for (const HomeItem& item : items) {
-      const Point at{kLeft + kColumn * (index % kColumns), top + kRow * (index / kColumns)};
+      const int column = index % kColumns, row = index / kColumns;
+      const Point at{kLeft + kColumn * column, top + kRow * row};
       drawItem(canvas, item, at, answers, scene, behind);
       if (item.badge > 0) drawBadge(canvas, {at.x, at.y, kSide, kSide}, item.badge, badge);
       ++index;

@@ -130,7 +130,7 @@ Surface readPicture(const std::string& file, const Pixels& covered) {
   constexpr unsigned kLongest = 32767;
   if (picture->width > kLongest || picture->height > kLongest)
     throw std::runtime_error("is longer than 32767 pixels");
-  const Surface whole = turned(fromDecoded(*picture), picture->orientation);
+  Surface whole = turned(fromDecoded(*picture), picture->orientation);
   const double width = widthOf(whole), height = heightOf(whole);
   const double factor = std::max(covered.width / width, covered.height / height);
   if (factor >= 1) return whole;
