@@ -3,11 +3,12 @@
 include(GNUInstallDirs)
 set(home ${CMAKE_INSTALL_LIBDIR}/varnix)
 
-install(TARGETS varnix varnix_library varnix_host varnix_graphics varnix_pick
+install(TARGETS varnix varnix_library varnix_host varnix_graphics varnix_pick varnix_screens
+                varnix_example_pane
         RUNTIME DESTINATION ${home} LIBRARY DESTINATION ${home})
 get_target_property(frameworks varnix_host_frameworks MANUALLY_ADDED_DEPENDENCIES)
 install(TARGETS ${frameworks} LIBRARY DESTINATION ${home}/Frameworks)
-install(DIRECTORY ${CMAKE_BINARY_DIR}/commands DESTINATION ${home})
+install(DIRECTORY ${CMAKE_BINARY_DIR}/commands ${PROJECT_SOURCE_DIR}/samples DESTINATION ${home})
 install(FILES ${PROJECT_SOURCE_DIR}/include/varnix/pane.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/varnix)
 file(RELATIVE_PATH command ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/varnix/varnix)
 install(CODE "

@@ -3,11 +3,24 @@
 #include <filesystem>
 
 #include "errors.h"
+#include "process/process.h"
 
 namespace varnix::cli {
 
+namespace {
+
+/// Beside what was installed, else in the sources that this was built from.
+std::filesystem::path samples() {
+  const auto installed =
+      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "samples";
+  std::error_code ignored;
+  return std::filesystem::is_directory(installed, ignored) ? installed : VARNIX_SAMPLE_FILES;
+}
+
+}  // namespace
+
 std::string sampleFile(const std::string& name) {
-  const auto file = std::filesystem::path(VARNIX_SAMPLE_FILES) / name;
+  const auto file = samples() / name;
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(file, ignored))
     throw Failure("a sample is missing", file.string());
