@@ -3,8 +3,8 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build preview run test bench contact-sheet device package install lint format \
-	format-check asan tsan clean
+.PHONY: help setup build preview run test test-device bench contact-sheet device package install lint \
+	format format-check asan tsan clean
 
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
@@ -56,6 +56,9 @@ device: setup ## Cross-compile for the device and check the library against devi
 package: setup ## Build the device library and write the package that installs it
 	@device/package
 
+test-device: setup ## Run the tests on the device's own library, under emulation
+	@JOBS=$(JOBS) device/emulation/test
+
 install: setup ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
 	@cmake --log-level=WARNING --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS) --target varnix -- $(NINJA_FLAGS)
@@ -80,4 +83,4 @@ tsan: setup ## Run the tests that carry the label threads under ThreadSanitizer
 	@$(call check,tsan,-L threads)
 
 clean: ## Remove every build folder
-	@rm -rf build build-clang build-asan build-tsan build-release build-device
+	@rm -rf build build-clang build-asan build-tsan build-release build-device build-emulated-*

@@ -31,8 +31,22 @@ Names expected() {
 /// What a sanitizer adds beside a symbol is no part of the library.
 bool isOurs(const std::string& name) { return !name.starts_with("__odr_asan_gen_"); }
 
+#if defined(VARNIX_ARCHITECTURE)
+/// A line of the device's table: address, then the name with its underscore.
+constexpr const char* kTable =
+    "llvm-objdump-19 --macho --exports-trie --arch=" VARNIX_ARCHITECTURE " " VARNIX_LIBRARY;
+
+std::string nameIn(const std::string& line) {
+  std::istringstream words(line);
+  std::string address, name;
+  words >> address >> name;
+  return address.starts_with("0x") && name.starts_with("_") ? name.substr(1) : std::string();
+}
+#else
+constexpr const char* kTable = "readelf --dyn-syms --wide " VARNIX_LIBRARY;
+
 /// A line of the table: number, value, size, type, binding, visibility, section, name.
-std::string exportedName(const std::string& line) {
+std::string nameIn(const std::string& line) {
   std::istringstream words(line);
   std::string number, value, size, type, binding, visibility, section, name;
   words >> number >> value >> size >> type >> binding >> visibility >> section >> name;
@@ -40,14 +54,15 @@ std::string exportedName(const std::string& line) {
   // The linker lists hidden symbols too, which nobody can bind to.
   return isDefined && visibility != "HIDDEN" ? name : std::string();
 }
+#endif
 
 TEST(Exports, AreWhatPanesCall) {
-  FILE* table = popen("readelf --dyn-syms --wide " VARNIX_LIBRARY, "r");
+  FILE* table = popen(kTable, "r");
   ASSERT_NE(table, nullptr);
   Names names;
   char line[1024];
   while (std::fgets(line, sizeof line, table) != nullptr) {
-    const std::string name = exportedName(line);
+    const std::string name = nameIn(line);
     if (!name.empty() && isOurs(name)) names.insert(name);
   }
   EXPECT_EQ(pclose(table), 0);

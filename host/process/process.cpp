@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "process/container.h"
+#include "process/image_loader.h"
 #include "runtime/runtime.h"
 
 namespace host {
@@ -27,6 +28,8 @@ void load(const std::filesystem::path& path, int scope) {
   const char* words = dlerror();
   throw std::runtime_error(words == nullptr ? "cannot load: " + path.string() : words);
 }
+
+bool isDeviceFile(const std::filesystem::path& path) { return path.extension() == ".dylib"; }
 
 /// In the order of loading: a framework finds the classes of those before it.
 struct Framework {
@@ -82,9 +85,23 @@ const ProcessOptions& processOptions() { return state().options; }
 
 void loadLibrary(const std::string& path) {
   // A bare name means a file here, not one on the loader's search path.
-  load(std::filesystem::absolute(path), RTLD_LOCAL);
+  const std::filesystem::path file = std::filesystem::absolute(path);
+  if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->load(file);
+  load(file, RTLD_LOCAL);
 }
 
-std::string defaultLibraryPath() { return (ownFolder() / "libvarnix.so").string(); }
+void* librarySymbol(const std::string& path, const char* name) {
+  const std::filesystem::path file = std::filesystem::absolute(path);
+  if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->symbol(file, name);
+  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
+  if (library == nullptr) return nullptr;
+  void* symbol = dlsym(library, name);
+  dlclose(library);
+  return symbol;
+}
+
+std::string defaultLibraryPath() {
+  return (ownFolder() / (imageLoader() == nullptr ? "libvarnix.so" : "Varnix.dylib")).string();
+}
 
 }  // namespace host

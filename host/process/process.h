@@ -38,10 +38,13 @@ HOST_EXPORT const ProcessOptions& processOptions();
 /// std::runtime_error with the loader's words.
 HOST_EXPORT void loadLibrary(const std::string& path);
 
-/// The folder that holds the host library, and with it the rest of the build.
-std::filesystem::path ownFolder();
+/// A symbol that a loaded library offers; nil where there is no such library or symbol.
+HOST_EXPORT void* librarySymbol(const std::string& path, const char* name);
 
-/// The build's own library, beside the host library.
+/// The folder that holds the host library, and with it the rest of the build.
+HOST_EXPORT std::filesystem::path ownFolder();
+
+/// The build's own library, beside the host library; the device's where its loader is there.
 HOST_EXPORT std::string defaultLibraryPath();
 
 }  // namespace host

@@ -29,8 +29,14 @@ float distance(const Yuv& a, const Yuv& b) {
   return std::sqrt(y * y + u * u + v * v);
 }
 
+#if defined(__x86_64__)
+constexpr int kHalf = 1;  // The renderer rounds up where the processor has an instruction for it.
+#else
+constexpr int kHalf = 0;
+#endif
+
 std::uint8_t mean(std::uint8_t a, std::uint8_t b) {
-  return static_cast<std::uint8_t>((a + b + 1) >> 1);
+  return static_cast<std::uint8_t>((a + b + kHalf) >> 1);
 }
 
 Pixel mean(const Pixel& a, const Pixel& b) {

@@ -50,7 +50,7 @@ class Follow : public Pane {
     const std::filesystem::path path =
         folder.path() + "/System/Library/Frameworks/" + name + ".framework/" + name;
     std::filesystem::create_directories(path.parent_path());
-    const auto build = std::filesystem::path(VARNIX_LIBRARY).parent_path();
+    const auto build = std::filesystem::path(host::defaultLibraryPath()).parent_path();
     std::filesystem::copy_file(build / "Frameworks" / (name + ".so"), path);
   }
 

@@ -133,9 +133,15 @@ T* make(const char* className) {
 
 inline NSObject* manager() { return make<NSObject>("VNXManager"); }
 
-/// Turns the main loop until the condition holds, for three seconds at most.
+/// Turns the main loop until the condition holds, for as long as the build has patience. What other
+/// processes do wakes no loop, so it looks by itself too.
 inline bool eventually(const std::function<bool()>& condition) {
-  return host::MainRunLoop::instance().runUntil(condition, std::chrono::seconds(3));
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(VARNIX_PATIENCE);
+  while (std::chrono::steady_clock::now() < end) {
+    if (host::MainRunLoop::instance().runUntil(condition, std::chrono::milliseconds(50)))
+      return true;
+  }
+  return condition();
 }
 
 }  // namespace test

@@ -2,8 +2,6 @@
 // one, and a container with programs of a test's own.
 #pragma once
 
-#include <dlfcn.h>
-
 #include "objc/autorelease_pool.h"
 #include "platform/Preferences.h"
 #include "support/hosted.h"
@@ -21,8 +19,7 @@ class Pane : public Hosted {
   /// A function that the library exports, as a pane that links against it finds it.
   template <class Function>
   static Function* exported(const char* name) {
-    void* library = dlopen(VARNIX_LIBRARY, RTLD_NOW | RTLD_NOLOAD);
-    return reinterpret_cast<Function*>(dlsym(library, name));
+    return reinterpret_cast<Function*>(host::librarySymbol(VARNIX_LIBRARY, name));
   }
   /// A shell script in the container's /usr/bin.
   void program(const std::string& name, const std::string& script) const {

@@ -1,0 +1,41 @@
+#if defined(__aarch64__)
+
+#include "abi/adapters.h"
+#include "abi/bridge.h"
+#include "abi/methods.h"
+#include "abi/variadic.h"
+
+namespace varnix::device {
+
+namespace {
+
+struct Function {
+  std::string_view name, encoding;
+};
+
+/// The functions whose results or stack arguments travel differently.
+constexpr Function kFunctions[] = {
+    {"CGImageCreate", "@QQQQQ@I@^dBi"},
+    {"_UIAccessibilityEnhanceBackgroundContrast", "B"},
+    {"class_respondsToSelector", "B#:"},
+    {"glIsBuffer", "CI"},
+    {"glIsProgram", "CI"},
+    {"glIsRenderbuffer", "CI"},
+    {"glIsShader", "CI"},
+    {"glIsTexture", "CI"},
+};
+
+}  // namespace
+
+void* adapterFor(std::string_view name) {
+  for (const Function& each : kFunctions) {
+    if (each.name == name)
+      return bridge(readSignature(each.encoding), Direction::toLinux, linuxSymbol(name));
+  }
+  if (void* adapter = variadicFunction(name)) return adapter;
+  return methodFunction(name);
+}
+
+}  // namespace varnix::device
+
+#endif

@@ -1,0 +1,34 @@
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "abi/adapters.h"
+#include "abi/boundary.h"
+
+namespace varnix::device {
+
+namespace {
+
+/// Every import is bound before anything runs, so that nobody asks for one later.
+void neverCalled() { std::abort(); }
+
+}  // namespace
+
+void* linuxSymbol(std::string_view name) {
+  // The executable's own definition comes first, as a test may have it.
+  return dlsym(RTLD_DEFAULT, std::string(name).c_str());
+}
+
+void* importedSymbol(std::string_view symbol) {
+  if (symbol == "dyld_stub_binder") return reinterpret_cast<void*>(&neverCalled);
+  if (!symbol.starts_with('_')) return nullptr;
+  symbol.remove_prefix(1);
+  // These reach the container's files alone.
+  if (symbol == "dlopen") return linuxSymbol("__wrap_dlopen");
+  if (symbol == "posix_spawn") return linuxSymbol("__wrap_posix_spawn");
+  if (void* adapter = adapterFor(symbol)) return adapter;
+  return linuxSymbol(symbol);
+}
+
+}  // namespace varnix::device

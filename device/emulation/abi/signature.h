@@ -1,0 +1,39 @@
+// Where the arguments of a call travel on 64-bit Arm, on the device and on Linux, told from the
+// platform's type encodings.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace varnix::device {
+
+/// An integer that fills a part of its register. On the device the caller extends an argument and
+/// the callee a result; on Linux whoever reads it does.
+enum class Small : uint8_t { none, unsigned8, signed8, unsigned16, signed16 };
+
+/// An argument that no register had room for. On the device it takes its own size, on Linux whole
+/// words.
+struct StackArgument {
+  uint32_t size = 0;
+  uint32_t deviceOffset = 0, linuxOffset = 0;  ///< From the stack pointer at the call.
+};
+
+struct CallSignature {
+  Small result = Small::none;
+  std::array<Small, 8> registers{};  ///< By the number of the register.
+  std::vector<StackArgument> stack;
+  uint32_t deviceStackSize = 0, linuxStackSize = 0;
+  /// The registers that hold blocks, which are called back.
+  std::array<bool, 8> blocks{};
+
+  bool hasSmallArgument() const;
+  bool hasPackedStack() const;
+};
+
+/// Of a function or method whose result stands first in the encoding: "v24@0:8B16", "B@:". Throws
+/// Error for an encoding that is none, or of a union, an array or a bit field.
+CallSignature readSignature(std::string_view encoding);
+
+}  // namespace varnix::device

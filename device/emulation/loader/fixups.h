@@ -1,0 +1,38 @@
+// What the loader writes into an image, from the opcodes of its file.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "loader/image_file.h"
+
+namespace varnix::device {
+
+enum class FixupKind : uint8_t { pointer, absolute32, relative32 };
+
+/// A word to which the distance between the image's place and its file's addresses is added.
+struct ImageRebase {
+  uint64_t offset = 0;  ///< From the image's start; the word lies in one segment.
+  FixupKind kind = FixupKind::pointer;
+};
+
+/// A word that gets a symbol's address.
+struct ImageBind {
+  uint64_t offset = 0;  ///< From the image's start; the word lies in one segment.
+  FixupKind kind = FixupKind::pointer;
+  std::string_view symbol;
+  int library = 0;  ///< A number of ImageFile::libraries, or one of macho::kSelf and below.
+  int64_t addend = 0;
+  bool mayBeMissing = false;
+};
+
+/// Throws Error for an opcode that is not known, a word outside the image's segments, a library
+/// that is not there, and for more than a million words.
+std::vector<ImageRebase> readRebases(const ImageFile& image);
+/// Those that are bound at once and those that wait for a first call, in that order.
+std::vector<ImageBind> readBinds(const ImageFile& image);
+/// Those that any image's definition of the same name satisfies.
+std::vector<ImageBind> readWeakBinds(const ImageFile& image);
+
+}  // namespace varnix::device

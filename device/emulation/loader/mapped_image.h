@@ -1,0 +1,46 @@
+// An image in memory, its words fixed up.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "loader/image_file.h"
+
+namespace varnix::device {
+
+/// A symbol's address, by the name in the file with its underscore; nil where there is none.
+using Resolve = std::function<void*(std::string_view symbol)>;
+
+/// Stays mapped for ever, as an image that a run-time has seen has to.
+class MappedImage {
+ public:
+  /// Copies the segments into memory that can be written to, and fixes them up. Throws Error, which
+  /// names all symbols that are missing, where a fixup cannot be made.
+  MappedImage(const ImageFile& file, const Resolve& resolve);
+
+  /// Gives each segment the protection that its file asks for. Runs nothing.
+  void protect() const;
+  /// Runs the initialisers in the file's order.
+  void initialise() const;
+
+  /// The words of a section such as "__objc_classlist"; empty where there is none.
+  std::span<uintptr_t> words(std::string_view section) const;
+  /// Nil where the image does not offer the name.
+  void* exported(std::string_view symbol) const;
+  bool contains(const void* address) const;
+
+ private:
+  std::byte* at(uint64_t offset) const { return start_ + offset; }
+  void rebase() const;
+  void bind(const Resolve& resolve) const;
+
+  const ImageFile& file_;
+  std::byte* start_ = nullptr;
+  std::map<std::string, uint64_t, std::less<>> exports_;
+};
+
+}  // namespace varnix::device

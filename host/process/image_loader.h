@@ -1,0 +1,21 @@
+// Libraries that are no files of this system's: who else can load one.
+#pragma once
+
+#include <string>
+
+#include "export.h"
+
+namespace host {
+
+/// Both throw std::runtime_error with the reason.
+struct ImageLoader {
+  void (*load)(const std::string& path);
+  /// A symbol of a loaded library; nil where it has none of that name.
+  void* (*symbol)(const std::string& path, const char* name);
+};
+
+/// Takes over the libraries whose files end in ".dylib". The loader has to stay.
+HOST_EXPORT void setImageLoader(const ImageLoader* loader);
+const ImageLoader* imageLoader();
+
+}  // namespace host

@@ -1,0 +1,143 @@
+// Compiled with the device's flags and loaded as the library is: calls in every way that the two
+// conventions differ in.
+#include "probe.h"
+
+#include "objc/block.h"
+#include "objc/hook.h"
+#include "platform/CoreFoundation.h"
+#include "platform/CoreGraphics.h"
+#include "platform/UIKit.h"
+
+#define EXPORTED extern "C" [[gnu::visibility("default")]]
+
+// --- unnamed arguments ---------------------------------------------------------------------------
+
+EXPORTED void probe_log() {
+  CFLog(4, "%d %s %@ %.2f %ld %d %.1f %d %d %s %@ %.3f"_ns, 1, "two", "three"_ns, 4.25, 5L, 6, 7.5,
+        8, 9, "ten", "eleven"_ns, 12.125);
+  NSLog("%@ %d %.1f"_ns, "notice"_ns, -1, 2.5);
+}
+
+EXPORTED NSString* probe_format() {
+  return NSString::stringWithFormat("%d %.1f %@ %d %.1f %d %d %d %d %d %.1f"_ns, 1, 1.5, "x"_ns, -2,
+                                    2.5, 3, 4, 5, 6, 7, 8.5);
+}
+
+EXPORTED NSDictionary* probe_dictionary() {
+  return NSDictionary::dictionaryWithObjectsAndKeys(
+      "1"_ns, "a"_ns, "2"_ns, "b"_ns, "3"_ns, "c"_ns, "4"_ns, "d"_ns, "5"_ns, "e"_ns,
+      static_cast<NSObject*>(nullptr), "6"_ns, "f"_ns);
+}
+
+EXPORTED NSDictionary* probe_noDictionary() {
+  return NSDictionary::dictionaryWithObjectsAndKeys(static_cast<NSObject*>(nullptr), "6"_ns,
+                                                    "f"_ns);
+}
+
+EXPORTED UIAlertView* probe_alert() {
+  auto* made = objc::alloc<UIAlertView>();
+  return made->initWithTitle("title"_ns, "message"_ns, nullptr, "cancel"_ns, "first"_ns,
+                             "second"_ns, "third"_ns, static_cast<NSString*>(nullptr));
+}
+
+// --- small integers ------------------------------------------------------------------------------
+
+EXPORTED long probe_smallResult(NSObject* receiver, int index) {
+  switch (index) {
+    case 0:
+      return send<bool>(receiver, "flag"_sel);
+    case 1:
+      return send<signed char>(receiver, "signedByte"_sel);
+    case 2:
+      return send<unsigned char>(receiver, "byte"_sel);
+    case 3:
+      return send<short>(receiver, "signedShort"_sel);
+    default:
+      return send<unsigned short>(receiver, "unsignedShort"_sel);
+  }
+}
+
+namespace {
+
+struct Probe : NSObject {
+  long small(bool a, signed char b, unsigned char c, short d, unsigned short e) {
+    return a + 10L * b + 1000L * c + 1000000L * d + 1000000000L * e;
+  }
+  double packed(long a, long b, long c, long d, long e, long f, signed char g, short h, int i,
+                bool j, long k, unsigned char l) {
+    return static_cast<double>(a + b + c + d + e + f) + g * 1e2 + h * 1e4 + i * 1e6 + j * 1e8 +
+           static_cast<double>(k) * 1e9 + l * 1e10;
+  }
+  CGRect moved(CGRect rect, CGFloat by) {
+    return {{rect.origin.x + by, rect.origin.y}, {rect.size.width, rect.size.height + by}};
+  }
+  ProbeLarge large(ProbeLarge given, long by) { return {given.a + by, given.b + by, given.c + by}; }
+};
+
+objc::Hook<signed char(NSObject*, signed char)> negated;
+objc::Hook<signed char(NSObject*, signed char)> inherited;
+
+}  // namespace
+
+OBJC_EXPORTED_CLASS(Probe, NSObject, objc::Method<"small:::::", &Probe::small>,
+                    objc::Method<"packed::::::::::::", &Probe::packed>,
+                    objc::Method<"moved:by:", &Probe::moved>,
+                    objc::Method<"large:by:", &Probe::large>)
+
+EXPORTED void probe_hook(Class cls) {
+  negated.install(cls, "negated:"_sel, [](NSObject* self, SEL command, signed char value) {
+    const long original = negated.original(self, command, value);
+    // A long sees whatever stands above the byte.
+    return static_cast<signed char>(original == -value ? value + 1 : 0);
+  });
+  inherited.install(cls, "inherited:"_sel, [](NSObject* self, SEL command, signed char value) {
+    const long original = inherited.original(self, command, value);
+    return static_cast<signed char>(original == -value ? value + 2 : 0);
+  });
+}
+
+EXPORTED void probe_addMethod(Class cls) {
+  auto added = +[](NSObject*, SEL, signed char value) -> long { return value; };
+  class_addMethod(cls, sel_registerName("added:"), reinterpret_cast<IMP>(added), "q@:c");
+}
+
+EXPORTED double probe_block(NSObject* receiver) {
+  double sum = 0;
+  auto block = objc::makeBlock<void(bool, signed char, NSObject*)>(
+      [&sum](bool flag, signed char byte, NSObject* object) {
+        sum += (flag ? 1000.0 : 0.0) + static_cast<double>(long{byte}) +
+               (object == nullptr ? 0.5 : 0.25);
+      });
+  send<void>(receiver, "call:"_sel,
+             static_cast<objc::Block<void(bool, signed char, NSObject*)>>(block));
+  return sum;
+}
+
+EXPORTED long probe_responds(Class cls, SEL selector) {
+  return class_respondsToSelector(cls, selector);
+}
+
+// --- stack arguments -----------------------------------------------------------------------------
+
+EXPORTED double probe_packed(NSObject* receiver) {
+  return send<double>(receiver, "packed::::::::::::"_sel, 1L, 2L, 3L, 4L, 5L, 6L,
+                      static_cast<signed char>(-7), static_cast<short>(8), 9, true, 11L,
+                      static_cast<unsigned char>(12));
+}
+
+EXPORTED void probe_image(CGColorSpaceRef space, CGDataProviderRef provider) {
+  const CGFloat decode[8] = {0, 1, 0, 1, 0, 1, 0, 1};
+  CGImageRelease(CGImageCreate(4, 5, 8, 32, 16, space, 3, provider, decode, true,
+                               static_cast<CGColorRenderingIntent>(2)));
+}
+
+// --- structures ----------------------------------------------------------------------------------
+
+EXPORTED double probe_structures(NSObject* receiver) {
+  const auto rect = send<CGRect>(receiver, "moved:by:"_sel, CGRect{{1, 2}, {3, 4}}, CGFloat{10});
+  const auto large = send<ProbeLarge>(receiver, "large:by:"_sel, ProbeLarge{1, 2, 3}, 20L);
+  const auto none =
+      send<CGRect>(static_cast<NSObject*>(nullptr), "moved:by:"_sel, rect, CGFloat{1});
+  return rect.origin.x + 100 * rect.size.height + 10000.0 * static_cast<double>(large.c) +
+         none.origin.x + none.size.height;
+}
