@@ -154,8 +154,7 @@ TEST(Rebases, StayInTheirSegments) {
 }
 
 TEST(Rebases, RefuseWhatTheyDoNotKnow) {
-  EXPECT_EQ(refused([] { rebasesOf(Opcodes().op(0x90)); }),
-            "an unknown opcode of the loader: 144");
+  EXPECT_EQ(refused([] { rebasesOf(Opcodes().op(0x90)); }), "an unknown opcode of the loader: 144");
   EXPECT_EQ(refused([] { rebasesOf(Opcodes().op(kRebaseSetTypeImm, 4)); }),
             "a fixup of an unknown type");
   EXPECT_THAT(refused([] { rebasesOf(Opcodes().op(kRebaseAddAddressUleb)); }),
@@ -175,7 +174,7 @@ TEST(Binds, EveryOpcodeMovesAndWrites) {
                               .op(kBindSetAddendSleb)
                               .sleb(-5)
                               .op(kBindDoAddAddressUleb)
-                              .uleb(8)  // 4104
+                              .uleb(8)                            // 4104
                               .op(kBindDoAddAddressImmScaled, 2)  // 4120
                               .op(kBindSetDylibSpecialImm, 0xe)
                               .op(kBindDoUlebTimesSkippingUleb)
@@ -263,10 +262,8 @@ TEST(Exports, RefuseLoopsAndWhatLiesOutside) {
   EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 0}); }), "the tree of exports is no tree");
   EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 99}); }), "an export lies outside the tree");
   EXPECT_THAT(refused([] { namesOf({0, 1, 'a'}); }), HasSubstr("no end"));
-  EXPECT_EQ(refused([] { namesOf({3, 0, 0x80, 0x40, 0}); }),
-            "an export lies outside the image: ");
-  EXPECT_EQ(refused([] { namesOf({2, 8, 1, 0}); }),
-            "an export of a kind that is not known here: ");
+  EXPECT_EQ(refused([] { namesOf({3, 0, 0x80, 0x40, 0}); }), "an export lies outside the image: ");
+  EXPECT_EQ(refused([] { namesOf({2, 8, 1, 0}); }), "an export of a kind that is not known here: ");
 }
 
 TEST(Image, IsWhatTheLinkerWrote) {
@@ -287,9 +284,10 @@ TEST(Image, IsWhatTheLinkerWrote) {
 }
 
 TEST(Image, OfThe32BitLinkerIsReadToo) {
-  const Bytes library = linked(assemble(".syntax unified\n.thumb\n.globl _f\n.thumb_func\n_f: bx lr\n"
-                                        ".data\n.globl _d\n_d: .long _d, _imported+8\n"),
-                               options({"_f", "_d"}));
+  const Bytes library =
+      linked(assemble(".syntax unified\n.thumb\n.globl _f\n.thumb_func\n_f: bx lr\n"
+                      ".data\n.globl _d\n_d: .long _d, _imported+8\n"),
+             options({"_f", "_d"}));
   const ReadBack tools(library);
   const ImageFile image = device::readImageFile(Architecture::armv7, Reader(library));
   std::map<std::string, uint32_t> names;
@@ -309,8 +307,8 @@ TEST(Image, OfThe32BitLinkerIsReadToo) {
 TEST(Image, IsTakenOutOfAUniversalFile) {
   const Bytes library = loadable();
   device::Writer file;
-  for (const uint32_t field : {kUniversalMagic, 1U, kCpuArm64, 0U, 64U,
-                               static_cast<uint32_t>(library.size()), 0U})
+  for (const uint32_t field :
+       {kUniversalMagic, 1U, kCpuArm64, 0U, 64U, static_cast<uint32_t>(library.size()), 0U})
     file.big32(field);
   file.fillTo(64);
   file.bytes(library);

@@ -69,8 +69,8 @@ TEST(Signatures, PackTheStackOnTheDeviceAlone) {
 }
 
 TEST(Signatures, RefuseWhatIsNone) {
-  for (const char* text : {"", "v@:{CGRect", "v@:(union=if)", "v@:[4i]", "v@:b3", "v@:v", "v@:@\"x",
-                           "v@:{=", "v@:^"})
+  for (const char* text :
+       {"", "v@:{CGRect", "v@:(union=if)", "v@:[4i]", "v@:b3", "v@:v", "v@:@\"x", "v@:{=", "v@:^"})
     EXPECT_NE(refused(text), "") << text;
   EXPECT_NE(refused("v" + std::string(100, '^') + "v"), "");
 }
@@ -104,7 +104,8 @@ TEST(Bridges, AreOnlyWrittenWhereNeeded) {
 TEST(Bridges, ExtendAndCopy) {
   using testing::HasSubstr;
   const std::string arguments = disassembled(readSignature("v@:BcSs"), Direction::toDevice);
-  for (const char* line : {"uxtb\tw2, w2", "sxtb\tw3, w3", "uxth\tw4, w4", "sxth\tw5, w5", "br\tx16"})
+  for (const char* line :
+       {"uxtb\tw2, w2", "sxtb\tw3, w3", "uxth\tw4, w4", "sxth\tw5, w5", "br\tx16"})
     EXPECT_THAT(arguments, HasSubstr(line));
   EXPECT_THAT(arguments, testing::Not(HasSubstr("blr")));
   const std::string result = disassembled(readSignature("c@:"), Direction::toLinux);
