@@ -15,4 +15,17 @@ inline Json answerJson(const host::surfaces::Answer& answer) {
 /// "#rrggbbaa"; null for nil and for what is no colour.
 inline Json colorJson(NSObject* color) { return answerJson(host::surfaces::colorAnswer(color)); }
 
+/// Every surface of this process: [{"class", "property", "case", "answer"}], in the table's order.
+inline Json surfaceAnswers() {
+  Json answers = Json::array();
+  for (const auto& surface : host::surfaces::all()) {
+    if (!host::surfaces::exists(surface)) continue;
+    answers.push_back({{"class", surface.className},
+                       {"property", surface.property},
+                       {"case", surface.situation},
+                       {"answer", answerJson(host::surfaces::ask(surface))}});
+  }
+  return answers;
+}
+
 }  // namespace varnix::cli

@@ -80,18 +80,6 @@ Json askElements(NSObject* manager) {
   return elements;
 }
 
-Json askSurfaces() {
-  Json answers = Json::array();
-  for (const auto& surface : host::surfaces::all()) {
-    if (!host::surfaces::exists(surface)) continue;
-    answers.push_back({{"class", surface.className},
-                       {"property", surface.property},
-                       {"case", surface.situation},
-                       {"answer", answerJson(host::surfaces::ask(surface))}});
-  }
-  return answers;
-}
-
 Json runAndCollect(const std::string& script, Stage& stage) {
   Json printed = Json::array();
   runScript(script, stage, [&printed](const Json& value) { printed.push_back(value); });
@@ -119,7 +107,7 @@ Json report(const Question& question) {
   // The dye's question is what fills it.
   result["iconColor"] = askColor(manager, "cachedIconColor");
   result["elements"] = askElements(manager);
-  result["surfaces"] = askSurfaces();
+  result["surfaces"] = surfaceAnswers();
   result["log"] = logSoFar();
   return result;
 }

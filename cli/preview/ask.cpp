@@ -62,18 +62,6 @@ void play(const std::string& artwork) {
   send<void>(controller, "_setArtwork:playing:"_sel, image, true);
 }
 
-Json askSurfaces() {
-  Json answers = Json::array();
-  for (const auto& surface : host::surfaces::all()) {
-    if (!host::surfaces::exists(surface)) continue;
-    answers.push_back({{"class", surface.className},
-                       {"property", surface.property},
-                       {"case", surface.situation},
-                       {"answer", answerJson(host::surfaces::ask(surface))}});
-  }
-  return answers;
-}
-
 /// In the child: turns this process into the hosted one.
 std::string answer(const ProcessQuestion& question) {
   objc::AutoreleasePool pool;
@@ -88,7 +76,7 @@ std::string answer(const ProcessQuestion& question) {
       screens[screen->id][wallpaper] = toJson(screen->ask({color}));
     }
   }
-  return dump({{"screens", screens}, {"surfaces", askSurfaces()}});
+  return dump({{"screens", screens}, {"surfaces", surfaceAnswers()}});
 }
 
 ProcessAnswer parse(const std::string& text) {
