@@ -56,8 +56,9 @@ device: setup ## Cross-compile for the device and check the library against devi
 package: setup ## Build the device library and write the package that installs it
 	@device/package
 
-test-device: setup ## Run the tests on the device's own library, under emulation
-	@JOBS=$(JOBS) device/emulation/test
+test-device: ## Run the tests on the device's own library, both architectures, under emulation
+	@scripts/setup test-device
+	@JOBS=$(JOBS) device/emulation/test arm64 armv7
 
 install: setup ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
 	@cmake --log-level=WARNING --preset release >/dev/null

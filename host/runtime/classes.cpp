@@ -189,7 +189,7 @@ bool class_isMetaClass(Class cls) {
 }
 
 std::size_t class_getInstanceSize(Class cls) {
-  return cls == nullptr ? 0 : alignUp(rw(cls)->instanceSize, 3);
+  return cls == nullptr ? 0 : alignUp(rw(cls)->instanceSize, sizeof(void*) == 8 ? 3 : 2);
 }
 
 objc_ivar* class_getInstanceVariable(Class cls, const char* name) {

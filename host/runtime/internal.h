@@ -42,7 +42,8 @@ struct objc_cache {
   std::uintptr_t used;
   Bucket buckets[1];
 };
-static_assert(sizeof(objc_cache::Bucket) == 16 && offsetof(objc_cache, buckets) == 16);
+static_assert(sizeof(objc_cache::Bucket) == 2 * sizeof(void*) &&
+              offsetof(objc_cache, buckets) == 2 * sizeof(void*));
 
 namespace host::runtime {
 

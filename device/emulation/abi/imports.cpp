@@ -25,8 +25,8 @@ void* importedSymbol(std::string_view symbol) {
   if (!symbol.starts_with('_')) return nullptr;
   symbol.remove_prefix(1);
   // These reach the container's files alone.
-  if (symbol == "dlopen") return linuxSymbol("__wrap_dlopen");
-  if (symbol == "posix_spawn") return linuxSymbol("__wrap_posix_spawn");
+  if (symbol == "dlopen") symbol = "__wrap_dlopen";
+  if (symbol == "posix_spawn") symbol = "__wrap_posix_spawn";
   if (void* adapter = adapterFor(symbol)) return adapter;
   return linuxSymbol(symbol);
 }

@@ -1,0 +1,160 @@
+// The messengers for 32-bit Arm; see messenger_x86_64.S for the layouts, whose words are four bytes
+// here. Only ip is free. r9 is left alone: the device's code uses it as scratch, Linux's keeps it.
+#if defined(__arm__)
+
+        .syntax unified
+        .arch   armv7-a
+        .arm
+        .text
+
+// r4 = class, r5 free. Leaves the implementation in ip, or jumps to \miss. The implementation's
+// load depends on the selector's, so that the two are read in order.
+.macro FIND selector, miss
+        ldr     r4, [r4, #8]
+        ldr     r5, [r4]
+        and     r5, r5, \selector
+        add     r4, r4, r5
+1:      ldr     r5, [r4, #8]
+        cmp     r5, \selector
+        beq     2f
+        cmp     r5, #0
+        beq     \miss
+        add     r4, r4, #8
+        b       1b
+2:      eor     r5, r5, \selector
+        add     r4, r4, r5
+        ldr     ip, [r4, #12]
+.endm
+
+// Looks the message up in C++ with the arguments kept, then jumps. ip = class to search, or zero for
+// the receiver's own.
+.macro RESOLVE receiver, selector
+        push    {r4, lr}
+        .save   {r4, lr}
+        push    {r0, r1, r2, r3}
+        .pad    #16
+        mov     r3, \selector
+        mov     r0, \receiver
+        mov     r1, ip
+        mov     r2, r3
+        bl      objc_resolve
+        mov     ip, r0
+        pop     {r0, r1, r2, r3}
+        pop     {r4, lr}
+        bx      ip
+.endm
+
+.macro MESSENGER name
+        .p2align 5
+        .globl  \name
+        .type   \name, %function
+\name:
+        .fnstart
+.endm
+
+.macro END name
+        .fnend
+        .size   \name, . - \name
+.endm
+
+MESSENGER objc_msgSend
+        cmp     r0, #0
+        beq     8f
+        push    {r4, r5}
+        ldr     r4, [r0]
+        FIND    r1, 9f
+        pop     {r4, r5}
+        bx      ip
+8:      mov     r1, #0
+        bx      lr
+9:      pop     {r4, r5}
+        mov     ip, #0
+        RESOLVE r0, r1
+END objc_msgSend
+
+// The result's address is the first argument. What lies there for a nil receiver is the sender's
+// business: its size is not known here.
+MESSENGER objc_msgSend_stret
+        cmp     r1, #0
+        bxeq    lr
+        push    {r4, r5}
+        ldr     r4, [r1]
+        FIND    r2, 9f
+        pop     {r4, r5}
+        bx      ip
+9:      pop     {r4, r5}
+        mov     ip, #0
+        RESOLVE r1, r2
+END objc_msgSend_stret
+
+MESSENGER objc_msgSendSuper
+        push    {r4, r5}
+        ldr     r4, [r0, #4]
+        FIND    r1, 9f
+        pop     {r4, r5}
+        ldr     r0, [r0]
+        bx      ip
+9:      pop     {r4, r5}
+        ldr     ip, [r0, #4]
+        ldr     r0, [r0]
+        RESOLVE r0, r1
+END objc_msgSendSuper
+
+MESSENGER objc_msgSendSuper_stret
+        push    {r4, r5}
+        ldr     r4, [r1, #4]
+        FIND    r2, 9f
+        pop     {r4, r5}
+        ldr     r1, [r1]
+        bx      ip
+9:      pop     {r4, r5}
+        ldr     ip, [r1, #4]
+        ldr     r1, [r1]
+        RESOLVE r1, r2
+END objc_msgSendSuper_stret
+
+// Stub number n, in ip, searches the class in row n of objc_superStubTable at every call.
+        .p2align 4
+        .type   objc_superStub, %function
+objc_superStub:
+        .fnstart
+        push    {r4, r5, r6, r7}
+        .save   {r4, r5, r6, r7}
+        ldr     r6, 4f
+3:      add     r6, pc, r6
+        add     r6, r6, ip, lsl #3
+        ldm     r6, {r4, r7}
+        FIND    r7, 9f
+        pop     {r4, r5, r6, r7}
+        bx      ip
+9:      push    {r8, lr}
+        .save   {r8, lr}
+        push    {r0, r1, r2, r3}
+        .pad    #16
+        mov     r0, #0
+        ldr     r1, [r6]
+        mov     r2, r7
+        bl      objc_resolve
+        mov     ip, r0
+        pop     {r0, r1, r2, r3}
+        pop     {r8, lr}
+        pop     {r4, r5, r6, r7}
+        bx      ip
+4:      .word   objc_superStubTable - (3b + 8)
+        .fnend
+
+        .p2align 4
+        .globl  objc_superStubs
+        .hidden objc_superStubs
+objc_superStubs:
+        .set    index, 0
+        .rept   512
+        .p2align 4
+        movw    ip, #index
+        b       objc_superStub
+        .set    index, index + 1
+        .endr
+
+#endif
+
+        .section .note.GNU-stack,"",%progbits
