@@ -12,6 +12,12 @@
 
 // --- unnamed arguments ---------------------------------------------------------------------------
 
+EXPORTED void probe_logWords() {
+  CFLog(4, "%d %s %@ %ld %d %d %s %@ %d"_ns, 1, "two", "three"_ns, 5L, 6, 8, "ten", "eleven"_ns,
+        -12);
+  NSLog("%@ %d"_ns, "notice"_ns, -1);
+}
+
 EXPORTED void probe_log() {
   CFLog(4, "%d %s %@ %.2f %ld %d %.1f %d %d %s %@ %.3f"_ns, 1, "two", "three"_ns, 4.25, 5L, 6, 7.5,
         8, 9, "ten", "eleven"_ns, 12.125);
@@ -129,6 +135,17 @@ EXPORTED void probe_image(CGColorSpaceRef space, CGDataProviderRef provider) {
   const CGFloat decode[8] = {0, 1, 0, 1, 0, 1, 0, 1};
   CGImageRelease(CGImageCreate(4, 5, 8, 32, 16, space, 3, provider, decode, true,
                                static_cast<CGColorRenderingIntent>(2)));
+}
+
+/// With stacks of four depths.
+EXPORTED long probe_depths(NSObject* receiver) {
+  long sum = 0;
+  for (int words = 0; words < 4; ++words) {
+    auto* room = static_cast<volatile char*>(__builtin_alloca(4 * words + 4));
+    room[0] = 1;
+    sum += send<long>(receiver, "deep::::"_sel, 1L, 2L, 3L, 4L) + room[0];
+  }
+  return sum;
 }
 
 // --- structures ----------------------------------------------------------------------------------
