@@ -212,7 +212,8 @@ TEST_F(ColorFunctions, SquaredDistancesOfWholeNumbers) {
 TEST_F(ColorFunctions, SquaredDistancesWrapAround) {
   constexpr NSUInteger kMost = std::numeric_limits<NSUInteger>::max();
   EXPECT_EQ(squareDistance({kMost, 0, 0}, {0, 0, 0}), 1U);
-  EXPECT_EQ(squareDistance({NSUInteger{1} << 32, 0, 0}, {0, 3, 0}), 9U);
+  constexpr NSUInteger kRoot = NSUInteger{1} << sizeof(NSUInteger) * 4;
+  EXPECT_EQ(squareDistance({kRoot, 0, 0}, {0, 3, 0}), 9U);
   EXPECT_EQ(squareDistance({0, 0, 0}, {kMost, kMost, kMost}), 3U);
 }
 

@@ -157,8 +157,8 @@ TEST(Context, IsNoneWhereThePlatformHasNoSuch) {
       {.width = 17},  // longer than a row
       {.width = 100'000, .bytesPerRow = 400'000},
       {.height = 100'000},
-      {.width = std::size_t{1} << 62},
-      {.height = std::size_t{1} << 62},
+      {.width = ~std::size_t{0} / 4 + 1},
+      {.height = ~std::size_t{0} / 4 + 1},
       {.bytesPerRow = 0},
       {.height = 3, .bytesPerRow = SIZE_MAX / 2},
       {.bits = 5},

@@ -70,7 +70,7 @@ TEST(Hostile, RectanglesFarLargerThanTheBitmapCoverIt) {
 TEST(Hostile, LargeImagesFarEnlargedDoNotHarm) {
   const test::Bitmap image(test::createImage(all(64 * 64, kRedDot), {.width = 64, .height = 64}));
   for (const CGFloat side : {1e4, 1e6, 1e8, 1e10, 1e14, 1e18}) {
-    for (const CGFloat corner : {0.0, -side / 2, -side * 0.75}) {
+    for (const CGFloat corner : {CGFloat{0}, -side / 2, -side * 3 / 4}) {
       Canvas canvas;
       CGContextDrawImage(canvas.context, {{corner, corner}, {side, side}}, image);
       EXPECT_EQ(canvas.bytes, all(16, kRedDot)) << side << ' ' << corner;

@@ -213,8 +213,8 @@ TEST(Image, IsNoneWhereTheParametersFitNoFormat) {
       {.width = 2, .bytesPerRow = 7},  // shorter than its pixels
       {.width = 1025},                 // more than the bytes hold
       {.height = 1025},
-      {.width = std::size_t{1} << 62, .bytesPerRow = 4},
-      {.height = std::size_t{1} << 62, .bytesPerRow = 4},
+      {.width = ~std::size_t{0} / 4 + 1, .bytesPerRow = 4},
+      {.height = ~std::size_t{0} / 4 + 1, .bytesPerRow = 4},
       {.width = 4, .height = 4, .bytesPerRow = SIZE_MAX / 2},
       {.width = 4, .height = 2, .bytesPerRow = SIZE_MAX - 3},
       {.width = SIZE_MAX / 4 + 2, .bytesPerRow = 4},

@@ -157,10 +157,12 @@ TEST_F(PickerFrameScan, FramesThatCannotBeReadAreBlack) {
   using Size = std::pair<NSUInteger, NSUInteger>;
   constexpr NSUInteger kMost = std::numeric_limits<NSUInteger>::max();
   constexpr NSUInteger kLongest = 0x7fffffff;
+  // Their product wraps around to nothing.
+  constexpr NSUInteger kRoot = NSUInteger{1} << sizeof(NSUInteger) * 4;
   for (const auto& [width, height] :
        {Size{0, 0}, Size{0, 32}, Size{32, 0}, Size{kMost, kMost}, Size{kMost, 2}, Size{2, kMost},
         Size{kMost / 2 + 1, 2}, Size{kLongest + 1, 2}, Size{2, kLongest + 1},
-        Size{kLongest, kLongest}, Size{NSUInteger{1} << 32, NSUInteger{1} << 32}}) {
+        Size{kLongest, kLongest}, Size{kRoot, kRoot}}) {
     EXPECT_EQ(mostFrequent(width, height), kBlack) << width << " x " << height;
     EXPECT_EQ(filtered(nullptr, 0, width, height), kBlack) << width << " x " << height;
   }

@@ -121,12 +121,14 @@ TEST_F(PickerTextColors, ComponentsBeyondTheRangeAreItsEnds) {
   put(0, 0, {128, 0, 0, 5});
   put(1, 0, {127, 0, 0, 4});
   wideColor = platformColor(kBlack);
-  for (CGFloat red : {-0.01, -1.0, -1e300, -std::numeric_limits<CGFloat>::infinity()}) {
+  using Limits = std::numeric_limits<CGFloat>;
+  for (CGFloat red :
+       {static_cast<CGFloat>(-0.01), CGFloat{-1}, -Limits::max(), -Limits::infinity()}) {
     wideRed = red;
     EXPECT_EQ(componentsOf(primary(schemeFor(wideColor))), color(128, 0, 0)) << red;
     EXPECT_EQ(filtered(wideColor, 0.5F), color(128, 0, 0)) << red;
   }
-  for (CGFloat red : {1.01, 2.0, 1e300, std::numeric_limits<CGFloat>::infinity()}) {
+  for (CGFloat red : {static_cast<CGFloat>(1.01), CGFloat{2}, Limits::max(), Limits::infinity()}) {
     wideRed = red;
     EXPECT_EQ(componentsOf(primary(schemeFor(wideColor))), color(127, 0, 0)) << red;
     EXPECT_EQ(filtered(wideColor, 0.5F), color(127, 0, 0)) << red;

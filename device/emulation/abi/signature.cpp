@@ -134,8 +134,8 @@ class Encoding {
         continue;
       }
       const Type member = value(depth + 1);
-      const char kind = member.scalar;
-      whole.scalar = whole.count == 0 || whole.scalar == kind ? kind : 0;
+      if (whole.count == 0) whole.scalar = member.scalar;
+      else if (whole.scalar != member.scalar) whole.scalar = 0;
       whole.count += member.count;
       whole.alignment = std::max(whole.alignment, member.alignment);
       whole.size = static_cast<uint32_t>(alignUp(whole.size, member.alignment)) + member.size;
