@@ -57,7 +57,9 @@ std::string format(std::string_view format, va_list given) {
       ++end;
     if (end == format.size()) break;
     const std::string_view size = format.substr(sizeAt, end - sizeAt);
-    const bool isLong = !size.empty() && size[0] != 'h';
+    // A long is as wide as a pointer.
+    const bool isLong = size == "l" || size == "z" || size == "t";
+    const bool isLongLong = size == "ll" || size == "q" || size == "j";
     const char conversion = format[end];
     const std::string flags(format.substr(at, sizeAt - at));
     at = end + 1;
@@ -75,14 +77,19 @@ std::string format(std::string_view format, va_list given) {
       }
       case 'd':
       case 'i':
-        append(out, flags + "lld", isLong ? va_arg(arguments, long long) : va_arg(arguments, int));
+        append(out, flags + "lld",
+               isLongLong ? va_arg(arguments, long long)
+               : isLong   ? va_arg(arguments, long)
+                          : va_arg(arguments, int));
         break;
       case 'u':
       case 'x':
       case 'X':
       case 'o':
         append(out, flags + "ll" + conversion,
-               isLong ? va_arg(arguments, unsigned long long) : va_arg(arguments, unsigned int));
+               isLongLong ? va_arg(arguments, unsigned long long)
+               : isLong   ? va_arg(arguments, unsigned long)
+                          : va_arg(arguments, unsigned int));
         break;
       case 'c':
         append(out, flags + "c", va_arg(arguments, int));
