@@ -13,9 +13,9 @@ ARCHITECTURES ?= arm64
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
-# $(call compile,PRESET) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
+# $(call compile,PRESET,OPTIONS) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
 compile = cmake --log-level=WARNING --preset $(1) >/dev/null && \
-	cmake --build --preset $(1) -j $(JOBS) -- $(NINJA_FLAGS)
+	cmake --build --preset $(1) $(2) -j $(JOBS) -- $(NINJA_FLAGS)
 check = ctest --preset $(1) -j $(JOBS) $(2)
 
 help: ## Print this
@@ -28,7 +28,9 @@ setup: ## Install the Debian packages that are missing
 build: setup ## Build into build/
 	@$(call compile,gcc)
 
-preview: build ## Draw every screen before and after: build/preview/index.html
+# Without the tests and benchmarks, which take most of the time.
+preview: setup ## Draw every screen before and after: build/preview/index.html
+	@$(call compile,gcc,--target varnix)
 	@build/varnix preview --out build/preview
 
 run: build ## Dye a sample application and SpringBoard, and show what changed
