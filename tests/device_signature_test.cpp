@@ -1,9 +1,10 @@
-// Where arguments travel on 64-bit Arm, on the device and on Linux, and the code in between.
+// Where arguments travel on Arm, on the device and on Linux, and the code in between.
 #include <gmock/gmock.h>
 
 #include <cstring>
 
 #include "abi/bridge.h"
+#include "abi/word_bridge.h"
 #include "device/toolbox.h"
 #include "macho/error.h"
 #include "macho/files.h"
@@ -75,21 +76,25 @@ TEST(Signatures, RefuseWhatIsNone) {
   EXPECT_NE(refused("v" + std::string(100, '^') + "v"), "");
 }
 
-/// The code as llvm reads it, without the target's address.
-std::string disassembled(const CallSignature& call, Direction direction) {
-  const auto code = bridgeCode(call, direction, 0x1122334455667788);
-  EXPECT_EQ(code[code.size() - 2], 0x55667788u);
-  EXPECT_EQ(code[code.size() - 1], 0x11223344u);
+/// Instructions as llvm reads them.
+std::string disassembled(const std::vector<uint32_t>& code, const char* target) {
   std::string source;
   for (const uint32_t word : code) source += ".inst " + std::to_string(word) + "\n";
   const device_test::Folder folder;
-  writeFile(folder / "it.o", device_test::assemble(source, "aarch64-linux-gnu"));
+  writeFile(folder / "it.o", device_test::assemble(source, target));
   std::string lines;
   for (const auto& match : device_test::findAll(
            device_test::printed("llvm-objdump-19 -D --no-show-raw-insn " + (folder / "it.o")),
            "\n +[0-9a-f]+: +\t?([^\n]+)"))
     lines += match[1] + "\n";
   return lines;
+}
+
+std::string disassembled(const CallSignature& call, Direction direction) {
+  const auto code = bridgeCode(call, direction, 0x1122334455667788);
+  EXPECT_EQ(code[code.size() - 2], 0x55667788u);
+  EXPECT_EQ(code[code.size() - 1], 0x11223344u);
+  return disassembled(code, "aarch64-linux-gnu");
 }
 
 TEST(Bridges, AreOnlyWrittenWhereNeeded) {
@@ -116,6 +121,63 @@ TEST(Bridges, ExtendAndCopy) {
                                 "ldr\tw9, [x29, #0x1c]\nstr\tw9, [sp, #0x10]\n"));
   const std::string back = disassembled(readSignature("@QQQQQ@I@^dBi"), Direction::toDevice);
   EXPECT_THAT(back, HasSubstr("ldr\tw9, [x29, #0x20]\nstr\tw9, [sp, #0xc]\n"));
+}
+
+/// "0 1 2 4-5": the places on Linux of the words that the device passes in a row.
+std::string placed(std::string_view encoding) {
+  std::string text;
+  for (const uint32_t place : readWordSignature(encoding).places)
+    text += (text.empty() ? "" : " ") + std::to_string(place);
+  return text;
+}
+
+TEST(WordSignatures, StartNumbersOf64BitsAtEvenWords) {
+  EXPECT_EQ(placed("v@:"), "0 1");
+  EXPECT_EQ(placed("v@:Bcsifl"), "0 1 2 3 4 5 6 7");
+  EXPECT_EQ(placed("v20@0:4d8i16"), "0 1 2 3 4");
+  EXPECT_EQ(placed("@@:@dd"), "0 1 2 4 5 6 7");
+  EXPECT_EQ(placed("v@:iqiQ"), "0 1 2 4 5 6 8 9");
+  EXPECT_EQ(placed("v@?d"), "0 2 3");
+  EXPECT_FALSE(readWordSignature("v@:dqd").isShifted());
+  EXPECT_TRUE(readWordSignature("v@:id").isShifted());
+}
+
+TEST(WordSignatures, CountStructures) {
+  EXPECT_EQ(placed("v@:{CGRect={CGPoint=ff}{CGSize=ff}}B"), "0 1 2 3 4 5 6");
+  // A result in memory has an address, one of a word has none.
+  EXPECT_EQ(placed("{CGSize=ff}@:d"), "0 1 2 4 5");
+  EXPECT_EQ(placed("{Pair=ss}@:d"), "0 1 2 3");
+  EXPECT_EQ(placed("d@:d"), "0 1 2 3");
+  const auto blocks = readWordSignature("{CGSize=ff}@:f@?").blocks;
+  EXPECT_EQ(blocks, (std::vector<bool>{false, false, false, false, true}));
+}
+
+TEST(WordSignatures, RefuseWhatIsNone) {
+  for (const char* text : {"", "v@:{CGRect", "v@:[4i]", "v@:v", "v@:{Wide=id}", "{Wide=q}@:"})
+    EXPECT_THROW(readWordSignature(text), Error) << text;
+  EXPECT_THROW(bridgeCode(readWordSignature("v" + std::string(40, 'd')), Direction::toLinux, 0),
+               Error);
+}
+
+TEST(WordBridges, MoveEachWord) {
+  const auto lines = [](const char* encoding, Direction direction) {
+    auto code = bridgeCode(readWordSignature(encoding), direction, 0x11223344);
+    EXPECT_EQ(code.back(), 0x11223344u);
+    return disassembled(code, "armv7-linux-gnueabi");
+  };
+  using testing::HasSubstr;
+  const std::string out = lines("v@:idi", Direction::toLinux);
+  EXPECT_THAT(out, HasSubstr("push\t{r0, r1, r2, r3}\npush\t{r4, lr}\nadd\tr4, sp, #8\n"
+                             "sub\tsp, sp, #32\nbic\tsp, sp, #7\n"
+                             "ldr\tr0, [r4]\nldr\tr1, [r4, #4]\nldr\tr2, [r4, #8]\n"
+                             "ldr\tr12, [r4, #12]\nstr\tr12, [sp]\n"
+                             "ldr\tr12, [r4, #16]\nstr\tr12, [sp, #4]\n"
+                             "ldr\tr12, [r4, #20]\nstr\tr12, [sp, #8]\n"));
+  const std::string in = lines("v@:idi", Direction::toDevice);
+  EXPECT_THAT(in, HasSubstr("ldr\tr2, [r4, #8]\nldr\tr3, [r4, #16]\n"
+                            "ldr\tr12, [r4, #20]\nstr\tr12, [sp]\n"
+                            "ldr\tr12, [r4, #24]\nstr\tr12, [sp, #4]\n"));
+  EXPECT_THAT(in, HasSubstr("sub\tsp, r4, #8\npop\t{r4, lr}\nadd\tsp, sp, #16\nbx\tlr\n"));
 }
 
 }  // namespace

@@ -34,12 +34,31 @@ std::string describe(NSObject* object) {
   return std::string(text(object->description()));
 }
 
+/// Those of a variadic function of this process's own.
+class ListArguments final : public FormatArguments {
+ public:
+  explicit ListArguments(va_list given) { va_copy(list_, given); }
+  ~ListArguments() { va_end(list_); }
+
+  int nextInt() override { return va_arg(list_, int); }
+  long nextLong() override { return va_arg(list_, long); }
+  long long nextLongLong() override { return va_arg(list_, long long); }
+  double nextDouble() override { return va_arg(list_, double); }
+  void* nextPointer() override { return va_arg(list_, void*); }
+
+ private:
+  va_list list_;
+};
+
 }  // namespace
 
-std::string format(std::string_view format, va_list given) {
+std::string format(std::string_view text, va_list given) {
+  ListArguments arguments(given);
+  return format(text, arguments);
+}
+
+std::string format(std::string_view format, FormatArguments& arguments) {
   std::string out;
-  va_list arguments;
-  va_copy(arguments, given);
   for (std::size_t at = 0; at < format.size();) {
     if (format[at] != '%') {
       const std::size_t next = std::min(format.find('%', at), format.size());
@@ -68,45 +87,44 @@ std::string format(std::string_view format, va_list given) {
         out += '%';
         break;
       case '@':
-        out += describe(va_arg(arguments, NSObject*));
+        out += describe(static_cast<NSObject*>(arguments.nextPointer()));
         break;
       case 's': {
-        const char* string = va_arg(arguments, const char*);
+        const auto* string = static_cast<const char*>(arguments.nextPointer());
         append(out, flags + "s", string == nullptr ? "(null)" : string);
         break;
       }
       case 'd':
       case 'i':
         append(out, flags + "lld",
-               isLongLong ? va_arg(arguments, long long)
-               : isLong   ? va_arg(arguments, long)
-                          : va_arg(arguments, int));
+               isLongLong ? arguments.nextLongLong()
+               : isLong   ? arguments.nextLong()
+                          : arguments.nextInt());
         break;
       case 'u':
       case 'x':
       case 'X':
       case 'o':
         append(out, flags + "ll" + conversion,
-               isLongLong ? va_arg(arguments, unsigned long long)
-               : isLong   ? va_arg(arguments, unsigned long)
-                          : va_arg(arguments, unsigned int));
+               isLongLong ? static_cast<unsigned long long>(arguments.nextLongLong())
+               : isLong   ? static_cast<unsigned long>(arguments.nextLong())
+                          : static_cast<unsigned int>(arguments.nextInt()));
         break;
       case 'c':
-        append(out, flags + "c", va_arg(arguments, int));
+        append(out, flags + "c", arguments.nextInt());
         break;
       case 'p':
-        append(out, flags + "p", va_arg(arguments, void*));
+        append(out, flags + "p", arguments.nextPointer());
         break;
       case 'f':
       case 'g':
       case 'e':
-        append(out, flags + conversion, va_arg(arguments, double));
+        append(out, flags + conversion, arguments.nextDouble());
         break;
       default:
         break;
     }
   }
-  va_end(arguments);
   return out;
 }
 

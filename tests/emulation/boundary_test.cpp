@@ -75,13 +75,6 @@ class Boundary : public test::Hosted {
 
 std::string textOf(NSObject* object) { return object->description()->UTF8String(); }
 
-TEST_F(Boundary, VariadicFunctionsFindWords) {
-  exported<void()>("probe_logWords")();
-  EXPECT_EQ(log(), (Lines{"4 1 two three 5 6 8 ten eleven -12", "5 notice -1"}));
-}
-
-// Unnamed numbers of 64 bits stand elsewhere on a 32-bit device. The library has none.
-#if defined(__aarch64__)
 TEST_F(Boundary, VariadicFunctionsFindTheirArguments) {
   exported<void()>("probe_log")();
   EXPECT_EQ(log(), (Lines{"4 1 two three 4.25 5 6 7.5 8 9 ten eleven 12.125", "5 notice -1 2.5"}));
@@ -90,7 +83,6 @@ TEST_F(Boundary, VariadicFunctionsFindTheirArguments) {
 TEST_F(Boundary, FormatsFindTheirArguments) {
   EXPECT_EQ(textOf(exported<NSString*()>("probe_format")()), "1 1.5 x -2 2.5 3 4 5 6 7 8.5");
 }
-#endif
 
 TEST_F(Boundary, VariadicMessagesFindTheirArguments) {
   auto* dictionary = exported<NSDictionary*()>("probe_dictionary")();
@@ -180,12 +172,17 @@ struct Packed : NSObject {
     return {{rect.origin.x + by, rect.origin.y}, {rect.size.width, rect.size.height + by}};
   }
   ProbeLarge large(ProbeLarge given, long by) { return {given.a + by, given.b + by, given.c + by}; }
+  double wide(int a, double b, int c, long long d) {
+    return a + 10 * b + 100 * c + 1000 * static_cast<double>(d);
+  }
+  CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
 }  // namespace
 
 OBJC_CLASS(Packed, NSObject, objc::Method<"packed::::::::::::", &Packed::packed>,
-           objc::Method<"moved:by:", &Packed::moved>, objc::Method<"large:by:", &Packed::large>)
+           objc::Method<"moved:by:", &Packed::moved>, objc::Method<"large:by:", &Packed::large>,
+           objc::Method<"wide::::", &Packed::wide>, objc::Method<"wideRect:", &Packed::wideRect>)
 
 namespace {
 
@@ -217,6 +214,50 @@ TEST_F(Boundary, FunctionsWithStackArgumentsFindThem) {
   ASSERT_NE(lastImage.decode, nullptr);
   EXPECT_TRUE(lastImage.shouldInterpolate);
   EXPECT_EQ(lastImage.intent, 2);
+}
+
+// On 32-bit Arm a number of 64 bits begins at an even word on Linux, at any word on the device.
+constexpr double kWide = 1 + 25 + 300 + 4000;
+
+TEST_F(Boundary, NumbersOf64BitsAreFoundOnBothSides) {
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(instance("Packed")), kWide);
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(nullptr), 0);
+  EXPECT_EQ(send<double>(instance("Probe"), "wide::::"_sel, 1, 2.5, 3, 4LL), kWide);
+  // From the library to itself.
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(instance("Probe")), kWide);
+  Class cls = newClass("Below", objc_getClass("Packed"));
+  add(cls, "wide::::", "d@:idiq", +[](id, SEL, int, double, int, long long) { return -1.0; });
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wideOfSuper")(instance("Below")), kWide);
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wideRect")(instance("Packed")), 4.5);
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wideRect")(nullptr), 0);
+  EXPECT_EQ(send<CGRect>(instance("Probe"), "wideRect:"_sel, 4.5).size.height, 4.5);
+}
+
+TEST_F(Boundary, ReplacedAndAddedMethodsTakeNumbersOf64Bits) {
+  Class cls = newClass("Replaced", objc_getClass("Packed"));
+  exported<void(Class)>("probe_hookWide")(cls);
+  EXPECT_EQ(send<double>(instance("Replaced"), "wide::::"_sel, 1, 2.5, 3, 4LL), 2 * kWide);
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(instance("Replaced")), 2 * kWide);
+  exported<void(Class)>("probe_addWide")(cls);
+  EXPECT_EQ(call<double>(instance("Replaced"), "added::", 1, 2.5), 3.5);
+}
+
+TEST_F(Boundary, BlocksTakeNumbersOf64Bits) {
+  Class cls = newClass("WideCaller");
+  struct Head {
+    const void* isa;
+    int flags, reserved;
+    void (*invoke)(Head*, double, int, long long);
+  };
+  add(
+      cls, "callWide:", "v@:@?", +[](id, SEL, Head* block) {
+        block->invoke(block, 1.5, 2, 3);
+        auto* copy = static_cast<Head*>(_Block_copy(block));
+        copy->invoke(copy, 2.5, 0, 1);
+        _Block_release(copy);
+      });
+  EXPECT_EQ(exported<double(NSObject*)>("probe_wideBlock")(instance("WideCaller")),
+            1.5 + 20 + 300 + 2.5 + 100);
 }
 
 TEST_F(Boundary, StructuresTravelWhole) {

@@ -12,12 +12,6 @@
 
 // --- unnamed arguments ---------------------------------------------------------------------------
 
-EXPORTED void probe_logWords() {
-  CFLog(4, "%d %s %@ %ld %d %d %s %@ %d"_ns, 1, "two", "three"_ns, 5L, 6, 8, "ten", "eleven"_ns,
-        -12);
-  NSLog("%@ %d"_ns, "notice"_ns, -1);
-}
-
 EXPORTED void probe_log() {
   CFLog(4, "%d %s %@ %.2f %ld %d %.1f %d %d %s %@ %.3f"_ns, 1, "two", "three"_ns, 4.25, 5L, 6, 7.5,
         8, 9, "ten", "eleven"_ns, 12.125);
@@ -78,17 +72,24 @@ struct Probe : NSObject {
     return {{rect.origin.x + by, rect.origin.y}, {rect.size.width, rect.size.height + by}};
   }
   ProbeLarge large(ProbeLarge given, long by) { return {given.a + by, given.b + by, given.c + by}; }
+  double wide(int a, double b, int c, long long d) {
+    return a + 10 * b + 100 * c + 1000 * static_cast<double>(d);
+  }
+  CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
 objc::Hook<signed char(NSObject*, signed char)> negated;
 objc::Hook<signed char(NSObject*, signed char)> inherited;
+objc::Hook<double(NSObject*, int, double, int, long long)> wide;
 
 }  // namespace
 
 OBJC_EXPORTED_CLASS(Probe, NSObject, objc::Method<"small:::::", &Probe::small>,
                     objc::Method<"packed::::::::::::", &Probe::packed>,
                     objc::Method<"moved:by:", &Probe::moved>,
-                    objc::Method<"large:by:", &Probe::large>)
+                    objc::Method<"large:by:", &Probe::large>,
+                    objc::Method<"wide::::", &Probe::wide>,
+                    objc::Method<"wideRect:", &Probe::wideRect>)
 
 EXPORTED void probe_hook(Class cls) {
   negated.install(cls, "negated:"_sel, [](NSObject* self, SEL command, signed char value) {
@@ -145,6 +146,44 @@ EXPORTED long probe_depths(NSObject* receiver) {
     room[0] = 1;
     sum += send<long>(receiver, "deep::::"_sel, 1L, 2L, 3L, 4L) + room[0];
   }
+  return sum;
+}
+
+// --- numbers of 64 bits --------------------------------------------------------------------------
+
+EXPORTED double probe_wide(NSObject* receiver) {
+  return send<double>(receiver, "wide::::"_sel, 1, 2.5, 3, 4LL);
+}
+
+EXPORTED double probe_wideOfSuper(NSObject* receiver) {
+  objc_super target{receiver, class_getSuperclass(object_getClass(receiver))};
+  auto entry = reinterpret_cast<double (*)(objc_super*, SEL, int, double, int, long long)>(
+      &objc_msgSendSuper);
+  return entry(&target, "wide::::"_sel, 1, 2.5, 3, 4);
+}
+
+EXPORTED double probe_wideRect(NSObject* receiver) {
+  return send<CGRect>(receiver, "wideRect:"_sel, 4.5).size.height;
+}
+
+EXPORTED void probe_hookWide(Class cls) {
+  wide.install(cls, "wide::::"_sel,
+               [](NSObject* self, SEL command, int a, double b, int c, long long d) {
+                 return 2 * wide.original(self, command, a, b, c, d);
+               });
+}
+
+EXPORTED void probe_addWide(Class cls) {
+  auto added = +[](NSObject*, SEL, int a, double b) { return a + b; };
+  class_addMethod(cls, sel_registerName("added::"), reinterpret_cast<IMP>(added), "d@:id");
+}
+
+EXPORTED double probe_wideBlock(NSObject* receiver) {
+  double sum = 0;
+  auto block = objc::makeBlock<void(double, int, long long)>(
+      [&sum](double a, int b, long long c) { sum += a + 10 * b + 100 * static_cast<double>(c); });
+  send<void>(receiver, "callWide:"_sel,
+             static_cast<objc::Block<void(double, int, long long)>>(block));
   return sum;
 }
 

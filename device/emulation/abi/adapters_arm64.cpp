@@ -1,8 +1,8 @@
 #if defined(__aarch64__)
 
 #include "abi/adapters.h"
-#include "abi/bridge.h"
 #include "abi/methods.h"
+#include "abi/native.h"
 #include "abi/variadic.h"
 
 namespace varnix::device {
@@ -30,9 +30,10 @@ constexpr Function kFunctions[] = {
 void* adapterFor(std::string_view name) {
   for (const Function& each : kFunctions) {
     if (each.name == name)
-      return bridge(readSignature(each.encoding), Direction::toLinux, linuxSymbol(name));
+      return bridge(readNativeSignature(each.encoding), Direction::toLinux, linuxSymbol(name));
   }
-  if (void* adapter = variadicFunction(name)) return adapter;
+  if (void* entry = messenger(name)) return entry;
+  if (void* entry = variadicFunction(name)) return entry;
   return methodFunction(name);
 }
 

@@ -1,11 +1,5 @@
 #include "abi/bridge.h"
 
-#include <sys/mman.h>
-
-#include <cstring>
-#include <map>
-#include <mutex>
-
 #include "macho/bytes.h"
 #include "macho/error.h"
 
@@ -86,27 +80,6 @@ class Code {
   size_t load_ = 0;
 };
 
-/// Memory for code, in large pieces that are never given back.
-void* placed(const std::vector<uint32_t>& code) {
-  constexpr size_t kPiece = 1 << 18;
-  static char* next = nullptr;
-  static size_t left = 0;
-  const size_t size = alignUp(code.size() * sizeof(uint32_t), 8);
-  if (size > left) {
-    void* memory = mmap(nullptr, kPiece, PROT_READ | PROT_WRITE | PROT_EXEC,
-                        MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) throw Error("no memory for code");
-    next = static_cast<char*>(memory);
-    left = kPiece;
-  }
-  char* place = next;
-  std::memcpy(place, code.data(), code.size() * sizeof(uint32_t));
-  __builtin___clear_cache(place, place + size);
-  next += size;
-  left -= size;
-  return place;
-}
-
 }  // namespace
 
 bool needsBridge(const CallSignature& call, Direction direction) {
@@ -137,17 +110,6 @@ std::vector<uint32_t> bridgeCode(const CallSignature& call, Direction direction,
   code.add(kPopFrame);
   code.add(kReturn);
   return code.finish(target);
-}
-
-void* bridge(const CallSignature& call, Direction direction, void* target) {
-  if (target == nullptr || !needsBridge(call, direction)) return target;
-  static auto* mutex = new std::mutex;
-  static auto* made = new std::map<std::vector<uint32_t>, void*>;
-  const std::scoped_lock guard(*mutex);
-  auto code = bridgeCode(call, direction, reinterpret_cast<uintptr_t>(target));
-  void*& place = (*made)[code];
-  if (place == nullptr) place = placed(code);
-  return place;
 }
 
 }  // namespace varnix::device

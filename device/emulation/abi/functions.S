@@ -28,6 +28,10 @@ ENTRY varnix_CFLog
         b       varnix_logLevel
 END varnix_CFLog
 
+ENTRY varnix_return
+        ret
+END varnix_return
+
 // A message: \prepare sees the registers that hold arguments, may change them, and says where the
 // call goes on.
 .macro MESSENGER name, prepare

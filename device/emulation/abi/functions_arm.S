@@ -1,5 +1,5 @@
-// The way out of the device's code on 32-bit Arm, which keeps the stack to four bytes where Linux's
-// keeps it to eight.
+// What cannot be said in C++, for 32-bit Arm: the device's code keeps the stack to four bytes, Linux's
+// to eight.
 #if defined(__arm__)
 
         .syntax unified
@@ -8,13 +8,21 @@
         .arm
         .text
 
+.macro ENTRY name
+        .p2align 4
+        .globl  \name
+        .hidden \name
+        .type   \name, %function
+\name:
+.endm
+
+.macro END name
+        .size   \name, . - \name
+.endm
+
 // ip = the function. Its stack arguments are copied to where the stack is even: as many words as any
 // call here has.
-        .p2align 4
-        .globl  varnix_leaveLibrary
-        .hidden varnix_leaveLibrary
-        .type   varnix_leaveLibrary, %function
-varnix_leaveLibrary:
+ENTRY varnix_leaveLibrary
         push    {r4, lr}
         add     r4, sp, #8
         sub     sp, sp, #64
@@ -25,7 +33,56 @@ varnix_leaveLibrary:
         sub     sp, r4, #8
         pop     {r4, lr}
         bx      lr
-        .size   varnix_leaveLibrary, . - varnix_leaveLibrary
+END varnix_leaveLibrary
+
+// \words = the arguments in a row, which the stack's continue; the stack is even.
+.macro SPILL words
+        push    {r0, r1, r2, r3}
+        push    {r4, lr}
+        mov     r4, sp
+        add     \words, sp, #8
+        bic     sp, sp, #7
+.endm
+
+// Functions with unnamed arguments: their address becomes one more that is named.
+ENTRY varnix_NSLog
+        SPILL   r1
+        add     r1, r1, #4
+        bl      varnix_logNotice
+        b       1f
+END varnix_NSLog
+
+ENTRY varnix_CFLog
+        SPILL   r2
+        add     r2, r2, #8
+        bl      varnix_logLevel
+1:      mov     sp, r4
+        pop     {r4, lr}
+        add     sp, sp, #16
+ENTRY varnix_return
+        bx      lr
+END varnix_return
+END varnix_CFLog
+
+// A message: \prepare sees the words that hold arguments, may change them, and says where the call
+// goes on.
+.macro MESSENGER name, prepare
+ENTRY \name
+        SPILL   r0
+        add     r1, r0, #16
+        bl      \prepare
+        mov     ip, r0
+        mov     sp, r4
+        pop     {r4, lr}
+        pop     {r0, r1, r2, r3}
+        bx      ip
+END \name
+.endm
+
+MESSENGER varnix_msgSend, varnix_prepareMessage
+MESSENGER varnix_msgSend_stret, varnix_prepareStretMessage
+MESSENGER varnix_msgSendSuper, varnix_prepareSuperMessage
+MESSENGER varnix_msgSendSuper_stret, varnix_prepareSuperStretMessage
 
 #endif
 

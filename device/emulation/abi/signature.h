@@ -7,11 +7,9 @@
 #include <string_view>
 #include <vector>
 
-namespace varnix::device {
+#include "abi/type.h"
 
-/// An integer that fills a part of its register. On the device the caller extends an argument and
-/// the callee a result; on Linux whoever reads it does.
-enum class Small : uint8_t { none, unsigned8, signed8, unsigned16, signed16 };
+namespace varnix::device {
 
 /// An argument that no register had room for. On the device it takes its own size, on Linux whole
 /// words.
@@ -20,6 +18,8 @@ struct StackArgument {
   uint32_t deviceOffset = 0, linuxOffset = 0;  ///< From the stack pointer at the call.
 };
 
+/// On the device the caller extends a small argument and the callee a small result; on Linux
+/// whoever reads it does.
 struct CallSignature {
   Small result = Small::none;
   std::array<Small, 8> registers{};  ///< By the number of the register.

@@ -1,5 +1,3 @@
-#if defined(__aarch64__)
-
 #include "abi/methods.h"
 
 #include <cstdio>
@@ -7,27 +5,34 @@
 
 #include "abi/adapters.h"
 #include "abi/boundary.h"
-#include "abi/bridge.h"
+#include "abi/native.h"
 #include "abi/variadic.h"
 #include "macho/error.h"
 #include "objc/block.h"
 #include "objc/hook.h"
 #include "objc/metadata.h"
 
-// In functions.S, which hands the registers x0 to x7 and the address of the stack arguments over.
+// In functions.S and functions_arm.S, which hand over the words that hold arguments, registers
+// first, and where those on the stack begin. The words of 32-bit Arm go on there.
 extern "C" void varnix_msgSend();
 extern "C" void varnix_msgSendSuper();
-extern "C" void* varnix_prepareMessage(void** registers, void* stack);
-extern "C" void* varnix_prepareSuperMessage(void** registers);
+extern "C" void* varnix_prepareMessage(void** words, void* stack);
+extern "C" void* varnix_prepareSuperMessage(void** words);
+#if defined(__arm__)
+extern "C" void varnix_msgSend_stret();
+extern "C" void varnix_msgSendSuper_stret();
+extern "C" void* varnix_prepareStretMessage(void** words);
+extern "C" void* varnix_prepareSuperStretMessage(void** words);
+#endif
 
 namespace varnix::device {
 
 namespace {
 
 /// A method that nobody can call rightly is no reason to call it wrongly.
-CallSignature signatureOf(const char* types, const char* name) {
+NativeSignature signatureOf(const char* types, const char* name) {
   try {
-    return readSignature(types == nullptr ? "" : types);
+    return readNativeSignature(types == nullptr ? "" : types);
   } catch (const Error& error) {
     std::fprintf(stderr, "emulation: %s: %s\n", name, error.what());
     std::abort();
@@ -61,17 +66,25 @@ void adaptBlock(void* given) {
   block->invoke = bridge(signatureOf(types, "a block"), Direction::toDevice, block->invoke);
 }
 
-/// Where the message goes on: `messenger` itself, or something in between.
-void* prepare(void** registers, Class cls, void* messenger) {
-  auto selector = static_cast<SEL>(registers[1]);
-  objc_method* method = class_getInstanceMethod(cls, selector);
-  if (method == nullptr) return messenger;
-  const CallSignature call = signatureOf(method_getTypeEncoding(method), sel_getName(selector));
-  for (size_t i = 2; i < call.blocks.size(); ++i) {
-    if (call.blocks[i]) adaptBlock(registers[i]);
+/// Where a message to an object of that class goes on: the messenger, or something in between.
+template <class Messenger>
+void* prepare(void** words, Class cls, void* selector, Messenger* messenger) {
+  auto* target = reinterpret_cast<void*>(messenger);
+  auto* name = static_cast<SEL>(selector);
+  objc_method* method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, name);
+  if (method == nullptr) return bridge({}, Direction::toLinux, target);
+  const NativeSignature call = signatureOf(method_getTypeEncoding(method), sel_getName(name));
+  for (size_t i = 0; i < call.blocks.size(); ++i) {
+    if (call.blocks[i]) adaptBlock(words[i]);
   }
-  return bridge(call, Direction::toLinux, messenger);
+  return bridge(call, Direction::toLinux, target);
 }
+
+Class classOf(void* receiver) {
+  return receiver == nullptr ? nullptr : object_getClass(static_cast<id>(receiver));
+}
+
+Class superclassOf(void* target) { return static_cast<objc_super*>(target)->superclass; }
 
 void adaptList(void* list) {
   if (list == nullptr) return;
@@ -111,9 +124,17 @@ void hookMessage(Class cls, SEL selector, IMP replacement, IMP* saved) {
 
 }  // namespace
 
-void* methodFunction(std::string_view name) {
+void* messenger(std::string_view name) {
   if (name == "objc_msgSend") return reinterpret_cast<void*>(&varnix_msgSend);
   if (name == "objc_msgSendSuper") return reinterpret_cast<void*>(&varnix_msgSendSuper);
+#if defined(__arm__)
+  if (name == "objc_msgSend_stret") return reinterpret_cast<void*>(&varnix_msgSend_stret);
+  if (name == "objc_msgSendSuper_stret") return reinterpret_cast<void*>(&varnix_msgSendSuper_stret);
+#endif
+  return nullptr;
+}
+
+void* methodFunction(std::string_view name) {
   if (name == "class_addMethod") return reinterpret_cast<void*>(&addMethod);
   if (name == "method_getImplementation") return reinterpret_cast<void*>(&implementationOf);
   if (name == "MSHookMessageEx") return reinterpret_cast<void*>(&hookMessage);
@@ -137,19 +158,25 @@ void adaptMethods(std::span<uintptr_t> classes, std::span<uintptr_t> categories)
 
 using namespace varnix::device;
 
-void* varnix_prepareMessage(void** registers, void* stack) {
-  void* messenger = reinterpret_cast<void*>(&objc_msgSend);
-  if (registers[0] == nullptr) return messenger;
-  const VariadicMessage variadic = variadicMessage(sel_getName(static_cast<SEL>(registers[1])));
-  if (variadic.function == nullptr)
-    return prepare(registers, object_getClass(registers[0]), messenger);
-  registers[variadic.named] = stack;
-  return variadic.function;
+void* varnix_prepareMessage(void** words, void* stack) {
+  if (words[0] != nullptr) {
+    if (void* next = variadicMessage(sel_getName(static_cast<SEL>(words[1])), words, stack))
+      return next;
+  }
+  return prepare(words, classOf(words[0]), words[1], &objc_msgSend);
 }
 
-void* varnix_prepareSuperMessage(void** registers) {
-  auto* target = static_cast<objc_super*>(registers[0]);
-  return prepare(registers, target->superclass, reinterpret_cast<void*>(&objc_msgSendSuper));
+void* varnix_prepareSuperMessage(void** words) {
+  return prepare(words, superclassOf(words[0]), words[1], &objc_msgSendSuper);
 }
 
+#if defined(__arm__)
+// The address of the result comes first.
+void* varnix_prepareStretMessage(void** words) {
+  return prepare(words, classOf(words[1]), words[2], &objc_msgSend_stret);
+}
+
+void* varnix_prepareSuperStretMessage(void** words) {
+  return prepare(words, superclassOf(words[1]), words[2], &objc_msgSendSuper_stret);
+}
 #endif

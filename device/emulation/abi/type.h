@@ -1,0 +1,47 @@
+// The platform's type encodings, read for the sizes of what travels.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace varnix::device {
+
+/// An integer that fills a part of its register.
+enum class Small : uint8_t { none, unsigned8, signed8, unsigned16, signed16 };
+
+struct Type {
+  uint32_t size = 0, alignment = 1;  ///< A number's alignment is its size.
+  Small small = Small::none;
+  char scalar = 0;     ///< Of a structure with members of one kind: theirs. Zero where they differ.
+  uint32_t count = 0;  ///< Scalars within.
+  bool isStructure = false, isBlock = false;
+};
+
+/// A method's or function's types, one after the other.
+class Encoding {
+ public:
+  /// Words are pointers' sizes: 4 or 8.
+  Encoding(std::string_view text, uint32_t word) : text_(text), word_(word) {}
+
+  bool atEnd() const { return at_ == text_.size(); }
+
+  /// One type, and the offset that may stand behind it. Throws Error for an encoding that is none,
+  /// or of a union, an array or a bit field.
+  Type next();
+
+ private:
+  char take();
+  bool takeIf(char c);
+  Type value(int depth);
+  Type object();
+  Type pointer(int depth);
+  Type structure(int depth);
+  void skipBraces();
+  void skipQuoted();
+
+  std::string_view text_;
+  size_t at_ = 0;
+  uint32_t word_;
+};
+
+}  // namespace varnix::device

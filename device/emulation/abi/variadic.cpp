@@ -1,0 +1,85 @@
+#include "abi/variadic.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "Foundation/format.h"
+#include "Foundation/log.h"
+#include "Foundation/text.h"
+#include "platform/CoreFoundation.h"
+
+// In functions.S and functions_arm.S: each adds the address of the unnamed arguments to the named
+// ones; the last one returns at once.
+extern "C" void varnix_NSLog();
+extern "C" void varnix_CFLog();
+extern "C" void varnix_logNotice(NSString* format, const char* unnamed);
+extern "C" void varnix_logLevel(std::int32_t level, CFStringRef format, const char* unnamed);
+extern "C" void varnix_return();
+
+namespace varnix::device {
+
+namespace {
+
+/// Arguments as the device leaves them in memory: each begins where a word does.
+class WordArguments final : public host::FormatArguments {
+ public:
+  explicit WordArguments(const char* at) : at_(at) {}
+
+  int nextInt() override { return next<int>(); }
+  long nextLong() override { return next<long>(); }
+  long long nextLongLong() override { return next<long long>(); }
+  double nextDouble() override { return next<double>(); }
+  void* nextPointer() override { return next<void*>(); }
+
+ private:
+  template <class T>
+  T next() {
+    T value;
+    std::memcpy(&value, at_, sizeof value);
+    constexpr std::size_t kWord = sizeof(void*);
+    at_ += (sizeof value + kWord - 1) / kWord * kWord;
+    return value;
+  }
+
+  const char* at_;
+};
+
+std::string formatted(NSString* format, const char* unnamed) {
+  WordArguments arguments(unnamed);
+  return host::format(host::text(format), arguments);
+}
+
+}  // namespace
+
+void* variadicFunction(std::string_view name) {
+  if (name == "NSLog") return reinterpret_cast<void*>(&varnix_NSLog);
+  if (name == "CFLog") return reinterpret_cast<void*>(&varnix_CFLog);
+  return nullptr;
+}
+
+void* variadicMessage(std::string_view selector, void** words, void* stack) {
+  if (selector == "stringWithFormat:") {
+    constexpr int kNamed = 3;
+    void* unnamed = sizeof(void*) == 8 ? stack : words + kNamed;
+    words[0] = host::makeString(
+        formatted(static_cast<NSString*>(words[kNamed - 1]), static_cast<const char*>(unnamed)));
+    return reinterpret_cast<void*>(&varnix_return);
+  }
+#if defined(__aarch64__)
+  return listMessage(selector, words, stack);
+#else
+  return nullptr;
+#endif
+}
+
+}  // namespace varnix::device
+
+using namespace varnix::device;
+
+void varnix_logNotice(NSString* format, const char* unnamed) {
+  host::log(host::LogLevel::notice, formatted(format, unnamed));
+}
+
+void varnix_logLevel(std::int32_t level, CFStringRef format, const char* unnamed) {
+  host::log(static_cast<host::LogLevel>(level), formatted(format, unnamed));
+}

@@ -1,0 +1,16 @@
+// Code between the two conventions of 32-bit Arm, written as it is needed.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "abi/direction.h"
+#include "abi/word_signature.h"
+
+namespace varnix::device {
+
+/// The instructions, then the target's address: every word goes where the other side looks for it,
+/// and the stack is even to eight bytes.
+std::vector<uint32_t> bridgeCode(const WordSignature& call, Direction direction, uint32_t target);
+
+}  // namespace varnix::device

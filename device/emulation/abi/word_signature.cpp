@@ -1,0 +1,48 @@
+#include "abi/word_signature.h"
+
+#include "abi/type.h"
+#include "macho/bytes.h"
+#include "macho/error.h"
+
+namespace varnix::device {
+
+namespace {
+
+constexpr uint32_t kWord = 4;
+
+/// Numbers of 64 bits alone need an even word.
+bool isWide(const Type& type) {
+  if (type.alignment <= kWord) return false;
+  if (type.isStructure) throw Error("a structure with numbers of 64 bits");
+  return true;
+}
+
+}  // namespace
+
+bool WordSignature::isShifted() const {
+  return !places.empty() && places.back() + 1 != places.size();
+}
+
+WordSignature readWordSignature(std::string_view text) {
+  Encoding encoding(text, kWord);
+  WordSignature call;
+  uint32_t next = 0;
+  const auto add = [&](const Type& type) {
+    if (isWide(type)) next = static_cast<uint32_t>(alignUp(next, 2));
+    for (uint32_t size = 0; size < type.size; size += kWord) {
+      call.places.push_back(next++);
+      call.blocks.push_back(type.isBlock);
+    }
+  };
+  // A larger structure is left where the caller says.
+  const Type result = encoding.next();
+  if (result.isStructure && result.size > kWord) add({kWord, kWord, Small::none, 'i', 1});
+  while (!encoding.atEnd()) {
+    const Type argument = encoding.next();
+    if (argument.size == 0) throw Error("an argument without a size");
+    add(argument);
+  }
+  return call;
+}
+
+}  // namespace varnix::device
