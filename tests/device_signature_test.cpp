@@ -83,9 +83,10 @@ std::string disassembled(const std::vector<uint32_t>& code, const char* target) 
   const device_test::Folder folder;
   writeFile(folder / "it.o", device_test::assemble(source, target));
   std::string lines;
-  for (const auto& match : device_test::findAll(
-           device_test::printed("llvm-objdump-19 -D --no-show-raw-insn " + (folder / "it.o")),
-           "\n +[0-9a-f]+: +\t?([^\n]+)"))
+  for (const auto& match :
+       device_test::findAll(device_test::printed("llvm-objdump-19 -D -j .text --no-show-raw-insn " +
+                                                 (folder / "it.o")),
+                            "\n +[0-9a-f]+: +\t?([^\n]+)"))
     lines += match[1] + "\n";
   return lines;
 }
@@ -169,14 +170,14 @@ TEST(WordBridges, MoveEachWord) {
   const std::string out = lines("v@:idi", Direction::toLinux);
   EXPECT_THAT(out, HasSubstr("push\t{r0, r1, r2, r3}\npush\t{r4, lr}\nadd\tr4, sp, #8\n"
                              "sub\tsp, sp, #32\nbic\tsp, sp, #7\n"
-                             "ldr\tr0, [r4]\nldr\tr1, [r4, #4]\nldr\tr2, [r4, #8]\n"
-                             "ldr\tr12, [r4, #12]\nstr\tr12, [sp]\n"
-                             "ldr\tr12, [r4, #16]\nstr\tr12, [sp, #4]\n"
-                             "ldr\tr12, [r4, #20]\nstr\tr12, [sp, #8]\n"));
+                             "ldr\tr0, [r4]\nldr\tr1, [r4, #0x4]\nldr\tr2, [r4, #0x8]\n"
+                             "ldr\tr12, [r4, #0xc]\nstr\tr12, [sp]\n"
+                             "ldr\tr12, [r4, #0x10]\nstr\tr12, [sp, #0x4]\n"
+                             "ldr\tr12, [r4, #0x14]\nstr\tr12, [sp, #0x8]\n"));
   const std::string in = lines("v@:idi", Direction::toDevice);
-  EXPECT_THAT(in, HasSubstr("ldr\tr2, [r4, #8]\nldr\tr3, [r4, #16]\n"
-                            "ldr\tr12, [r4, #20]\nstr\tr12, [sp]\n"
-                            "ldr\tr12, [r4, #24]\nstr\tr12, [sp, #4]\n"));
+  EXPECT_THAT(in, HasSubstr("ldr\tr2, [r4, #0x8]\nldr\tr3, [r4, #0x10]\n"
+                            "ldr\tr12, [r4, #0x14]\nstr\tr12, [sp]\n"
+                            "ldr\tr12, [r4, #0x18]\nstr\tr12, [sp, #0x4]\n"));
   EXPECT_THAT(in, HasSubstr("sub\tsp, r4, #8\npop\t{r4, lr}\nadd\tsp, sp, #16\nbx\tlr\n"));
 }
 

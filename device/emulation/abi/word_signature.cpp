@@ -10,11 +10,11 @@ namespace {
 
 constexpr uint32_t kWord = 4;
 
-/// Numbers of 64 bits alone need an even word.
-bool isWide(const Type& type) {
-  if (type.alignment <= kWord) return false;
-  if (type.isStructure) throw Error("a structure with numbers of 64 bits");
-  return true;
+Type nextType(Encoding& encoding) {
+  const Type type = encoding.next();
+  if (type.isStructure && type.alignment > kWord)
+    throw Error("a structure with numbers of 64 bits");
+  return type;
 }
 
 }  // namespace
@@ -28,17 +28,17 @@ WordSignature readWordSignature(std::string_view text) {
   WordSignature call;
   uint32_t next = 0;
   const auto add = [&](const Type& type) {
-    if (isWide(type)) next = static_cast<uint32_t>(alignUp(next, 2));
+    if (type.alignment > kWord) next = static_cast<uint32_t>(alignUp(next, 2));
     for (uint32_t size = 0; size < type.size; size += kWord) {
       call.places.push_back(next++);
       call.blocks.push_back(type.isBlock);
     }
   };
   // A larger structure is left where the caller says.
-  const Type result = encoding.next();
+  const Type result = nextType(encoding);
   if (result.isStructure && result.size > kWord) add({kWord, kWord, Small::none, 'i', 1});
   while (!encoding.atEnd()) {
-    const Type argument = encoding.next();
+    const Type argument = nextType(encoding);
     if (argument.size == 0) throw Error("an argument without a size");
     add(argument);
   }
