@@ -1,8 +1,7 @@
 #include "pane/settings_screen.h"
 
-#include <dlfcn.h>
-
 #include <filesystem>
+#include <stdexcept>
 
 #include "errors.h"
 #include "process/process.h"
@@ -12,8 +11,8 @@ namespace varnix::cli {
 namespace {
 
 template <class Function>
-void find(void* pane, const char* name, Function*& entry) {
-  entry = reinterpret_cast<Function*>(dlsym(pane, name));
+void find(const std::string& pane, const char* name, Function*& entry) {
+  entry = reinterpret_cast<Function*>(host::librarySymbol(pane, name));
   if (entry == nullptr) throw Failure("the pane lacks", name);
 }
 
@@ -27,10 +26,15 @@ Strong<UIViewController> make(const char* name) {
 }  // namespace
 
 PaneEntries loadPane() {
-  const auto file =
-      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "libexamplepane.so";
-  void* pane = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (pane == nullptr) throw Failure("cannot load the pane", dlerror());
+  // Beside the library, and for the same system.
+  const std::filesystem::path library = host::defaultLibraryPath();
+  const std::string pane =
+      library.parent_path() / ("libexamplepane" + library.extension().string());
+  try {
+    host::loadLibrary(pane);
+  } catch (const std::runtime_error& error) {
+    throw Failure("cannot load the pane", error.what());
+  }
   PaneEntries entries{};
   find(pane, "examplePaneDidLoad", entries.didLoad);
   find(pane, "examplePaneWillAppear", entries.willAppear);

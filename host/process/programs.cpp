@@ -67,6 +67,8 @@ int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
                        const void* attributes, char* const arguments[], char* const environment[]) {
   const std::string file = host::programFile(path == nullptr ? "" : path);
   if (file.empty()) return ENOENT;
+  // Under emulation a parent does not learn that its child could not start.
+  if (access(file.c_str(), X_OK) != 0) return errno;
   char* const none[] = {nullptr};
   return posix_spawn(child, file.c_str(),
                      static_cast<const posix_spawn_file_actions_t*>(fileActions),

@@ -1,8 +1,8 @@
 # The boundary's own test, and the library for the device that it takes.
 set(probe ${CMAKE_BINARY_DIR}/tests/probe.dylib)
 add_custom_command(OUTPUT ${probe}
-  COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/emulation/build-probe ${VARNIX_EMULATED} ${VARNIX_DEVICE_BUILD} ${probe}
-  DEPENDS emulation/probe.cpp emulation/probe.h emulation/build-probe VERBATIM)
+  COMMAND ${VARNIX_BUILD_DEVICE_LIBRARY} ${CMAKE_CURRENT_SOURCE_DIR}/emulation/probe.cpp ${probe}
+  DEPENDS emulation/probe.cpp emulation/probe.h VERBATIM)
 add_custom_target(probe DEPENDS ${probe})
 
 add_executable(emulation_boundary_test emulation/boundary_test.cpp)

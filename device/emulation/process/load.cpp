@@ -35,15 +35,35 @@ std::map<std::string, Loaded>& loadedImages() {
   return *images;
 }
 
-/// Which of the stand-in's own libraries stands for a library of the device, where that is not the
-/// one which every process has.
-void loadStandIns(const ImageFile& file) {
+void load(const std::string& path);
+
+/// What a library needs beside those that every process has: one of the stand-in's own in place of
+/// the device's, or a neighbour for the device. The paths of the neighbours.
+std::vector<std::string> loadNeeded(const std::string& path, const ImageFile& file) {
+  std::vector<std::string> neighbours;
   for (const ImageLibrary& library : file.libraries) {
-    if (library.name.find("/CoreGraphics.framework/") == std::string_view::npos) continue;
-    const std::string graphics = host::ownFolder() / "libvarnixgraphics.so";
-    if (dlopen(graphics.c_str(), RTLD_NOW | RTLD_GLOBAL) == nullptr)
-      throw std::runtime_error(dlerror());
+    const auto neighbour = std::filesystem::path(path).replace_filename(
+        std::filesystem::path(library.name).filename());
+    if (neighbour.extension() == ".dylib" && std::filesystem::exists(neighbour)) {
+      load(neighbour);
+      neighbours.push_back(neighbour);
+    } else if (library.name.find("/CoreGraphics.framework/") != std::string_view::npos) {
+      const std::string graphics = host::ownFolder() / "libvarnixgraphics.so";
+      if (dlopen(graphics.c_str(), RTLD_NOW | RTLD_GLOBAL) == nullptr)
+        throw std::runtime_error(dlerror());
+    }
   }
+  return neighbours;
+}
+
+/// A neighbour's own, else this process's.
+void* resolve(const std::vector<std::string>& neighbours, std::string_view symbol) {
+  for (const std::string& path : neighbours) {
+    // Not yet where the two need each other.
+    const auto& image = loadedImages().at(path).image;
+    if (void* found = image == nullptr ? nullptr : image->exported(symbol)) return found;
+  }
+  return importedSymbol(symbol);
 }
 
 /// Whoever runs the suite counts in this file which processes had the library.
@@ -61,8 +81,10 @@ void load(const std::string& path) {
   try {
     loaded.bytes = readFile(path);
     loaded.file = readImageFile(kArchitecture, sliceFor(kArchitecture, Reader(loaded.bytes)));
-    loadStandIns(loaded.file);
-    loaded.image = std::make_unique<MappedImage>(loaded.file, &importedSymbol);
+    const auto neighbours = loadNeeded(path, loaded.file);
+    loaded.image = std::make_unique<MappedImage>(
+        loaded.file,
+        [&neighbours](std::string_view symbol) { return resolve(neighbours, symbol); });
     const auto classes = loaded.image->words("__objc_classlist");
     const auto categories = loaded.image->words("__objc_catlist");
     adaptMethods(classes, categories);
