@@ -1,5 +1,6 @@
 // varnix inspect answers on every settings file, in time.
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 
@@ -32,6 +33,15 @@ class BadSettings : public test::CommandTest {
     expectDefaults(inspectApplication());
     expectDefaults(inspect({"--bundle", "com.example.app", "--settings", settingsPath()}));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  }
+  /// For good, with the container. Whether the command may still be run.
+  bool becomeNobody() const {
+    constexpr uid_t kNobody = 65534;
+    bool succeeds = chown(folder.path().c_str(), kNobody, kNobody) == 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path()))
+      succeeds = chown(entry.path().c_str(), kNobody, kNobody) == 0 && succeeds;
+    return succeeds && setgid(kNobody) == 0 && setuid(kNobody) == 0 &&
+           access(VARNIX_CLI, R_OK | X_OK) == 0;
   }
 };
 
@@ -114,9 +124,10 @@ TEST_F(BadSettings, ADeviceOrPipeInItsPlace) {
 }
 
 TEST_F(BadSettings, Unreadable) {
-  if (geteuid() == 0) GTEST_SKIP() << "root reads every file";
   settings("<key>global_color</key><string>#1e88e5</string>");
   std::filesystem::permissions(settingsPath(), std::filesystem::perms::none);
+  // Root reads every file.
+  if (geteuid() == 0 && !becomeNobody()) GTEST_SKIP() << "only root may run the command here";
   expectDefaults(inspectApplication());
   EXPECT_EQ(test::varnix({"settings", "set", "enabled", "true"}).status, 1);
 }
