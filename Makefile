@@ -9,7 +9,7 @@ SHELL := bash
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 DESTDIR ?=
-ARCHITECTURES ?= arm64
+ARCHITECTURES ?= arm64 armv7
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
@@ -59,9 +59,8 @@ device: setup ## Cross-compile for the device and check the library against devi
 package: setup ## Build the device library and write the package that installs it
 	@device/package
 
-# ARCHITECTURES="arm64 armv7" takes both.
-test-device: ## Run the tests on the device's own library, under emulation
-	@scripts/setup test-device
+# ARCHITECTURES=arm64 takes one.
+test-device: setup ## Run the tests on the device's own library, under emulation
 	@JOBS=$(JOBS) device/emulation/test $(ARCHITECTURES)
 
 install: setup ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
@@ -88,4 +87,4 @@ tsan: setup ## Run the tests that carry the label threads under ThreadSanitizer
 	@$(call check,tsan,-L threads)
 
 clean: ## Remove every build folder
-	@rm -rf build build-clang build-asan build-tsan build-release build-device build-emulated-*
+	@rm -rf build build-clang build-asan build-tsan build-release build-device build-emulated-* build-sysroot-*
