@@ -1,0 +1,26 @@
+// Feeds the loader of the emulation what libFuzzer makes of real libraries. docs/emulation.md says
+// how.
+#include <cstddef>
+#include <cstdint>
+
+#include "loader/exports.h"
+#include "loader/fixups.h"
+#include "loader/image_file.h"
+#include "macho/error.h"
+
+using namespace varnix::device;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  for (const Architecture architecture : {Architecture::arm64, Architecture::armv7}) {
+    try {
+      const ImageFile image =
+          readImageFile(architecture, sliceFor(architecture, Reader({data, size})));
+      readRebases(image);
+      readBinds(image);
+      readWeakBinds(image);
+      readExports(image);
+    } catch (const Error&) {
+    }
+  }
+  return 0;
+}
