@@ -122,8 +122,10 @@ NSArray* AccountStore::accountsOf(ACAccountType* type) {
 }
 
 void AccountStore::setUsernames(NSArray* names, NSString* type) {
+  const auto count = send<NSUInteger>(names, "count"_sel);
   std::vector<std::string> list;
-  for (NSUInteger i = 0; i < send<NSUInteger>(names, "count"_sel); ++i)
+  list.reserve(count);
+  for (NSUInteger i = 0; i < count; ++i)
     list.emplace_back(host::text(static_cast<NSString*>(names->objectAtIndex(i))));
   const std::lock_guard lock(device().mutex);
   device().usernames[std::string(host::text(type))] = std::move(list);

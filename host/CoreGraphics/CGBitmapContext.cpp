@@ -24,9 +24,10 @@ std::uint32_t* row(cairo_surface_t* surface, std::size_t y) {
 CairoSurface surfaceFor(CGContext* context) {
   const auto w = static_cast<int>(context->width);
   const auto h = static_cast<int>(context->height);
-  if (!context->inPlace) return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h));
-  return CairoSurface(cairo_image_surface_create_for_data(context->memory,
-                                                          *host::cairosOwn(context->format), w, h,
+  const auto format = host::cairosOwn(context->format);
+  if (!context->inPlace || !format)
+    return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h));
+  return CairoSurface(cairo_image_surface_create_for_data(context->memory, *format, w, h,
                                                           static_cast<int>(context->bytesPerRow)));
 }
 

@@ -136,7 +136,7 @@ Locale* Locale::withIdentifier(NSString* identifier) {
 
 /// Nil beyond 18 hours from GMT.
 TimeZone* TimeZone::forSeconds(NSInteger seconds) {
-  constexpr NSInteger kFarthest = 18 * 3600;
+  constexpr NSInteger kFarthest = NSInteger{18} * 3600;
   if (seconds > kFarthest || seconds < -kFarthest) return nullptr;
   auto* zone = static_cast<TimeZone*>(class_createInstance(&objc_class_NSTimeZone, 0));
   zone->seconds = seconds;

@@ -28,7 +28,7 @@ void setClock(std::optional<double> seconds) {
 
 double now() {
   const std::scoped_lock guard(settings().lock);
-  if (settings().stoppedAt) return *settings().stoppedAt;
+  if (const auto stopped = settings().stoppedAt) return *stopped;
   using namespace std::chrono;
   return duration<double>(system_clock::now() - sys_days{2001y / January / 1}).count();
 }

@@ -116,8 +116,10 @@ Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
   std::optional<imageio::Picture> picture;
   if (data != nullptr)
     picture = imageio::decode({static_cast<const char*>(data->bytes()), data->length()});
-  const auto made = Strong<CGImage>::adopt(picture ? host::bitmapOf(*picture) : nullptr);
-  if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
+  if (picture) {
+    const auto made = Strong<CGImage>::adopt(host::bitmapOf(*picture));
+    if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
+  }
   objc_release(this);
   return nullptr;
 }

@@ -21,10 +21,15 @@
 .endm
 
 // ip = the function. Its stack arguments are copied to where the stack is even: as many words as any
-// call here has.
+// call here has. What it throws finds the caller; in a section of its own, for the table's entry
+// would else hold for all functions below.
+        .pushsection .text.varnix_leaveLibrary, "ax", %progbits
 ENTRY varnix_leaveLibrary
+        .fnstart
         push    {r4, lr}
+        .save   {r4, lr}
         add     r4, sp, #8
+        .setfp  r4, sp, #8
         sub     sp, sp, #64
         bic     sp, sp, #7
         vldmia  r4, {d0-d7}
@@ -33,7 +38,9 @@ ENTRY varnix_leaveLibrary
         sub     sp, r4, #8
         pop     {r4, lr}
         bx      lr
+        .fnend
 END varnix_leaveLibrary
+        .popsection
 
 // \words = the arguments in a row, which the stack's continue; the stack is even.
 .macro SPILL words
