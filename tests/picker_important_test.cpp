@@ -80,16 +80,15 @@ class ImportantChoice : public Analysis {
     CGFloat most, rest;
 
     CGFloat saturation() const { return (most - rest) / most; }
-    UIColor* color() const { return test::rgb(most, rest, rest); }
   };
   /// That one or the next darker whose saturation is exactly the given one: not every number is the
   /// quotient of two others.
-  static Reddish saturated(Reddish color, CGFloat saturation) {
-    while (color.saturation() != saturation && color.most > CGFloat{0.25}) {
-      color.most -= CGFloat{1} / 4096;
-      color.rest = color.most - color.most * saturation;
+  static UIColor* saturated(Reddish from, CGFloat saturation) {
+    while (from.saturation() != saturation && from.most > CGFloat{0.25}) {
+      from.most -= CGFloat{1} / 4096;
+      from.rest = from.most - from.most * saturation;
     }
-    return color;
+    return test::rgb(from.most, from.rest, from.rest);
   }
   static UIColor* important() { return importantColor(nullptr); }
 
@@ -134,17 +133,17 @@ TEST_F(ImportantChoice, ASaturationOf63PerCentIsVivid) {
   // The very limit, or the next number above.
   CGFloat limit = 0.63;
   if (limit < 0.63) limit = std::nextafter(limit, CGFloat{1});
-  Reddish color = saturated({0.5, 0.185}, limit);
-  UIColor* vivid = color.color();
+  UIColor* vivid = saturated({0.5, 0.185}, limit);
   ASSERT_EQ(saturation(vivid), limit);
   choose(vivid, grey(0), grey(0));
   EXPECT_EQ(important(), vivid);
   UIColor* more = test::rgb(0.5, 0.184, 0.184);
   choose(more, grey(0), grey(0));
   EXPECT_EQ(important(), more);
-  while (color.saturation() >= limit) color.rest = std::nextafter(color.rest, CGFloat{1});
-  UIColor* less = color.color();
-  ASSERT_LT(saturation(less), 0.63);
+  const CGFloat below = std::nextafter(limit, CGFloat{0});
+  UIColor* less = saturated({0.5, 0.185}, below);
+  ASSERT_EQ(saturation(less), below);
+  ASSERT_LT(below, 0.63);
   choose(less, grey(0), grey(0));
   EXPECT_NE(important(), less);
   EXPECT_NEAR(saturation(important()), 0.76, kRounding);
@@ -154,17 +153,17 @@ TEST_F(ImportantChoice, ASaturationOf10PerCentIsGrey) {
   // The very limit, or the next number below.
   CGFloat limit = 0.1;
   if (limit > 0.1) limit = std::nextafter(limit, CGFloat{0});
-  Reddish color = saturated({0.9997, 0.89973}, limit);
-  UIColor* greyish = color.color();
+  UIColor* greyish = saturated({0.9997, 0.89973}, limit);
   ASSERT_EQ(saturation(greyish), limit);
   choose(grey(0), greyish, grey(0));
   EXPECT_EQ(important(), greyish);
   UIColor* less = test::rgb(0.9997, 0.9, 0.9);
   choose(grey(0), less, grey(0));
   EXPECT_EQ(important(), less);
-  while (color.saturation() <= limit) color.rest = std::nextafter(color.rest, CGFloat{0});
-  UIColor* more = color.color();
-  ASSERT_GT(saturation(more), 0.1);
+  const CGFloat above = std::nextafter(limit, CGFloat{1});
+  UIColor* more = saturated({0.9997, 0.89973}, above);
+  ASSERT_EQ(saturation(more), above);
+  ASSERT_GT(above, 0.1);
   choose(grey(0), more, grey(0));
   EXPECT_NE(important(), more);
   EXPECT_NEAR(saturation(important()), 0.76, kRounding);
