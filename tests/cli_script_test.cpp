@@ -14,12 +14,13 @@ constexpr char kTaken[] = "#1e88e5ff";
 const std::string kArtwork = VARNIX_SAMPLES "/icons/com.example.notes.png";
 
 /// The writes of one tint.
-Json tint(const Json& color, double alpha) {
+Json tint(const Json& color, CGFloat alpha) {
+  constexpr CGFloat kMaskAlpha = 0.7;
   return Json::array({{"setRequiresColorStatistics:", true},
                       {"setUsesColorTintView:", true},
                       {"setColorTint:", color},
-                      {"setColorTintAlpha:", alpha},
-                      {"setColorTintMaskAlpha:", 0.7}});
+                      {"setColorTintAlpha:", double{alpha}},
+                      {"setColorTintMaskAlpha:", double{kMaskAlpha}}});
 }
 const Json kOff = Json::array({{"setRequiresColorStatistics:", false},
                                {"setUsesColorTintView:", false},

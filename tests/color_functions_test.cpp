@@ -4,6 +4,7 @@
 
 #include "objc/hook.h"
 #include "picker/analysis.h"
+#include "support/encodings.h"
 
 namespace {
 
@@ -89,7 +90,7 @@ TEST_F(ColorFunctions, DarkenByNothingKeepsTheColor) {
   UIColor* found = darken(color, 0);
   EXPECT_EQ(askedHsb, before);
   const auto after = hsb(found);
-  for (std::size_t i = 0; i < before.size(); ++i) EXPECT_NEAR(after[i], before[i], 1e-15) << i;
+  for (std::size_t i = 0; i < before.size(); ++i) EXPECT_NEAR(after[i], before[i], kRounding) << i;
 }
 
 TEST_F(ColorFunctions, DarkenLowersBrightnessAndRaisesSaturation) {
@@ -102,10 +103,10 @@ TEST_F(ColorFunctions, DarkenLowersBrightnessAndRaisesSaturation) {
     const auto [hue, saturation, brightness, alpha] = hsb(color);
     UIColor* found = darken(color, c.amount);
     EXPECT_EQ(askedHsb[0], hue);
-    EXPECT_EQ(askedHsb[1], saturation * static_cast<double>(c.saturating)) << c.amount;
-    EXPECT_EQ(askedHsb[2], brightness * static_cast<double>(c.dimming)) << c.amount;
+    EXPECT_EQ(askedHsb[1], saturation * CGFloat{c.saturating}) << c.amount;
+    EXPECT_EQ(askedHsb[2], brightness * CGFloat{c.dimming}) << c.amount;
     EXPECT_EQ(askedHsb[3], alpha);
-    EXPECT_NEAR(send<CGFloat>(found, "brightness"_sel), askedHsb[2], 1e-12) << c.amount;
+    EXPECT_NEAR(send<CGFloat>(found, "brightness"_sel), askedHsb[2], kRounding) << c.amount;
   }
 }
 
@@ -138,9 +139,9 @@ TEST_F(ColorFunctions, AverageOfOneColorIsThatColor) {
   for (const auto& [width, height] : {std::pair{1U, 1U}, {2U, 2U}, {32U, 32U}, {61U, 7U}}) {
     UIColor* found = averageColor(plain(width, height, {200, 100, 51, 255}));
     const Color color = componentsOf(found);
-    EXPECT_NEAR(color.red, 200 / 255.0, 1e-15) << width;
-    EXPECT_NEAR(color.green, 100 / 255.0, 1e-15) << width;
-    EXPECT_NEAR(color.blue, 51 / 255.0, 1e-15) << width;
+    EXPECT_NEAR(color.red, 200 / 255.0, kRounding) << width;
+    EXPECT_NEAR(color.green, 100 / 255.0, kRounding) << width;
+    EXPECT_NEAR(color.blue, 51 / 255.0, kRounding) << width;
     EXPECT_FALSE(color.isGrey);
     EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 1) << width;
   }
@@ -156,11 +157,11 @@ TEST_F(ColorFunctions, AverageOfTwoColorsLiesBetween) {
 TEST_F(ColorFunctions, AverageIsMultipliedByAlphaTwice) {
   UIColor* found = averageColor(plain(16, 16, {128, 0, 0, 128}));
   const Color color = componentsOf(found);
-  EXPECT_EQ(color.red, 128 / 255.0 / 255.0 * 128);
+  EXPECT_EQ(color.red, static_cast<CGFloat>(128 / 255.0 / 255.0 * 128));
   EXPECT_NEAR(color.red, 0.25, 0.01);
   EXPECT_EQ(color.green, 0);
   EXPECT_EQ(color.blue, 0);
-  EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 128 / 255.0);
+  EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), static_cast<CGFloat>(128 / 255.0));
 }
 
 TEST_F(ColorFunctions, AverageOfNothingIsTransparentBlack) {
@@ -222,7 +223,7 @@ TEST_F(ColorFunctions, MethodsHaveTheirEncodings) {
   for (const char* name : {"hue", "saturation", "brightness", "alpha"}) {
     objc_method* method = class_getInstanceMethod(color, sel_registerName(name));
     ASSERT_NE(method, nullptr) << name;
-    EXPECT_STREQ(method_getTypeEncoding(method), "d@:") << name;
+    EXPECT_EQ(method_getTypeEncoding(method), nativeEncoding("d@:")) << name;
   }
 }
 

@@ -10,6 +10,7 @@
 namespace {
 
 using test::Bytes;
+using test::kHuge;
 using Gradient = objc::Owned<CGGradientRef, &CGGradientRelease>;
 
 constexpr CGFloat kNaN = std::numeric_limits<CGFloat>::quiet_NaN();
@@ -101,7 +102,7 @@ TEST_F(LinearGradient, TakesStrangeLocations) {
   const std::vector<NSObject*> colors = {color(1, 0, 0, 1), color(1, 0, 0, 1), color(1, 0, 0, 1)};
   for (const auto& locations : {std::array<CGFloat, 3>{kNaN, kInfinity, -kInfinity},
                                 {1, 0.5, 0},
-                                {-3, 7, 1e300},
+                                {-3, 7, kHuge},
                                 {0.5, 0.5, 0.5}}) {
     const Gradient gradient(createGradient(colors, locations.data()));
     EXPECT_EQ(alphasOf(drawn(gradient, 0)), (Bytes{0, 0, 255, 255, 255, 255, 255, 0, 0, 0}));
@@ -126,7 +127,7 @@ TEST_F(LinearGradient, IsNoneWithoutColors) {
 
 TEST_F(LinearGradient, TakesPointsNowhere) {
   const Gradient gradient(createGradient({color(1, 0, 0, 1), color(1, 0, 0, 1)}));
-  for (const CGFloat strange : {kNaN, kInfinity, -kInfinity, CGFloat{1e300}}) {
+  for (const CGFloat strange : {kNaN, kInfinity, -kInfinity, kHuge}) {
     EXPECT_EQ(drawn(gradient, kBefore | kAfter, {strange, 0}, {7, 0}), Bytes(40));
     EXPECT_EQ(drawn(gradient, kBefore | kAfter, {2, 0}, {7, strange}), Bytes(40));
   }
@@ -341,8 +342,8 @@ TEST(Path, ReachesNoFurtherInAnyMode) {
 TEST(Path, TakesStrangeRectangles) {
   const std::pair<CGRect, int> kRects[] = {{{{kNaN, 0}, {1, 1}}, 0},
                                            {{{0, 0}, {kInfinity, kInfinity}}, 255},
-                                           {{{-1e300, 0}, {1e300, 1}}, 0},
-                                           {{{1e300, 0}, {-2e300, 1}}, 255},
+                                           {{{-kHuge, 0}, {kHuge, 1}}, 0},
+                                           {{{kHuge, 0}, {-2 * kHuge, 1}}, 255},
                                            {{{0, 0}, {0, 0}}, 0}};
   for (const auto& [rect, covered] : kRects) {
     Bytes bytes;

@@ -8,10 +8,11 @@
 namespace {
 
 using test::Bytes;
+using test::kHuge;
 
 constexpr CGFloat kNaN = std::numeric_limits<CGFloat>::quiet_NaN();
 constexpr CGFloat kInfinity = std::numeric_limits<CGFloat>::infinity();
-constexpr CGFloat kStrange[] = {kNaN, kInfinity, -kInfinity, 1e300, -1e300, 1e-300, 0};
+constexpr CGFloat kStrange[] = {kNaN, kInfinity, -kInfinity, kHuge, -kHuge, test::kTiny, 0};
 
 const Bytes kRedDot{255, 0, 0, 255};
 
@@ -114,7 +115,7 @@ TEST(Hostile, NothingIsDrawnUnderATransformThatCannotBeUndone) {
 }
 
 TEST(Hostile, NothingIsDrawnAnInfinityAway) {
-  for (const CGFloat strange : {kNaN, kInfinity, -kInfinity, CGFloat{1e300}}) {
+  for (const CGFloat strange : {kNaN, kInfinity, -kInfinity, kHuge}) {
     Canvas canvas;
     CGContextSaveGState(canvas.context);
     CGContextTranslateCTM(canvas.context, strange, 0);

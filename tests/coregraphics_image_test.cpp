@@ -336,11 +336,11 @@ TEST(Color, HasItsSpacesComponentsAndAlpha) {
   const CGFloat components[] = {0.1, 0.2, 0.3, 0.4};
   const objc::Owned<CGColorRef, &CGColorRelease> color(CGColorCreate(rgb, components));
   ASSERT_EQ(CGColorGetNumberOfComponents(color), 4U);
-  EXPECT_EQ(CGColorGetComponents(color)[2], 0.3);
-  EXPECT_EQ(CGColorGetComponents(color)[3], 0.4);
+  EXPECT_EQ(CGColorGetComponents(color)[2], components[2]);
+  EXPECT_EQ(CGColorGetComponents(color)[3], components[3]);
   const objc::Owned<CGColorRef, &CGColorRelease> white(CGColorCreate(grey, components));
   ASSERT_EQ(CGColorGetNumberOfComponents(white), 2U);
-  EXPECT_EQ(CGColorGetComponents(white)[1], 0.2);
+  EXPECT_EQ(CGColorGetComponents(white)[1], components[1]);
 }
 
 TEST(Color, IsNoneForNil) {

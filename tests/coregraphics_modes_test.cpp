@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "support/bitmaps.h"
 
@@ -104,10 +105,13 @@ TEST(BlendMode, IsSavedAndRestored) {
 
 // --- transforms ----------------------------------------------------------------------------------
 
+/// Of numbers up to 16.
+constexpr double kRounding = 16 * std::numeric_limits<CGFloat>::epsilon();
+
 void expectTransform(CGContextRef context, const std::array<CGFloat, 6>& expected) {
   const CGAffineTransform t = CGContextGetCTM(context);
   const std::array<CGFloat, 6> parts = {t.a, t.b, t.c, t.d, t.tx, t.ty};
-  for (std::size_t i = 0; i < 6; ++i) EXPECT_NEAR(parts[i], expected[i], 1e-12) << i;
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_NEAR(parts[i], expected[i], kRounding) << i;
 }
 
 TEST(Transform, IsMadeOfItsPartsTheLastOneFirst) {

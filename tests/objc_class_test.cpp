@@ -8,8 +8,11 @@
 #include "objc/define.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
+#include "support/encodings.h"
 
 namespace {
+
+using test::nativeEncoding;
 
 std::vector<std::string>& events() {
   static std::vector<std::string> list;
@@ -18,7 +21,7 @@ std::vector<std::string>& events() {
 
 /// Ends with padding, which a subclass's first members fill.
 struct PaddedFixture : NSObject {
-  long wide;
+  NSInteger wide;
   char last;
 };
 struct TailFixture : PaddedFixture {
@@ -145,14 +148,14 @@ Strong<T> make() {
 NSUInteger references(NSObject* object) { return send<NSUInteger>(object, "retainCount"_sel); }
 
 template <class T>
-void expectIvar(T* object, const char* name, const void* member, const char* types) {
+void expectIvar(T* object, const char* name, const void* member, const std::string& types) {
   objc_ivar* ivar = class_getInstanceVariable(object->isa, name);
   ASSERT_NE(ivar, nullptr) << name;
   EXPECT_EQ(ivar_getOffset(ivar),
             static_cast<const char*>(member) - reinterpret_cast<const char*>(object))
       << name;
   EXPECT_STREQ(ivar_getName(ivar), name);
-  EXPECT_STREQ(ivar_getTypeEncoding(ivar), types);
+  EXPECT_EQ(ivar_getTypeEncoding(ivar), types) << name;
 }
 
 /// Starts without the events of earlier cases.
@@ -166,7 +169,7 @@ using References = Observed;
 
 TEST(Ivars, LieWhereTheCompilerPutsThem) {
   auto object = make<PaddedFixture>();
-  expectIvar(object.get(), "wide", &object->wide, "q");
+  expectIvar(object.get(), "wide", &object->wide, nativeEncoding("q"));
   expectIvar(object.get(), "last", &object->last, "c");
   EXPECT_EQ(class_getInstanceSize(object->isa), sizeof(PaddedFixture));
 }
@@ -176,9 +179,10 @@ TEST(Ivars, OfASubclassStartInTheTailPadding) {
   EXPECT_EQ(&object->next, &object->last + 1) << "no padding: this case shows nothing";
   expectIvar(object.get(), "next", &object->next, "c");
   expectIvar(object.get(), "number", &object->number, "i");
-  expectIvar(object.get(), "rect", &object->rect, "{CGRect={CGPoint=dd}{CGSize=dd}}");
+  expectIvar(object.get(), "rect", &object->rect,
+             nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}"));
   expectIvar(object.get(), "flag", &object->flag, "B");
-  expectIvar(object.get(), "wide", &object->wide, "q");
+  expectIvar(object.get(), "wide", &object->wide, nativeEncoding("q"));
   EXPECT_EQ(class_getInstanceSize(object->isa), sizeof(TailFixture));
 }
 
@@ -253,7 +257,7 @@ TEST_F(Properties, StandInTheMetadata) {
                        "copied T@\"CountedFixture\",C,N,V_copied",
                        "seen T@\"CountedFixture\",N,V_seen",
                        "number Ti,N,V_number",
-                       "area T{CGRect={CGPoint=dd}{CGSize=dd}},N,V_area",
+                       "area T" + nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}") + ",N,V_area",
                        "guarded T@\"NSString\",&,V_guarded",
                    }));
 }
@@ -262,8 +266,8 @@ TEST_F(Properties, HaveTypedAccessorsAndAnIvar) {
   Class cls = objc::classOf<PropertyFixture>();
   EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(cls, "kept"_sel)), "@@:");
   EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(cls, "setKept:"_sel)), "v@:@");
-  EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(cls, "setArea:"_sel)),
-               "v@:{CGRect={CGPoint=dd}{CGSize=dd}}");
+  EXPECT_EQ(method_getTypeEncoding(class_getInstanceMethod(cls, "setArea:"_sel)),
+            nativeEncoding("v@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
   auto object = make<PropertyFixture>();
   expectIvar(object.get(), "_kept", &object->_kept, "@");
   expectIvar(object.get(), "_number", &object->_number, "i");

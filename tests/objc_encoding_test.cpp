@@ -1,4 +1,5 @@
-// Type encodings, as the platform's compiler writes them for arm64.
+// Type encodings, as the platform's compiler writes them for arm64; and for armv7, where whole
+// numbers and a CGFloat have 32 bits.
 #include "objc/encoding.h"
 
 #include <gtest/gtest.h>
@@ -7,11 +8,14 @@
 #include "objc/member.h"
 #include "platform/Foundation.h"
 #include "platform/UIKit.h"
+#include "support/encodings.h"
 
 namespace {
 
+using test::nativeEncoding;
+
 enum class Narrow : unsigned char { one };
-enum Wide : long { kWide };
+enum Wide : NSInteger { kWide };
 
 template <class T>
 std::string encoded() {
@@ -28,20 +32,20 @@ TEST(Encoding, OfScalars) {
   EXPECT_EQ(encoded<unsigned short>(), "S");
   EXPECT_EQ(encoded<int>(), "i");
   EXPECT_EQ(encoded<unsigned int>(), "I");
-  EXPECT_EQ(encoded<long>(), "q");
-  EXPECT_EQ(encoded<unsigned long>(), "Q");
+  EXPECT_EQ(encoded<long>(), sizeof(long) == 8 ? "q" : "l");
+  EXPECT_EQ(encoded<unsigned long>(), sizeof(long) == 8 ? "Q" : "L");
   EXPECT_EQ(encoded<long long>(), "q");
   EXPECT_EQ(encoded<unsigned long long>(), "Q");
-  EXPECT_EQ(encoded<NSInteger>(), "q");
-  EXPECT_EQ(encoded<NSUInteger>(), "Q");
+  EXPECT_EQ(encoded<NSInteger>(), nativeEncoding("q"));
+  EXPECT_EQ(encoded<NSUInteger>(), nativeEncoding("Q"));
   EXPECT_EQ(encoded<float>(), "f");
   EXPECT_EQ(encoded<double>(), "d");
-  EXPECT_EQ(encoded<CGFloat>(), "d");
+  EXPECT_EQ(encoded<CGFloat>(), nativeEncoding("d"));
 }
 
 TEST(Encoding, OfAnEnumerationIsItsUnderlyingType) {
   EXPECT_EQ(encoded<Narrow>(), "C");
-  EXPECT_EQ(encoded<Wide>(), "q");
+  EXPECT_EQ(encoded<Wide>(), nativeEncoding("q"));
 }
 
 TEST(Encoding, OfObjectsClassesAndSelectors) {
@@ -84,33 +88,34 @@ TEST(Encoding, OfBlocks) {
 }
 
 TEST(Encoding, OfGeometry) {
-  EXPECT_EQ(encoded<CGPoint>(), "{CGPoint=dd}");
-  EXPECT_EQ(encoded<CGSize>(), "{CGSize=dd}");
-  EXPECT_EQ(encoded<CGRect>(), "{CGRect={CGPoint=dd}{CGSize=dd}}");
+  EXPECT_EQ(encoded<CGPoint>(), nativeEncoding("{CGPoint=dd}"));
+  EXPECT_EQ(encoded<CGSize>(), nativeEncoding("{CGSize=dd}"));
+  EXPECT_EQ(encoded<CGRect>(), nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}"));
 }
 
 TEST(Encoding, OfPointersToGeometry) {
-  EXPECT_EQ(encoded<CGPoint*>(), "^{CGPoint=dd}");
-  EXPECT_EQ(encoded<CGRect*>(), "^{CGRect={CGPoint=dd}{CGSize=dd}}");
+  EXPECT_EQ(encoded<CGPoint*>(), nativeEncoding("^{CGPoint=dd}"));
+  EXPECT_EQ(encoded<CGRect*>(), nativeEncoding("^{CGRect={CGPoint=dd}{CGSize=dd}}"));
   EXPECT_EQ(encoded<CGPoint**>(), "^^{CGPoint}");
-  EXPECT_EQ(encoded<const CGPoint*>(), "r^{CGPoint=dd}");
+  EXPECT_EQ(encoded<const CGPoint*>(), nativeEncoding("r^{CGPoint=dd}"));
 }
 
 TEST(Encoding, OfMethods) {
   EXPECT_STREQ(objc::kMethodEncoding<void>.text, "v@:");
   EXPECT_STREQ((objc::kMethodEncoding<bool, id>.text), "B@:@");
-  EXPECT_STREQ((objc::kMethodEncoding<CGRect, CGSize, double, int>.text),
-               "{CGRect={CGPoint=dd}{CGSize=dd}}@:{CGSize=dd}di");
+  EXPECT_EQ((objc::kMethodEncoding<CGRect, CGSize, double, int>.text),
+            nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}@:{CGSize=dd}") + "di");
   EXPECT_STREQ((objc::kMethodEncoding<id, SEL, Class, const char*>.text), "@@::#r*");
 }
 
 TEST(Encoding, OfBlockCalls) {
   EXPECT_STREQ(objc::kBlockEncoding<void>.text, "v@?");
-  EXPECT_STREQ((objc::kBlockEncoding<CGSize, id, int>.text), "{CGSize=dd}@?@i");
+  EXPECT_EQ((objc::kBlockEncoding<CGSize, id, int>.text), nativeEncoding("{CGSize=dd}@?@i"));
 }
 
 TEST(Encoding, OfInstanceVariables) {
-  EXPECT_STREQ(objc::detail::ivarEncoding<CGRect>().text, "{CGRect={CGPoint=dd}{CGSize=dd}}");
+  EXPECT_EQ(objc::detail::ivarEncoding<CGRect>().text,
+            nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}"));
   EXPECT_STREQ(objc::detail::ivarEncoding<std::string>().text, "?");
 }
 

@@ -11,6 +11,9 @@ using namespace test;
 using pictures::Picture;
 using reference::Color;
 
+/// A hue, and what is made of it, has the roundings of a quotient of small differences.
+constexpr double kOfHues = 4 * kRounding;
+
 UIColor* importantColor(UIImage* image) {
   static auto* function = plainFunction<UIColor*(UIImage*)>("plainImportantColor");
   return function(image);
@@ -38,9 +41,9 @@ TEST_P(PickerImportant, IsThePlainComputations) {
     if (isOfScheme) {
       EXPECT_EQ(found, expected) << picture.name;
     } else {
-      EXPECT_NEAR(found.red, expected.red, 1e-12) << picture.name;
-      EXPECT_NEAR(found.green, expected.green, 1e-12) << picture.name;
-      EXPECT_NEAR(found.blue, expected.blue, 1e-12) << picture.name;
+      EXPECT_NEAR(found.red, expected.red, kOfHues) << picture.name;
+      EXPECT_NEAR(found.green, expected.green, kOfHues) << picture.name;
+      EXPECT_NEAR(found.blue, expected.blue, kOfHues) << picture.name;
     }
     ++(isOfScheme ? whole : pushed);
   }
@@ -71,6 +74,21 @@ class ImportantChoice : public Analysis {
     send<void>(chosenScheme, "setBackgroundColor:"_sel, background);
     send<void>(chosenScheme, "setPrimaryTextColor:"_sel, primary);
     send<void>(chosenScheme, "setSecondaryTextColor:"_sel, secondary);
+  }
+  /// A grey with more red in it.
+  struct Reddish {
+    CGFloat most, rest;
+
+    CGFloat saturation() const { return (most - rest) / most; }
+  };
+  /// That one or the next darker whose saturation is exactly the given one: not every number is the
+  /// quotient of two others.
+  static UIColor* saturated(Reddish from, CGFloat saturation) {
+    while (from.saturation() != saturation && from.most > CGFloat{0.25}) {
+      from.most -= CGFloat{1} / 4096;
+      from.rest = from.most - from.most * saturation;
+    }
+    return test::rgb(from.most, from.rest, from.rest);
   }
   static UIColor* important() { return importantColor(nullptr); }
 
@@ -105,43 +123,50 @@ TEST_F(ImportantChoice, MiddlingSaturationIsPushed) {
   UIColor* middling = UIColor::colorWithHue(0.55, 0.5, 0.8, 0.4);
   choose(middling, grey(0), grey(1));
   UIColor* found = important();
-  EXPECT_NEAR(hue(found), 0.55, 1e-12);
-  EXPECT_NEAR(saturation(found), 0.76, 1e-12);
-  EXPECT_NEAR(brightness(found), 0.8, 1e-12);
+  EXPECT_NEAR(hue(found), 0.55, kOfHues);
+  EXPECT_NEAR(saturation(found), 0.76, kRounding);
+  EXPECT_NEAR(brightness(found), 0.8, kRounding);
   EXPECT_EQ(alpha(found), 1);
 }
 
-/// Chosen so that the saturation comes out at the very limit.
 TEST_F(ImportantChoice, ASaturationOf63PerCentIsVivid) {
-  UIColor* vivid = test::rgb(0.5, 0.185, 0.185);
-  ASSERT_EQ(saturation(vivid), 0.63);
+  // The very limit, or the next number above.
+  CGFloat limit = 0.63;
+  if (limit < 0.63) limit = std::nextafter(limit, CGFloat{1});
+  UIColor* vivid = saturated({0.5, 0.185}, limit);
+  ASSERT_EQ(saturation(vivid), limit);
   choose(vivid, grey(0), grey(0));
   EXPECT_EQ(important(), vivid);
   UIColor* more = test::rgb(0.5, 0.184, 0.184);
   choose(more, grey(0), grey(0));
   EXPECT_EQ(important(), more);
-  const double next = std::nextafter(0.185, 1.0);
-  UIColor* less = test::rgb(0.5, next, next);
-  ASSERT_LT(saturation(less), 0.63);
+  const CGFloat below = std::nextafter(limit, CGFloat{0});
+  UIColor* less = saturated({0.5, 0.185}, below);
+  ASSERT_EQ(saturation(less), below);
+  ASSERT_LT(below, 0.63);
   choose(less, grey(0), grey(0));
   EXPECT_NE(important(), less);
-  EXPECT_NEAR(saturation(important()), 0.76, 1e-12);
+  EXPECT_NEAR(saturation(important()), 0.76, kRounding);
 }
 
 TEST_F(ImportantChoice, ASaturationOf10PerCentIsGrey) {
-  UIColor* greyish = test::rgb(0.9997, 0.89973, 0.89973);
-  ASSERT_EQ(saturation(greyish), 0.1);
+  // The very limit, or the next number below.
+  CGFloat limit = 0.1;
+  if (limit > 0.1) limit = std::nextafter(limit, CGFloat{0});
+  UIColor* greyish = saturated({0.9997, 0.89973}, limit);
+  ASSERT_EQ(saturation(greyish), limit);
   choose(grey(0), greyish, grey(0));
   EXPECT_EQ(important(), greyish);
   UIColor* less = test::rgb(0.9997, 0.9, 0.9);
   choose(grey(0), less, grey(0));
   EXPECT_EQ(important(), less);
-  const double next = std::nextafter(0.89973, 0.0);
-  UIColor* more = test::rgb(0.9997, next, next);
-  ASSERT_GT(saturation(more), 0.1);
+  const CGFloat above = std::nextafter(limit, CGFloat{1});
+  UIColor* more = saturated({0.9997, 0.89973}, above);
+  ASSERT_EQ(saturation(more), above);
+  ASSERT_GT(above, 0.1);
   choose(grey(0), more, grey(0));
   EXPECT_NE(important(), more);
-  EXPECT_NEAR(saturation(important()), 0.76, 1e-12);
+  EXPECT_NEAR(saturation(important()), 0.76, kRounding);
 }
 
 TEST_F(ImportantChoice, ThePlatformsGreysStay) {
@@ -182,7 +207,7 @@ TEST_F(ImportantInBackground, TheAverageColorsHueIsSaturated) {
   become(UIApplicationStateBackground);
   UIColor* found = importantColor(plain(40, 90, 60));
   const reference::Hsb expected = reference::hsbOf(reference::colorOf({40, 90, 60, 255}));
-  EXPECT_NEAR(hue(found), expected.hue, 1e-12);
+  EXPECT_NEAR(hue(found), expected.hue, kOfHues);
   EXPECT_EQ(saturation(found), 1);
   EXPECT_EQ(brightness(found), 0.875);
   EXPECT_EQ(alpha(found), 1);

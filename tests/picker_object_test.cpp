@@ -6,6 +6,7 @@
 #include "objc/autorelease_pool.h"
 #include "platform/Dispatch.h"
 #include "platform/OpenGLES.h"
+#include "support/encodings.h"
 #include "support/hosted.h"
 
 namespace {
@@ -31,6 +32,7 @@ namespace {
 
 using test::hex;
 using test::make;
+using test::nativeEncoding;
 
 class Picker : public test::Hosted {
  protected:
@@ -84,13 +86,13 @@ TEST_F(Picker, AnswersItsOperations) {
       {"compileShader:type:string:", "B@:^II@"},
       {"linkProgram:", "B@:I"},
       {"validateProgram:", "B@:I"},
-      {"dumpImageWithWidth:height:biggestAlphaColorReturn:", "@@:QQ^@"},
-      {"colorWithBiggerCountFromImageWidth:height:", "@@:QQ"},
-      {"colorFromImageWithWidth:height:filteringColor:tolerance:", "@@:QQ@f"},
+      {"dumpImageWithWidth:height:biggestAlphaColorReturn:", nativeEncoding("@@:QQ^@")},
+      {"colorWithBiggerCountFromImageWidth:height:", nativeEncoding("@@:QQ")},
+      {"colorFromImageWithWidth:height:filteringColor:tolerance:", nativeEncoding("@@:QQ@f")},
       {"findTextColorsTaskForColorScheme:", "v@:@"},
       {"scaleImage:width:height:", "@@:@dd"},
       {"isSufficienteContrastBetweenBackground:andForground:", "B@:@@"},
-      {"imageWithImage:scaledToSize:", "@@:@{CGSize=dd}"},
+      {"imageWithImage:scaledToSize:", nativeEncoding("@@:@{CGSize=dd}")},
       {"addNotificationObservers", "v@:"},
       {"dealloc", "v@:"},
       {"appDidEnterBackground", "v@:"},

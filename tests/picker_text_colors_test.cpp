@@ -4,6 +4,7 @@
 #include "objc/autorelease_pool.h"
 #include "objc/hook.h"
 #include "picker/chosen_frame.h"
+#include "support/encodings.h"
 
 namespace {
 
@@ -98,7 +99,7 @@ TEST_F(PickerTextColors, ANilColorCountsAsBlack) {
 TEST_F(PickerTextColors, AColorThatIsNoNumberCountsAsBlack) {
   readFrame();
   put(0, 0, {128, 0, 0, 5});  // far from a red of 0, near one of 255
-  UIColor* none = platformColor({std::numeric_limits<double>::quiet_NaN(), 0, 0});
+  UIColor* none = platformColor({std::numeric_limits<CGFloat>::quiet_NaN(), 0, 0});
   EXPECT_EQ(componentsOf(primary(schemeFor(none))), color(128, 0, 0));
   EXPECT_EQ(filtered(none, 0.5F), color(128, 0, 0));
 }
@@ -161,18 +162,19 @@ TEST_F(PickerTextColors, ANewSchemeHasNoColors) {
 }
 
 TEST_F(PickerTextColors, MethodsHaveTheirEncodings) {
-  constexpr std::array<std::array<const char*, 2>, 6> kMethods{
-      {{"findTextColorsTaskForColorScheme:", "v@:@"},
-       {"isSufficienteContrastBetweenBackground:andForground:", "B@:@@"},
-       {"colorFromImageWithWidth:height:filteringColor:tolerance:", "@@:QQ@f"},
-       {"colorWithBiggerCountFromImageWidth:height:", "@@:QQ"},
-       {"dumpImageWithWidth:height:biggestAlphaColorReturn:", "@@:QQ^@"},
-       {"scaleImage:width:height:", "@@:@dd"}}};
+  const std::pair<const char*, std::string> kMethods[] = {
+      {"findTextColorsTaskForColorScheme:", "v@:@"},
+      {"isSufficienteContrastBetweenBackground:andForground:", "B@:@@"},
+      {"colorFromImageWithWidth:height:filteringColor:tolerance:", nativeEncoding("@@:QQ@f")},
+      {"colorWithBiggerCountFromImageWidth:height:", nativeEncoding("@@:QQ")},
+      {"dumpImageWithWidth:height:biggestAlphaColorReturn:", nativeEncoding("@@:QQ^@")},
+      {"scaleImage:width:height:", "@@:@dd"},
+  };
   for (const auto& [name, types] : kMethods) {
     objc_method* method =
         class_getInstanceMethod(objc_getClass("CQColorPicker"), sel_registerName(name));
     ASSERT_NE(method, nullptr) << name;
-    EXPECT_STREQ(method_getTypeEncoding(method), types) << name;
+    EXPECT_EQ(method_getTypeEncoding(method), types) << name;
   }
 }
 

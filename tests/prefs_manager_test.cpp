@@ -74,13 +74,15 @@ TEST_F(Manager, ElementsAnswerByTheirTypes) {
       for (const Element& element : kElements)
         typed += key(std::string(element.prefix) + "_color_type", number(type));
       application(typed);
+      // In 32 bits an NSInteger is the lower half.
+      const auto answered = static_cast<NSInteger>(type);
       for (const Element& element : kElements) {
-        EXPECT_EQ(enabled(element), type) << element.operation;
-        EXPECT_EQ(hex(dyeOf(element)), type == 1   ? "nil"
-                                       : type == 2 ? "#0a0b0cff"
-                                                   : "#101112ff")
+        EXPECT_EQ(enabled(element), answered) << element.operation;
+        EXPECT_EQ(hex(dyeOf(element)), answered == 1   ? "nil"
+                                       : answered == 2 ? "#0a0b0cff"
+                                                       : "#101112ff")
             << element.operation;
-        EXPECT_EQ(send<bool>(dyeOf(element), "isVarnixColor"_sel), type != 1);
+        EXPECT_EQ(send<bool>(dyeOf(element), "isVarnixColor"_sel), answered != 1);
       }
       _exit(HasFailure() ? 1 : 0);
     }

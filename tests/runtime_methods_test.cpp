@@ -232,19 +232,21 @@ TEST(ClassPairs, TakeNoNameTwice) {
 
 TEST(ClassPairs, LayOutIvarsInTheOrderAddedAligned) {
   Class made = objc_allocateClassPair(objc_getClass("NSObject"), "MadeWithIvars", 0);
-  EXPECT_EQ(class_getInstanceSize(made), 8U);
+  constexpr std::size_t kWord = sizeof(Class);
+  EXPECT_EQ(class_getInstanceSize(made), kWord);
   EXPECT_TRUE(class_addIvar(made, "_flag", 1, 0, "B"));
   EXPECT_TRUE(class_addIvar(made, "_number", 8, 3, "d"));
   EXPECT_TRUE(class_addIvar(made, "_small", 2, 1, "s"));
   EXPECT_FALSE(class_addIvar(made, "_flag", 1, 0, "B"));
   objc_registerClassPair(made);
   EXPECT_FALSE(class_addIvar(made, "_late", 8, 3, "d")) << "instances may exist";
-  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_flag")), 8);
-  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_number")), 16);
-  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_small")), 24);
+  constexpr std::size_t kNumber = kWord == 8 ? 16 : 8;  // the next multiple of eight
+  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_flag")), kWord);
+  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_number")), kNumber);
+  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(made, "_small")), kNumber + 8);
   EXPECT_EQ(class_getInstanceVariable(made, "_late"), nullptr);
-  EXPECT_EQ(class_getInstanceSize(made), 32U);
-  EXPECT_EQ(class_getInstanceSize(objc_getClass("NSObject")), 8U);
+  EXPECT_EQ(class_getInstanceSize(made), kNumber + 8 + kWord);
+  EXPECT_EQ(class_getInstanceSize(objc_getClass("NSObject")), kWord);
 }
 
 TEST(HiddenClasses, AreNotFoundByNameButLiveOn) {

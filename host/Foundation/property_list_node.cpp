@@ -1,9 +1,10 @@
 #include "Foundation/property_list_node.h"
 
 #include <bit>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
-#include <ctime>
+#include <cstdio>
 #include <limits>
 #include <string_view>
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr double kFirst = -63145699200;  // 0000-01-01
 constexpr double kEnd = 252455616000;    // 10000-01-01
-constexpr std::time_t kReferenceDate = 978307200;
+constexpr std::chrono::sys_days kReferenceDate = std::chrono::January / 1 / std::chrono::year(2001);
 
 constexpr std::size_t kHeaderSize = 8;
 constexpr unsigned char kSixteenByteInteger = 0x14;
@@ -65,13 +66,16 @@ Tree dateNode(double seconds) {
   if (std::abs(whole) < std::numeric_limits<std::int32_t>::max()) {
     return Tree(plist_new_date(static_cast<std::int32_t>(whole), 0));
   }
-  const std::time_t moment = static_cast<std::time_t>(whole) + kReferenceDate;
-  std::tm fields{};
+  // Not by way of time_t, which has 32 bits on some systems.
+  const auto moment = kReferenceDate + std::chrono::seconds(static_cast<std::int64_t>(whole));
+  const auto day = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day date(day);
+  const std::chrono::hh_mm_ss time(moment - day);
   char words[64];
-  if (gmtime_r(&moment, &fields) == nullptr ||
-      std::strftime(words, sizeof words, "<date>%Y-%m-%dT%H:%M:%SZ</date>", &fields) == 0) {
-    return {};
-  }
+  std::snprintf(words, sizeof words, "<date>%04d-%02u-%02uT%02d:%02d:%02dZ</date>",
+                static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                static_cast<unsigned>(date.day()), static_cast<int>(time.hours().count()),
+                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
   return parse(words);
 }
 

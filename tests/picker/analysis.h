@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 
+#include <limits>
 #include <stdexcept>
 
 #include "CoreGraphics/CoreGraphics.h"
@@ -29,6 +30,9 @@ inline void PrintTo(const Color& color, std::ostream* out) {
 }  // namespace reference
 
 namespace test {
+
+/// As much as the roundings of a few operations on components add up to.
+inline constexpr double kRounding = 4 * double{std::numeric_limits<CGFloat>::epsilon()};
 
 /// The function of that name in the module.
 template <class Function>

@@ -83,7 +83,8 @@ class ChosenFrame : public Analysis {
 };
 
 constexpr reference::Color color(unsigned red, unsigned green, unsigned blue) {
-  return {red / 255.0, green / 255.0, blue / 255.0};
+  constexpr CGFloat kRange = 255;
+  return {red / kRange, green / kRange, blue / kRange};
 }
 
 /// The next single-precision number, and the one before.

@@ -66,7 +66,7 @@ std::array<Yuv, std::size_t{kProcessedSide} * kProcessedSide> samplesOf(const Pi
 
 using Whole = std::array<int, 3>;
 
-int whole(double component) { return static_cast<int>(std::max(component * 255.0, 0.0)); }
+int whole(CGFloat component) { return static_cast<int>(std::max(component * 255, CGFloat{0})); }
 Whole wholeOf(const Color& color) {
   return {whole(color.red), whole(color.green), whole(color.blue)};
 }
@@ -108,13 +108,13 @@ Measured measured(const Color& color) {
           static_cast<float>(color.blue)};
 }
 
-Color fromHsb(double hue, double saturation, double brightness) {
-  const double position = hue * 6;
+Color fromHsb(CGFloat hue, CGFloat saturation, CGFloat brightness) {
+  const CGFloat position = hue * 6;
   const int sector = static_cast<int>(position) % 6;
-  const double part = position - std::floor(position);
-  const double low = brightness * (1 - saturation);
-  const double falling = brightness * (1 - saturation * part);
-  const double rising = brightness * (1 - saturation * (1 - part));
+  const CGFloat part = position - std::floor(position);
+  const CGFloat low = brightness * (1 - saturation);
+  const CGFloat falling = brightness * (1 - saturation * part);
+  const CGFloat rising = brightness * (1 - saturation * (1 - part));
   switch (sector) {
     case 0:
       return {brightness, rising, low};
@@ -154,7 +154,8 @@ Pixels frameOf(const Pixels& image) {
 }
 
 Color colorOf(const Pixel& pixel) {
-  return {pixel.red / 255.0, pixel.green / 255.0, pixel.blue / 255.0};
+  constexpr CGFloat kRange = 255;
+  return {pixel.red / kRange, pixel.green / kRange, pixel.blue / kRange};
 }
 
 Color backgroundOf(const Pixels& frame) {
@@ -214,12 +215,12 @@ bool contrasts(const Color& background, const Color& foreground) {
 
 Hsb hsbOf(const Color& color) {
   const auto [least, most] = std::minmax({color.red, color.green, color.blue});
-  const double range = most - least;
+  const CGFloat range = most - least;
   if (range == 0) return {0, 0, most};
-  double hue = 0;
+  CGFloat hue = 0;
   if (most == color.red) hue = (color.green - color.blue) / range / 6;
-  else if (most == color.green) hue = (color.blue - color.red) / range / 6 + 1.0 / 3;
-  else hue = (color.red - color.green) / range / 6 + 2.0 / 3;
+  else if (most == color.green) hue = (color.blue - color.red) / range / 6 + CGFloat{1} / 3;
+  else hue = (color.red - color.green) / range / 6 + CGFloat{2} / 3;
   return {hue < 0 ? hue + 1 : hue, range / most, most};
 }
 
@@ -229,8 +230,9 @@ Color importantOf(const Scheme& scheme) {
     if (hsbOf(*color).saturation > hsbOf(chosen).saturation) chosen = *color;
   }
   const Hsb hsb = hsbOf(chosen);
-  if (hsb.saturation <= 0.1 || hsb.saturation >= 0.63) return chosen;
-  return fromHsb(hsb.hue, 0.76, hsb.brightness);
+  const double saturation = hsb.saturation;
+  if (saturation <= 0.1 || saturation >= 0.63) return chosen;
+  return fromHsb(hsb.hue, CGFloat{0.76}, hsb.brightness);
 }
 
 }  // namespace reference

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/CoreGraphics.h"
+
 namespace reference {
 
 inline constexpr int kSide = 32;
@@ -23,9 +25,10 @@ using Pixels = std::array<Pixel, std::size_t{kSide} * kSide>;
 /// computes it in single precision.
 Pixels frameOf(const Pixels& image);
 
-/// Components 0 to 1. A grey has two components only, which the measures take for black.
+/// Components 0 to 1, in the precision of the platform's colours. A grey has two components only,
+/// which the measures take for black.
 struct Color {
-  double red, green, blue;
+  CGFloat red, green, blue;
   bool isGrey = false;
 
   friend bool operator==(const Color&, const Color&) = default;
@@ -51,7 +54,7 @@ float yOf(const Color& color);
 bool contrasts(const Color& background, const Color& foreground);
 
 struct Hsb {
-  double hue, saturation, brightness;
+  CGFloat hue, saturation, brightness;
 };
 Hsb hsbOf(const Color& color);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "CoreGraphics/CoreGraphics.h"
@@ -20,6 +21,10 @@ using Context = objc::Owned<CGContextRef, &CGContextRelease>;
 inline constexpr CGBitmapInfo kRgba = kCGImageAlphaPremultipliedLast;
 /// The bytes blue, green, red, alpha: drawn into where they are.
 inline constexpr CGBitmapInfo kBgra = kCGImageAlphaPremultipliedFirst | kCGBitmapByteOrder32Little;
+
+/// Numbers whose squares a CGFloat cannot hold: beyond its range, and too close to nothing.
+inline constexpr CGFloat kHuge = std::numeric_limits<CGFloat>::max() / 4;
+inline constexpr CGFloat kTiny = std::numeric_limits<CGFloat>::min();
 
 struct Layout {
   std::size_t width = 1, height = 1;
