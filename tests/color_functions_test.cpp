@@ -46,10 +46,10 @@ bool answerNo(UIColor*, SEL, CGFloat* hue, CGFloat*, CGFloat*, CGFloat*) {
   return false;
 }
 
-class ColorFunctions : public Analysis {
+class ColorFunctions : public PlainAnalysis {
  protected:
   void SetUp() override {
-    Analysis::SetUp();
+    PlainAnalysis::SetUp();
     MSHookMessageEx(objc_getMetaClass("UIColor"), "colorWithHue:saturation:brightness:alpha:"_sel,
                     reinterpret_cast<IMP>(&noteHsb), &originalWithHue);
   }

@@ -15,11 +15,11 @@ UIColor* iconColor(NSString* identifier, UIColor* fallback, VNXManager* manager)
   return function(identifier, fallback, manager);
 }
 
-class IconFunction : public Analysis {
+class IconFunction : public PlainAnalysis {
  protected:
   void SetUp() override {
     icons["com.example.mail"] = VARNIX_SAMPLES "/icons/com.example.mail.png";
-    Analysis::SetUp();
+    PlainAnalysis::SetUp();
   }
   static int passes() { return static_cast<int>(calls().size()); }
 };

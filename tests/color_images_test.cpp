@@ -50,7 +50,7 @@ UIColor* colorOf(double red, double green, double blue, double alpha) {
                                static_cast<CGFloat>(blue), static_cast<CGFloat>(alpha));
 }
 
-class ColorImages : public Analysis {};
+class ColorImages : public PlainAnalysis {};
 
 // --- silhouettes ---------------------------------------------------------------------------------
 

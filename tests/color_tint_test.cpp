@@ -138,7 +138,7 @@ constexpr double kMostOff = 2;
 /// their rounding up to three times larger.
 constexpr double kMostOffAtEdges = 3.25;
 
-class Tint : public Analysis {};
+class Tint : public PlainAnalysis {};
 
 TEST_F(Tint, IsTheFormulasOverAGridOfColorsAndAlphas) {
   UIImage* image = grid();

@@ -1,4 +1,5 @@
 // The keyboard's background and how it is rendered.
+#include "support/encodings.h"
 #include "support/hosted.h"
 
 namespace {
@@ -74,7 +75,8 @@ TEST_F(Keyboard, AnInitialiserThatFailsStaysNil) {
     return nullptr;
   };
   class_addMethod(objc_getClass("UIKeyboard"), sel_registerName("initWithFrame:"),
-                  reinterpret_cast<IMP>(fails), "@@:{CGRect={CGPoint=dd}{CGSize=dd}}");
+                  reinterpret_cast<IMP>(fails),
+                  test::nativeEncoding("@@:{CGRect={CGPoint=dd}{CGSize=dd}}").c_str());
   load();
   EXPECT_EQ(keyboard(), nullptr);
 }

@@ -24,7 +24,7 @@ CGFloat saturation(UIColor* color) { return send<CGFloat>(color, "saturation"_se
 CGFloat brightness(UIColor* color) { return send<CGFloat>(color, "brightness"_sel); }
 CGFloat alpha(UIColor* color) { return send<CGFloat>(color, "alpha"_sel); }
 
-class PickerImportant : public Analysis, public testing::WithParamInterface<pictures::Kind> {};
+class PickerImportant : public PlainAnalysis, public testing::WithParamInterface<pictures::Kind> {};
 
 TEST_P(PickerImportant, IsThePlainComputations) {
   int pushed = 0;
@@ -59,10 +59,10 @@ NSObject* chosenScheme = nullptr;
 
 NSObject* answerChosenScheme(NSObject*, SEL, UIImage*) { return chosenScheme; }
 
-class ImportantChoice : public Analysis {
+class ImportantChoice : public PlainAnalysis {
  protected:
   void SetUp() override {
-    Analysis::SetUp();
+    PlainAnalysis::SetUp();
     MSHookMessageEx(objc_getClass("CQColorPicker"), "colorSchemeFromImage:"_sel,
                     reinterpret_cast<IMP>(&answerChosenScheme), &saved);
     chosenScheme = make<NSObject>("CQColorScheme");
@@ -182,7 +182,7 @@ TEST_F(ImportantChoice, MissingColorsCountAsGrey) {
   EXPECT_EQ(important(), vivid);
 }
 
-class ImportantInBackground : public Analysis {
+class ImportantInBackground : public PlainAnalysis {
  protected:
   static void become(NSInteger state) {
     send<void>(UIApplication::sharedApplication(), "setApplicationState:"_sel, state);

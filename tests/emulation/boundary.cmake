@@ -1,7 +1,7 @@
 # The boundary's own test, and the library for the device that it takes.
 set(probe ${CMAKE_BINARY_DIR}/tests/probe.dylib)
 add_custom_command(OUTPUT ${probe}
-  COMMAND ${VARNIX_BUILD_DEVICE_LIBRARY} ${CMAKE_CURRENT_SOURCE_DIR}/emulation/probe.cpp ${probe}
+  COMMAND ${VARNIX_BUILD_DEVICE_LIBRARY} ${probe} ${CMAKE_CURRENT_SOURCE_DIR}/emulation/probe.cpp
   DEPENDS emulation/probe.cpp emulation/probe.h VERBATIM)
 add_custom_target(probe DEPENDS ${probe})
 

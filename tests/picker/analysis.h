@@ -1,7 +1,5 @@
-// A hosted application with the analysis of pictures, which is loaded in the library's place.
+// A hosted application with the analysis of pictures.
 #pragma once
-
-#include <dlfcn.h>
 
 #include <limits>
 #include <stdexcept>
@@ -34,13 +32,11 @@ namespace test {
 /// As much as the roundings of a few operations on components add up to.
 inline constexpr double kRounding = 4 * double{std::numeric_limits<CGFloat>::epsilon()};
 
-/// The function of that name in the module.
+/// The plain function of that name, under PlainAnalysis.
 template <class Function>
 Function* plainFunction(const char* name) {
-  void* module = dlopen(VARNIX_PLAIN_FUNCTIONS, RTLD_NOW | RTLD_NOLOAD);
-  void* function = module == nullptr ? nullptr : dlsym(module, name);
+  void* function = host::librarySymbol(VARNIX_PLAIN_FUNCTIONS, name);
   if (function == nullptr) throw std::runtime_error(std::string("no ") + name);
-  dlclose(module);
   return reinterpret_cast<Function*>(function);
 }
 
@@ -76,9 +72,11 @@ inline reference::Color componentsOf(UIColor* color) {
 /// A fixture around one picker.
 class Analysis : public Hosted {
  protected:
+  explicit Analysis(const char* library = VARNIX_LIBRARY) : library_(library) {}
+
   void SetUp() override {
     start("com.example.app");
-    host::loadLibrary(VARNIX_PLAIN_FUNCTIONS);
+    host::loadLibrary(library_);
     picker = make<NSObject>("CQColorPicker");
     ASSERT_NE(picker, nullptr);
   }
@@ -124,6 +122,15 @@ class Analysis : public Hosted {
   }
 
   NSObject* picker = nullptr;
+
+ private:
+  const char* library_;
+};
+
+/// With the functions that the library keeps to itself: they are loaded in its place.
+class PlainAnalysis : public Analysis {
+ protected:
+  PlainAnalysis() : Analysis(VARNIX_PLAIN_FUNCTIONS) {}
 };
 
 }  // namespace test

@@ -2,6 +2,8 @@
 // executable: it defines a platform function.
 #pragma once
 
+#include <dlfcn.h>
+
 #include <cmath>
 #include <vector>
 
