@@ -9,7 +9,8 @@
 
 namespace bench {
 
-/// The process's settings file on this machine.
+/// The process's container root and settings file on this machine.
+const std::string& root();
 const std::string& settingsFile();
 
 /// A view of the hosted application, with the library loaded and one question asked already.
@@ -18,6 +19,10 @@ UIView* dyedView();
 /// Nanoseconds of a cached send, and of a view's question for its tint colour.
 double cachedSend();
 double tintColorQuestion();
+
+/// Loads a library in a hosted process that has not loaded any, and prints the milliseconds and the
+/// private kilobytes that it took. The exit status.
+int loadOnce(const char* library);
 
 /// The benchmarks of each file. Loading runs first, while the library is not loaded yet.
 void registerLoading();

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 
 #include "hosted.h"
 #include "objc/autorelease_pool.h"
@@ -14,13 +15,27 @@ namespace bench {
 
 namespace {
 
-std::string root;
+std::string container;
+
+/// Writes the settings and becomes an application.
+void start() {
+  std::filesystem::create_directories(std::filesystem::path(settingsFile()).parent_path());
+  std::ofstream(settingsFile())
+      << "<plist "
+         "version=\"1.0\"><dict><key>global_color</key><string>#112233</string></dict></plist>";
+  host::ProcessOptions options;
+  options.bundle = "com.example.app";
+  options.root = container;
+  host::startProcess(options);
+}
 
 }  // namespace
 
+const std::string& root() { return container; }
+
 const std::string& settingsFile() {
   static const std::string file =
-      root + "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist";
+      container + "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist";
   return file;
 }
 
@@ -37,18 +52,16 @@ UIView* dyedView() {
 }  // namespace bench
 
 int main(int count, char** arguments) {
+  if (count == 4 && std::string_view(arguments[1]) == "--load") {
+    bench::container = arguments[3];
+    bench::start();
+    return bench::loadOnce(arguments[2]);
+  }
   benchmark::Initialize(&count, arguments);
   if (benchmark::ReportUnrecognizedArguments(count, arguments)) return 2;
-  bench::root = (std::filesystem::temp_directory_path() / "varnix-bench-XXXXXX").string();
-  if (mkdtemp(bench::root.data()) == nullptr) return 1;
-  std::filesystem::create_directories(std::filesystem::path(bench::settingsFile()).parent_path());
-  std::ofstream(bench::settingsFile())
-      << "<plist "
-         "version=\"1.0\"><dict><key>global_color</key><string>#112233</string></dict></plist>";
-  host::ProcessOptions options;
-  options.bundle = "com.example.app";
-  options.root = bench::root;
-  host::startProcess(options);
+  bench::container = (std::filesystem::temp_directory_path() / "varnix-bench-XXXXXX").string();
+  if (mkdtemp(bench::container.data()) == nullptr) return 1;
+  bench::start();
   {
     objc::AutoreleasePool pool;
     bench::registerLoading();
@@ -57,6 +70,6 @@ int main(int count, char** arguments) {
     bench::registerIconColor();
     benchmark::RunSpecifiedBenchmarks();
   }
-  std::filesystem::remove_all(bench::root);
+  std::filesystem::remove_all(bench::container);
   bench::printTable();
 }
