@@ -55,6 +55,8 @@ Sample load(const char* library) {
 Sample median(const char* library) {
   constexpr std::size_t kSamples = 51;
   std::vector<Sample> samples(kSamples);
+  // Pages of a file that was just linked would count as written.
+  ::sync();
   for (Sample& sample : samples) sample = load(library);
   const auto middle = [&samples](auto value) {
     std::vector<double> values(samples.size());
