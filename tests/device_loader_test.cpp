@@ -212,6 +212,21 @@ TEST(Binds, LazyOnesGoOnBehindAnEnd) {
               ElementsAre("4112 _a 1 0 pointer", "4120 _b 2 0 pointer"));
 }
 
+TEST(Binds, WeakOnesHaveAStreamOfTheirOwn) {
+  ImageFile image = plainImage(Architecture::arm64);
+  // A definition that is not weak is named and bound nowhere.
+  const Opcodes weak = Opcodes()
+                           .symbol("_strong", kNonWeakDefinition)
+                           .at(1, 16)
+                           .symbol("_a")
+                           .op(kBindDo)
+                           .op(kBindDone)
+                           .op(kBindDo);
+  image.weakBinds = weak.read();
+  EXPECT_THAT(words(device::readWeakBinds(image)), ElementsAre("4112 _a 0 0 pointer"));
+  EXPECT_TRUE(device::readBinds(image).empty());
+}
+
 TEST(Binds, RefuseWhatIsNotThere) {
   EXPECT_EQ(refused([] { bindsOf(Opcodes().op(kBindSetDylibOrdinalImm, 3)); }),
             "a bind to a library that is not there");
@@ -343,6 +358,84 @@ TEST(Mapping, FixesEveryWord) {
   EXPECT_EQ(image.exported("_nothing"), nullptr);
   EXPECT_TRUE(image.contains(table));
   EXPECT_FALSE(image.contains(imported));
+}
+
+/// The data segment's number, and where in it the table of kLoadableSource lies.
+struct Table {
+  uint8_t segment = 0;
+  uint64_t offset = 0;
+};
+Table tableOf(const ImageFile& file) {
+  for (uint8_t i = 0; i < file.segments.size(); ++i) {
+    if (file.segments[i].name == "__DATA")
+      return {i, file.section("__data")->address - file.segments[i].address};
+  }
+  throw device::Error("no data");
+}
+
+TEST(Mapping, WeakBindsTakeTheProcesssDefinitionThenTheirOwn) {
+  const Bytes library = loadable();
+  ImageFile file = device::readImageFile(Architecture::arm64, Reader(library));
+  const Table place = tableOf(file);
+  Opcodes weak;
+  weak.op(kBindSetTypeImm, kPointer).at(place.segment, place.offset);
+  for (const char* name : {"_imported", "_function", "_nobodys"}) weak.symbol(name).op(kBindDo);
+  file.weakBinds = weak.read();
+  const device::MappedImage image(file, resolve);
+  const auto* table = static_cast<uintptr_t*>(image.exported("_table"));
+  EXPECT_EQ(table[0], reinterpret_cast<uintptr_t>(imported));
+  EXPECT_EQ(table[1], reinterpret_cast<uintptr_t>(image.exported("_function")));
+  // What the other streams gave it stays.
+  EXPECT_EQ(table[2], reinterpret_cast<uintptr_t>(image.exported("_function")));
+}
+
+TEST(Mapping, AWeakLibrarysSymbolsAndTheImagesOwn) {
+  const Bytes library = loadable();
+  ImageFile file = device::readImageFile(Architecture::arm64, Reader(library));
+  file.libraries = {{"/usr/lib/first.dylib", false}, {"/usr/lib/second.dylib", true}};
+  const Table place = tableOf(file);
+  Opcodes binds;
+  binds.op(kBindSetTypeImm, kPointer).at(place.segment, place.offset);
+  binds.op(kBindSetDylibOrdinalImm, 2)
+      .symbol("_nobodys")
+      .op(kBindSetAddendSleb)
+      .sleb(8)
+      .op(kBindDo);
+  binds.op(kBindSetDylibSpecialImm, 0).symbol("_table").op(kBindDo);
+  file.binds = binds.read();
+  file.lazyBinds = {};
+  const device::MappedImage image(file, resolve);
+  const auto* table = static_cast<uintptr_t*>(image.exported("_table"));
+  EXPECT_EQ(table[0], 0u);
+  EXPECT_EQ(table[1], reinterpret_cast<uintptr_t>(table) + 8);
+}
+
+TEST(Mapping, HalfWordsHoldAddressesAndDistances) {
+  const Bytes library = loadable();
+  ImageFile file = device::readImageFile(Architecture::arm64, Reader(library));
+  const Table place = tableOf(file);
+  Opcodes rebases;
+  rebases.op(kRebaseSetTypeImm, kAbsolute32).rebaseAt(place.segment, place.offset);
+  rebases.op(kRebaseDoImmTimes, 1).op(kRebaseSetTypeImm, kRelative32).op(kRebaseDoImmTimes, 1);
+  file.rebases = rebases.read();
+  Opcodes binds;
+  binds.op(kBindSetDylibSpecialImm, 0xe).symbol("_imported");
+  binds.at(place.segment, place.offset + 16).op(kBindSetTypeImm, kAbsolute32).op(kBindDo);
+  binds.op(kBindSetTypeImm, kRelative32).op(kBindDo);
+  file.binds = binds.read();
+  const device::MappedImage image(file, resolve);
+  const auto* table = static_cast<uintptr_t*>(image.exported("_table"));
+  const auto low = [&](int i) { return static_cast<uint32_t>(table[i]); };
+  const auto address = [](const void* at) {
+    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(at));
+  };
+  const uint64_t tableInFile = file.section("__data")->address;
+  const auto distance = address(table) - static_cast<uint32_t>(tableInFile);
+  EXPECT_EQ(low(0), 17 + distance);
+  // The file's own word is the table's address there.
+  EXPECT_EQ(low(1), static_cast<uint32_t>(tableInFile) - distance);
+  EXPECT_EQ(low(2), address(imported));
+  EXPECT_EQ(low(3), address(imported) - (address(&table[3]) + 4));
 }
 
 TEST(Mapping, NamesAllThatIsMissingAtOnce) {

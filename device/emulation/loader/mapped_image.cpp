@@ -121,15 +121,19 @@ void MappedImage::protect() const {
 void MappedImage::initialise() const {
   for (const ImageSection& section : file_.sections) {
     if (section.type != macho::kModInitFuncPointers) continue;
-    for (const uintptr_t function : words(section.name)) reinterpret_cast<void (*)()>(function)();
+    for (const uintptr_t function : words(section)) reinterpret_cast<void (*)()>(function)();
   }
 }
 
 std::span<uintptr_t> MappedImage::words(std::string_view name) const {
   const ImageSection* section = file_.section(name);
   if (section == nullptr) return {};
-  return {reinterpret_cast<uintptr_t*>(at(section->address - file_.base)),
-          static_cast<size_t>(section->size / sizeof(uintptr_t))};
+  return words(*section);
+}
+
+std::span<uintptr_t> MappedImage::words(const ImageSection& section) const {
+  return {reinterpret_cast<uintptr_t*>(at(section.address - file_.base)),
+          static_cast<size_t>(section.size / sizeof(uintptr_t))};
 }
 
 void* MappedImage::exported(std::string_view symbol) const {

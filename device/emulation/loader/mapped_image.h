@@ -34,6 +34,7 @@ class MappedImage {
   bool contains(const void* address) const;
 
  private:
+  std::span<uintptr_t> words(const ImageSection& section) const;
   std::byte* at(uint64_t offset) const { return start_ + offset; }
   void rebase() const;
   void bind(const Resolve& resolve) const;
