@@ -56,12 +56,17 @@ std::vector<std::string> loadNeeded(const std::string& path, const ImageFile& fi
   return neighbours;
 }
 
+/// Nil where no such library is loaded, or not yet because it waits for one that it needs.
+void* exportedBy(const std::string& path, std::string_view symbol) {
+  const auto found = loadedImages().find(path);
+  if (found == loadedImages().end() || found->second.image == nullptr) return nullptr;
+  return found->second.image->exported(symbol);
+}
+
 /// A neighbour's own, else this process's.
 void* resolve(const std::vector<std::string>& neighbours, std::string_view symbol) {
   for (const std::string& path : neighbours) {
-    // Not yet where the two need each other.
-    const auto& image = loadedImages().at(path).image;
-    if (void* found = image == nullptr ? nullptr : image->exported(symbol)) return found;
+    if (void* found = exportedBy(path, symbol)) return found;
   }
   return importedSymbol(symbol);
 }
@@ -102,9 +107,7 @@ void load(const std::string& path) {
 }
 
 void* symbol(const std::string& path, const char* name) {
-  const auto found = loadedImages().find(path);
-  return found == loadedImages().end() ? nullptr
-                                       : found->second.image->exported("_" + std::string(name));
+  return exportedBy(path, "_" + std::string(name));
 }
 
 constexpr host::ImageLoader kLoader{&load, &symbol};
