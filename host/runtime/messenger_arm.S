@@ -87,31 +87,24 @@ MESSENGER objc_msgSend_stret
         RESOLVE r1, r2
 END objc_msgSend_stret
 
-MESSENGER objc_msgSendSuper
+// The receiver's place holds the address of a structure: the receiver, then the class to search.
+.macro SUPER_MESSENGER name, receiver, selector
+MESSENGER \name
         push    {r4, r5}
-        ldr     r4, [r0, #4]
-        FIND    r1, 9f
+        ldr     r4, [\receiver, #4]
+        FIND    \selector, 9f
         pop     {r4, r5}
-        ldr     r0, [r0]
+        ldr     \receiver, [\receiver]
         bx      ip
 9:      pop     {r4, r5}
-        ldr     ip, [r0, #4]
-        ldr     r0, [r0]
-        RESOLVE r0, r1
-END objc_msgSendSuper
+        ldr     ip, [\receiver, #4]
+        ldr     \receiver, [\receiver]
+        RESOLVE \receiver, \selector
+END \name
+.endm
 
-MESSENGER objc_msgSendSuper_stret
-        push    {r4, r5}
-        ldr     r4, [r1, #4]
-        FIND    r2, 9f
-        pop     {r4, r5}
-        ldr     r1, [r1]
-        bx      ip
-9:      pop     {r4, r5}
-        ldr     ip, [r1, #4]
-        ldr     r1, [r1]
-        RESOLVE r1, r2
-END objc_msgSendSuper_stret
+SUPER_MESSENGER objc_msgSendSuper, r0, r1
+SUPER_MESSENGER objc_msgSendSuper_stret, r1, r2
 
 // Stub number n, in ip, searches the class in row n of objc_superStubTable at every call.
         .p2align 4
