@@ -31,7 +31,11 @@ export async function withGallery(options, use) {
     const complaints = [], requests = [];
     page.on('console', (message) => complaints.push(message.text()));
     page.on('pageerror', (error) => complaints.push(error.stack));
-    page.on('requestfailed', (request) => complaints.push(`not read: ${request.url()}`));
+    page.on('requestfailed', (request) => {
+      // A page that is left gives up what it was reading.
+      const {errorText} = request.failure();
+      if (errorText !== 'net::ERR_ABORTED') complaints.push(`not read: ${request.url()}: ${errorText}`);
+    });
     page.on('request', (request) => requests.push(request.url()));
     await page.goto(pathToFileURL(path.join(folder, 'index.html')).href + hash);
     await use(page, {folder, requests, context, complaints});
