@@ -51,8 +51,7 @@ std::string nameIn(const std::string& line) {
   std::string number, value, size, type, binding, visibility, section, name;
   words >> number >> value >> size >> type >> binding >> visibility >> section >> name;
   const bool isDefined = !name.empty() && section != "UND" && section != "Ndx";
-  // The linker lists hidden symbols too, which nobody can bind to.
-  return isDefined && visibility != "HIDDEN" ? name : std::string();
+  return isDefined ? name : std::string();
 }
 #endif
 

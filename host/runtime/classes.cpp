@@ -143,6 +143,7 @@ extern "C" {
 
 /// Takes over the classes and categories of a binary that was just loaded. A class is left out
 /// where its superclass is missing or its name is taken, a category where its class is missing.
+/// Either list may have entries of nothing.
 [[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
                                                   objc::CategoryData** categories,
                                                   objc::CategoryData** categoriesEnd) {
@@ -151,15 +152,15 @@ extern "C" {
     progress = false;
     for (Class* at = classes; at != classesEnd; ++at) {
       Class cls = *at;
-      if (registry().mapped.contains(cls) || !superclassIsThere(cls)) continue;
+      if (cls == nullptr || registry().mapped.contains(cls) || !superclassIsThere(cls)) continue;
       if (registry().byName.contains(static_cast<objc::ClassRo*>(cls->data)->name)) continue;
       mapClass(cls);
       progress = true;
     }
   }
   for (objc::CategoryData** at = categories; at != categoriesEnd; ++at) {
+    if (*at == nullptr || !registry().mapped.contains((*at)->cls)) continue;
     Class cls = (*at)->cls;
-    if (!registry().mapped.contains(cls)) continue;
     addMethods(cls, (*at)->instanceMethods);
     addMethods(cls->isa, (*at)->classMethods);
     flushCaches(cls);

@@ -6,15 +6,20 @@
 #include "objc/metadata.h"
 
 extern "C" {
-[[gnu::weak, gnu::visibility("hidden")]] extern Class __start_objc_classlist[];
-[[gnu::weak, gnu::visibility("hidden")]] extern Class __stop_objc_classlist[];
-[[gnu::weak, gnu::visibility("hidden")]] extern objc::CategoryData* __start_objc_catlist[];
-[[gnu::weak, gnu::visibility("hidden")]] extern objc::CategoryData* __stop_objc_catlist[];
+[[gnu::visibility("hidden")]] extern Class __start_objc_classlist[];
+[[gnu::visibility("hidden")]] extern Class __stop_objc_classlist[];
+[[gnu::visibility("hidden")]] extern objc::CategoryData* __start_objc_catlist[];
+[[gnu::visibility("hidden")]] extern objc::CategoryData* __stop_objc_catlist[];
 
 [[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
                                                   objc::CategoryData** categories,
                                                   objc::CategoryData** categoriesEnd);
 }
+
+// The linker knows the bounds of a section only where there is one. With an entry of nothing in each
+// list, a binary without classes has them too.
+OBJC_CLASS_LIST static constinit Class noClass = nullptr;
+OBJC_CATEGORY_LIST static constinit objc::CategoryData* noCategory = nullptr;
 
 // The earliest priority that is not reserved: classes exist before any other initialiser runs.
 [[gnu::constructor(101)]] static void mapImage() {
