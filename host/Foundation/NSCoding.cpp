@@ -79,13 +79,14 @@ struct CodedDate : NSDate {
 
 }  // namespace
 
-OBJC_CATEGORY(NSArray, NSCoding, objc::Method<"encodeWithCoder:", &CodedArray::encode>,
-              objc::Method<"initWithCoder:", &CodedArray::initWithCoder>)
-OBJC_CATEGORY(NSMutableArray, NSCoding,
-              objc::Method<"initWithCoder:", &CodedMutableArray::initWithCoder>)
-OBJC_CATEGORY(NSDictionary, NSCoding, objc::Method<"encodeWithCoder:", &CodedDictionary::encode>,
-              objc::Method<"initWithCoder:", &CodedDictionary::initWithCoder>)
-OBJC_CATEGORY(NSMutableDictionary, NSCoding,
-              objc::Method<"initWithCoder:", &CodedMutableDictionary::initWithCoder>)
-OBJC_CATEGORY(NSDate, NSCoding, objc::Method<"encodeWithCoder:", &CodedDate::encode>,
-              objc::Method<"initWithCoder:", &CodedDate::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(NSArray, NSCoding, objc::Method<"encodeWithCoder:", &CodedArray::encode>,
+                     objc::Method<"initWithCoder:", &CodedArray::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(NSMutableArray, NSCoding,
+                     objc::Method<"initWithCoder:", &CodedMutableArray::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(NSDictionary, NSCoding,
+                     objc::Method<"encodeWithCoder:", &CodedDictionary::encode>,
+                     objc::Method<"initWithCoder:", &CodedDictionary::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(NSMutableDictionary, NSCoding,
+                     objc::Method<"initWithCoder:", &CodedMutableDictionary::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(NSDate, NSCoding, objc::Method<"encodeWithCoder:", &CodedDate::encode>,
+                     objc::Method<"initWithCoder:", &CodedDate::initWithCoder>)

@@ -47,14 +47,14 @@ int yearsAhead(std::string_view locale) {
   return locale.ends_with("@calendar=buddhist") ? kBuddhist : 0;
 }
 
-struct Fields {
+struct DateFields {
   int year;
   unsigned month, day;
   int hour, minute, second;
 };
 
 /// The field that a pattern's letter stands for, as many digits wide as there are letters.
-void appendField(std::string& out, const Fields& fields, char letter, std::size_t width) {
+void appendField(std::string& out, const DateFields& fields, char letter, std::size_t width) {
   int value = 0;
   switch (letter) {
     case 'y':
@@ -86,7 +86,7 @@ void appendField(std::string& out, const Fields& fields, char letter, std::size_
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-std::string written(std::string_view format, const Fields& fields) {
+std::string written(std::string_view format, const DateFields& fields) {
   std::string out;
   for (std::size_t at = 0; at < format.size();) {
     const char c = format[at];

@@ -13,7 +13,7 @@
 namespace {
 
 using namespace host::archive;
-using Fields = Strong<NSMutableDictionary>;
+using ObjectFields = Strong<NSMutableDictionary>;
 
 /// What the archive holds as it is.
 bool isPlain(NSObject* object) {
@@ -30,7 +30,7 @@ struct KeyedArchiver : NSCoder {
 
   NSData* archiveRoot(NSObject* root) {
     objects.push_back(Strong<NSObject>::retain("$null"_ns));
-    open.push_back(Fields::retain(NSMutableDictionary::dictionary()));
+    open.push_back(ObjectFields::retain(NSMutableDictionary::dictionary()));
     encodeObjectFor(root, "root"_ns);
     NSMutableArray* list = NSMutableArray::array();
     for (const auto& object : objects) list->addObject(object);
@@ -90,8 +90,8 @@ struct KeyedArchiver : NSCoder {
                     " encodeWithCoder:]: unrecognized selector");
     }
     if (open.size() > kMaximumDepth) raiseArgument("objects are nested too deeply");
-    open.push_back(Fields::retain(NSMutableDictionary::dictionary()));
-    const Fields fields = open.back();
+    open.push_back(ObjectFields::retain(NSMutableDictionary::dictionary()));
+    const ObjectFields fields = open.back();
     objects.push_back(Strong<NSObject>::retain(fields));
     const Closing closing(open);
     send<void>(object, "encodeWithCoder:"_sel, static_cast<NSCoder*>(this));
@@ -116,19 +116,19 @@ struct KeyedArchiver : NSCoder {
   /// Closes the innermost object, even where its own code raises and somebody further out goes on.
   class Closing {
    public:
-    explicit Closing(std::vector<Fields>& open) : open_(open) {}
+    explicit Closing(std::vector<ObjectFields>& open) : open_(open) {}
     Closing(const Closing&) = delete;
     Closing& operator=(const Closing&) = delete;
     ~Closing() { open_.pop_back(); }
 
    private:
-    std::vector<Fields>& open_;
+    std::vector<ObjectFields>& open_;
   };
 
   std::vector<Strong<NSObject>> objects;  ///< the archive's own, in order
   std::vector<Strong<NSObject>> kept;     ///< what was encoded, so that no address comes back
   std::unordered_map<const void*, std::uint32_t> indices;
-  std::vector<Fields> open;  ///< of the objects that are being encoded, the top's first
+  std::vector<ObjectFields> open;  ///< of the objects that are being encoded, the top's first
 };
 
 }  // namespace

@@ -17,13 +17,13 @@ namespace {
 constexpr int kMaximumScans = 64;
 
 /// Why reading ended, and the way out.
-struct Errors : jpeg_error_mgr {
+struct ReadingErrors : jpeg_error_mgr {
   std::jmp_buf way;
   const char* reason;
 };
 
 [[noreturn]] void leave(j_common_ptr info, const char* reason) {
-  auto* errors = static_cast<Errors*>(info->err);
+  auto* errors = static_cast<ReadingErrors*>(info->err);
   errors->reason = reason;
   std::longjmp(errors->way, 1);
 }
@@ -151,7 +151,7 @@ class Reader {
   }
 
   std::string_view bytes_;
-  Errors errors_{};
+  ReadingErrors errors_{};
   jpeg_progress_mgr progress_{};
   jpeg_decompress_struct info_{};
 };

@@ -18,12 +18,12 @@ namespace {
 // From here on colours are stored as finely as brightness.
 constexpr double kFullColorQuality = 0.9;
 
-struct Errors : jpeg_error_mgr {
+struct WritingErrors : jpeg_error_mgr {
   std::jmp_buf way;
 };
 
 [[noreturn]] void leave(j_common_ptr info) {
-  std::longjmp(static_cast<Errors*>(info->err)->way, 1);
+  std::longjmp(static_cast<WritingErrors*>(info->err)->way, 1);
 }
 
 /// Appends what the library writes to a string.
@@ -119,7 +119,7 @@ class Writer {
   double quality_;
   std::string exif_;
   std::vector<JSAMPLE> row_;
-  Errors errors_{};
+  WritingErrors errors_{};
   Sink sink_{};
   jpeg_compress_struct info_{};
 };

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "ImageIO/formats.h"
+#include "ImageIO/png_errors.h"
 
 namespace host::imageio {
 
@@ -28,29 +29,26 @@ void take(png_structp png, png_bytep target, std::size_t length) {
   rest.remove_prefix(length);
 }
 
-[[noreturn]] void fail(png_structp png, png_const_charp /*message*/) { png_longjmp(png, 1); }
-void ignore(png_structp /*png*/, png_const_charp /*message*/) {}
-
-class Reader {
+class PngReader {
  public:
-  explicit Reader(std::string_view bytes)
+  explicit PngReader(std::string_view bytes)
       : rest_(bytes),
         size_(bytes.size()),
-        png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, fail, ignore)) {
+        png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, failPng, ignorePngWarning)) {
     if (png_ != nullptr) info_ = png_create_info_struct(png_);
   }
-  ~Reader() { png_destroy_read_struct(&png_, &info_, nullptr); }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
+  ~PngReader() { png_destroy_read_struct(&png_, &info_, nullptr); }
+  PngReader(const PngReader&) = delete;
+  PngReader& operator=(const PngReader&) = delete;
 
   bool read(Picture& picture) {
-    return info_ != nullptr && guarded<&Reader::readHeader>(picture) &&
-           guarded<&Reader::readRows>(picture);
+    return info_ != nullptr && guarded<&PngReader::readHeader>(picture) &&
+           guarded<&PngReader::readRows>(picture);
   }
 
  private:
   /// libpng leaves a step by a jump: a step has no local that would have to be destroyed.
-  template <void (Reader::*step)(Picture&)>
+  template <void (PngReader::*step)(Picture&)>
   [[gnu::noinline]] bool guarded(Picture& picture) {
     if (setjmp(png_jmpbuf(png_)) != 0) return false;
     (this->*step)(picture);
@@ -111,7 +109,7 @@ std::optional<Picture> decodePng(std::string_view bytes, std::string& why) {
     return {};
   }
   Picture picture;
-  if (!Reader(bytes).read(picture)) return {};
+  if (!PngReader(bytes).read(picture)) return {};
   why.clear();
   return picture;
 }

@@ -1,30 +1,26 @@
 // Writing PNG through libpng.
-#include <png.h>
-
 #include "ImageIO/formats.h"
+#include "ImageIO/png_errors.h"
 
 namespace host::imageio {
 
 namespace {
-
-[[noreturn]] void fail(png_structp png, png_const_charp /*message*/) { png_longjmp(png, 1); }
-void ignore(png_structp /*png*/, png_const_charp /*message*/) {}
 
 void append(png_structp png, png_bytep bytes, std::size_t length) {
   static_cast<std::string*>(png_get_io_ptr(png))
       ->append(reinterpret_cast<const char*>(bytes), length);
 }
 
-class Writer {
+class PngWriter {
  public:
-  explicit Writer(const Picture& picture)
+  explicit PngWriter(const Picture& picture)
       : picture_(picture),
-        png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, fail, ignore)) {
+        png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, failPng, ignorePngWarning)) {
     if (png_ != nullptr) info_ = png_create_info_struct(png_);
   }
-  ~Writer() { png_destroy_write_struct(&png_, &info_); }
-  Writer(const Writer&) = delete;
-  Writer& operator=(const Writer&) = delete;
+  ~PngWriter() { png_destroy_write_struct(&png_, &info_); }
+  PngWriter(const PngWriter&) = delete;
+  PngWriter& operator=(const PngWriter&) = delete;
 
   /// libpng leaves by a jump: there is no local here that would have to be destroyed.
   bool write(std::string& bytes) {
@@ -57,7 +53,7 @@ class Writer {
 
 std::optional<std::string> encodePng(const Picture& picture) {
   std::string bytes;
-  if (!isConsistent(picture) || !Writer(picture).write(bytes)) return {};
+  if (!isConsistent(picture) || !PngWriter(picture).write(bytes)) return {};
   return bytes;
 }
 

@@ -21,8 +21,8 @@ thread_local std::vector<Entry> entries;
 
 /// Sizes are given in points, so a size in pixels may come back with an error in the last place.
 CGFloat pixels(CGFloat points, CGFloat scale) {
-  constexpr CGFloat kTiny = static_cast<CGFloat>(1e-4);
-  return std::ceil(points * scale - kTiny);
+  constexpr CGFloat kRounding = static_cast<CGFloat>(1e-4);
+  return std::ceil(points * scale - kRounding);
 }
 
 CGContextRef bitmapFor(CGSize size, bool opaque, CGFloat scale) {

@@ -9,5 +9,6 @@ void setEnhancedBackgroundContrast(bool enhanced) { host::setEnhancedBackgroundC
 
 }  // namespace
 
-OBJC_CATEGORY(UIApplication, Accessibility,
-              objc::ClassMethod<"_setEnhancedBackgroundContrast:", &setEnhancedBackgroundContrast>)
+OBJC_CATEGORY_OF_OWN(
+    UIApplication, Accessibility,
+    objc::ClassMethod<"_setEnhancedBackgroundContrast:", &setEnhancedBackgroundContrast>)

@@ -64,7 +64,7 @@ struct Opener : UIApplication {
 
 }  // namespace
 
-OBJC_CATEGORY(UIApplication, URLs, objc::Method<"canOpenURL:", &Opener::canOpen>,
-              objc::Method<"openURL:", &Opener::open>,
-              objc::ClassMethod<"_setInstalledURLSchemes:", &Opener::setInstalled>,
-              objc::ClassMethod<"_openedURLs", &Opener::opened>)
+OBJC_CATEGORY_OF_OWN(UIApplication, URLs, objc::Method<"canOpenURL:", &Opener::canOpen>,
+                     objc::Method<"openURL:", &Opener::open>,
+                     objc::ClassMethod<"_setInstalledURLSchemes:", &Opener::setInstalled>,
+                     objc::ClassMethod<"_openedURLs", &Opener::opened>)

@@ -50,5 +50,5 @@ struct CodedColor : host::Color {
 
 }  // namespace
 
-OBJC_CATEGORY(UIColor, NSCoding, objc::Method<"encodeWithCoder:", &CodedColor::encode>,
-              objc::Method<"initWithCoder:", &CodedColor::initWithCoder>)
+OBJC_CATEGORY_OF_OWN(UIColor, NSCoding, objc::Method<"encodeWithCoder:", &CodedColor::encode>,
+                     objc::Method<"initWithCoder:", &CodedColor::initWithCoder>)

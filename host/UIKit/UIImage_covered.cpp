@@ -53,4 +53,4 @@ struct CoveredImage : host::Image {
 
 }  // namespace
 
-OBJC_CATEGORY(UIImage, Covered, objc::Method<"_coveredColor", &CoveredImage::coveredColor>)
+OBJC_CATEGORY_OF_OWN(UIImage, Covered, objc::Method<"_coveredColor", &CoveredImage::coveredColor>)

@@ -51,9 +51,9 @@ struct Presenter : UIViewController {
 
 }  // namespace
 
-OBJC_CATEGORY(UIViewController, Presenting,
-              objc::Method<"presentedViewController", &Presenter::presented>,
-              objc::Method<"presentingViewController", &Presenter::presenting>,
-              objc::Method<"presentViewController:animated:completion:", &Presenter::present>,
-              objc::Method<"dismissViewControllerAnimated:completion:", &Presenter::dismiss>,
-              objc::Method<"_presentationIsAnimated", &Presenter::wasAnimated>)
+OBJC_CATEGORY_OF_OWN(
+    UIViewController, Presenting, objc::Method<"presentedViewController", &Presenter::presented>,
+    objc::Method<"presentingViewController", &Presenter::presenting>,
+    objc::Method<"presentViewController:animated:completion:", &Presenter::present>,
+    objc::Method<"dismissViewControllerAnimated:completion:", &Presenter::dismiss>,
+    objc::Method<"_presentationIsAnimated", &Presenter::wasAnimated>)

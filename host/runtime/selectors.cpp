@@ -9,13 +9,13 @@ namespace {
 /// Aligned to a bucket of a method cache, which a selector's address indexes.
 struct alignas(16) StoredSelector : objc_selector {};
 
-struct Table {
+struct SelectorTable {
   std::shared_mutex mutex;
   std::unordered_map<std::string_view, StoredSelector*> byName;
 };
 
-Table& table() {
-  static auto* selectors = new Table;
+SelectorTable& selectorTable() {
+  static auto* selectors = new SelectorTable;
   return *selectors;
 }
 
@@ -27,7 +27,7 @@ SEL sel_registerName(const char* name) {
   host::runtime::countLookUp();
   if (name == nullptr) return nullptr;
   const std::string_view wanted(name);
-  Table& selectors = table();
+  SelectorTable& selectors = selectorTable();
   {
     std::shared_lock reading(selectors.mutex);
     if (auto found = selectors.byName.find(wanted); found != selectors.byName.end())

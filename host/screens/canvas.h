@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <numbers>
 #include <vector>
 
 #include <cairo.h>
@@ -11,6 +12,9 @@
 #include "screens/picture.h"
 
 namespace host::screens {
+
+/// A whole turn, in radians.
+inline constexpr double kTurn = 2 * std::numbers::pi;
 
 struct Point {
   double x, y;

@@ -9,8 +9,6 @@ namespace host::screens {
 
 namespace {
 
-constexpr double kTurn = 2 * std::numbers::pi;
-
 void triangle(const Canvas& canvas, double x, double half, int direction) {
   canvas.line({{x, -half}, {x + direction * 1.62 * half, 0}, {x, half}});
   canvas.close();

@@ -8,8 +8,6 @@ namespace host::screens {
 
 namespace {
 
-constexpr double kTurn = 2 * std::numbers::pi;
-
 void arc(const Canvas& canvas, Point middle, double radius, double from, double to) {
   cairo_new_sub_path(canvas.context());
   cairo_arc(canvas.context(), middle.x, middle.y, radius, from * kTurn, to * kTurn);

@@ -26,18 +26,18 @@ void drawSignal(const Canvas& canvas, const Color& color) {
 
 /// Three arcs of a quarter turn over a point.
 void drawWifi(const Canvas& canvas, double x, const Color& color) {
-  constexpr double kReach = 9, kTurn = std::numbers::pi / 4;
+  constexpr double kReach = 9, kEighth = kTurn / 8;
   const Point foot{x + 6.2, kMiddle + 4.6};
   cairo_t* cr = canvas.context();
   canvas.save();
   cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT);
   cairo_move_to(cr, foot.x, foot.y);
-  cairo_arc(cr, foot.x, foot.y, kReach / 3 - 0.1, -3 * kTurn, -kTurn);
+  cairo_arc(cr, foot.x, foot.y, kReach / 3 - 0.1, -3 * kEighth, -kEighth);
   canvas.close();
   canvas.fill(color);
   for (double radius : {4.7, 7.9}) {
     cairo_new_path(cr);
-    cairo_arc(cr, foot.x, foot.y, radius, -3 * kTurn, -kTurn);
+    cairo_arc(cr, foot.x, foot.y, radius, -3 * kEighth, -kEighth);
     canvas.stroke(color, 1.9);
   }
   canvas.restore();

@@ -14,7 +14,7 @@ namespace varnix {
 namespace {
 
 constinit MPUNowPlayingController* controller = nullptr;
-constinit VarnixNowPlayingDelegate* delegate = nullptr;
+constinit VarnixNowPlayingDelegate* trackDelegate = nullptr;
 
 template <class T>
 T* make() {
@@ -28,8 +28,8 @@ void startNowPlaying() {
   if (objc::classOf<MPUNowPlayingController>() == nullptr) return;
   controller = make<MPUNowPlayingController>();
   if (controller == nullptr) return;
-  delegate = make<VarnixNowPlayingDelegate>();
-  send<void>(controller, "setDelegate:"_sel, delegate);
+  trackDelegate = make<VarnixNowPlayingDelegate>();
+  send<void>(controller, "setDelegate:"_sel, trackDelegate);
   send<void>(controller, "startUpdating"_sel);
 }
 

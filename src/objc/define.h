@@ -318,10 +318,17 @@ struct CategoryDefinition {
   OBJC_DEFINE_CLASS_(Name, OBJC_EXPORTED, &objc_metaclass_##Name, &objc_class_##Name, nullptr, T, \
                      void __VA_OPT__(, ) __VA_ARGS__)
 
-/// A category: methods put into a class of another binary, nothing where that class is missing.
-#define OBJC_CATEGORY(ClassName, Name, ...)                                                      \
-  OBJC_DECLARE_CLASS_SYMBOLS_(ClassName, OBJC_WEAK)                                              \
+#define OBJC_CATEGORY_(ClassName, Name, Attributes, ...)                                         \
+  OBJC_DECLARE_CLASS_SYMBOLS_(ClassName, Attributes)                                             \
   static constinit objc::CategoryData objc_category_##ClassName##_##Name =                       \
       objc::CategoryDefinition<#Name __VA_OPT__(, ) __VA_ARGS__>::make(&objc_class_##ClassName); \
   OBJC_CATEGORY_LIST static constinit objc::CategoryData* objc_listed_##ClassName##_##Name =     \
       &objc_category_##ClassName##_##Name;
+
+/// A category: methods put into a class of another binary, nothing where that class is missing.
+#define OBJC_CATEGORY(ClassName, Name, ...) \
+  OBJC_CATEGORY_(ClassName, Name, OBJC_WEAK __VA_OPT__(, ) __VA_ARGS__)
+
+/// The same for a class of this binary.
+#define OBJC_CATEGORY_OF_OWN(ClassName, Name, ...) \
+  OBJC_CATEGORY_(ClassName, Name, __VA_OPT__(, ) __VA_ARGS__)

@@ -16,8 +16,8 @@ extern "C" {
                                                   objc::CategoryData** categoriesEnd);
 }
 
-// The linker knows the bounds of a section only where there is one. With an entry of nothing in each
-// list, a binary without classes has them too.
+// The linker knows the bounds of a section only where there is one. With an entry of nothing in
+// each list, a binary without classes has them too.
 OBJC_CLASS_LIST static constinit Class noClass = nullptr;
 OBJC_CATEGORY_LIST static constinit objc::CategoryData* noCategory = nullptr;
 

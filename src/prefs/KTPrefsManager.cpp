@@ -25,8 +25,8 @@ using DefaultValues = Property<"defaultValues", &KTPrefsManager::_defaultValues,
 using PlistPath = Property<"plistPath", &KTPrefsManager::_plistPath, Storage::strong,
                            Atomicity::nonatomic, Setter::custom>;
 
-void settingsChanged(CFNotificationCenterRef, void* observer, CFStringRef, const void*,
-                     CFDictionaryRef) {
+void notificationArrived(CFNotificationCenterRef, void* observer, CFStringRef, const void*,
+                         CFDictionaryRef) {
   send<void>(observer, "notificationReceived"_sel);
 }
 
@@ -42,7 +42,7 @@ KTPrefsManager* KTPrefsManager::initWithId(NSString* identifier, NSDictionary* d
     NotificationName::store(this, notification);
     NotificationCallback::store(this, callback);
     CFNotificationCenterAddObserver(CFNotificationCenterGetDarwinNotifyCenter(), this,
-                                    &settingsChanged, notification, nullptr,
+                                    &notificationArrived, notification, nullptr,
                                     CFNotificationSuspensionBehavior::coalesce);
   }
   send<void>(this, "updateCurrentImplementation"_sel);

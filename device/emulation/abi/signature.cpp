@@ -9,7 +9,7 @@ namespace varnix::device {
 
 namespace {
 
-constexpr uint32_t kRegisters = 8;
+constexpr uint32_t kArgumentRegisters = 8;
 
 /// Up to four equal floating-point numbers have registers of their own.
 bool travelsAsFloats(const Type& type) {
@@ -31,18 +31,18 @@ class Assignment {
 
  private:
   void floats(const Type& type) {
-    if (floats_ + type.count <= kRegisters) {
+    if (floats_ + type.count <= kArgumentRegisters) {
       floats_ += type.count;
     } else {
-      floats_ = kRegisters;
+      floats_ = kArgumentRegisters;
       push(type);
     }
   }
 
   void words(const Type& type) {
     const uint32_t count = (type.size + 7) / 8;
-    if (words_ + count > kRegisters) {
-      words_ = kRegisters;
+    if (words_ + count > kArgumentRegisters) {
+      words_ = kArgumentRegisters;
       return push(type);
     }
     call_.registers[words_] = type.isStructure ? Small::none : type.small;

@@ -9,8 +9,8 @@ namespace {
 
 // Registers and stack in one row, from r4 on.
 constexpr uint32_t kPushArguments = 0xe92d000f;  // push {r0-r3}
-constexpr uint32_t kPushFrame = 0xe92d4010;      // push {r4, lr}
-constexpr uint32_t kSetFrame = 0xe28d4008;       // add r4, sp, #8
+constexpr uint32_t kPushR4 = 0xe92d4010;         // push {r4, lr}
+constexpr uint32_t kSetR4 = 0xe28d4008;          // add r4, sp, #8
 constexpr uint32_t kLowerStack = 0xe24dd000;     // sub sp, sp, #
 constexpr uint32_t kEvenStack = 0xe3cdd007;      // bic sp, sp, #7
 constexpr uint32_t kLoad = 0xe5940000;           // ldr r0, [r4, #]
@@ -23,7 +23,7 @@ constexpr uint32_t kEnd[] = {
     0xe28dd010,  // add sp, sp, #16
     0xe12fff1e,  // bx lr
 };
-constexpr uint32_t kScratch = 12, kRegisters = 4, kWord = 4;
+constexpr uint32_t kScratch = 12, kWordRegisters = 4;
 
 uint32_t load(uint32_t number, uint32_t word) { return kLoad | number << 12 | word * kWord; }
 
@@ -35,17 +35,16 @@ std::vector<uint32_t> bridgeCode(const WordSignature& call, Direction direction,
       static_cast<uint32_t>(alignUp((count == 0 ? 0 : call.places.back() + 1) * kWord, 8));
   // An immediate of eight bits.
   if (size > 248) throw Error("too many arguments on the stack");
-  std::vector<uint32_t> code = {kPushArguments, kPushFrame, kSetFrame, kLowerStack | size,
-                                kEvenStack};
+  std::vector<uint32_t> code = {kPushArguments, kPushR4, kSetR4, kLowerStack | size, kEvenStack};
   for (uint32_t i = 0; i < count; ++i) {
     const bool toLinux = direction == Direction::toLinux;
     const uint32_t from = toLinux ? i : call.places[i];
     const uint32_t to = toLinux ? call.places[i] : i;
-    if (to < kRegisters) {
+    if (to < kWordRegisters) {
       code.push_back(load(to, from));
     } else {
       code.push_back(load(kScratch, from));
-      code.push_back(kStore | (to - kRegisters) * kWord);
+      code.push_back(kStore | (to - kWordRegisters) * kWord);
     }
   }
   code.push_back(kLoadTarget);

@@ -8,8 +8,6 @@ namespace varnix::device {
 
 namespace {
 
-constexpr uint32_t kWord = 4;
-
 Type nextType(Encoding& encoding) {
   const Type type = encoding.next();
   if (type.isStructure && type.alignment > kWord)

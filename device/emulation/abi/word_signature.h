@@ -8,6 +8,9 @@
 
 namespace varnix::device {
 
+/// Bytes of a register and of a place on the stack.
+inline constexpr uint32_t kWord = 4;
+
 /// Arguments are words in a row: four in registers, the others on the stack. On Linux a number of
 /// 64 bits begins at an even word, on the device at any.
 struct WordSignature {

@@ -1,0 +1,13 @@
+// How libpng tells of errors, for reading and writing: by a jump, and silently.
+#pragma once
+
+#include <png.h>
+
+namespace host::imageio {
+
+[[noreturn]] inline void failPng(png_structp png, png_const_charp /*message*/) {
+  png_longjmp(png, 1);
+}
+inline void ignorePngWarning(png_structp /*png*/, png_const_charp /*message*/) {}
+
+}  // namespace host::imageio
