@@ -1,6 +1,10 @@
 // What a surface answers, as JSON.
 #pragma once
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "json.h"
 #include "surfaces/surfaces.h"
 
@@ -15,11 +19,14 @@ inline Json answerJson(const host::surfaces::Answer& answer) {
 /// "#rrggbbaa"; null for nil and for what is no colour.
 inline Json colorJson(NSObject* color) { return answerJson(host::surfaces::colorAnswer(color)); }
 
-/// Every surface of this process: [{"class", "property", "case", "answer"}], in the table's order.
-inline Json surfaceAnswers() {
+/// Every surface of this process, or those of the classes alone: [{"class", "property", "case",
+/// "answer"}], in the table's order.
+inline Json surfaceAnswers(const std::vector<std::string>& classes = {}) {
   Json answers = Json::array();
   for (const auto& surface : host::surfaces::all()) {
-    if (!host::surfaces::exists(surface)) continue;
+    const bool isAsked = classes.empty() || std::find(classes.begin(), classes.end(),
+                                                      surface.className) != classes.end();
+    if (!isAsked || !host::surfaces::exists(surface)) continue;
     answers.push_back({{"class", surface.className},
                        {"property", surface.property},
                        {"case", surface.situation},

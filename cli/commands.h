@@ -1,19 +1,19 @@
-// The commands. Each adds its subcommand; parsing sets the action that was asked for.
+// The commands, each in a file of its name.
 #pragma once
 
-#include <CLI/CLI.hpp>
-#include <functional>
+#include "command.h"
 
 namespace varnix::cli {
 
-/// Returns the exit status.
-using Action = std::function<int()>;
+Command settingsCommand();
+Command runCommand();
+Command inspectCommand();
+Command pickCommand();
+Command paneCommand();
+Command previewCommand();
 
-void addSettings(CLI::App& app, Action& chosen);
-void addRun(CLI::App& app, Action& chosen);
-void addInspect(CLI::App& app, Action& chosen);
-void addPick(CLI::App& app, Action& chosen);
-void addPane(CLI::App& app, Action& chosen);
-void addPreview(CLI::App& app, Action& chosen);
+/// These print what is made of the whole program's declaration.
+Command completionCommand(Command (*program)());
+Command manCommand(Command (*program)());
 
 }  // namespace varnix::cli

@@ -16,6 +16,7 @@ class Failure : public std::runtime_error {
 /// The command was not understood: exit status 2.
 class UsageError : public std::runtime_error {
  public:
+  using std::runtime_error::runtime_error;
   UsageError(const std::string& what, const std::string& with)
       : std::runtime_error(what + ": " + with) {}
 };

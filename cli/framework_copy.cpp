@@ -6,6 +6,7 @@
 #include "Foundation/file_contents.h"
 #include "Foundation/property_list.h"
 #include "errors.h"
+#include "input_limits.h"
 #include "process/process.h"
 
 namespace varnix::cli {
@@ -14,17 +15,15 @@ namespace {
 
 constexpr char kDevicePath[] =
     "/System/Library/PrivateFrameworks/MediaPlayerUI.framework/MediaPlayerUI";
-constexpr std::size_t kMaximumBytes = 64 << 20;
-
 }  // namespace
 
 void putMediaPlayerUI(const std::string& containerRoot) {
   const auto build = std::filesystem::path(host::defaultLibraryPath()).parent_path();
   const std::string source = build / "Frameworks" / "MediaPlayerUI.so";
-  const auto contents = host::fileContents(source, kMaximumBytes);
+  const auto contents = host::fileContents(source, kLargestFile);
   if (!contents) throw Failure("cannot read the framework", source);
   const std::string target = containerRoot + kDevicePath;
-  if (host::fileContents(target, kMaximumBytes) == contents) return;
+  if (host::fileContents(target, kLargestFile) == contents) return;
   std::error_code error;
   std::filesystem::create_directories(std::filesystem::path(target).parent_path(), error);
   // A file that is replaced stays with the processes that run it; one that is rewritten would not.

@@ -2,6 +2,7 @@
 
 #include "Foundation/file_contents.h"
 #include "errors.h"
+#include "input_limits.h"
 #include "objc/autorelease_pool.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
@@ -10,10 +11,8 @@ namespace varnix::cli {
 
 namespace {
 
-constexpr std::size_t kMaximumBytes = 64 << 20;
-
 bool isPicture(const std::string& file) {
-  const auto contents = host::fileContents(file, kMaximumBytes);
+  const auto contents = host::fileContents(file, kLargestFile);
   auto* image = contents ? objc::alloc<UIImage>() : nullptr;
   if (image == nullptr) return false;
   auto* data = NSData::dataWithBytes(contents->data(), contents->size());

@@ -1,13 +1,19 @@
 // varnix inspect: what the library does to a process, and what its surfaces answer.
+#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "commands.h"
+#include "errors.h"
 #include "hosted_child.h"
 #include "process_choice.h"
 #include "report.h"
+#include "script.h"
+#include "surfaces/surfaces.h"
 #include "swatches.h"
 #include "table.h"
 
@@ -15,13 +21,15 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct InspectArguments {
   ProcessChoice process;
+  std::vector<std::string> classes;
+  bool inProcess = false;
   bool json = false;
   std::string color = "auto";
 };
 
-constexpr std::chrono::seconds kLimit{9};
+constexpr std::chrono::seconds kAnswerLimit{9};
 
 Json answerOf(const Json& surfaces, const Json& asked) {
   for (const Json& surface : surfaces) {
@@ -47,8 +55,8 @@ Json compared(const Json& before, const Json& after) {
 
 /// Asks the process without the library and, where there is to be one, the process with it; both
 /// at once, since each may take its time.
-Json inspectProcess(const Question& question) {
-  const auto deadline = std::chrono::steady_clock::now() + kLimit;
+Json askBoth(const Question& question) {
+  const auto deadline = std::chrono::steady_clock::now() + kAnswerLimit;
   Question without = question;
   without.withLibrary = false;
   // It runs once: it may change the settings, and standard input can be read once.
@@ -58,7 +66,23 @@ Json inspectProcess(const Question& question) {
   if (question.withLibrary) dyed.emplace([&question] { return dump(report(question)); });
 
   const Json before = Json::parse(plain.wait(deadline));
-  const Json after = dyed ? Json::parse(dyed->wait(deadline)) : before;
+  Json after = dyed ? Json::parse(dyed->wait(deadline)) : before;
+  after["surfaces"] = compared(before["surfaces"], after["surfaces"]);
+  return after;
+}
+
+/// Asks this very process, in which a debugger can stop. There is no other to compare it with.
+Json askHere(const Question& question) {
+  Json after = report(question);
+  for (Json& surface : after["surfaces"]) {
+    surface["after"] = surface["answer"];
+    surface.erase("answer");
+  }
+  return after;
+}
+
+Json inspectProcess(const Question& question, bool inProcess) {
+  const Json after = inProcess ? askHere(question) : askBoth(question);
   Json result;
   result["bundle"] = nullptr;
   if (question.process.bundle) result["bundle"] = *question.process.bundle;
@@ -67,18 +91,37 @@ Json inspectProcess(const Question& question) {
     result[part] = after[part];
   }
   if (question.script) result["printed"] = after["printed"];
-  result["surfaces"] = compared(before["surfaces"], after["surfaces"]);
+  result["surfaces"] = after["surfaces"];
   return result;
 }
 
-int inspect(Arguments& arguments) {
+std::vector<std::string> surfaceClasses() {
+  std::vector<std::string> names;
+  for (const auto& surface : host::surfaces::all()) {
+    if (names.empty() || names.back() != surface.className) names.emplace_back(surface.className);
+  }
+  return names;
+}
+
+void checkClasses(const std::vector<std::string>& names) {
+  const auto known = surfaceClasses();
+  for (const std::string& name : names) {
+    if (std::find(known.begin(), known.end(), name) == known.end()) {
+      throw UsageError("nothing is asked of this class", name);
+    }
+  }
+}
+
+int inspect(InspectArguments& arguments) {
   const bool withSwatches = wantsSwatches(arguments.color);
+  checkClasses(arguments.classes);
   Question question;
   question.process = arguments.process.prepare();
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
   question.script = arguments.process.script;
-  const Json result = inspectProcess(question);
+  question.classes = arguments.classes;
+  const Json result = inspectProcess(question, arguments.inProcess);
   if (!arguments.json && question.script) {
     for (const Json& value : result["printed"]) std::cout << dump(value) << '\n';
   }
@@ -88,17 +131,26 @@ int inspect(Arguments& arguments) {
 
 }  // namespace
 
-void addInspect(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand(
-      "inspect", "Show what the library does to a process, and what its surfaces answer");
-  arguments->process.addTo(*command);
-  command->add_flag("--json", arguments->json, "Print JSON");
-  command
-      ->add_option("--color", arguments->color,
-                   "Colour swatches: auto (in a terminal), always or never")
-      ->type_name("WHEN");
-  command->callback([arguments, &chosen] { chosen = [arguments] { return inspect(*arguments); }; });
+Command inspectCommand() {
+  auto arguments = std::make_shared<InspectArguments>();
+  Command command{
+      .name = "inspect",
+      .summary = "Show what the library does to a process, and what its surfaces answer",
+      .options = arguments->process.options(),
+      .notes = scriptHelp(),
+      .run = [arguments] { return inspect(*arguments); }};
+  command.options.push_back({.name = "--only",
+                             .value = "CLASS",
+                             .target = &arguments->classes,
+                             .meaning = "Ask the surfaces of this class alone; repeatable",
+                             .choices = surfaceClasses()});
+  command.options.push_back(
+      {.name = "--in-process",
+       .target = &arguments->inProcess,
+       .meaning = "Ask in this process, for a debugger; nothing to compare with"});
+  command.options.push_back(jsonOption(arguments->json));
+  command.options.push_back(colorOption(arguments->color));
+  return command;
 }
 
 }  // namespace varnix::cli

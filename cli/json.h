@@ -10,8 +10,9 @@ namespace varnix::cli {
 using Json = nlohmann::ordered_json;
 
 /// One line, or indented. Bytes that are no UTF-8 are replaced.
-inline std::string dump(const Json& value, int indent = -1) {
-  return value.dump(indent, ' ', false, Json::error_handler_t::replace);
+template <class AnyJson>
+std::string dump(const AnyJson& value, int indent = -1) {
+  return value.dump(indent, ' ', false, AnyJson::error_handler_t::replace);
 }
 
 }  // namespace varnix::cli

@@ -142,6 +142,12 @@ bool isColor(std::string_view text) {
                      [](unsigned char c) { return std::isxdigit(c) != 0; });
 }
 
+std::vector<std::string> keyNames() {
+  std::vector<std::string> names;
+  for (const auto& key : settings::kKeys) names.emplace_back(key.name);
+  return names;
+}
+
 std::string keyHelp() {
   std::string text = "Keys:\n";
   for (const auto& key : settings::kKeys) {

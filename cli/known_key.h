@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "prefs/keys.h"
 
@@ -25,6 +26,9 @@ Value valueFor(settings::Kind kind, std::string_view text, bool keepText);
 
 /// "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha", a number from 0 to 1.
 bool isColor(std::string_view text);
+
+/// The keys that are the same for every application.
+std::vector<std::string> keyNames();
 
 /// The table of keys, for people.
 std::string keyHelp();

@@ -4,13 +4,12 @@
 
 #include <algorithm>
 #include <iostream>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "commands.h"
 #include "errors.h"
-#include "parse_error.h"
+#include "parser.h"
 
 namespace {
 
@@ -28,49 +27,24 @@ void openStandardStreams() {
   }
 }
 
-/// The words in the parser's order, last first. It would take the next word as the value of
-/// "--option=", which is an empty one.
-std::vector<std::string> wordsReversed(int argc, char** argv) {
-  std::vector<std::string> words;
-  bool areOptions = true;
-  for (const char* argument : std::span(argv + 1, argv + std::max(argc, 1))) {
-    std::string word = argument;
-    if (word == "--") areOptions = false;
-    const bool isEmpty = areOptions && word.starts_with("--") && word.find('=') == word.size() - 1;
-    if (isEmpty) word.pop_back();
-    words.push_back(std::move(word));
-    if (isEmpty) words.emplace_back();
-  }
-  std::reverse(words.begin(), words.end());
-  return words;
+varnix::cli::Command program() {
+  using namespace varnix::cli;
+  Command all{
+      .name = "varnix",
+      .summary = "Dyes the interface of hosted processes, and shows what changed.",
+      .commands = {settingsCommand(), runCommand(), inspectCommand(), pickCommand(), paneCommand(),
+                   previewCommand(), completionCommand(program), manCommand(program)},
+      .notes =
+          "Settings lie under a container root, the folder that stands for the device's \"/\": "
+          "--root,\nelse $VARNIX_ROOT, else a folder under your data directory.\n\n"
+          "  varnix settings set global_color '#1e88e5'\n"
+          "  varnix inspect --bundle com.example.notes"};
+  all.commands.push_back(helpCommand(all));
+  return all;
 }
 
-int runCommand(int argc, char** argv) {
-  CLI::App app{"Dyes the interface of hosted processes, and shows what changed.", "varnix"};
-  app.set_version_flag("--version", "varnix " VARNIX_VERSION);
-  app.require_subcommand(0, 1);
-  varnix::cli::Action chosen;
-  varnix::cli::addSettings(app, chosen);
-  varnix::cli::addRun(app, chosen);
-  varnix::cli::addInspect(app, chosen);
-  varnix::cli::addPick(app, chosen);
-  varnix::cli::addPane(app, chosen);
-  varnix::cli::addPreview(app, chosen);
-  // Last: a subcommand takes over the footer that its parent has.
-  app.footer(
-      "Settings lie under a container root, the folder that stands for the device's \"/\": "
-      "--root,\nelse $VARNIX_ROOT, else a folder under your data directory.\n\n"
-      "  varnix settings set global_color '#1e88e5'\n"
-      "  varnix inspect --bundle com.example.notes");
-  try {
-    app.parse(wordsReversed(argc, argv));
-  } catch (const CLI::Success& answer) {
-    return app.exit(answer);  // help or version
-  } catch (const CLI::ParseError& error) {
-    return complain(varnix::cli::messageFor(error), 2);
-  }
-  if (!chosen) throw varnix::cli::UsageError("missing command", "see varnix --help");
-  const int status = chosen();
+int run(int argc, char** argv) {
+  const int status = varnix::cli::parse(program(), {argv + std::min(argc, 1), argv + argc})();
   std::cout.flush();
   if (!std::cout) throw varnix::cli::Failure("cannot write", "standard output");
   return status;
@@ -81,7 +55,7 @@ int runCommand(int argc, char** argv) {
 int main(int argc, char** argv) {
   openStandardStreams();
   try {
-    return runCommand(argc, argv);
+    return run(argc, argv);
   } catch (const varnix::cli::UsageError& error) {
     return complain(error.what(), 2);
   } catch (const std::exception& error) {

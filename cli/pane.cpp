@@ -24,7 +24,7 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct PaneArguments {
   std::string root;
   std::optional<std::string> script;
   std::vector<std::string> accounts;
@@ -79,12 +79,12 @@ void footer(Session& session) {
   std::cout << host::text(text) << '\n';
 }
 
-struct Command {
+struct PaneCommand {
   const char* form;
   void (*run)(Session& session, const Words& arguments);
 };
 
-constexpr Command kCommands[] = {
+constexpr PaneCommand kPaneCommands[] = {
     {"list", [](Session& s, const Words&) { list(s); }},
     {"set KEY VALUE", [](Session& s, const Words& words) { s.rows.set(words[0], words[1]); }},
     {"appear",
@@ -112,25 +112,25 @@ constexpr Command kCommands[] = {
     {"quit", [](Session& s, const Words&) { s.isOver = true; }},
 };
 
-std::vector<const char*> forms() {
+std::vector<const char*> paneForms() {
   std::vector<const char*> list;
-  for (const Command& command : kCommands) list.push_back(command.form);
+  for (const PaneCommand& command : kPaneCommands) list.push_back(command.form);
   return list;
 }
 
 void runOne(Session& session, const std::string& line) {
   if (session.isOver) return;
-  runLine(forms(), line, [&](std::size_t command, const Words& arguments) {
+  runLine(paneForms(), line, [&](std::size_t command, const Words& arguments) {
     const objc::AutoreleasePool pool;
-    kCommands[command].run(session, arguments);
-    session.events.settle(std::string_view(kCommands[command].form).starts_with("press"));
+    kPaneCommands[command].run(session, arguments);
+    session.events.settle(std::string_view(kPaneCommands[command].form).starts_with("press"));
     std::cout << std::flush;
   });
 }
 
 /// A person's mistakes end nothing.
 void talk(Session& session) {
-  std::cout << "Commands:\n" << formList(forms());
+  std::cout << "Commands:\n" << formList(paneForms());
   std::string line;
   while (!session.isOver && (std::cout << "pane> " << std::flush) && nextLine(std::cin, line)) {
     try {
@@ -141,7 +141,7 @@ void talk(Session& session) {
   }
 }
 
-int show(const Arguments& arguments) {
+int show(const PaneArguments& arguments) {
   const bool withSwatches = wantsSwatches(arguments.color);
   const objc::AutoreleasePool pool;
   host::ProcessOptions process;
@@ -167,32 +167,33 @@ int show(const Arguments& arguments) {
 
 }  // namespace
 
-void addPane(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand(
-      "pane",
-      "Show the settings in a hosted Settings application, change them, and use what\n"
-      "the library offers to a pane");
-  command->add_option("--root", arguments->root, "Container root")->type_name("DIR");
-  command->add_option("--script", arguments->script, "Commands of this file, - for standard input")
-      ->type_name("FILE");
-  command
-      ->add_option("--account", arguments->accounts,
-                   "An account of the social network on the device; repeatable")
-      ->type_name("NAME")
-      ->allow_extra_args(false);
-  command->add_flag("--refuse-access", arguments->refusesAccess,
-                    "The user does not let the pane at the accounts");
-  command
-      ->add_option("--client", arguments->clients,
-                   "The URL scheme of an installed client: tweetbot, twitterrific, tweetings, "
-                   "twitter; repeatable")
-      ->type_name("SCHEME")
-      ->allow_extra_args(false);
-  command->add_option("--color", arguments->color, "Swatches: auto, always or never")
-      ->type_name("WHEN");
-  command->footer("Commands, one a line:\n" + formList(forms()));
-  command->callback([arguments, &chosen] { chosen = [arguments] { return show(*arguments); }; });
+Command paneCommand() {
+  auto arguments = std::make_shared<PaneArguments>();
+  return {.name = "pane",
+          .summary = "Show the settings in a hosted Settings application, and change them",
+          .options = {rootOption(arguments->root),
+                      {.name = "--script",
+                       .value = "FILE",
+                       .target = &arguments->script,
+                       .meaning = "Commands of this file, - for standard input",
+                       .completes = Completes::files},
+                      {.name = "--account",
+                       .value = "NAME",
+                       .target = &arguments->accounts,
+                       .meaning = "An account of the social network on the device; repeatable"},
+                      {.name = "--refuse-access",
+                       .target = &arguments->refusesAccess,
+                       .meaning = "The user does not let the pane at the accounts"},
+                      {.name = "--client",
+                       .value = "SCHEME",
+                       .target = &arguments->clients,
+                       .meaning = "The URL scheme of an installed client: tweetbot, twitterrific, "
+                                  "tweetings, twitter; repeatable",
+                       .choices = {"tweetbot", "twitterrific", "tweetings", "twitter"}},
+                      colorOption(arguments->color)},
+          .notes = "It uses what the library offers to a pane. Commands, one a line:\n" +
+                   formList(paneForms()),
+          .run = [arguments] { return show(*arguments); }};
 }
 
 }  // namespace varnix::cli

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "Foundation/log.h"
 #include "Foundation/property_list.h"
@@ -19,11 +21,10 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct PickArguments {
   std::vector<std::string> files;
   bool json = false;
-  std::string picture;
-  bool wantsPicture = false;
+  std::optional<std::string> picture;
   int runnersUp = 5;
   std::string color = "auto";
 };
@@ -62,14 +63,14 @@ void writePicture(const std::string& file, const std::string& png) {
   if (!png.empty() && !host::writeFile(file, png, false)) throw Failure("cannot write", file);
 }
 
-int pickColors(const Arguments& arguments) {
+int pickColors(const PickArguments& arguments) {
   if (arguments.runnersUp < 0 || arguments.runnersUp > kAllOfTheFrame) {
     throw UsageError("unusable number of runners-up", std::to_string(arguments.runnersUp));
   }
   const bool withSwatches = wantsSwatches(arguments.color);
   const pick::Answer answer = ask({.files = arguments.files,
                                    .runnersUp = static_cast<std::size_t>(arguments.runnersUp),
-                                   .wantsPicture = arguments.wantsPicture});
+                                   .wantsPicture = arguments.picture.has_value()});
   std::cout << (arguments.json ? pickedJson(answer) : pickedText(answer, withSwatches))
             << std::flush;
   int status = 0;
@@ -78,33 +79,32 @@ int pickColors(const Arguments& arguments) {
     std::cerr << "varnix: cannot pick from " << image.file << ": " << image.error << '\n';
     status = 1;
   }
-  if (arguments.wantsPicture) writePicture(arguments.picture, answer.picture);
+  if (arguments.picture) writePicture(*arguments.picture, answer.picture);
   return status;
 }
 
 }  // namespace
 
-void addPick(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* command =
-      app.add_subcommand("pick", "Show the colours that the library picks from images");
-  command->add_option("FILE", arguments->files, "PNG and JPEG files")->required();
-  command->add_flag("--json", arguments->json, "Print JSON");
-  CLI::Option* picture = command->add_option("--picture", arguments->picture,
-                                             "Draw how they were found, a card an image, as PNG");
-  picture->type_name("OUT");
-  command
-      ->add_option("--runners-up", arguments->runnersUp,
-                   "How many more of the frequent colours to show; 5")
-      ->type_name("N");
-  command
-      ->add_option("--color", arguments->color,
-                   "Colour swatches: auto (in a terminal), always or never")
-      ->type_name("WHEN");
-  command->callback([arguments, picture, &chosen] {
-    arguments->wantsPicture = picture->count() > 0;
-    chosen = [arguments] { return pickColors(*arguments); };
-  });
+Command pickCommand() {
+  auto arguments = std::make_shared<PickArguments>();
+  return {.name = "pick",
+          .summary = "Show the colours that the library picks from images",
+          .options = {{.name = "FILE",
+                       .target = &arguments->files,
+                       .meaning = "PNG and JPEG files",
+                       .completes = Completes::files},
+                      jsonOption(arguments->json),
+                      {.name = "--picture",
+                       .value = "OUT",
+                       .target = &arguments->picture,
+                       .meaning = "Draw how they were found, a card an image, as PNG",
+                       .completes = Completes::files},
+                      {.name = "--runners-up",
+                       .value = "N",
+                       .target = &arguments->runnersUp,
+                       .meaning = "How many more of the frequent colours to show; 5"},
+                      colorOption(arguments->color)},
+          .run = [arguments] { return pickColors(*arguments); }};
 }
 
 }  // namespace varnix::cli

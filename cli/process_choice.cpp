@@ -12,7 +12,6 @@
 #include "framework_copy.h"
 #include "icon_choices.h"
 #include "process/container.h"
-#include "script.h"
 #include "settings_file.h"
 
 namespace varnix::cli {
@@ -32,6 +31,12 @@ ProcessKind kindNamed(const std::string& name) {
     if (name == word) return kind;
   }
   throw UsageError("no such kind of process", name);
+}
+
+std::vector<std::string> kindNames() {
+  std::vector<std::string> names;
+  for (const auto& [word, kind] : kKinds) names.emplace_back(word);
+  return names;
 }
 
 /// Whether a library finds the framework of the playing track.
@@ -56,43 +61,62 @@ const char* kindName(ProcessKind kind) {
   return "";
 }
 
-void ProcessChoice::addTo(CLI::App& command) {
-  command_ = &command;
-  command.add_option("--bundle", bundle_, "The process's bundle identifier")->type_name("ID");
-  command.add_flag("--no-bundle", noBundle_, "A process without a bundle");
-  command
-      .add_option("--kind", kind_,
-                  "application, springboard or daemon (without UIKit); springboard for\n"
-                  "com.apple.springboard, else application")
-      ->type_name("KIND");
-  command.add_option("--open", open_, "SpringBoard: the frontmost application")->type_name("ID");
-  command.add_option("--without", without_, "Hide a class from look-up by name; repeatable")
-      ->type_name("CLASS")
-      ->allow_extra_args(false);
-  command.add_option("--icon", icons_, "An application's icon, PNG or JPEG; repeatable")
-      ->type_name("ID=FILE")
-      ->allow_extra_args(false);
-  command.add_option("--root", root_, "Container root")->type_name("DIR");
-  command.add_option("--settings", settings_, "Use a copy of this file in a container of its own")
-      ->type_name("FILE");
-  command.add_flag("--no-library", noLibrary, "Do not load the library");
-  command.add_option("--load", extensions, "Load another extension after it; repeatable")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
-  command
-      .add_option("--script", script,
-                  "Act on the process by the commands of this file, - for standard input")
-      ->type_name("FILE");
-  command.footer(scriptHelp());
+std::vector<Option> ProcessChoice::options() {
+  return {
+      {.name = "--bundle",
+       .value = "ID",
+       .target = &bundle_,
+       .meaning = "The process's bundle identifier"},
+      {.name = "--no-bundle", .target = &noBundle_, .meaning = "A process without a bundle"},
+      {.name = "--kind",
+       .value = "KIND",
+       .target = &kind_,
+       .meaning = "application, springboard or daemon (without UIKit); springboard for\n"
+                  "com.apple.springboard, else application",
+       .choices = kindNames()},
+      {.name = "--open",
+       .value = "ID",
+       .target = &open_,
+       .meaning = "SpringBoard: the frontmost application"},
+      {.name = "--without",
+       .value = "CLASS",
+       .target = &without_,
+       .meaning = "Hide a class from look-up by name; repeatable"},
+      {.name = "--icon",
+       .value = "ID=FILE",
+       .target = &icons_,
+       .meaning = "An application's icon, PNG or JPEG; repeatable",
+       .completes = Completes::files},
+      {.name = "--root",
+       .value = "DIR",
+       .target = &root_,
+       .meaning = "Container root",
+       .completes = Completes::folders},
+      {.name = "--settings",
+       .value = "FILE",
+       .target = &settings_,
+       .meaning = "Use a copy of this file in a container of its own",
+       .completes = Completes::files},
+      {.name = "--no-library", .target = &noLibrary, .meaning = "Do not load the library"},
+      {.name = "--load",
+       .value = "FILE",
+       .target = &extensions,
+       .meaning = "Load another extension after it; repeatable",
+       .completes = Completes::files},
+      {.name = "--script",
+       .value = "FILE",
+       .target = &script,
+       .meaning = "Act on the process by the commands of this file, - for standard input",
+       .completes = Completes::files},
+  };
 }
 
 void ProcessChoice::check() const {
-  const bool hasBundle = command_->count("--bundle") > 0;
-  if (hasBundle && noBundle_) {
+  if (bundle_ && noBundle_) {
     throw UsageError("options that exclude each other", "--bundle and --no-bundle");
   }
-  if (!hasBundle && !noBundle_) throw UsageError("missing option", "--bundle ID or --no-bundle");
-  if (command_->count("--root") > 0 && command_->count("--settings") > 0) {
+  if (!bundle_ && !noBundle_) throw UsageError("missing option", "--bundle ID or --no-bundle");
+  if (root_ && settings_) {
     throw UsageError("options that exclude each other", "--root and --settings");
   }
 }
@@ -100,19 +124,19 @@ void ProcessChoice::check() const {
 host::ProcessOptions ProcessChoice::prepare() {
   check();
   host::ProcessOptions options;
-  if (!noBundle_) options.bundle = bundle_;
+  options.bundle = bundle_;
   options.kind =
       bundle_ == "com.apple.springboard" ? ProcessKind::springboard : ProcessKind::application;
-  if (command_->count("--kind") > 0) options.kind = kindNamed(kind_);
-  if (command_->count("--open") > 0) options.open = open_;
+  if (kind_) options.kind = kindNamed(*kind_);
+  options.open = open_;
   options.without = without_;
   options.icons = iconsFrom(icons_);
   for (const auto& [identifier, file] : options.icons) checkReadable(file);
-  if (command_->count("--settings") > 0) {
-    container_.emplace(kSettingsPath, settings_);
+  if (settings_) {
+    container_.emplace(kSettingsPath, *settings_);
     options.root = container_->root();
   } else {
-    options.root = host::resolveContainerRoot(root_);
+    options.root = host::resolveContainerRoot(root_.value_or(""));
   }
   if (hasNowPlaying(options)) putMediaPlayerUI(options.root);
   return options;

@@ -1,19 +1,19 @@
 // Which process is meant: the options that run and inspect share.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "command.h"
 #include "process/process.h"
 #include "temporary_container.h"
 
 namespace varnix::cli {
 
 struct ProcessChoice {
-  /// Adds the options to a command; the choice outlives the parsing.
-  void addTo(CLI::App& command);
+  /// The options, which write into the choice.
+  std::vector<Option> options();
 
   /// The options of the process, its container there. Throws UsageError where they do not fit
   /// together and Failure where the container cannot be had.
@@ -26,15 +26,14 @@ struct ProcessChoice {
  private:
   void check() const;
 
-  std::string bundle_;
+  std::optional<std::string> bundle_;
   bool noBundle_ = false;
-  std::string kind_;
-  std::string open_;
+  std::optional<std::string> kind_;
+  std::optional<std::string> open_;
   std::vector<std::string> without_;
   std::vector<std::string> icons_;  ///< as they were given, ID=FILE
-  std::string root_;
-  std::string settings_;
-  const CLI::App* command_ = nullptr;
+  std::optional<std::string> root_;
+  std::optional<std::string> settings_;
   std::optional<TemporaryContainer> container_;
 };
 

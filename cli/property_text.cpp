@@ -2,16 +2,17 @@
 
 #include <cstring>
 #include <ctime>
-#include <nlohmann/json.hpp>
 #include <span>
 
 #include "Foundation/text.h"
+#include "json.h"
 
 namespace varnix::cli {
 
 namespace {
 
-using Json = nlohmann::json;
+/// Stored keys in the order of the alphabet.
+using StoredJson = nlohmann::json;
 
 std::string hex(NSData* data) {
   static constexpr char kDigits[] = "0123456789abcdef";
@@ -36,7 +37,7 @@ std::string moment(NSDate* date) {
   return text;
 }
 
-Json numberJson(NSNumber* number) {
+StoredJson numberJson(NSNumber* number) {
   switch (*send<const char*>(number, "objCType"_sel)) {
     case 'c':
       return number->boolValue();
@@ -49,33 +50,30 @@ Json numberJson(NSNumber* number) {
   }
 }
 
-Json json(NSObject* value) {
+StoredJson storedJson(NSObject* value) {
   if (auto* string = objc::as<NSString>(value)) return std::string(host::text(string));
   if (auto* number = objc::as<NSNumber>(value)) return numberJson(number);
   if (auto* data = objc::as<NSData>(value)) return hex(data);
   if (auto* date = objc::as<NSDate>(value)) return moment(date);
   if (auto* array = objc::as<NSArray>(value)) {
-    Json list = Json::array();
-    for (NSUInteger i = 0; i < array->count(); ++i) list.push_back(json(array->objectAtIndex(i)));
+    StoredJson list = StoredJson::array();
+    for (NSUInteger i = 0; i < array->count(); ++i)
+      list.push_back(storedJson(array->objectAtIndex(i)));
     return list;
   }
   if (auto* dictionary = objc::as<NSDictionary>(value)) {
-    Json object = Json::object();
+    StoredJson object = StoredJson::object();
     NSArray* keys = dictionary->allKeys();
     for (NSUInteger i = 0; i < keys->count(); ++i) {
       auto* key = static_cast<NSString*>(keys->objectAtIndex(i));
-      object[std::string(host::text(key))] = json(dictionary->objectForKey(key));
+      object[std::string(host::text(key))] = storedJson(dictionary->objectForKey(key));
     }
     return object;
   }
   return nullptr;
 }
 
-std::string dump(const Json& value) {
-  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-bool isPlain(std::string_view key) {
+bool isPrintable(std::string_view key) {
   for (unsigned char c : key) {
     if (c < ' ' || c == 127) return false;
   }
@@ -85,13 +83,14 @@ bool isPlain(std::string_view key) {
 }  // namespace
 
 std::string valueText(NSObject* value) {
-  const Json converted = json(value);
+  const StoredJson converted = storedJson(value);
   return converted.is_string() ? converted.get<std::string>() : dump(converted);
 }
 
 std::string entryLine(std::string_view key, NSObject* value) {
-  std::string line = isPlain(key) ? std::string(key) : dump(std::string(key));
-  return line + " = " + (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(json(value)));
+  std::string line = isPrintable(key) ? std::string(key) : dump(StoredJson(std::string(key)));
+  return line + " = " +
+         (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(storedJson(value)));
 }
 
 }  // namespace varnix::cli

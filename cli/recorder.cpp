@@ -13,18 +13,18 @@ NoteWrite& noteWrite() {
   return *function;
 }
 
-Json json(bool value) { return value; }
-Json json(CGFloat value) { return value; }
-Json json(CGPoint value) { return Json::array({value.x, value.y}); }
-Json json(CGRect value) {
+Json argumentJson(bool value) { return value; }
+Json argumentJson(CGFloat value) { return value; }
+Json argumentJson(CGPoint value) { return Json::array({value.x, value.y}); }
+Json argumentJson(CGRect value) {
   return Json::array({value.origin.x, value.origin.y, value.size.width, value.size.height});
 }
-Json json(NSObject* object) {
+Json argumentJson(NSObject* object) {
   Json color = colorJson(object);
   if (color.is_null() && object != nullptr) return true;
   return color;
 }
-Json json(CGColorRef color) { return answerJson(host::surfaces::plainColorAnswer(color)); }
+Json argumentJson(CGColorRef color) { return answerJson(host::surfaces::plainColorAnswer(color)); }
 
 /// Setters of the same name in two classes have a slot each.
 template <objc::FixedString ClassName, objc::FixedString Name, class... A>
@@ -36,7 +36,7 @@ struct Noted {
   static void note(NSObject* self, SEL command, A... arguments) {
     if (noteWrite()) {
       Json write = Json::array({Name.text});
-      (write.push_back(json(arguments)), ...);
+      (write.push_back(argumentJson(arguments)), ...);
       noteWrite()(self, std::move(write));
     }
     hook.original(self, command, arguments...);

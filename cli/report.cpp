@@ -31,7 +31,7 @@ constexpr Element kElements[] = {
     {"volume", "volEnabled", "volDye"},
 };
 
-Json json(const Change& change) {
+Json changeJson(const Change& change) {
   if (change.kind == Change::Kind::add) {
     return {{"op", "add"},
             {"class", change.className},
@@ -50,7 +50,7 @@ Json loadObserved() {
   Json changes = Json::array();
   host::runtime::observeChanges([&](const Change& change) {
     std::lock_guard lock(mutex);
-    changes.push_back(json(change));
+    changes.push_back(changeJson(change));
   });
   host::loadLibrary(host::defaultLibraryPath());
   host::runtime::observeChanges({});
@@ -107,7 +107,7 @@ Json report(const Question& question) {
   // The dye's question is what fills it.
   result["iconColor"] = askColor(manager, "cachedIconColor");
   result["elements"] = askElements(manager);
-  result["surfaces"] = surfaceAnswers();
+  result["surfaces"] = surfaceAnswers(question.classes);
   result["log"] = logSoFar();
   return result;
 }

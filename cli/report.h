@@ -15,6 +15,7 @@ struct Question {
   bool withLibrary = true;
   std::vector<std::string> extensions;
   std::optional<std::string> script;
+  std::vector<std::string> classes;  ///< whose surfaces are asked; all where there are none
 };
 
 /// Turns this process into the hosted one and asks it: {"installed", "log", "dye", "iconColor",

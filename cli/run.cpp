@@ -25,10 +25,9 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct RunArguments {
   ProcessChoice process;
-  double seconds = 0;
-  bool isLimited = false;
+  std::optional<double> seconds;
   bool trace = false;
 };
 
@@ -69,23 +68,23 @@ void endWithInput() {
   });
 }
 
-void live(const Arguments& arguments) {
+void live(const RunArguments& arguments) {
   auto& loop = host::MainRunLoop::instance();
   const auto& script = arguments.process.script;
-  if (script && !arguments.isLimited) return loop.drain();
+  if (script && !arguments.seconds) return loop.drain();
   // A script has read it to its end.
   if (script != "-" && inputCanClose()) {
     endWithInput();
-  } else if (!arguments.isLimited) {
+  } else if (!arguments.seconds) {
     return loop.drain();
   }
-  if (!arguments.isLimited) return loop.run();
-  loop.runFor(std::chrono::milliseconds(std::llround(arguments.seconds * 1000)));
+  if (!arguments.seconds) return loop.run();
+  loop.runFor(std::chrono::milliseconds(std::llround(*arguments.seconds * 1000)));
 }
 
-int run(Arguments& arguments) {
-  if (!(arguments.seconds >= 0 && arguments.seconds <= kLongest)) {
-    throw UsageError("unusable time", std::to_string(arguments.seconds));
+int run(RunArguments& arguments) {
+  if (const auto seconds = arguments.seconds; seconds && !(*seconds >= 0 && *seconds <= kLongest)) {
+    throw UsageError("unusable time", std::to_string(*seconds));
   }
   const host::ProcessOptions options = arguments.process.prepare();
   host::printLog(true);
@@ -114,22 +113,27 @@ int run(Arguments& arguments) {
 
 }  // namespace
 
-void addRun(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand(
-      "run",
-      "Run a hosted process that loads the library, until the time is over or standard\n"
-      "input closes (a file or /dev/null as standard input counts as closed, unless there is a "
-      "time); with a script, until its end where there is no time");
-  arguments->process.addTo(*command);
-  CLI::Option* limit = command->add_option("--for", arguments->seconds, "End after this time");
-  limit->type_name("SECONDS");
-  command->add_flag("--trace", arguments->trace,
-                    "Print every method that is added or replaced as it happens");
-  command->callback([arguments, limit, &chosen] {
-    arguments->isLimited = limit->count() > 0;
-    chosen = [arguments] { return run(*arguments); };
-  });
+Command runCommand() {
+  auto arguments = std::make_shared<RunArguments>();
+  Command command{
+      .name = "run",
+      .summary = "Run a hosted process that loads the library",
+      .options = arguments->process.options(),
+      .notes =
+          "It ends when the time is over or standard input closes; a file or /dev/null counts as "
+          "closed,\nunless there is a time. With a script it ends with the script, unless "
+          "there is a time.\n\n" +
+          scriptHelp(),
+      .run = [arguments] { return run(*arguments); }};
+  command.options.push_back({.name = "--for",
+                             .value = "SECONDS",
+                             .target = &arguments->seconds,
+                             .meaning = "End after this time"});
+  command.options.push_back(
+      {.name = "--trace",
+       .target = &arguments->trace,
+       .meaning = "Print every method that is added or replaced as it happens"});
+  return command;
 }
 
 }  // namespace varnix::cli

@@ -8,7 +8,7 @@ namespace varnix::cli {
 
 namespace {
 
-std::vector<const char*> forms() {
+std::vector<const char*> scriptForms() {
   std::vector<const char*> list;
   for (const ScriptCommand& command : scriptCommands()) list.push_back(command.form);
   return list;
@@ -20,13 +20,13 @@ void runScript(const std::string& file, Stage& stage,
                const std::function<void(const Json&)>& print) {
   ScriptContext context{stage, print, {}};
   runLines(file, [&](const std::string& line) {
-    runLine(forms(), line, [&](std::size_t command, const Words& arguments) {
+    runLine(scriptForms(), line, [&](std::size_t command, const Words& arguments) {
       const objc::AutoreleasePool pool;
       scriptCommands()[command].run(context, arguments);
     });
   });
 }
 
-std::string scriptHelp() { return "Commands of a script, one a line:\n" + formList(forms()); }
+std::string scriptHelp() { return "Commands of a script, one a line:\n" + formList(scriptForms()); }
 
 }  // namespace varnix::cli

@@ -4,6 +4,7 @@
 #include "Foundation/run_loop.h"
 #include "Foundation/text.h"
 #include "errors.h"
+#include "input_limits.h"
 #include "platform/UIKit.h"
 #include "settings_file.h"
 
@@ -11,13 +12,12 @@ namespace varnix::cli {
 
 namespace {
 
-using Words = std::vector<std::string>;
-
-constexpr std::size_t kMaximumBytes = 64 << 20;
 constexpr NSInteger kActive = 0;
 
+using Words = std::vector<std::string>;
+
 NSObject* imageOf(const std::string& file) {
-  const auto contents = host::fileContents(file, kMaximumBytes);
+  const auto contents = host::fileContents(file, kLargestFile);
   if (!contents) throw Failure("no such image file", file);
   Class imageClass = objc_getClass("UIImage");
   if (imageClass == nullptr) throw Failure("this process has no such class", "UIImage");
@@ -35,7 +35,7 @@ UIApplication* application() {
 
 void enterState(NSInteger state) { send<void>(application(), "setApplicationState:"_sel, state); }
 
-void open(const std::string& identifier) {
+void openApplication(const std::string& identifier) {
   auto* board = application();
   SEL open = sel_registerName("_setFrontMostApplicationIdentifier:");
   if (!board->respondsToSelector(open))
@@ -53,11 +53,11 @@ void set(const std::string& key, const std::string& value) {
 
 /// What a handler leaves on the main queue comes a turn later, and so on a few times.
 void drainMainLoop() {
-  constexpr int kTurns = 4;
-  for (int turn = 0; turn < kTurns; ++turn) host::MainRunLoop::instance().drain();
+  constexpr int kSettledAfter = 4;
+  for (int turn = 0; turn < kSettledAfter; ++turn) host::MainRunLoop::instance().drain();
 }
 
-constexpr ScriptCommand kCommands[] = {
+constexpr ScriptCommand kScriptCommands[] = {
     {"present control-centre",
      [](ScriptContext& c, const Words&) { c.stage.presentControlCenter(); }},
     {"present notification-centre",
@@ -81,7 +81,7 @@ constexpr ScriptCommand kCommands[] = {
      }},
     {"play", [](ScriptContext& c, const Words&) { c.stage.playTrack(c.artwork, true); }},
     {"pause", [](ScriptContext& c, const Words&) { c.stage.playTrack(c.artwork, false); }},
-    {"open ID", [](ScriptContext&, const Words& words) { open(words[0]); }},
+    {"open ID", [](ScriptContext&, const Words& words) { openApplication(words[0]); }},
     {"contrast on", [](ScriptContext& c, const Words&) { c.stage.changeContrast(true); }},
     {"contrast off", [](ScriptContext& c, const Words&) { c.stage.changeContrast(false); }},
     {"background", [](ScriptContext&, const Words&) { enterState(UIApplicationStateBackground); }},
@@ -97,6 +97,6 @@ constexpr ScriptCommand kCommands[] = {
 
 }  // namespace
 
-std::span<const ScriptCommand> scriptCommands() { return kCommands; }
+std::span<const ScriptCommand> scriptCommands() { return kScriptCommands; }
 
 }  // namespace varnix::cli

@@ -17,7 +17,7 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct SettingsArguments {
   std::string root;
   std::string key;
   std::string value;
@@ -25,7 +25,7 @@ struct Arguments {
   bool keepText = false;
 };
 
-int list() {
+int list(const SettingsArguments&) {
   NSDictionary* stored = storedSettings();
   if (stored == nullptr) return 0;
   std::vector<std::string> lines;
@@ -39,7 +39,7 @@ int list() {
   return 0;
 }
 
-int get(const Arguments& arguments) {
+int get(const SettingsArguments& arguments) {
   NSDictionary* stored = storedSettings();
   NSObject* value =
       stored == nullptr ? nullptr : stored->objectForKey(host::makeString(arguments.key));
@@ -48,7 +48,7 @@ int get(const Arguments& arguments) {
   return 0;
 }
 
-Value checkedValue(const Arguments& arguments) {
+Value checkedValue(const SettingsArguments& arguments) {
   if (arguments.force) {
     return arguments.keepText ? Value(arguments.value) : plainValue(arguments.value);
   }
@@ -57,56 +57,55 @@ Value checkedValue(const Arguments& arguments) {
   return valueFor(*kind, arguments.value, arguments.keepText);
 }
 
-int set(const Arguments& arguments) {
+int set(const SettingsArguments& arguments) {
   store(arguments.key, checkedValue(arguments));
   return 0;
 }
 
-int unset(const Arguments& arguments) {
+int unset(const SettingsArguments& arguments) {
   if (!remove(arguments.key)) throw Failure("not set", arguments.key);
   return 0;
 }
 
 }  // namespace
 
-void addSettings(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* settings = app.add_subcommand("settings", "List, read and change what is stored");
-  settings->require_subcommand(0, 1);
-
-  auto addRoot = [arguments](CLI::App* command) {
-    command->add_option("--root", arguments->root, "Container root")->type_name("DIR");
+Command settingsCommand() {
+  auto arguments = std::make_shared<SettingsArguments>();
+  auto command = [&](const char* name, const char* summary,
+                     int (*action)(const SettingsArguments&)) {
+    return Command{.name = name,
+                   .summary = summary,
+                   .options = {rootOption(arguments->root)},
+                   .run = [arguments, action] {
+                     objc::AutoreleasePool pool;
+                     host::setContainerRoot(host::resolveContainerRoot(arguments->root));
+                     return action(*arguments);
+                   }};
   };
-  auto add = [&](const char* name, const char* what, auto action) {
-    CLI::App* command = settings->add_subcommand(name, what);
-    addRoot(command);
-    command->callback([arguments, action, &chosen] {
-      chosen = [arguments, action] {
-        objc::AutoreleasePool pool;
-        host::setContainerRoot(host::resolveContainerRoot(arguments->root));
-        return action(*arguments);
-      };
-    });
-    return command;
+  auto withKey = [&](Command made) {
+    made.options.push_back({.name = "KEY",
+                            .target = &arguments->key,
+                            .meaning = "The setting's name",
+                            .choices = keyNames()});
+    return made;
   };
-  auto withKey = [arguments](CLI::App* command) {
-    command->add_option("KEY", arguments->key, "The setting's name")->required()->type_name("");
-    return command;
-  };
-
-  addRoot(settings);
-  add("list", "Print everything that is stored", [](const Arguments&) { return list(); });
-  withKey(add("get", "Print one value", get));
-  CLI::App* change = withKey(add("set", "Store one value and tell every process", set));
-  change->add_option("VALUE", arguments->value, "true, false, a whole number or text")
-      ->required()
-      ->type_name("");
-  change->add_flag("--force", arguments->force, "Store any value under any key");
-  change->add_flag("--string", arguments->keepText, "Store true, false and digits as text");
-  change->footer(keyHelp());
-  withKey(add("unset", "Remove one value and tell every process", unset));
-  // Last: a subcommand takes over the footer that its parent has.
-  settings->footer(keyHelp());
+  Command change = withKey(command("set", "Store one value and tell every process", set));
+  change.options.push_back({.name = "VALUE",
+                            .target = &arguments->value,
+                            .meaning = "true, false, a whole number or text"});
+  change.options.push_back(
+      {.name = "--force", .target = &arguments->force, .meaning = "Store any value under any key"});
+  change.options.push_back({.name = "--string",
+                            .target = &arguments->keepText,
+                            .meaning = "Store true, false and digits as text"});
+  change.notes = keyHelp();
+  return {.name = "settings",
+          .summary = "List, read and change what is stored",
+          .options = {rootOption(arguments->root)},
+          .commands = {command("list", "Print everything that is stored", list),
+                       withKey(command("get", "Print one value", get)), std::move(change),
+                       withKey(command("unset", "Remove one value and tell every process", unset))},
+          .notes = keyHelp()};
 }
 
 }  // namespace varnix::cli

@@ -84,12 +84,13 @@ std::string surfaces(const Json& report, const Table& table) {
     question = std::max(question, questionOf(surface).size());
     situation = std::max(situation, surface["case"].get<std::string>().size());
   }
+  const bool hasBefore = report["surfaces"][0].contains("before");
   std::string text = padded("surface", question + 2) + padded("case", situation + 2) +
-                     table.heading("before") + "after\n";
+                     (hasBefore ? table.heading("before") : "") + "after\n";
   for (const Json& surface : report["surfaces"]) {
     text += padded(questionOf(surface), question + 2) +
             padded(surface["case"].get<std::string>(), situation + 2) +
-            table.cell(surface["before"]) + table.cell(surface["after"]) + '\n';
+            (hasBefore ? table.cell(surface["before"]) : "") + table.cell(surface["after"]) + '\n';
   }
   return text;
 }

@@ -15,7 +15,7 @@ namespace varnix::cli {
 namespace {
 
 // More than any settings file; an endless one must not fill the disk.
-constexpr std::size_t kMaximumBytes = 256 << 20;
+constexpr std::size_t kLargestCopy = 256 << 20;
 
 void copy(const std::string& from, const std::filesystem::path& to) {
   std::error_code ignored;
@@ -31,7 +31,7 @@ void copy(const std::string& from, const std::filesystem::path& to) {
   std::size_t total = 0;
   while (in.read(block.data(), static_cast<std::streamsize>(block.size())) || in.gcount() > 0) {
     total += static_cast<std::size_t>(in.gcount());
-    if (total > kMaximumBytes) throw Failure("larger than 256 MB", from);
+    if (total > kLargestCopy) throw Failure("larger than 256 MB", from);
     out.write(block.data(), in.gcount());
   }
   out.close();

@@ -10,6 +10,7 @@
 #include "answer_json.h"
 #include "errors.h"
 #include "hosted_child.h"
+#include "input_limits.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
 #include "surfaces/surfaces.h"
@@ -21,9 +22,7 @@ using host::screens::Answers;
 
 namespace {
 
-constexpr std::chrono::seconds kLimit{20};
-constexpr std::size_t kMaximumBytes = 64 << 20;
-
+constexpr std::chrono::seconds kAskingLimit{20};
 Json toJson(const Answers& answers) {
   Json json = Json::object();
   for (const auto& [name, answer] : answers.values) {
@@ -55,7 +54,7 @@ Answers fromJson(const Json& json) {
 void play(const std::string& artwork) {
   Class controller = objc_getClass("MPUNowPlayingController");
   if (controller == nullptr) return;
-  const auto bytes = host::fileContents(artwork, kMaximumBytes);
+  const auto bytes = host::fileContents(artwork, kLargestFile);
   if (!bytes) throw Failure("cannot be read", artwork);
   auto* image = send<NSObject*>(objc_getClass("UIImage"), "imageWithData:"_sel,
                                 NSData::dataWithBytes(bytes->data(), bytes->size()));
@@ -76,7 +75,7 @@ std::string answer(const ProcessQuestion& question) {
       screens[screen->id][wallpaper] = toJson(screen->ask({color}));
     }
   }
-  return dump({{"screens", screens}, {"surfaces", surfaceAnswers()}});
+  return dump(Json{{"screens", screens}, {"surfaces", surfaceAnswers()}});
 }
 
 ProcessAnswer parse(const std::string& text) {
@@ -99,13 +98,14 @@ std::vector<ProcessAnswer> askProcesses(const std::vector<ProcessQuestion>& ques
   std::deque<HostedChild> running;
   for (const ProcessQuestion& question : questions) {
     if (running.size() == atOnce) {
-      answers.push_back(parse(running.front().wait(std::chrono::steady_clock::now() + kLimit)));
+      answers.push_back(
+          parse(running.front().wait(std::chrono::steady_clock::now() + kAskingLimit)));
       running.pop_front();
     }
     running.emplace_back([&question] { return answer(question); });
   }
   for (HostedChild& child : running) {
-    answers.push_back(parse(child.wait(std::chrono::steady_clock::now() + kLimit)));
+    answers.push_back(parse(child.wait(std::chrono::steady_clock::now() + kAskingLimit)));
   }
   return answers;
 }

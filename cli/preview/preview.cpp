@@ -21,10 +21,9 @@ namespace varnix::cli {
 
 namespace {
 
-struct Arguments {
+struct PreviewArguments {
   std::string out = "preview";
-  std::string root, settings;
-  bool hasRoot = false, hasSettings = false;
+  std::optional<std::string> root, settings;
   std::string artwork;
   std::vector<std::string> icons;
   MaterialChoice materials;
@@ -33,20 +32,20 @@ struct Arguments {
 
 constexpr double kLargestScale = 4;
 
-void check(const Arguments& arguments) {
-  if (arguments.hasRoot && arguments.hasSettings)
+void check(const PreviewArguments& arguments) {
+  if (arguments.root && arguments.settings)
     throw UsageError("options that exclude each other", "--root and --settings");
-  if (arguments.watches && !arguments.hasRoot)
+  if (arguments.watches && !arguments.root)
     throw UsageError("missing option, which --watch needs", "--root DIR");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
 }
 
-Tabs tabsFor(const Arguments& arguments) {
-  if (arguments.hasSettings) return Tabs::ofFile(arguments.settings, arguments.artwork);
-  if (arguments.hasRoot)
-    return Tabs::ofContainer(host::resolveContainerRoot(arguments.root), arguments.artwork);
+Tabs tabsFor(const PreviewArguments& arguments) {
+  if (arguments.settings) return Tabs::ofFile(*arguments.settings, arguments.artwork);
+  if (arguments.root)
+    return Tabs::ofContainer(host::resolveContainerRoot(*arguments.root), arguments.artwork);
   return Tabs::samples(arguments.artwork);
 }
 
@@ -76,7 +75,7 @@ void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& f
   });
 }
 
-int preview(Arguments& arguments) {
+int preview(PreviewArguments& arguments) {
   check(arguments);
   noteInterruptions();
   arguments.materials.icons = iconsFrom(arguments.icons);
@@ -101,7 +100,7 @@ int preview(Arguments& arguments) {
   return 0;
 }
 
-int previewOrEnd(Arguments& arguments) {
+int previewOrEnd(PreviewArguments& arguments) {
   try {
     return preview(arguments);
   } catch (const Interrupted& end) {
@@ -111,37 +110,54 @@ int previewOrEnd(Arguments& arguments) {
 
 }  // namespace
 
-void addPreview(CLI::App& app, Action& chosen) {
-  auto arguments = std::make_shared<Arguments>();
-  CLI::App* command = app.add_subcommand(
-      "preview",
-      "Draw every screen before and after, and a page that shows them; without settings for four\n"
-      "that show what there is");
+Command previewCommand() {
+  auto arguments = std::make_shared<PreviewArguments>();
   auto& materials = arguments->materials;
-  command->add_option("--out", arguments->out, "The folder to write; preview")->type_name("DIR");
-  CLI::Option* root =
-      command->add_option("--root", arguments->root, "Use this container's settings")
-          ->type_name("DIR");
-  CLI::Option* settings =
-      command->add_option("--settings", arguments->settings, "Use a copy of this settings file")
-          ->type_name("FILE");
-  command->add_option("--wallpaper", materials.wallpaper, "PNG or JPEG")->type_name("FILE");
-  command->add_option("--artwork", arguments->artwork, "The playing track's picture, PNG or JPEG")
-      ->type_name("FILE");
-  command->add_option("--icon", arguments->icons, "An application's icon, PNG or JPEG; repeatable")
-      ->type_name("ID=FILE")
-      ->allow_extra_args(false);
-  command->add_option("--only", materials.screens, "Draw this screen; repeatable")
-      ->type_name("SCREEN")
-      ->allow_extra_args(false);
-  command->add_option("--scale", materials.scale, "Pixels a point, 1 to 4; 2")->type_name("NUMBER");
-  command->add_flag("--watch", arguments->watches,
-                    "Go on, and redraw what changes with the settings of --root");
-  command->callback([arguments, root, settings, &chosen] {
-    arguments->hasRoot = root->count() > 0;
-    arguments->hasSettings = settings->count() > 0;
-    chosen = [arguments] { return previewOrEnd(*arguments); };
-  });
+  return {.name = "preview",
+          .summary = "Draw every screen before and after, and a page that shows them",
+          .options = {{.name = "--out",
+                       .value = "DIR",
+                       .target = &arguments->out,
+                       .meaning = "The folder to write; preview",
+                       .completes = Completes::folders},
+                      {.name = "--root",
+                       .value = "DIR",
+                       .target = &arguments->root,
+                       .meaning = "Use this container's settings",
+                       .completes = Completes::folders},
+                      {.name = "--settings",
+                       .value = "FILE",
+                       .target = &arguments->settings,
+                       .meaning = "Use a copy of this settings file",
+                       .completes = Completes::files},
+                      {.name = "--wallpaper",
+                       .value = "FILE",
+                       .target = &materials.wallpaper,
+                       .meaning = "PNG or JPEG",
+                       .completes = Completes::files},
+                      {.name = "--artwork",
+                       .value = "FILE",
+                       .target = &arguments->artwork,
+                       .meaning = "The playing track's picture, PNG or JPEG",
+                       .completes = Completes::files},
+                      {.name = "--icon",
+                       .value = "ID=FILE",
+                       .target = &arguments->icons,
+                       .meaning = "An application's icon, PNG or JPEG; repeatable",
+                       .completes = Completes::files},
+                      {.name = "--only",
+                       .value = "SCREEN",
+                       .target = &materials.screens,
+                       .meaning = "Draw this screen; repeatable"},
+                      {.name = "--scale",
+                       .value = "NUMBER",
+                       .target = &materials.scale,
+                       .meaning = "Pixels a point, 1 to 4; 2"},
+                      {.name = "--watch",
+                       .target = &arguments->watches,
+                       .meaning = "Go on, and redraw what changes with the settings of --root"}},
+          .notes = "Without settings it draws four that show what there is.",
+          .run = [arguments] { return previewOrEnd(*arguments); }};
 }
 
 }  // namespace varnix::cli

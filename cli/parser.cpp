@@ -1,0 +1,127 @@
+#include "parser.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+#include <string_view>
+#include <type_traits>
+
+#include "errors.h"
+
+namespace varnix::cli {
+
+namespace {
+
+/// The parser's complaints in our words.
+std::string messageFor(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    return "unexpected argument: " + text.substr(text.find(": ") + 2);
+  }
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    constexpr std::string_view kEnd = " is required";
+    if (text.ends_with(kEnd)) {
+      return "missing argument: " + text.substr(0, text.size() - kEnd.size());
+    }
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return "wrong number of values: " + text;
+  }
+  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+    return "unusable value: " + text.substr(text.find(": ") + 2);
+  }
+  return "wrong usage: " + text;
+}
+
+void addOption(CLI::App& app, const Option& option) {
+  if (bool* const* flag = std::get_if<bool*>(&option.target)) {
+    app.add_flag(option.name, **flag, option.meaning);
+    return;
+  }
+  CLI::Option* added = std::visit(
+      [&](auto target) -> CLI::Option* {
+        if constexpr (std::is_pointer_v<decltype(target)>) {
+          return app.add_option(option.name, *target, option.meaning);
+        } else {
+          return app.add_option(option.name, option.meaning);
+        }
+      },
+      option.target);
+  added->type_name(option.value);
+  if (option.isArgument()) added->required(!option.isOptional);
+  else added->allow_extra_args(false);
+}
+
+void declare(CLI::App& app, const Command& command, const Command*& chosen) {
+  for (const Option& option : command.options) addOption(app, option);
+  for (const Command& sub : command.commands) {
+    declare(*app.add_subcommand(sub.name, sub.summary), sub, chosen);
+  }
+  if (!command.commands.empty()) app.require_subcommand(0, 1);
+  // After the subcommands, which would take it over.
+  app.footer(command.notes);
+  app.callback([&app, &command, &chosen] {
+    if (app.get_subcommands().empty()) chosen = &command;
+  });
+}
+
+/// The parser would take the next word as the value of "--option=", which is an empty one.
+std::vector<std::string> withEmptyValues(const std::vector<std::string>& given) {
+  std::vector<std::string> words;
+  bool areOptions = true;
+  for (const std::string& word : given) {
+    if (word == "--") areOptions = false;
+    if (areOptions && word.starts_with("--") && word.find('=') == word.size() - 1) {
+      words.push_back(word.substr(0, word.size() - 1));
+      words.emplace_back();
+    } else {
+      words.push_back(word);
+    }
+  }
+  return words;
+}
+
+/// "help COMMAND" is "COMMAND --help".
+void replaceHelp(const Command& program, std::vector<std::string>& words) {
+  if (words.empty() || words.front() != "help") return;
+  words.erase(words.begin());
+  const Command* at = &program;
+  for (const std::string& word : words) {
+    if (word.starts_with("-")) break;
+    const auto found = std::find_if(at->commands.begin(), at->commands.end(),
+                                    [&](const Command& sub) { return sub.name == word; });
+    if (found == at->commands.end()) throw UsageError("no such command", word);
+    at = &*found;
+  }
+  words.emplace_back("--help");
+}
+
+}  // namespace
+
+std::function<int()> parse(const Command& program, std::vector<std::string> words) {
+  replaceHelp(program, words);
+  words = withEmptyValues(words);
+  // The parser takes them last first.
+  std::reverse(words.begin(), words.end());
+  CLI::App app{program.summary, program.name};
+  app.set_version_flag("-V,--version", program.name + " " VARNIX_VERSION);
+  const Command* chosen = nullptr;
+  declare(app, program, chosen);
+  try {
+    app.parse(words);
+  } catch (const CLI::Success& answer) {
+    std::ostringstream text;
+    app.exit(answer, text, text);
+    return [text = text.str()] {
+      std::cout << text;
+      return 0;
+    };
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(messageFor(error));
+  }
+  if (chosen == nullptr || !chosen->run) throw UsageError("missing command", "see varnix --help");
+  return chosen->run;
+}
+
+}  // namespace varnix::cli
