@@ -4,7 +4,7 @@ SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
 .PHONY: help setup build preview run test test-device bench contact-sheet device package install lint \
-	format format-check asan tsan clean
+	format format-check asan tsan gcc clean
 
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
@@ -13,34 +13,63 @@ ARCHITECTURES ?= arm64 armv7
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
-# $(call compile,PRESET,OPTIONS) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
-compile = cmake --log-level=WARNING --preset $(1) >/dev/null && \
-	cmake --build --preset $(1) $(2) -j $(JOBS) -- $(NINJA_FLAGS)
+# The command alone, and with it the tests and what they try.
+command := -DVARNIX_TESTS=OFF -DVARNIX_DEVICE=OFF -DVARNIX_BENCH=OFF
+everything := -DVARNIX_TESTS=ON -DVARNIX_DEVICE=ON -DVARNIX_BENCH=OFF
+measures := -DVARNIX_TESTS=OFF -DVARNIX_DEVICE=OFF -DVARNIX_BENCH=ON
+
+# $(call setup) installs what this goal takes; $(call configure,PRESET,PARTS); $(call
+# compile,PRESET,PARTS,OPTIONS) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
+setup = @scripts/setup $@
+configure = cmake --log-level=WARNING --preset $(1) $(2) >/dev/null
+compile = $(call configure,$(1),$(2)) && \
+	cmake --build --preset $(1) $(3) -j $(JOBS) -- $(NINJA_FLAGS)
 check = ctest --preset $(1) -j $(JOBS) $(2)
 
 help: ## Print this
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/\1\t\2/p' $(MAKEFILE_LIST) | \
 	  while IFS=$$'\t' read -r name what; do printf '  make %-13s %s\n' "$$name" "$$what"; done
 
-setup: ## Install the Debian packages that are missing
+setup: ## Install every Debian package that is missing
 	@scripts/setup
 
-build: setup ## Build into build/
-	@$(call compile,gcc)
+build: ## Build the command and what it hosts into build/
+	$(setup)
+	@$(call compile,clang,$(command))
 
-# Without the tests and benchmarks, which take most of the time.
-preview: setup ## Draw every screen before and after: build/preview/index.html
-	@$(call compile,gcc,--target varnix)
+preview: ## Draw every screen before and after: build/preview/index.html
+	$(setup)
+	@$(call compile,clang,$(command))
 	@build/varnix preview --out build/preview
 
-run: build ## Dye a sample application and SpringBoard, and show what changed
+run: ## Dye a sample application and SpringBoard, and show what changed
+	$(setup)
+	@$(call compile,clang,$(command))
 	@scripts/demo
 
-test: build ## Run the tests
+test: ## Run the tests
+	$(setup)
+	@$(call compile,clang,$(everything))
+	@$(call check,clang)
+
+gcc: ## Build with the other compiler and run the tests
+	$(setup)
+	@$(call compile,gcc,$(everything))
 	@$(call check,gcc)
 
-bench: setup ## Measure an optimised build; the figures also go to build-release/bench.json
-	@$(call compile,release)
+asan: ## Run the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+	$(setup)
+	@$(call compile,asan,$(everything))
+	@$(call check,asan)
+
+tsan: ## Run the tests that carry the label threads under ThreadSanitizer
+	$(setup)
+	@$(call compile,tsan,$(everything),--target tests_of_threads)
+	@$(call check,tsan,-L threads)
+
+bench: ## Measure an optimised build; the figures also go to build-release/bench.json
+	$(setup)
+	@$(call compile,release,$(measures),--target benchmarks)
 	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
 	  --benchmark_out_format=json
 	@build-release/varnix-springboard-bench
@@ -49,42 +78,42 @@ bench: setup ## Measure an optimised build; the figures also go to build-release
 	@build-release/varnix-picture-bench --json build-release/bench-pictures.json \
 	  --pickers build-release/pickers --pictures build/pictures/photographs
 
-contact-sheet: build ## Draw the colours that stand for real photographs and icons
+contact-sheet: ## Draw the colours that stand for real photographs and icons
+	$(setup)
+	@$(call compile,clang,$(measures),--target varnix varnix-contact-sheet)
 	@scripts/contact-sheet
 
-device: setup ## Cross-compile for the device and check the library against device/lists
+device: ## Cross-compile for the device and check the library against device/lists
+	$(setup)
 	@device/build
 	@device/check
 
-package: setup ## Build the device library and write the package that installs it
+package: ## Build the device library and write the package that installs it
+	$(setup)
 	@device/package
 
 # ARCHITECTURES=arm64 takes one.
-test-device: setup ## Run the tests on the device's own library, under emulation
+test-device: ## Run the tests on the device's own library, under emulation
+	$(setup)
 	@JOBS=$(JOBS) device/emulation/test $(ARCHITECTURES)
 
-install: setup ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
-	@cmake --log-level=WARNING --preset release >/dev/null
-	@cmake --build --preset release -j $(JOBS) --target varnix -- $(NINJA_FLAGS)
+install: ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
+	$(setup)
+	@$(call compile,release,$(command),--target varnix)
 	@DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)" >/dev/null
 
 lint: format-check ## Check the layout of the sources and run clang-tidy
-	@cmake --log-level=WARNING --preset clang >/dev/null
+	$(setup)
+	@$(call configure,lint,$(everything))
 	@scripts/lint tidy
 
-format: setup ## Lay out the sources
+format: ## Lay out the sources
+	$(setup)
 	@scripts/lint fix
 
-format-check: setup ## Check the layout only
+format-check: ## Check the layout only
+	$(setup)
 	@scripts/lint format
 
-asan: setup ## Run the tests under AddressSanitizer and UndefinedBehaviorSanitizer
-	@$(call compile,asan)
-	@$(call check,asan)
-
-tsan: setup ## Run the tests that carry the label threads under ThreadSanitizer
-	@$(call compile,tsan)
-	@$(call check,tsan,-L threads)
-
 clean: ## Remove every build folder
-	@rm -rf build build-clang build-asan build-tsan build-release build-device build-emulated-* build-sysroot-*
+	@rm -rf build build-*

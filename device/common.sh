@@ -18,8 +18,10 @@ find_tools() {
   tools=${VARNIX_TOOLS-}
   [ -z "$tools" ] || return 0
   tools=build
-  local output
-  output=$(cmake --log-level=WARNING --preset gcc 2>&1 &&
-    cmake --build --preset gcc --target varnix-link-armv7 varnix-sign 2>&1) ||
+  # A build folder keeps what it is for; a new one is for the tools alone.
+  local output parts=(-DVARNIX_DEVICE=ON)
+  [ -e build/CMakeCache.txt ] || parts+=(-DVARNIX_TESTS=OFF -DVARNIX_BENCH=OFF)
+  output=$(cmake --log-level=WARNING --preset clang "${parts[@]}" 2>&1 &&
+    cmake --build --preset clang --target varnix-link-armv7 varnix-sign 2>&1) ||
     fail "the linker and the signer do not build: $output"
 }

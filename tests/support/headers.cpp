@@ -1,0 +1,1 @@
+// What is compiled is the header beside this file.
