@@ -78,7 +78,7 @@ constexpr const char* kBashEnd = R"(  esac
     local -a names
     mapfile -t names < <(compgen -A "$action" -- "$current")
     COMPREPLY+=("${names[@]}")
-    compopt -o filenames 2>/dev/null
+    compopt -o filenames 2>/dev/null || true
   fi
 }
 

@@ -41,7 +41,7 @@ class BadSettings : public test::CommandTest {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path()))
       succeeds = chown(entry.path().c_str(), kNobody, kNobody) == 0 && succeeds;
     return succeeds && setgid(kNobody) == 0 && setuid(kNobody) == 0 &&
-           access(VARNIX_CLI, R_OK | X_OK) == 0;
+           access(test::commandFile().c_str(), R_OK | X_OK) == 0;
   }
 };
 

@@ -112,6 +112,39 @@ TEST_F(Inspect, AProcessThatStaysUndyedStillAnswers) {
   for (const Json& surface : report["surfaces"]) EXPECT_EQ(surface["before"], surface["after"]);
 }
 
+TEST_F(Inspect, OfOneClassAlone) {
+  const Json report =
+      inspect({"--bundle", "com.example.app", "--only", "UISwitch", "--only", "UILabel"});
+  ASSERT_EQ(report["surfaces"].size(), 3U);
+  EXPECT_EQ(report["surfaces"][0]["class"], "UILabel");
+  EXPECT_EQ(report["surfaces"][1]["class"], "UISwitch");
+  EXPECT_EQ(report["surfaces"][2]["class"], "UISwitch");
+  EXPECT_EQ(answer(report, "UISwitch", "onTintColor", "after layout, set to red", "before"),
+            "#ff0000ff");
+  EXPECT_EQ(answer(report, "UISwitch", "onTintColor", "after layout, set to red"), kDefaultDye);
+  const auto outcome = varnix({"inspect", "--no-bundle", "--only", "UITeapot"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.error, "varnix: nothing is asked of this class: UITeapot\n");
+}
+
+TEST_F(Inspect, InItsOwnProcess) {
+  const Json forked = inspectApplication();
+  Json own = inspect({"--bundle", "com.example.app", "--in-process"});
+  ASSERT_EQ(own["surfaces"].size(), forked["surfaces"].size());
+  for (std::size_t i = 0; i < own["surfaces"].size(); ++i) {
+    Json expected = forked["surfaces"][i];
+    expected.erase("before");
+    EXPECT_EQ(own["surfaces"][i], expected);
+  }
+  own["surfaces"] = forked["surfaces"];
+  EXPECT_EQ(own, forked);
+  const auto table = varnix({"inspect", "--bundle", "a", "--only", "UILabel", "--in-process"});
+  EXPECT_NE(table.out.find("surface            case   after\n"
+                           "UILabel tintColor  label  #de3027ff\n"),
+            table.out.npos)
+      << table.out;
+}
+
 TEST_F(Inspect, WithoutTheLibrary) {
   const Json report = inspect({"--bundle", "com.example.app", "--no-library"});
   EXPECT_EQ(report["installed"], Json::array());

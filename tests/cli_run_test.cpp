@@ -85,10 +85,10 @@ TEST_F(Run, LivesUntilTheTimeIsOver) {
 
 TEST_F(Run, WithNobodyAtItsInputOnlyTheTimeCounts) {
   const auto start = Clock::now();
-  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a --for 0.4 </dev/null"), 0);
+  EXPECT_EQ(std::system((test::commandFile() + " run --bundle a --for 0.4 </dev/null").c_str()), 0);
   EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(400));
-  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a --for 0.1 <&-"), 0);
-  EXPECT_EQ(std::system(VARNIX_CLI " run --bundle a </dev/null"), 0);
+  EXPECT_EQ(std::system((test::commandFile() + " run --bundle a --for 0.1 <&-").c_str()), 0);
+  EXPECT_EQ(std::system((test::commandFile() + " run --bundle a </dev/null").c_str()), 0);
 }
 
 TEST_F(Run, InputThatClosesEndsItBeforeTheTime) {

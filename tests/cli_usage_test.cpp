@@ -17,7 +17,9 @@ class Usage : public test::CommandTest {
 };
 
 TEST_F(Usage, VersionAndHelp) {
-  EXPECT_EQ(varnix({"--version"}).out, "varnix " VARNIX_VERSION "\n");
+  for (const char* option : {"--version", "-V"}) {
+    EXPECT_EQ(varnix({option}).out, "varnix " VARNIX_VERSION "\n");
+  }
   for (const Words& words : {Words{"--help"}, Words{"run", "--help"}, Words{"inspect", "--help"},
                              Words{"settings", "--help"}, Words{"settings", "set", "--help"}}) {
     const auto outcome = varnix(words);
@@ -27,6 +29,14 @@ TEST_F(Usage, VersionAndHelp) {
   }
   EXPECT_NE(varnix({"settings", "set", "--help"}).out.find("statusbar_color_type"),
             std::string::npos);
+}
+
+TEST_F(Usage, HelpOfACommand) {
+  EXPECT_EQ(varnix({"help"}).out, varnix({"--help"}).out);
+  EXPECT_EQ(varnix({"help", "settings", "set"}).out, varnix({"settings", "set", "--help"}).out);
+  EXPECT_NE(varnix({"help", "run"}).out, varnix({"help"}).out);
+  expect({"help", "paint"}, "no such command: paint");
+  expect({"help", "run", "inspect"}, "no such command: inspect");
 }
 
 TEST_F(Usage, Commands) {
@@ -64,7 +74,7 @@ TEST_F(Usage, AnEmptyValueIsAValue) {
 
 TEST_F(Usage, OutputThatCannotBeWrittenIsAFailure) {
   for (const char* where : {">/dev/full", ">&-"}) {
-    const std::string command = std::string(VARNIX_CLI " inspect --no-bundle 2>/dev/null ") + where;
+    const std::string command = test::commandFile() + " inspect --no-bundle 2>/dev/null " + where;
     const int status = std::system(command.c_str());
     EXPECT_EQ(WEXITSTATUS(status), 1) << where;
   }

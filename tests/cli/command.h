@@ -26,6 +26,13 @@ using Json = nlohmann::json;
 /// How long the slowest build of ours may take for anything.
 inline constexpr std::chrono::seconds kPatience{60};
 
+/// The command that is tried: the one that was built, or $VARNIX_TRIED_COMMAND, an installed one
+/// say.
+inline std::string commandFile() {
+  const char* other = std::getenv("VARNIX_TRIED_COMMAND");
+  return other != nullptr ? other : VARNIX_CLI;
+}
+
 /// A command that is running. Its input stays open until closed.
 class Command {
  public:
@@ -34,7 +41,8 @@ class Command {
     for (auto& ends : pipes) {
       if (pipe2(ends.data(), O_CLOEXEC) != 0) std::abort();
     }
-    words.insert(words.begin(), VARNIX_CLI);
+    const std::string file = commandFile();
+    words.insert(words.begin(), file);
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
@@ -43,7 +51,7 @@ class Command {
       dup2(pipes[0][0], 0);
       dup2(pipes[1][1], 1);
       dup2(pipes[2][1], 2);
-      execv(VARNIX_CLI, arguments.data());
+      execv(file.c_str(), arguments.data());
       _exit(127);
     }
     close(pipes[0][0]);
