@@ -13,13 +13,14 @@ ARCHITECTURES ?= arm64 armv7
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
-# The command alone, and with it the tests and what they try.
-command := -DVARNIX_TESTS=OFF -DVARNIX_DEVICE=OFF -DVARNIX_BENCH=OFF
-everything := -DVARNIX_TESTS=ON -DVARNIX_DEVICE=ON -DVARNIX_BENCH=OFF
-measures := -DVARNIX_TESTS=OFF -DVARNIX_DEVICE=OFF -DVARNIX_BENCH=ON
+# What a folder is configured for: everything that is tested; what is measured; or, where nobody has
+# asked for more yet, the command alone.
+everything := -DVARNIX_TESTS=ON -DVARNIX_DEVICE=ON
+measures := -DVARNIX_BENCH=ON
+command = $(if $(wildcard $(1)/CMakeCache.txt),,-DVARNIX_TESTS=OFF -DVARNIX_DEVICE=OFF -DVARNIX_BENCH=OFF)
 
-# $(call setup) installs what this goal takes; $(call configure,PRESET,PARTS); $(call
-# compile,PRESET,PARTS,OPTIONS) configures and builds; $(call check,PRESET,OPTIONS) runs its tests.
+# $(call configure,PRESET,PARTS); $(call compile,PRESET,PARTS,OPTIONS) builds too; $(call
+# check,PRESET,OPTIONS) runs the tests. $(setup) installs what the goal takes.
 setup = @scripts/setup $@
 configure = cmake --log-level=WARNING --preset $(1) $(2) >/dev/null
 compile = $(call configure,$(1),$(2)) && \
@@ -35,16 +36,16 @@ setup: ## Install every Debian package that is missing
 
 build: ## Build the command and what it hosts into build/
 	$(setup)
-	@$(call compile,clang,$(command))
+	@$(call compile,clang,$(call command,build),--target varnix)
 
 preview: ## Draw every screen before and after: build/preview/index.html
 	$(setup)
-	@$(call compile,clang,$(command))
+	@$(call compile,clang,$(call command,build),--target varnix)
 	@build/varnix preview --out build/preview
 
 run: ## Dye a sample application and SpringBoard, and show what changed
 	$(setup)
-	@$(call compile,clang,$(command))
+	@$(call compile,clang,$(call command,build),--target varnix)
 	@scripts/demo
 
 test: ## Run the tests
@@ -69,7 +70,7 @@ tsan: ## Run the tests that carry the label threads under ThreadSanitizer
 
 bench: ## Measure an optimised build; the figures also go to build-release/bench.json
 	$(setup)
-	@$(call compile,release,$(measures),--target benchmarks)
+	@$(call compile,release,$(call command,build-release) $(measures),--target benchmarks)
 	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
 	  --benchmark_out_format=json
 	@build-release/varnix-springboard-bench
@@ -80,7 +81,7 @@ bench: ## Measure an optimised build; the figures also go to build-release/bench
 
 contact-sheet: ## Draw the colours that stand for real photographs and icons
 	$(setup)
-	@$(call compile,clang,$(measures),--target varnix varnix-contact-sheet)
+	@$(call compile,clang,$(call command,build) $(measures),--target varnix varnix-contact-sheet)
 	@scripts/contact-sheet
 
 device: ## Cross-compile for the device and check the library against device/lists
@@ -99,7 +100,7 @@ test-device: ## Run the tests on the device's own library, under emulation
 
 install: ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
 	$(setup)
-	@$(call compile,release,$(command),--target varnix)
+	@$(call compile,release,$(call command,build-release),--target varnix)
 	@DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)" >/dev/null
 
 lint: format-check ## Check the layout of the sources and run clang-tidy
