@@ -3,7 +3,7 @@
 SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
-.PHONY: help setup build preview run test test-device bench contact-sheet device package install lint \
+.PHONY: help setup build preview debug run test test-device bench contact-sheet device package install lint \
 	format format-check asan tsan gcc clean
 
 JOBS ?= $(shell nproc)
@@ -42,6 +42,10 @@ preview: ## Draw every screen before and after: build/preview/index.html
 	$(setup)
 	@$(call compile,clang,$(call command,build),--target varnix)
 	@build/varnix preview --out build/preview
+
+debug: ## Build the command for a debugger, into build-debug/
+	$(setup)
+	@$(call compile,debug,$(call command,build-debug),--target varnix)
 
 run: ## Dye a sample application and SpringBoard, and show what changed
 	$(setup)

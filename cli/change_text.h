@@ -1,4 +1,4 @@
-// An addition or a replacement as one line.
+// What the run-time tells of, as one line.
 #pragma once
 
 #include <string>
@@ -14,6 +14,12 @@ inline std::string changeText(const host::runtime::Change& change) {
   line += change.classMethod ? '+' : '-';
   line += '[' + change.className + ' ' + change.selector + ']';
   return isAddition ? line + ' ' + change.types : line;
+}
+
+/// "send -[UIView tintColor]".
+inline std::string messageText(const host::runtime::Message& message) {
+  return std::string("send ") + (message.toClass ? '+' : '-') + '[' +
+         std::string(message.className) + ' ' + std::string(message.selector) + ']';
 }
 
 }  // namespace varnix::cli

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cmath>
@@ -9,6 +10,8 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "Foundation/log.h"
 #include "Foundation/run_loop.h"
@@ -29,6 +32,7 @@ struct RunArguments {
   ProcessChoice process;
   std::optional<double> seconds;
   bool trace = false;
+  std::vector<std::string> receivers;  ///< classes whose messages are printed
 };
 
 constexpr double kLongest = 1e9;
@@ -82,6 +86,18 @@ void live(const RunArguments& arguments) {
   loop.runFor(std::chrono::milliseconds(std::llround(*arguments.seconds * 1000)));
 }
 
+void printMessages(const std::vector<std::string>& classes) {
+  if (classes.empty()) return;
+  host::runtime::observeMessages([&classes](const host::runtime::Message& message) {
+    const auto isMeant = [&](Class cls) {
+      return std::find(classes.begin(), classes.end(), class_getName(cls)) != classes.end();
+    };
+    Class cls = message.cls;
+    while (cls != nullptr && !isMeant(cls)) cls = class_getSuperclass(cls);
+    if (cls != nullptr) std::cout << messageText(message) + '\n' << std::flush;
+  });
+}
+
 int run(RunArguments& arguments) {
   if (const auto seconds = arguments.seconds; seconds && !(*seconds >= 0 && *seconds <= kLongest)) {
     throw UsageError("unusable time", std::to_string(*seconds));
@@ -99,6 +115,7 @@ int run(RunArguments& arguments) {
       std::cout << changeText(change) + '\n' << std::flush;
     });
   }
+  printMessages(arguments.receivers);
   if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
   for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
   if (stage && endedBy == 0) {
@@ -108,6 +125,7 @@ int run(RunArguments& arguments) {
   }
   if (endedBy == 0) live(arguments);
   host::runtime::observeChanges({});
+  host::runtime::observeMessages({});
   return endedBy == 0 ? 0 : 128 + endedBy;
 }
 
@@ -133,6 +151,11 @@ Command runCommand() {
       {.name = "--trace",
        .target = &arguments->trace,
        .meaning = "Print every method that is added or replaced as it happens"});
+  command.options.push_back(
+      {.name = "--messages",
+       .value = "CLASS",
+       .target = &arguments->receivers,
+       .meaning = "Print every message to this class and its instances as it is sent; repeatable"});
   return command;
 }
 

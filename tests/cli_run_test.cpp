@@ -67,6 +67,25 @@ TEST_F(Run, ADaemonHasNoViews) {
   EXPECT_EQ(outcome.error, "");
 }
 
+TEST_F(Run, PrintsTheMessagesToAClassAlone) {
+  const std::string script = write("script", "present control-centre\n");
+  const auto outcome = varnix({"run", "--bundle", "com.apple.springboard", "--script", script,
+                               "--messages", "SBControlCenterContentContainerView"});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  const std::string name = "[SBControlCenterContentContainerView ";
+  std::istringstream lines(outcome.out);
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_TRUE(line.starts_with("send -" + name) || line.starts_with("send +" + name)) << line;
+  }
+  EXPECT_TRUE(outcome.out.starts_with("send +" + name + "alloc]\n")) << outcome.out;
+  EXPECT_NE(outcome.out.find("send -" + name + "controlCenterWillPresent]\n"), outcome.out.npos);
+  // A superclass stands for its subclasses; nobody sends to a class that is not there.
+  const auto ofViews = varnix(
+      {"run", "--bundle", "com.apple.springboard", "--script", script, "--messages", "UIView"});
+  EXPECT_NE(ofViews.out.find("send -" + name + "controlCenterWillPresent]\n"), ofViews.out.npos);
+  EXPECT_EQ(varnix({"run", "--no-bundle", "--messages", "UITeapot"}).out, "");
+}
+
 TEST_F(Run, LivesUntilItsInputCloses) {
   Command command({"run", "--bundle", "com.example.app", "--trace"});
   ASSERT_TRUE(command.waitFor("lightKeyboard"));

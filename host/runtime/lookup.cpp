@@ -87,11 +87,24 @@ std::atomic<std::uint64_t> lookUps;
 std::atomic<std::uint64_t> allocations;
 
 void flushAll() {
-  for (const char* root : {"NSObject"}) {
-    if (Class cls = objc_getClass(root)) {
-      flushCaches(cls);
-      flushCaches(cls->isa);
-    }
+  if (Class root = objc_getClass("NSObject")) {
+    flushCaches(root);
+    flushCaches(root->isa);
+  }
+}
+
+std::function<void(const Message&)>& messageObserver() {
+  static auto* observer = new std::function<void(const Message&)>;
+  return *observer;
+}
+
+/// Whether every message has to come by here.
+bool isWatched() { return counting.load(std::memory_order_relaxed) || messageObserver(); }
+
+void note(Class cls, SEL selector) {
+  if (counting.load(std::memory_order_relaxed)) messages.fetch_add(1, std::memory_order_relaxed);
+  if (messageObserver()) {
+    messageObserver()({class_getName(cls), sel_getName(selector), class_isMetaClass(cls), cls});
   }
 }
 
@@ -117,6 +130,12 @@ Counts stopCounting() {
   std::scoped_lock guard(lock());
   counting = false;
   return {messages, lookUps, allocations};
+}
+
+void observeMessages(std::function<void(const Message&)> observer) {
+  std::scoped_lock guard(lock());
+  flushAll();
+  messageObserver() = std::move(observer);
 }
 
 std::recursive_mutex& lock() {
@@ -151,11 +170,8 @@ IMP objc_resolve(const void* receiver, Class cls, SEL selector) {
   if (method == nullptr && receiver != nullptr) raiseUnrecognizedSelector(receiver, selector);
   IMP implementation =
       method == nullptr ? reinterpret_cast<IMP>(&forward) : method->implementation.load();
-  if (counting.load(std::memory_order_relaxed)) {
-    messages.fetch_add(1, std::memory_order_relaxed);
-  } else {
-    fill(cls, selector, implementation);
-  }
+  if (isWatched()) note(cls, selector);
+  else fill(cls, selector, implementation);
   return implementation;
 }
 

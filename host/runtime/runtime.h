@@ -48,6 +48,18 @@ struct Change {
 /// that makes the change. An empty observer ends it.
 HOST_EXPORT void observeChanges(std::function<void(const Change&)> observer);
 
+/// A message that is sent to an object that is there, or to a class.
+struct Message {
+  std::string_view className;
+  std::string_view selector;
+  bool toClass;
+  Class cls;  ///< whose methods are looked through: of a class its metaclass
+};
+
+/// Calls the observer before each message, on the thread that sends it; the observer sends none
+/// itself. While it lasts, sends are slow: every one is looked up. An empty observer ends it.
+HOST_EXPORT void observeMessages(std::function<void(const Message&)> observer);
+
 struct Counts {
   std::uint64_t messages = 0;     ///< messages sent to objects that are there
   std::uint64_t lookUps = 0;      ///< classes, selectors and instance variables asked for by name
