@@ -4,7 +4,7 @@ SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
 .PHONY: help setup build preview debug run test test-device bench contact-sheet device package install lint \
-	format format-check asan tsan gcc clean
+	format format-check asan tsan gcc dist hooks clean
 
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
@@ -119,6 +119,14 @@ format: ## Lay out the sources
 format-check: ## Check the layout only
 	$(setup)
 	@scripts/lint format
+
+dist: ## Write what is published of a release into build-dist/
+	$(setup)
+	@scripts/dist
+
+hooks: ## Check layout and message at each commit of this clone
+	$(setup)
+	@git config core.hooksPath scripts/hooks
 
 clean: ## Remove every build folder
 	@rm -rf build build-*
