@@ -10,6 +10,8 @@ JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 DESTDIR ?=
 ARCHITECTURES ?= arm64 armv7
+# "short" measures each thing once.
+BENCH ?=
 # A terminal gets ninja's progress line; a log gets only what went wrong.
 NINJA_FLAGS := $(shell [ -t 2 ] || echo --quiet)
 
@@ -72,11 +74,12 @@ tsan: ## Run the tests that carry the label threads under ThreadSanitizer
 	@$(call compile,tsan,$(everything),--target tests_of_threads)
 	@$(call check,tsan,-L threads)
 
+bench: export VARNIX_BENCH := $(BENCH)
 bench: ## Measure an optimised build; the figures also go to build-release/bench.json
 	$(setup)
 	@$(call compile,release,$(call command,build-release) $(measures),--target benchmarks)
 	@build-release/varnix-bench --benchmark_out=build-release/bench.json \
-	  --benchmark_out_format=json
+	  --benchmark_out_format=json $(if $(BENCH),--benchmark_min_time=0.01)
 	@build-release/varnix-springboard-bench
 	@build-release/varnix-screens-bench
 	@bench/pickers/install build-release/pickers
@@ -107,10 +110,11 @@ install: ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/
 	@$(call compile,release,$(call command,build-release),--target varnix)
 	@DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)" >/dev/null
 
+# CHANGED=1 looks at what has changed since the last release.
 lint: format-check ## Check the layout of the sources and run clang-tidy
 	$(setup)
 	@$(call configure,lint,$(everything))
-	@scripts/lint tidy
+	@scripts/lint $(if $(CHANGED),changed,tidy)
 
 format: ## Lay out the sources
 	$(setup)
