@@ -191,12 +191,12 @@ TEST_F(Run, IconsThatAreNone) {
 TEST_F(Run, AnotherExtensionIsLoadedAfterTheLibrary) {
   // The library itself stands in for another extension: loading it again changes nothing.
   const auto once = varnix({"run", "--bundle", "a", "--trace"});
-  const auto twice = varnix(
-      {"run", "--bundle", "a", "--trace", "--load", VARNIX_LIBRARY, "--load", VARNIX_LIBRARY});
+  const auto twice = varnix({"run", "--bundle", "a", "--trace", "--load", test::libraryOfCommand(),
+                             "--load", test::libraryOfCommand()});
   EXPECT_EQ(twice.status, 0) << twice.error;
   EXPECT_EQ(twice.out, once.out);
-  const auto alone =
-      varnix({"run", "--bundle", "a", "--no-library", "--trace", "--load", VARNIX_LIBRARY});
+  const auto alone = varnix(
+      {"run", "--bundle", "a", "--no-library", "--trace", "--load", test::libraryOfCommand()});
   EXPECT_EQ(alone.out, once.out);
 }
 

@@ -33,6 +33,12 @@ inline std::string commandFile() {
   return other != nullptr ? other : VARNIX_CLI;
 }
 
+/// The library that this command loads.
+inline std::string libraryOfCommand() {
+  if (std::getenv("VARNIX_TRIED_COMMAND") == nullptr) return VARNIX_LIBRARY;
+  return (std::filesystem::canonical(commandFile()).parent_path() / "libvarnix.so").string();
+}
+
 /// A command that is running. Its input stays open until closed.
 class Command {
  public:
