@@ -100,9 +100,11 @@ Json report(const Question& question) {
   for (const std::string& file : question.extensions) host::loadLibrary(file);
   if (stage) result["printed"] = runAndCollect(*question.script, *stage);
 
-  // The library's own manager is not to be had from outside; another one reads the same.
+  // The library's own manager is not to be had from outside; another one reads the same. It lives
+  // as long as the process, for its store goes on hearing of changes.
   Class managerClass = question.withLibrary ? objc_getClass("VNXManager") : nullptr;
-  auto* manager = send<NSObject*>(send<NSObject*>(managerClass, "alloc"_sel), "init"_sel);
+  static NSObject* manager;
+  manager = send<NSObject*>(send<NSObject*>(managerClass, "alloc"_sel), "init"_sel);
   result["dye"] = askColor(manager, "dye");
   // The dye's question is what fills it.
   result["iconColor"] = askColor(manager, "cachedIconColor");
