@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -35,13 +36,15 @@ bool isDeviceFile(const std::filesystem::path& path) { return path.extension() =
 struct Framework {
   const char* file;
   bool inApplications, inSpringBoard;
-  const char* bundle = nullptr;  ///< of the one application that has it; absent for all
+  const char* bundle = nullptr;   ///< of the one application that has it; absent for all
+  const char* library = nullptr;  ///< of a package's: its name, by which a process does without
 };
 
 constexpr Framework kFrameworks[] = {
     {"UIKit.so", true, true},
     {"SpringBoard.so", false, true},
-    {"AppList.so", true, true},
+    {"AppList.so", true, true, nullptr, "libapplist"},
+    {"ColorPicker.so", true, true, nullptr, "libcolorpicker"},
     {"ChatKit.so", true, false, "com.apple.MobileSMS"},
     {"Instagram.so", true, false, "com.burbn.instagram"},
     {"Twitter.so", true, false, "com.atebits.Tweetie2"},
@@ -53,9 +56,12 @@ constexpr Framework kFrameworks[] = {
 bool has(const ProcessOptions& options, const Framework& framework) {
   const bool isSpringBoard = options.kind == ProcessKind::springboard;
   const bool isApplication = options.kind == ProcessKind::application;
+  const auto& without = options.withoutLibraries;
   return ((isSpringBoard && framework.inSpringBoard) ||
           (isApplication && framework.inApplications)) &&
-         (framework.bundle == nullptr || options.bundle == framework.bundle);
+         (framework.bundle == nullptr || options.bundle == framework.bundle) &&
+         (framework.library == nullptr ||
+          std::ranges::find(without, framework.library) == without.end());
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ namespace host {
 
 /// What kind of process: it decides which frameworks are loaded.
 enum class ProcessKind {
-  application,  ///< Foundation, UIKit, libapplist
-  springboard,  ///< Foundation, UIKit, SpringBoard, libapplist
+  application,  ///< Foundation, UIKit, libapplist, libcolorpicker
+  springboard,  ///< Foundation, UIKit, SpringBoard, libapplist, libcolorpicker
   daemon,       ///< Foundation alone
 };
 
@@ -23,6 +23,8 @@ struct ProcessOptions {
   ProcessKind kind = ProcessKind::application;
   std::optional<std::string> open;   ///< SpringBoard: identifier of the frontmost application
   std::vector<std::string> without;  ///< classes hidden from look-up by name
+  /// Libraries that are not installed: "libapplist", "libcolorpicker".
+  std::vector<std::string> withoutLibraries;
   std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file
   std::string root;                          ///< container root, an existing folder
 };

@@ -79,6 +79,7 @@ class Hosted : public testing::Test {
                         .kind = kind,
                         .open = std::move(open),
                         .without = std::move(without),
+                        .withoutLibraries = withoutLibraries,
                         .icons = icons,
                         .root = folder.path()});
   }
@@ -103,7 +104,8 @@ class Hosted : public testing::Test {
   }
 
   Folder folder;
-  std::map<std::string, std::string> icons;  ///< to be set before start()
+  std::map<std::string, std::string> icons;   ///< to be set before start()
+  std::vector<std::string> withoutLibraries;  ///< the same
   std::vector<std::string> installed;
 };
 
