@@ -146,6 +146,38 @@ TEST(DeviceChecks, Initialiser) {
   expectComplaint("not one initialiser", replacing("__mod_init_func", "__mod_init_fund"));
 }
 
+/// Of the library that a load command names.
+Edit demanding(const std::string& library, uint32_t version) {
+  return [=](Bytes& bytes) {
+    const device::Reader file(bytes);
+    size_t at = isWide(bytes) ? 32 : 28;
+    for (uint32_t i = 0; i < file.u32(16); ++i, at += file.u32(at + 4)) {
+      const uint32_t kind = file.u32(at);
+      if ((kind == 0xc || kind == 0x80000018) &&
+          file.part(at, file.u32(at + 4)).text(24) == library)
+        return device::put32(bytes, at + 20, version);
+    }
+    throw std::runtime_error("not asked for: " + library);
+  };
+}
+
+TEST(DeviceChecks, VersionsOfOtherLibraries) {
+  expectComplaint("demands version 1.0.0 of /usr/lib/libapplist.dylib, which has 0",
+                  demanding("/usr/lib/libapplist.dylib", 0x10000));
+  expectComplaint("demands version 1.0.1 of /usr/lib/libobjc.A.dylib, which has 1",
+                  demanding("/usr/lib/libobjc.A.dylib", 0x10001));
+  const std::string drawing = "/System/Library/Frameworks/CoreGraphics.framework/CoreGraphics";
+  expectComplaint("demands version 64.1.0 of " + drawing + ", which has 64",
+                  demanding(drawing, 0x400100));
+  for (const std::string architecture : {"arm64", "armv7"}) {
+    Bytes bytes = slice(architecture);
+    demanding(drawing, 0x3fffff)(bytes);
+    EXPECT_EQ(complaints(architecture, device::sign(bytes, kIdentifier)), std::nullopt);
+  }
+  expectComplaint("/usr/lib/libapplost.dylib is not in facts/libraries.tsv",
+                  replacing("/usr/lib/libapplist", "/usr/lib/libapplost"));
+}
+
 TEST(DeviceChecks, CodeThatCanBeWrittenTo) {
   expectComplaint("code that can be written to, or relocations of old", [](Bytes& bytes) {
     device::put32(bytes, segment(bytes, "__TEXT") + (isWide(bytes) ? 60 : 44), 7);
@@ -207,13 +239,15 @@ TEST(DeviceChecks, Classes) {
   expectComplaint("classes differ", replacing("YUVSpaceDistance", "YUVSpaceDistense"));
 }
 
-/// The 32-bit library linked again, with other stubs.
+/// The 32-bit library linked again, with other stubs, of which those in the folder weak may be
+/// missing.
 std::optional<std::string> complaintsWithStubs(const std::string& change) {
   const Folder folder;
   printed("cp -r " VARNIX_DEVICE "/tbd " + (folder / "tbd") + " && cd " + (folder / "tbd") +
-          " && " + change);
+          " && mkdir weak && mv libapplist.tbd libcolorpicker.tbd weak && " + change);
   printed(VARNIX_DEVICE_TOOLS "/varnix-link-armv7 " + kBuilt + "/armv7/library.o " +
-          (folder / "tbd") + "/*.tbd -o " + (folder / "it") +
+          (folder / "tbd") + "/*.tbd $(for stub in " + (folder / "tbd") +
+          "/weak/*.tbd; do echo --weak-library $stub; done) -o " + (folder / "it") +
           " --install-name /Library/MobileSubstrate/DynamicLibraries/Varnix.dylib"
           " --current-version " VARNIX_VERSION " --exports " VARNIX_DEVICE "/lists/exports.txt");
   return complaints("armv7", device::sign(device::readFile(folder / "it"), kIdentifier));
@@ -232,8 +266,14 @@ TEST(DeviceChecks, AnImportOfAnotherLibrary) {
   EXPECT_THAT(*said, HasSubstr("device: armv7: imports differ"));
 }
 
+TEST(DeviceChecks, ALibraryThatMayBeMissing) {
+  const auto said = complaintsWithStubs("mv weak/libcolorpicker.tbd .");
+  ASSERT_TRUE(said);
+  EXPECT_THAT(*said, HasSubstr("-library /usr/lib/libcolorpicker.dylib weak"));
+}
+
 TEST(DeviceChecks, ALibraryThatIsReachedByLookUpAlone) {
-  const auto said = complaintsWithStubs("rm libapplist.tbd");
+  const auto said = complaintsWithStubs("rm weak/libapplist.tbd");
   ASSERT_TRUE(said);
   EXPECT_THAT(*said, HasSubstr("-library /usr/lib/libapplist.dylib"));
 }
@@ -241,8 +281,8 @@ TEST(DeviceChecks, ALibraryThatIsReachedByLookUpAlone) {
 /// The checks with an altered copy of device/.
 Ran checkedIn(const std::string& change) {
   const Folder folder;
-  printed("cp -r " VARNIX_DEVICE " " + (folder / "device") + " && cd " + (folder / "device") +
-          " && " + change);
+  printed("cp -r " VARNIX_DEVICE " " VARNIX_DEVICE "/../facts " + (folder / "") + " && cd " +
+          (folder / "device") + " && " + change);
   return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + kBuilt +
              "/Varnix.dylib");
 }

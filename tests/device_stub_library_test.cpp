@@ -4,6 +4,7 @@
 
 #include "linker/stub_library.h"
 #include "macho/error.h"
+#include "macho/version.h"
 
 namespace {
 
@@ -82,6 +83,8 @@ TEST(DeviceStubLibrary, VersionsHaveUpToThreeParts) {
   for (const char* text : {"", ".", "1.", ".1", "1..2", "1.2.3.4", "65536", "1.256", "1.2.256",
                            "-1", "1a", " 1", "99999999999"})
     EXPECT_THROW(parseVersion(text), Error) << text;
+  EXPECT_EQ(versionText(0x90300), "9.3.0");
+  EXPECT_EQ(versionText(0xffffffff), "65535.255.255");
 }
 
 }  // namespace

@@ -115,8 +115,8 @@ Header makeHeader(const Layout& layout, const LinkEdit& edit, uint32_t minimumVe
   out.u32(minimumVersion);
   out.u32(minimumVersion);
   for (const StubLibrary& library : options.libraries)
-    dylib(out, macho::kLoadDylib, library.installName, library.currentVersion,
-          library.compatibilityVersion);
+    dylib(out, library.isWeak ? macho::kLoadWeakDylib : macho::kLoadDylib, library.installName,
+          library.currentVersion, library.compatibilityVersion);
   command(out, macho::kDataInCode, macho::kLinkeditDataSize);
   table(out, edit.dataInCode);
   header.bytes = out.take();

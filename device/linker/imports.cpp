@@ -53,7 +53,8 @@ Imports findImports(const Object& object, const std::vector<StubLibrary>& librar
     const uint32_t ordinal = ordinalOf(symbol.name, libraries);
     if (ordinal == 0) missing += "\n  " + std::string(symbol.name);
     imports.ofSymbol[index] = imports.all.size();
-    const bool isWeak = (symbol.description & macho::kWeakReference) != 0;
+    const bool isWeak = (symbol.description & macho::kWeakReference) != 0 ||
+                        (ordinal != 0 && libraries[ordinal - 1].isWeak);
     imports.all.push_back({symbol.name, ordinal, isWeak, {}});
   }
   if (!missing.empty()) throw Error("no library offers:" + missing);

@@ -6,6 +6,7 @@
 #include "linker/link.h"
 #include "macho/error.h"
 #include "macho/files.h"
+#include "macho/version.h"
 
 namespace {
 
@@ -22,20 +23,26 @@ std::vector<std::string> readNames(const std::string& path) {
 
 struct Arguments {
   std::string object, output, installName, version, exports;
-  std::vector<std::string> stubs;
+  std::vector<std::string> stubs, weakStubs;
 };
+
+StubLibrary readStub(const std::string& path) {
+  try {
+    return readStubLibrary(readTextFile(path));
+  } catch (const Error& error) {
+    throw Error(path + ": " + error.what());
+  }
+}
 
 void run(const Arguments& arguments) {
   LinkOptions options;
   options.installName = arguments.installName;
   options.currentVersion = parseVersion(arguments.version);
   options.exports = readNames(arguments.exports);
-  for (const std::string& path : arguments.stubs) {
-    try {
-      options.libraries.push_back(readStubLibrary(readTextFile(path)));
-    } catch (const Error& error) {
-      throw Error(path + ": " + error.what());
-    }
+  for (const std::string& path : arguments.stubs) options.libraries.push_back(readStub(path));
+  for (const std::string& path : arguments.weakStubs) {
+    options.libraries.push_back(readStub(path));
+    options.libraries.back().isWeak = true;
   }
   const std::vector<uint8_t> file = readFile(arguments.object);
   writeFile(arguments.output, link(readObject(Reader(file)), options));
@@ -50,6 +57,9 @@ int main(int argc, char** argv) {
   app.add_option("object", arguments.object, "the object file")->required();
   app.add_option("stubs", arguments.stubs, "text stubs of the libraries, in load order")
       ->required();
+  app.add_option("--weak-library", arguments.weakStubs,
+                 "text stub of one that may be missing; loaded after the others")
+      ->allow_extra_args(false);
   app.add_option("-o,--output", arguments.output, "the library to write")->required();
   app.add_option("--install-name", arguments.installName, "its path on the device")->required();
   app.add_option("--current-version", arguments.version, "its version")->required();

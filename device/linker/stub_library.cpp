@@ -3,9 +3,9 @@
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
-#include <cctype>
 
 #include "macho/error.h"
+#include "macho/version.h"
 
 namespace varnix::device {
 namespace {
@@ -67,26 +67,6 @@ StubLibrary readStubLibrary(const std::string& text) {
   } catch (const YAML::Exception& error) {
     throw Error(error.what());
   }
-}
-
-uint32_t parseVersion(const std::string& text) {
-  uint32_t parts[3] = {}, most[3] = {0xffff, 0xff, 0xff};
-  size_t part = 0;
-  bool hasDigit = false;
-  for (const char c : text) {
-    if (c == '.' && hasDigit && part < 2) {
-      ++part;
-      hasDigit = false;
-    } else if (std::isdigit(static_cast<unsigned char>(c)) != 0) {
-      parts[part] = parts[part] * 10 + static_cast<uint32_t>(c - '0');
-      hasDigit = true;
-      if (parts[part] > most[part]) throw Error("not a version: " + text);
-    } else {
-      throw Error("not a version: " + text);
-    }
-  }
-  if (!hasDigit) throw Error("not a version: " + text);
-  return parts[0] << 16 | parts[1] << 8 | parts[2];
 }
 
 }  // namespace varnix::device

@@ -11,13 +11,12 @@ struct StubLibrary {
   std::string installName;
   uint32_t currentVersion = 0x10000, compatibilityVersion = 0x10000;  ///< 1.0 is 0x00010000.
   std::set<std::string, std::less<>> symbols;
+  bool isWeak =
+      false;  ///< May be missing on the device; the file does not say so, the caller does.
 };
 
 /// Reads version 4 of the format, for the target "armv7-ios". A stub that says what is not handled,
 /// such as a re-export, throws Error.
 StubLibrary readStubLibrary(const std::string& text);
-
-/// "9.3" or "2.0.0" as load commands have it. Throws Error for anything else.
-uint32_t parseVersion(const std::string& text);
 
 }  // namespace varnix::device

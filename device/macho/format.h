@@ -25,6 +25,7 @@ enum Command : uint32_t {
   kDysymtab = 0xb,
   kLoadDylib = 0xc,
   kIdDylib = 0xd,
+  kLoadWeakDylib = 0x80000018,
   kSegment64 = 0x19,
   kUuid = 0x1b,
   kCodeSignature = 0x1d,

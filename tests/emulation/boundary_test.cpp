@@ -270,6 +270,19 @@ TEST_F(Boundary, StructuresTravelWhole) {
   EXPECT_EQ(send<ProbeLarge>(instance("Probe"), "large:by:"_sel, ProbeLarge{1, 2, 3}, 20L).b, 22);
 }
 
+TEST_F(Boundary, ALibraryThatDemandsANewerOneIsRefused) {
+  try {
+    host::loadLibrary(VARNIX_DEMANDING);
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_EQ(std::string(error.what()), VARNIX_DEMANDING
+              ": Library not loaded: /usr/lib/libobjc.A.dylib, Referenced from: "
+              "/Library/demanding.dylib, Reason: Incompatible library version: demanding.dylib "
+              "requires version 1.0.1 or later, but libobjc.A.dylib provides version 1.0.0");
+  }
+  EXPECT_EQ(host::librarySymbol(VARNIX_DEMANDING, "probe_log"), nullptr);
+}
+
 TEST_F(Boundary, LibrariesAreKnownByTheirFiles) {
   EXPECT_EQ(host::librarySymbol(VARNIX_PROBE, "nothing"), nullptr);
   EXPECT_EQ(host::librarySymbol("/nothing.dylib", "probe_log"), nullptr);

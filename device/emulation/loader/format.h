@@ -10,7 +10,6 @@ inline constexpr uint32_t kUniversalMagic = 0xcafebabe;
 
 enum LoaderCommand : uint32_t {
   kDyldInfo = 0x22,
-  kLoadWeakDylib = 0x80000018,
   kReexportDylib = 0x8000001f,
   kChainedFixups = 0x80000034,
 };

@@ -36,10 +36,11 @@ class Commands {
         return segment(command);
       case macho::kIdDylib:
         image_.installName = name(command);
+        image_.version = command.u32(20);
         return;
       case macho::kLoadDylib:
       case macho::kLoadWeakDylib:
-        image_.libraries.push_back({name(command), kind == macho::kLoadWeakDylib});
+        image_.libraries.push_back({name(command), kind == macho::kLoadWeakDylib, command.u32(20)});
         return;
       case macho::kReexportDylib:
         throw Error("libraries that are exported again are not known here");

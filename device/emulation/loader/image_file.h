@@ -31,7 +31,10 @@ struct ImageSection {
 
 struct ImageLibrary {
   std::string_view name;
-  bool isWeak = false;  ///< May be missing.
+  bool isWeak = false;   ///< May be missing.
+  uint32_t version = 0;  ///< The compatibility version that is demanded.
+  bool isMissing =
+      false;  ///< What is imported from it is nil. The file does not say it: see needed.h.
 };
 
 /// Views into the file's bytes, which have to stay.
@@ -39,6 +42,7 @@ struct ImageFile {
   Architecture architecture = Architecture::arm64;
   Reader bytes;
   std::string_view installName;
+  uint32_t version = 0;  ///< Its own compatibility version.
   /// In the file's order, which opcodes count by. Within the image, apart from each other.
   std::vector<ImageSegment> segments;
   /// Each lies in one segment.

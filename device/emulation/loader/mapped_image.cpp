@@ -80,9 +80,11 @@ void MappedImage::rebase() const {
 void MappedImage::bind(const Resolve& resolve) const {
   std::set<std::string_view> missing;
   for (const ImageBind& each : readBinds(file_)) {
-    void* target = each.library == macho::kSelf ? exported(each.symbol) : resolve(each.symbol);
-    const bool mayBeMissing =
-        each.mayBeMissing || (each.library > 0 && file_.libraries[each.library - 1].isWeak);
+    const ImageLibrary* library = each.library > 0 ? &file_.libraries[each.library - 1] : nullptr;
+    void* target = nullptr;
+    if (each.library == macho::kSelf) target = exported(each.symbol);
+    else if (library == nullptr || !library->isMissing) target = resolve(each.symbol);
+    const bool mayBeMissing = each.mayBeMissing || (library != nullptr && library->isWeak);
     if (target == nullptr && !mayBeMissing) missing.insert(each.symbol);
     // What is missing stays nil, whatever would be added to it.
     const uint64_t address =

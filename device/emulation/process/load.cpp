@@ -1,6 +1,7 @@
 // Loads the device's libraries into a hosted process.
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -9,6 +10,7 @@
 
 #include "abi/boundary.h"
 #include "loader/mapped_image.h"
+#include "loader/needed.h"
 #include "macho/files.h"
 #include "objc/metadata.h"
 #include "process/image_loader.h"
@@ -37,13 +39,37 @@ std::map<std::string, Loaded>& loadedImages() {
 
 void load(const std::string& path);
 
-/// What a library needs beside those that every process has: one of the stand-in's own in place of
+/// Where a library for the device would lie that another one of those needs; it need not be there.
+std::filesystem::path beside(const std::string& path, std::string_view name) {
+  return std::filesystem::path(path).replace_filename(std::filesystem::path(name).filename());
+}
+
+/// The version of a library that lies beside the one at `path`, else of the platform's, all of
+/// which every process has but those that it was started without.
+std::optional<uint32_t> versionOf(const std::string& path, std::string_view name) {
+  const std::filesystem::path neighbour = beside(path, name);
+  if (neighbour.extension() == ".dylib" && std::filesystem::exists(neighbour)) {
+    const std::vector<uint8_t> bytes = readFile(neighbour);
+    return readImageFile(kArchitecture, sliceFor(kArchitecture, Reader(bytes))).version;
+  }
+  static const LibraryVersions platform =
+      readLibraryVersions(readTextFile(VARNIX_PLATFORM_LIBRARIES));
+  const auto& without = host::processOptions().withoutLibraries;
+  const auto found = platform.find(name);
+  if (found == platform.end() ||
+      std::ranges::find(without, neighbour.stem().string()) != without.end())
+    return {};
+  return found->second;
+}
+
+/// Loads what a library needs beside what every process has: one of the stand-in's own in place of
 /// the device's, or a neighbour for the device. The paths of the neighbours.
-std::vector<std::string> loadNeeded(const std::string& path, const ImageFile& file) {
+std::vector<std::string> loadNeeded(const std::string& path, ImageFile& file) {
+  findNeeded(file, [&path](std::string_view name) { return versionOf(path, name); });
   std::vector<std::string> neighbours;
   for (const ImageLibrary& library : file.libraries) {
-    const auto neighbour = std::filesystem::path(path).replace_filename(
-        std::filesystem::path(library.name).filename());
+    const std::filesystem::path neighbour = beside(path, library.name);
+    if (library.isMissing) continue;
     if (neighbour.extension() == ".dylib" && std::filesystem::exists(neighbour)) {
       load(neighbour);
       neighbours.push_back(neighbour);
