@@ -8,6 +8,7 @@
 
 #include "macho/bytes.h"
 #include "macho/error.h"
+#include "process/unwinding.h"
 
 namespace varnix::device {
 
@@ -23,6 +24,9 @@ void* placed(const std::vector<uint32_t>& code) {
     void* memory = mmap(nullptr, kPiece, PROT_READ | PROT_WRITE | PROT_EXEC,
                         MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) throw Error("no memory for code");
+    // What calls anybody here links its frame first, and keeps nothing else.
+    const CodeFrame all{0, kPiece, {}};
+    describeFrames({&all, 1}, memory);
     next = static_cast<char*>(memory);
     left = kPiece;
   }

@@ -32,6 +32,7 @@ class MappedImage {
   /// Nil where the image does not offer the name.
   void* exported(std::string_view symbol) const;
   bool contains(const void* address) const;
+  const void* start() const { return start_; }
 
  private:
   std::span<uintptr_t> words(const ImageSection& section) const;

@@ -11,10 +11,12 @@
 #include "abi/boundary.h"
 #include "loader/mapped_image.h"
 #include "loader/needed.h"
+#include "loader/unwind_info.h"
 #include "macho/files.h"
 #include "objc/metadata.h"
 #include "process/image_loader.h"
 #include "process/process.h"
+#include "process/unwinding.h"
 
 extern "C" void objc_mapImage(Class* classes, Class* classesEnd, objc::CategoryData** categories,
                               objc::CategoryData** categoriesEnd);
@@ -120,6 +122,7 @@ void load(const std::string& path) {
     const auto categories = loaded.image->words("__objc_catlist");
     adaptMethods(classes, categories);
     loaded.image->protect();
+    describeFrames(readUnwindInfo(loaded.file), loaded.image->start());
     auto* firstClass = reinterpret_cast<Class*>(classes.data());
     auto** firstCategory = reinterpret_cast<objc::CategoryData**>(categories.data());
     objc_mapImage(firstClass, firstClass + classes.size(), firstCategory,

@@ -1,0 +1,69 @@
+#include "loader/frame_table.h"
+
+#include "macho/bytes.h"
+
+namespace varnix::device {
+
+namespace {
+
+constexpr uint8_t kDefineCfa = 0x0c, kOffset = 0x80, kOffsetExtended = 0x05;
+constexpr uint8_t kFramePointer = 29, kLinkRegister = 30;
+/// Offsets are told as multiples of this, from the caller's stack pointer.
+constexpr int kDataAlignment = -8;
+constexpr size_t kAlignment = 8;
+
+/// An entry without its length, which is written before it.
+void addEntry(Writer& out, Writer entry) {
+  // The length counts the filling, whose zeros are instructions that do nothing.
+  while ((entry.size() + 4) % kAlignment != 0) entry.u8(0);
+  out.u32(static_cast<uint32_t>(entry.size()));
+  out.bytes(entry.written());
+}
+
+Writer common() {
+  Writer entry;
+  entry.u32(0);  // no range but what ranges share
+  entry.u8(1);   // version
+  entry.text("");
+  entry.uleb(1);  // instructions are counted in bytes
+  entry.sleb(kDataAlignment);
+  entry.u8(kLinkRegister);  // where calls return to
+  entry.u8(kDefineCfa);
+  entry.uleb(kFramePointer);
+  entry.uleb(16);
+  entry.u8(kOffset | kFramePointer);
+  entry.uleb(2);
+  entry.u8(kOffset | kLinkRegister);
+  entry.uleb(1);
+  return entry;
+}
+
+Writer range(const CodeFrame& frame, uint64_t base, size_t placeOfEntry) {
+  Writer entry;
+  entry.u32(static_cast<uint32_t>(placeOfEntry + 4));  // the way back to the common entry
+  entry.u64(base + frame.start);
+  entry.u64(frame.size);
+  uint64_t place = 3;
+  for (const uint8_t number : frame.saved) {
+    if (number < 64) {
+      entry.u8(kOffset | number);
+    } else {
+      entry.u8(kOffsetExtended);
+      entry.uleb(number);
+    }
+    entry.uleb(place++);
+  }
+  return entry;
+}
+
+}  // namespace
+
+std::vector<uint8_t> frameTable(std::span<const CodeFrame> frames, uint64_t base) {
+  Writer out;
+  addEntry(out, common());
+  for (const CodeFrame& frame : frames) addEntry(out, range(frame, base, out.size()));
+  out.u32(0);
+  return out.take();
+}
+
+}  // namespace varnix::device

@@ -1,0 +1,20 @@
+#include "process/unwinding.h"
+
+#include <vector>
+
+#if defined(__aarch64__)
+extern "C" void __register_frame(void* table);
+#endif
+
+namespace varnix::device {
+
+void describeFrames([[maybe_unused]] std::span<const CodeFrame> frames,
+                    [[maybe_unused]] const void* base) {
+#if defined(__aarch64__)
+  if (frames.empty()) return;
+  auto* table = new std::vector<uint8_t>(frameTable(frames, reinterpret_cast<uintptr_t>(base)));
+  __register_frame(table->data());
+#endif
+}
+
+}  // namespace varnix::device
