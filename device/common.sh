@@ -6,6 +6,8 @@ identifier=com.quillmarsh.varnix2
 folder=/Library/MobileSubstrate/DynamicLibraries
 install_name=$folder/Varnix.dylib
 architectures=(arm64 armv7)
+# Libraries of packages, which no SDK has.
+packaged="CydiaSubstrate libapplist libcolorpicker"
 # What the compiler is told for each architecture. Thumb is all that the 32-bit linker knows. Functions
 # of other libraries are called through pointers that are bound when the library is loaded: where one
 # is missing the library is refused, rather than the process ended at the first call, and a weakly
