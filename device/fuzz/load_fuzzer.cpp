@@ -6,6 +6,7 @@
 #include "loader/exports.h"
 #include "loader/fixups.h"
 #include "loader/image_file.h"
+#include "loader/unwind_info.h"
 #include "macho/error.h"
 
 using namespace varnix::device;
@@ -19,6 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       readBinds(image);
       readWeakBinds(image);
       readExports(image);
+      readUnwindInfo(image);
     } catch (const Error&) {
     }
   }
