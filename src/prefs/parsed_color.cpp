@@ -1,5 +1,7 @@
 #include "prefs/parsed_color.h"
 
+#include <cstddef>
+
 namespace varnix {
 
 namespace {
@@ -44,15 +46,15 @@ bool readColor(const char* text, Rgba& color) {
   const bool hasSign = *text == '#';
   if (hasSign) ++text;
   unsigned digits[6];
-  int count = 0;
+  std::size_t count = 0;
   for (; hexValue(*text) < 16; ++text) {
     if (count == 6) return false;
     digits[count++] = hexValue(*text);
   }
   if (count != 6 && !(count == 3 && hasSign)) return false;
   // Of three digits each stands for two.
-  const int width = count / 3;
-  auto channel = [&](int i) {
+  const std::size_t width = count / 3;
+  auto channel = [&](std::size_t i) {
     return (digits[i * width] * 16 + digits[i * width + width - 1]) / 255.0;
   };
   color = {channel(0), channel(1), channel(2), 1};
