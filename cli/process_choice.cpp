@@ -39,6 +39,12 @@ std::vector<std::string> kindNames() {
   return names;
 }
 
+host::runtime::Hooking hookingFor(const std::string& name) {
+  const auto hooking = host::runtime::hookingNamed(name);
+  if (!hooking) throw UsageError("no such way of hooking", name);
+  return *hooking;
+}
+
 /// Whether a library finds the framework of the playing track.
 bool hasNowPlaying(const host::ProcessOptions& options) {
   const auto& hidden = options.without;
@@ -82,6 +88,13 @@ std::vector<Option> ProcessChoice::options() {
        .value = "CLASS",
        .target = &without_,
        .meaning = "Hide a class from look-up by name; repeatable"},
+      {.name = "--hooking",
+       .value = "HOW",
+       .target = &hooking_,
+       .meaning = "What a replaced method that was inherited is saved as: dynamic (what the\n"
+                  "superclass has at each call), snapshot (what it had) or late (the same, and\n"
+                  "only after the replacement is live); dynamic",
+       .choices = {"dynamic", "snapshot", "late"}},
       {.name = "--icon",
        .value = "ID=FILE",
        .target = &icons_,
@@ -130,6 +143,7 @@ host::ProcessOptions ProcessChoice::prepare() {
   if (kind_) options.kind = kindNamed(*kind_);
   options.open = open_;
   options.without = without_;
+  if (hooking_) options.hooking = hookingFor(*hooking_);
   options.icons = iconsFrom(icons_);
   for (const auto& [identifier, file] : options.icons) checkReadable(file);
   if (settings_) {

@@ -31,6 +31,7 @@ struct ProcessChoice {
   std::optional<std::string> kind_;
   std::optional<std::string> open_;
   std::vector<std::string> without_;
+  std::optional<std::string> hooking_;
   std::vector<std::string> icons_;  ///< as they were given, ID=FILE
   std::optional<std::string> root_;
   std::optional<std::string> settings_;

@@ -57,6 +57,7 @@ TEST_F(Usage, ProcessOptions) {
     expect({command, "--bundle", "a", "--root", folder.path(), "--settings", "x"},
            "options that exclude each other: --root and --settings");
     expect({command, "--bundle", "a", "--kind", "toaster"}, "no such kind of process: toaster");
+    expect({command, "--bundle", "a", "--hooking", "later"}, "no such way of hooking: later");
     expect({command, "--bundle", "a", "b"}, "unexpected argument: b");
   }
   expect({"run", "--bundle", "a", "--for", "-1"}, "unusable time: -1.000000");

@@ -3,6 +3,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <thread>
 #include <vector>
 
 #include "Foundation/log.h"
@@ -296,6 +299,110 @@ TEST_F(Hooks, TheSlotFollowsTheSuperclassUnderTheHostsFramework) {
   EXPECT_EQ(send<int>(child, "number"_sel), 11);
   class_replaceMethod(parentClass, "number"_sel, imp(&fifty), "i@:");
   EXPECT_EQ(send<int>(child, "number"_sel), 60);
+}
+
+using host::runtime::Hooking;
+using host::runtime::setHooking;
+
+TEST_F(Hooks, AreDynamicUnlessTheProcessChooses) {
+  unsetenv("VARNIX_HOOKING");
+  EXPECT_EQ(host::runtime::hooking(), Hooking::dynamic);
+}
+
+TEST_F(Hooks, AreAsTheEnvironmentSays) {
+  setenv("VARNIX_HOOKING", "late", 1);
+  EXPECT_EQ(host::runtime::hooking(), Hooking::late);
+}
+
+TEST_F(Hooks, AreAsTheProcessSaysWhateverTheEnvironment) {
+  setenv("VARNIX_HOOKING", "late", 1);
+  setHooking(Hooking::snapshot);
+  EXPECT_EQ(host::runtime::hooking(), Hooking::snapshot);
+}
+
+TEST_F(Hooks, AnotherWordInTheEnvironmentIsNoWayOfHooking) {
+  for (const char* word : {"Late", "", "dynamic "}) {
+    setenv("VARNIX_HOOKING", word, 1);
+    EXPECT_THROW(MSHookMessageEx(childClass, "own"_sel, imp(&fifty), nullptr), std::runtime_error)
+        << word;
+  }
+  EXPECT_EQ(send<int>(child, "own"_sel), 2);
+}
+
+TEST_F(Hooks, ASnapshotKeepsWhatTheSuperclassHad) {
+  for (const Hooking how : {Hooking::snapshot, Hooking::late}) {
+    setHooking(how);
+    class_replaceMethod(parentClass, "number"_sel, imp(&fifty), "i@:");
+    Class made = objc_allocateClassPair(parentClass,
+                                        how == Hooking::late ? "LateChild" : "SnapshotChild", 0);
+    objc_registerClassPair(made);
+    auto object = Strong<NSObject>::adopt(class_createInstance(made, 0));
+    IMP saved = nullptr;
+    MSHookMessageEx(made, "number"_sel, imp(&ninetyNine), &saved);
+    EXPECT_EQ(saved, imp(&fifty));
+    class_replaceMethod(parentClass, "number"_sel, imp(+[](id, SEL) { return 51; }), "i@:");
+    EXPECT_EQ(callSaved(saved, object, "number"_sel), 50);
+    EXPECT_EQ(send<int>(object, "number"_sel), 99);
+  }
+}
+
+TEST_F(Hooks, AnOwnMethodIsSavedAlikeInAll) {
+  IMP before = class_getMethodImplementation(childClass, "own"_sel);
+  for (const Hooking how : {Hooking::dynamic, Hooking::snapshot, Hooking::late}) {
+    setHooking(how);
+    IMP saved = nullptr;
+    MSHookMessageEx(childClass, "own"_sel, imp(&ninetyNine), &saved);
+    EXPECT_EQ(saved, before);
+    class_replaceMethod(childClass, "own"_sel, before, "i@:");
+  }
+}
+
+IMP racedSlot = nullptr;
+std::atomic<int> emptySlots;
+std::atomic<int> racedCalls;
+
+/// Another thread calls it while it goes in.
+int racedReplacement(id, SEL) {
+  racedCalls.fetch_add(1);
+  if (__atomic_load_n(&racedSlot, __ATOMIC_ACQUIRE) == nullptr) emptySlots.fetch_add(1);
+  return 99;
+}
+
+/// Replaces the method again and again while another thread calls it; true where a call came in
+/// that found nothing saved.
+bool findsAnEmptySlot(Class cls, id object, Hooking how) {
+  setHooking(how);
+  emptySlots = racedCalls = 0;
+  std::atomic<bool> done{false};
+  std::atomic<int> calls{0};
+  std::thread caller([&] {
+    while (!done) {
+      send<int>(object, "own"_sel);
+      calls.fetch_add(1);
+    }
+  });
+  IMP before = class_getMethodImplementation(cls, "own"_sel);
+  constexpr int kRounds = 300;
+  for (int i = 0; i < kRounds && emptySlots == 0; ++i) {
+    class_replaceMethod(cls, "own"_sel, before, "i@:");
+    // No call of the round before is under way any more.
+    const int soFar = calls;
+    while (calls < soFar + 2) std::this_thread::yield();
+    __atomic_store_n(&racedSlot, nullptr, __ATOMIC_RELEASE);
+    MSHookMessageEx(cls, "own"_sel, imp(&racedReplacement), &racedSlot);
+  }
+  // Whatever the machine does, the other thread has been there.
+  while (racedCalls == 0) std::this_thread::yield();
+  class_replaceMethod(cls, "own"_sel, before, "i@:");
+  done = true;
+  caller.join();
+  return emptySlots != 0;
+}
+
+TEST_F(Hooks, AnotherThreadFindsNothingSavedUnderALateFrameworkAlone) {
+  EXPECT_FALSE(findsAnEmptySlot(childClass, child, Hooking::dynamic));
+  EXPECT_FALSE(findsAnEmptySlot(childClass, child, Hooking::snapshot));
+  EXPECT_TRUE(findsAnEmptySlot(childClass, child, Hooking::late));
 }
 
 }  // namespace

@@ -79,6 +79,8 @@ void startProcess(const ProcessOptions& options) {
   state().started = true;
   state().options = options;
   setContainerRoot(options.root);
+  // A wrong word in the environment is told now, not to whoever hooks first.
+  runtime::setHooking(options.hooking ? *options.hooking : runtime::hooking());
   const std::filesystem::path frameworks = ownFolder() / "Frameworks";
   // Frameworks link each other's classes by symbol.
   for (const Framework& framework : kFrameworks) {

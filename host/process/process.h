@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export.h"
+#include "runtime/runtime.h"
 
 namespace host {
 
@@ -27,6 +28,7 @@ struct ProcessOptions {
   std::vector<std::string> withoutLibraries;
   std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file
   std::string root;                          ///< container root, an existing folder
+  std::optional<runtime::Hooking> hooking;   ///< absent for $VARNIX_HOOKING, else dynamic
 };
 
 /// Turns this process into a hosted one, once, before any library is loaded. Throws

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "objc/metadata.h"
+#include "runtime.h"
 
 struct objc_selector {
   const char* name;
@@ -82,6 +83,9 @@ objc_method* findMethod(Class cls, SEL selector);
 
 /// Gives the class a method of its own. The lock is held and the class has none of that name.
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation);
+
+/// Tells the observer of changes, if there is one. The lock is not held.
+void report(Change::Kind kind, Class cls, SEL selector, const char* types);
 
 /// Empties the caches of the class and of everything below it. The lock is held.
 void flushCaches(Class cls);

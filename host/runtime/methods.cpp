@@ -1,9 +1,7 @@
-// Adding and replacing methods, and the injection framework's call on top of them.
+// Adding and replacing methods, and telling who observes it.
 #include <cstring>
 
-#include "Foundation/log.h"
 #include "internal.h"
-#include "objc/hook.h"
 #include "runtime.h"
 
 namespace host::runtime {
@@ -13,15 +11,6 @@ namespace {
 std::function<void(const Change&)>& observer() {
   static auto* function = new std::function<void(const Change&)>;
   return *function;
-}
-
-void report(Change::Kind kind, Class cls, SEL selector, const char* types) {
-  std::function<void(const Change&)> call;
-  {
-    std::scoped_lock guard(lock());
-    call = observer();
-  }
-  if (call) call({kind, class_getName(cls), sel_getName(selector), class_isMetaClass(cls), types});
 }
 
 /// The class's own method, or nil.
@@ -40,19 +29,20 @@ void observeChanges(std::function<void(const Change&)> function) {
   observer() = std::move(function);
 }
 
-struct SuperStub {
-  Class cls;
-  SEL selector;
-};
+void report(Change::Kind kind, Class cls, SEL selector, const char* types) {
+  std::function<void(const Change&)> call;
+  {
+    std::scoped_lock guard(lock());
+    call = observer();
+  }
+  if (call) call({kind, class_getName(cls), sel_getName(selector), class_isMetaClass(cls), types});
+}
 
 }  // namespace host::runtime
 
 using namespace host::runtime;
 
 extern "C" {
-
-[[gnu::visibility("hidden")]] SuperStub objc_superStubTable[512];
-[[gnu::visibility("hidden")]] extern const char objc_superStubs[];
 
 bool class_addMethod(Class cls, SEL selector, IMP implementation, const char* types) {
   if (cls == nullptr || selector == nullptr || implementation == nullptr) return false;
@@ -77,41 +67,5 @@ IMP class_replaceMethod(Class cls, SEL selector, IMP implementation, const char*
   }
   flushCaches(cls);
   return old;
-}
-
-/// An inherited method is saved as a stub that finds the superclass's implementation anew at every
-/// call, so that a later replacement there is seen. `*saved` is written before the replacement is
-/// live.
-void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* saved) {
-  static int stubsUsed = 0;
-  constexpr int kStubs = 512;
-  constexpr int kStubBytes = 16;
-  if (cls == nullptr || selector == nullptr || replacement == nullptr) return;
-  {
-    std::scoped_lock guard(lock());
-    objc_method* method = findMethod(cls, selector);
-    if (method == nullptr) {
-      host::log(host::LogLevel::warning, std::string("MSHookMessageEx: no method ") +
-                                             sel_getName(selector) + " in class " +
-                                             class_getName(cls));
-      return;
-    }
-    const bool own = method->owner == cls;
-    if (saved != nullptr) {
-      if (own) {
-        __atomic_store_n(saved, method->implementation.load(), __ATOMIC_RELEASE);
-      } else if (stubsUsed < kStubs) {
-        objc_superStubTable[stubsUsed] = {cls->superclass, selector};
-        const char* stub = objc_superStubs + static_cast<std::ptrdiff_t>(stubsUsed) * kStubBytes;
-        ++stubsUsed;
-        __atomic_store_n(saved, reinterpret_cast<IMP>(const_cast<char*>(stub)), __ATOMIC_RELEASE);
-      } else {
-        // No stub is left: a snapshot, which misses later replacements in the superclass.
-        __atomic_store_n(saved, method->implementation.load(), __ATOMIC_RELEASE);
-      }
-    }
-    class_replaceMethod(cls, selector, replacement, method->types);
-  }
-  report(Change::Kind::hook, cls, selector, "");
 }
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -33,6 +34,28 @@ HOST_EXPORT void hideClass(std::string_view name);
 /// Makes a class's instances larger, as a later version of the platform does. Of use before a
 /// binary with subclasses of it is loaded, and before it has instances.
 HOST_EXPORT void growClass(std::string_view name, std::uint32_t bytes);
+
+/// What the injection framework saves of a method that it replaces, and when. An own method's
+/// implementation is the same in all; an inherited method is one that the class does not have
+/// itself.
+enum class Hooking {
+  dynamic,   ///< of an inherited one what the superclass has at each call; saved before it is live
+  snapshot,  ///< what the superclass has at that moment; saved before it is live
+  late,      ///< the same, but the replacement is live for a moment before anything is saved
+};
+
+/// "dynamic", "snapshot" or "late"; nothing for any other word.
+HOST_EXPORT std::optional<Hooking> hookingNamed(std::string_view name);
+
+/// How this process hooks: as it was set, else as $VARNIX_HOOKING says, else dynamic. Throws
+/// std::runtime_error where the variable holds another word.
+HOST_EXPORT Hooking hooking();
+HOST_EXPORT void setHooking(Hooking hooking);
+
+/// The injection framework's call, with what is to become of the saved implementation before it is
+/// stored. An empty function stores it as it is.
+HOST_EXPORT void hookMessage(Class cls, SEL selector, IMP replacement, IMP* saved,
+                             const std::function<IMP(IMP)>& adapt);
 
 /// A method that was added to a class or replaced in one.
 struct Change {

@@ -1,5 +1,7 @@
 #include "abi/methods.h"
 
+#include <dlfcn.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -11,6 +13,7 @@
 #include "objc/block.h"
 #include "objc/hook.h"
 #include "objc/metadata.h"
+#include "runtime/runtime.h"
 
 // In functions.S and functions_arm.S, which hand over the words that hold arguments, registers
 // first, and where those on the stack begin. The words of 32-bit Arm go on there.
@@ -112,14 +115,28 @@ IMP implementationOf(objc_method* method) {
                  sel_getName(method_getName(method)), Direction::toLinux);
 }
 
+/// Whether the executable has a framework of its own in place of the stand-in's.
+bool hasOtherFramework(void* function) {
+  Dl_info framework{};
+  Dl_info host{};
+  return dladdr(function, &framework) == 0 || dladdr(&_objc_empty_cache, &host) == 0 ||
+         framework.dli_fbase != host.dli_fbase;
+}
+
 void hookMessage(Class cls, SEL selector, IMP replacement, IMP* saved) {
-  auto hook = reinterpret_cast<decltype(&MSHookMessageEx)>(linuxSymbol("MSHookMessageEx"));
+  void* function = linuxSymbol("MSHookMessageEx");
+  auto hook = reinterpret_cast<decltype(&MSHookMessageEx)>(function);
   objc_method* method = class_getInstanceMethod(cls, selector);
   if (method == nullptr) return hook(cls, selector, replacement, saved);
   const char* types = method_getTypeEncoding(method);
   const char* name = sel_getName(selector);
-  hook(cls, selector, bridged(replacement, types, name, Direction::toDevice), saved);
-  if (saved != nullptr) *saved = bridged(*saved, types, name, Direction::toLinux);
+  const IMP live = bridged(replacement, types, name, Direction::toDevice);
+  const auto adapt = [&](IMP kept) { return bridged(kept, types, name, Direction::toLinux); };
+  // The library must never see an implementation that it cannot call, be it for a moment.
+  if (!hasOtherFramework(function))
+    return host::runtime::hookMessage(cls, selector, live, saved, adapt);
+  hook(cls, selector, live, saved);
+  if (saved != nullptr) *saved = adapt(*saved);
 }
 
 }  // namespace
