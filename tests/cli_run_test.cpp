@@ -59,6 +59,35 @@ TEST_F(Run, MissingClassesAreLogged) {
             outcome.error.npos);
 }
 
+/// What the extension says is our saved implementation: a switch's layout is inherited, and the
+/// extension replaces the superclass's.
+std::string switchLayout(const test::Words& options) {
+  setenv("NEIGHBOUR_PRINTS", "1", 1);
+  test::Words words = {"run", "--bundle", "com.example.app", "--load", VARNIX_NEIGHBOUR};
+  words.insert(words.end(), options.begin(), options.end());
+  const auto outcome = varnix(words);
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  return outcome.out;
+}
+
+TEST_F(Run, HooksInTheWayThatWasChosen) {
+  unsetenv("VARNIX_HOOKING");
+  EXPECT_EQ(switchLayout({}), "layouts of a switch: 1\n");
+  EXPECT_EQ(switchLayout({"--hooking", "dynamic"}), "layouts of a switch: 1\n");
+  EXPECT_EQ(switchLayout({"--hooking", "snapshot"}), "layouts of a switch: 0\n");
+  EXPECT_EQ(switchLayout({"--hooking", "late"}), "layouts of a switch: 0\n");
+  setenv("VARNIX_HOOKING", "late", 1);
+  EXPECT_EQ(switchLayout({}), "layouts of a switch: 0\n");
+  EXPECT_EQ(switchLayout({"--hooking", "dynamic"}), "layouts of a switch: 1\n");
+}
+
+TEST_F(Run, AWrongWayOfHookingInTheEnvironmentEndsIt) {
+  setenv("VARNIX_HOOKING", "sometimes", 1);
+  const auto outcome = varnix({"run", "--bundle", "com.example.app"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error, "varnix: VARNIX_HOOKING: not a way of hooking: sometimes\n");
+}
+
 TEST_F(Run, ADaemonHasNoViews) {
   const auto outcome =
       varnix({"run", "--bundle", "com.apple.daemon", "--kind", "daemon", "--trace"});

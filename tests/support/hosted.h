@@ -81,7 +81,8 @@ class Hosted : public testing::Test {
                         .without = std::move(without),
                         .withoutLibraries = withoutLibraries,
                         .icons = icons,
-                        .root = folder.path()});
+                        .root = folder.path(),
+                        .hooking = hooking});
   }
   void load() { host::loadLibrary(VARNIX_LIBRARY); }
   /// An application with those settings and the library.
@@ -104,8 +105,9 @@ class Hosted : public testing::Test {
   }
 
   Folder folder;
-  std::map<std::string, std::string> icons;   ///< to be set before start()
-  std::vector<std::string> withoutLibraries;  ///< the same
+  std::map<std::string, std::string> icons;       ///< to be set before start()
+  std::vector<std::string> withoutLibraries;      ///< the same
+  std::optional<host::runtime::Hooking> hooking;  ///< the same; absent for the environment's
   std::vector<std::string> installed;
 };
 
