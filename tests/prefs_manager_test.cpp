@@ -174,6 +174,14 @@ TEST_F(Manager, KnowsSpringBoardAndTheOpenApplication) {
   EXPECT_STREQ(send<NSString*>(manager(), "getOpenAppId"_sel)->UTF8String(), "com.example.open");
 }
 
+TEST_F(Manager, AnOpenApplicationMayGoByItsOtherName) {
+  springBoard("", "com.example.open");
+  Class cls = objc_getClass("SBApplication");
+  NSString* (*other)(id, SEL) = [](id, SEL) { return string("by another name"); };
+  class_addMethod(cls, "displayIdentifier"_sel, reinterpret_cast<IMP>(other), "@@:");
+  EXPECT_STREQ(send<NSString*>(manager(), "getOpenAppId"_sel)->UTF8String(), "by another name");
+}
+
 TEST_F(Manager, NothingIsOpenOnTheHomeScreen) {
   springBoard("");
   EXPECT_EQ(send<NSString*>(manager(), "getOpenAppId"_sel), nullptr);

@@ -9,7 +9,6 @@ namespace {
 
 struct OpenApplication : SBApplication {
   NSString* identifierOf() { return identifier; }
-  void setIdentifier(NSString* value) { identifier = Strong<NSString>::retain(value); }
 
   Strong<NSString> identifier;
 };
@@ -33,9 +32,8 @@ struct Board : host::Application {
 }  // namespace
 
 OBJC_CLASS_NAMED(SBApplication, NSObject, OpenApplication, NSObject,
-                 objc::Ivar<"_displayIdentifier", &OpenApplication::identifier>,
-                 objc::Method<"displayIdentifier", &OpenApplication::identifierOf>,
-                 objc::Method<"setDisplayIdentifier:", &OpenApplication::setIdentifier>)
+                 objc::Ivar<"_bundleIdentifier", &OpenApplication::identifier>,
+                 objc::Method<"bundleIdentifier", &OpenApplication::identifierOf>)
 
 OBJC_CLASS_NAMED(SpringBoard, UIApplication, Board, host::Application,
                  objc::Ivar<"_started", &Board::started>,

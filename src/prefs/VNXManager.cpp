@@ -74,7 +74,12 @@ bool VNXManager::isSpringBoard() {
 NSString* VNXManager::getOpenAppId() {
   auto* application = send<SBApplication*>(UIApplication::sharedApplication(),
                                            "_accessibilityFrontMostApplication"_sel);
-  return application == nullptr ? nullptr : application->displayIdentifier();
+  if (application == nullptr) return nullptr;
+  // It says its identifier by one name or the other.
+  if (application->respondsToSelector("displayIdentifier"_sel))
+    return application->displayIdentifier();
+  if (!application->respondsToSelector("bundleIdentifier"_sel)) return nullptr;
+  return send<NSString*>(application, "bundleIdentifier"_sel);
 }
 
 bool VNXManager::wantsIconColor() {
