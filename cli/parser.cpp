@@ -34,7 +34,8 @@ std::string messageFor(const CLI::ParseError& error) {
   return "wrong usage: " + text;
 }
 
-void addOption(CLI::App& app, const Option& option) {
+/// The words after a list's first value belong to it where the command takes none of its own.
+void addOption(CLI::App& app, const Option& option, bool hasArguments) {
   if (bool* const* flag = std::get_if<bool*>(&option.target)) {
     app.add_flag(option.name, **flag, option.meaning);
     return;
@@ -50,11 +51,15 @@ void addOption(CLI::App& app, const Option& option) {
       option.target);
   added->type_name(option.value);
   if (option.isArgument()) added->required(!option.isOptional);
-  else added->allow_extra_args(false);
+  else
+    added->allow_extra_args(!hasArguments &&
+                            std::holds_alternative<std::vector<std::string>*>(option.target));
 }
 
 void declare(CLI::App& app, const Command& command, const Command*& chosen) {
-  for (const Option& option : command.options) addOption(app, option);
+  const bool hasArguments = std::any_of(command.options.begin(), command.options.end(),
+                                        [](const Option& option) { return option.isArgument(); });
+  for (const Option& option : command.options) addOption(app, option, hasArguments);
   for (const Command& sub : command.commands) {
     declare(*app.add_subcommand(sub.name, sub.summary), sub, chosen);
   }
@@ -82,6 +87,19 @@ std::vector<std::string> withEmptyValues(const std::vector<std::string>& given) 
   return words;
 }
 
+/// The parser would take "-[Class method]" after a list's first value for an option.
+std::vector<std::string> withMethodNames(const std::vector<std::string>& given) {
+  std::vector<std::string> words;
+  std::string option;
+  for (const std::string& word : given) {
+    if (word.starts_with("-[") && !option.empty() && words.back() != option)
+      words.push_back(option);
+    if (word.starts_with("--")) option = word.substr(0, word.find('='));
+    words.push_back(word);
+  }
+  return words;
+}
+
 /// "help COMMAND" is "COMMAND --help".
 void replaceHelp(const Command& program, std::vector<std::string>& words) {
   if (words.empty() || words.front() != "help") return;
@@ -101,7 +119,7 @@ void replaceHelp(const Command& program, std::vector<std::string>& words) {
 
 std::function<int()> parse(const Command& program, std::vector<std::string> words) {
   replaceHelp(program, words);
-  words = withEmptyValues(words);
+  words = withEmptyValues(withMethodNames(words));
   // The parser takes them last first.
   std::reverse(words.begin(), words.end());
   CLI::App app{program.summary, program.name};

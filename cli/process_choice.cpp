@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <iostream>
 #include <map>
 #include <utility>
 
 #include "errors.h"
 #include "framework_copy.h"
 #include "icon_choices.h"
+#include "process/absence.h"
 #include "process/container.h"
 #include "settings_file.h"
 
@@ -85,9 +87,11 @@ std::vector<Option> ProcessChoice::options() {
        .target = &open_,
        .meaning = "SpringBoard: the frontmost application"},
       {.name = "--without",
-       .value = "CLASS",
+       .value = "NAME",
        .target = &without_,
-       .meaning = "Hide a class from look-up by name; repeatable"},
+       .meaning =
+           "Leave a class, a method '-[Class selector]' or '+[Class selector]', an instance\n"
+           "variable Class.variable or a C function out of the platform; repeatable"},
       {.name = "--hooking",
        .value = "HOW",
        .target = &hooking_,
@@ -124,6 +128,11 @@ std::vector<Option> ProcessChoice::options() {
   };
 }
 
+void warnOfMissing() {
+  for (const std::string& name : host::notHereYet())
+    std::cerr << "varnix: to be left out, but not here yet: " << name << '\n';
+}
+
 void ProcessChoice::check() const {
   if (bundle_ && noBundle_) {
     throw UsageError("options that exclude each other", "--bundle and --no-bundle");
@@ -132,6 +141,9 @@ void ProcessChoice::check() const {
   if (root_ && settings_) {
     throw UsageError("options that exclude each other", "--root and --settings");
   }
+  for (const std::string& name : without_)
+    if (!host::readAbsence(name))
+      throw UsageError("not a class, method, variable or function", name);
 }
 
 host::ProcessOptions ProcessChoice::prepare() {

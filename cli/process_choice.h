@@ -38,6 +38,9 @@ struct ProcessChoice {
   std::optional<TemporaryContainer> container_;
 };
 
+/// Says on standard error what was to be left out of this process and is not here, or not yet.
+void warnOfMissing();
+
 const char* kindName(host::ProcessKind kind);
 
 }  // namespace varnix::cli

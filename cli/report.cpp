@@ -5,6 +5,7 @@
 #include "Foundation/log.h"
 #include "icon_check.h"
 #include "objc/autorelease_pool.h"
+#include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
 #include "surfaces/surfaces.h"
@@ -92,6 +93,7 @@ Json report(const Question& question) {
   objc::AutoreleasePool pool;
   host::printLog(false);
   host::startProcess(question.process);
+  if (question.withLibrary) warnOfMissing();
   checkIcons(question.process.icons);
   std::optional<Stage> stage;
   if (question.script) stage.emplace();

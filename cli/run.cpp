@@ -107,6 +107,7 @@ int run(RunArguments& arguments) {
   endOnSignals();
   objc::AutoreleasePool pool;
   host::startProcess(options);
+  warnOfMissing();
   checkIcons(options.icons);
   std::optional<Stage> stage;
   if (arguments.process.script) stage.emplace();

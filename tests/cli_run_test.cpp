@@ -52,11 +52,34 @@ TEST_F(Run, MissingClassesAreLogged) {
   const auto outcome = varnix({"run", "--bundle", "com.example.app", "--without", "UISwitch",
                                "--without", "UIKeyboard", "--without", "NeverThere"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(lines(outcome.error), 4) << outcome.error;
+  EXPECT_EQ(lines(outcome.error), 5) << outcome.error;
   EXPECT_NE(outcome.error.find("[Varnix2: Tweak:910] ERROR: logos: nil class UISwitch"),
             outcome.error.npos);
   EXPECT_NE(outcome.error.find("[Varnix2: Tweak:910] ERROR: logos: nil class UIKeyboard"),
             outcome.error.npos);
+  EXPECT_NE(outcome.error.find("varnix: to be left out, but not here yet: NeverThere\n"),
+            outcome.error.npos);
+}
+
+TEST_F(Run, AnythingMayBeMissing) {
+  const auto trace = [](const test::Words& names) {
+    test::Words words = {"run", "--bundle", "com.example.app", "--trace", "--without"};
+    words.insert(words.end(), names.begin(), names.end());
+    return varnix(words);
+  };
+  // Several after one word, as the help says.
+  auto outcome = trace({"-[UIView tintColor]", "UIKeyboard", "-[UISwitch setTintColor:]"});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(outcome.out.find("hook -[UIView tintColor]"), outcome.out.npos) << outcome.out;
+  EXPECT_EQ(outcome.out.find("hook -[UIKeyboard "), outcome.out.npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("hook -[UIView setTintColor:]"), outcome.out.npos) << outcome.out;
+  outcome = trace({"CFLog"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(lines(outcome.error), 1) << outcome.error;
+  EXPECT_NE(outcome.error.find("CFLog"), outcome.error.npos) << outcome.error;
+  outcome = trace({"UISwitch._noSuchVariable"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error, "varnix: the class has no such variable: UISwitch._noSuchVariable\n");
 }
 
 /// What the extension says is our saved implementation: a switch's layout is inherited, and the

@@ -182,6 +182,13 @@ TEST_F(Manager, AnOpenApplicationMayGoByItsOtherName) {
   EXPECT_STREQ(send<NSString*>(manager(), "getOpenAppId"_sel)->UTF8String(), "by another name");
 }
 
+TEST_F(Manager, AnOpenApplicationMayHaveNoName) {
+  start("com.apple.springboard", host::ProcessKind::springboard, "com.example.open",
+        {"-[SBApplication bundleIdentifier]"});
+  load();
+  EXPECT_EQ(send<NSString*>(manager(), "getOpenAppId"_sel), nullptr);
+}
+
 TEST_F(Manager, NothingIsOpenOnTheHomeScreen) {
   springBoard("");
   EXPECT_EQ(send<NSString*>(manager(), "getOpenAppId"_sel), nullptr);

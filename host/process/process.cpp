@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "process/absence.h"
 #include "process/container.h"
 #include "process/image_loader.h"
+#include "process/unbound_copy.h"
 #include "runtime/runtime.h"
 
 namespace host {
@@ -24,10 +26,24 @@ State& state() {
   return *process;
 }
 
-void load(const std::filesystem::path& path, int scope) {
-  if (dlopen(path.c_str(), RTLD_NOW | scope) != nullptr) return;
+void* load(const std::filesystem::path& path, int scope) {
+  if (void* loaded = dlopen(path.c_str(), RTLD_NOW | scope)) return loaded;
   const char* words = dlerror();
   throw std::runtime_error(words == nullptr ? "cannot load: " + path.string() : words);
+}
+
+/// Libraries that were loaded as copies, by their own paths.
+std::map<std::filesystem::path, void*>& copies() {
+  static auto* handles = new std::map<std::filesystem::path, void*>;
+  return *handles;
+}
+
+/// A library of this system, without the functions that the process lacks.
+void loadHere(const std::filesystem::path& file) {
+  if (copies().contains(file)) return;
+  const std::filesystem::path found = withoutFunctions(file, absentFunctions());
+  void* loaded = load(found, RTLD_LOCAL);
+  if (found != file) copies()[file] = loaded;
 }
 
 bool isDeviceFile(const std::filesystem::path& path) { return path.extension() == ".dylib"; }
@@ -86,7 +102,7 @@ void startProcess(const ProcessOptions& options) {
   for (const Framework& framework : kFrameworks) {
     if (has(options, framework)) load(frameworks / framework.file, RTLD_GLOBAL);
   }
-  for (const std::string& name : options.without) runtime::hideClass(name);
+  for (const std::string& name : options.without) leaveOut(name);
 }
 
 const ProcessOptions& processOptions() { return state().options; }
@@ -95,12 +111,14 @@ void loadLibrary(const std::string& path) {
   // A bare name means a file here, not one on the loader's search path.
   const std::filesystem::path file = std::filesystem::absolute(path);
   if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->load(file);
-  load(file, RTLD_LOCAL);
+  loadHere(file);
 }
 
 void* librarySymbol(const std::string& path, const char* name) {
   const std::filesystem::path file = std::filesystem::absolute(path);
   if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->symbol(file, name);
+  if (const auto copy = copies().find(file); copy != copies().end())
+    return dlsym(copy->second, name);
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
   if (library == nullptr) return nullptr;
   void* symbol = dlsym(library, name);

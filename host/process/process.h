@@ -23,7 +23,7 @@ struct ProcessOptions {
   std::optional<std::string> bundle;  ///< the main bundle's identifier; absent for none
   ProcessKind kind = ProcessKind::application;
   std::optional<std::string> open;   ///< SpringBoard: identifier of the frontmost application
-  std::vector<std::string> without;  ///< classes hidden from look-up by name
+  std::vector<std::string> without;  ///< what is left out of the platform, as Absence is written
   /// Libraries that are not installed: "libapplist", "libcolorpicker".
   std::vector<std::string> withoutLibraries;
   std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file

@@ -15,6 +15,8 @@ struct Registry {
   std::unordered_map<std::string_view, Class> byName;
   std::unordered_set<Class> mapped;
   std::unordered_set<std::string> hidden;
+  /// As "-[Class selector]", "+[Class selector]" and "Class.variable".
+  std::unordered_set<std::string> leftOut;
 };
 
 Registry& registry() {
@@ -36,8 +38,25 @@ void forEach(void* list, Each each) {
   for (std::uint32_t i = 0; i < data->header.count; ++i) each(data->entries[i]);
 }
 
+std::string methodName(std::string_view className, std::string_view selector, bool classMethod) {
+  return (classMethod ? "+[" : "-[") + std::string(className) + " " + std::string(selector) + "]";
+}
+
+/// Names are put together only where something is left out.
+bool isMethodLeftOut(Class cls, const char* selector) {
+  const auto& leftOut = registry().leftOut;
+  return !leftOut.empty() &&
+         leftOut.contains(methodName(rw(cls)->name, selector, class_isMetaClass(cls)));
+}
+
+bool isVariableLeftOut(Class cls, const char* name) {
+  const auto& leftOut = registry().leftOut;
+  return !leftOut.empty() && leftOut.contains(rw(cls)->name + "." + name);
+}
+
 void addMethods(Class cls, void* list) {
   forEach<objc::MethodEntry<IMP>>(list, [cls](objc::MethodEntry<IMP>& entry) {
+    if (isMethodLeftOut(cls, entry.name)) return;
     SEL selector = sel_registerName(entry.name);
     auto& methods = rw(cls)->methods;
     if (auto found = methods.find(selector); found != methods.end()) {
@@ -69,6 +88,7 @@ void addIvars(Class cls, const objc::ClassRo& ro) {
   rw(cls)->instanceSize = ro.instanceSize + shift;
   forEach<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
     *entry.offset += static_cast<std::int32_t>(shift);
+    if (isVariableLeftOut(cls, entry.name)) return;
     rw(cls)->ivars.push_back(
         new objc_ivar{entry.name, entry.types, *entry.offset, entry.size, entry.log2Alignment});
   });
@@ -127,6 +147,32 @@ objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implem
 void hideClass(std::string_view name) {
   std::scoped_lock guard(lock());
   registry().hidden.emplace(name);
+}
+
+Hidden hideMethod(const std::string& className, const std::string& selector, bool classMethod) {
+  std::scoped_lock guard(lock());
+  const auto found = registry().byName.find(className);
+  if (found == registry().byName.end()) {
+    registry().leftOut.insert(methodName(className, selector, classMethod));
+    return Hidden::later;
+  }
+  Class cls = classMethod ? found->second->isa : found->second;
+  if (rw(cls)->methods.erase(sel_registerName(selector.c_str())) == 0) return Hidden::nothing;
+  flushCaches(cls);
+  return Hidden::done;
+}
+
+Hidden hideVariable(const std::string& className, const std::string& variable) {
+  std::scoped_lock guard(lock());
+  const auto found = registry().byName.find(className);
+  if (found == registry().byName.end()) {
+    registry().leftOut.insert(className + "." + variable);
+    return Hidden::later;
+  }
+  auto& variables = rw(found->second)->ivars;
+  const auto gone =
+      std::erase_if(variables, [&](objc_ivar* ivar) { return ivar->name == variable; });
+  return gone == 0 ? Hidden::nothing : Hidden::done;
 }
 
 void growClass(std::string_view name, std::uint32_t bytes) {

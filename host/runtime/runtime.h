@@ -31,6 +31,18 @@ class HOST_EXPORT Exception : public std::runtime_error {
 /// that no class has is fine.
 HOST_EXPORT void hideClass(std::string_view name);
 
+/// What became of a method or variable that is to be left out: it is; it will be, should a class of
+/// that name come; or the class is here and has none of its own.
+enum class Hidden { done, later, nothing };
+
+/// Leaves out a method that a class has itself: it then has what it inherits, or none. Adding it
+/// anew is fine.
+HOST_EXPORT Hidden hideMethod(const std::string& className, const std::string& selector,
+                              bool classMethod);
+
+/// Leaves out an instance variable: nobody finds it by name, the class's own code has it still.
+HOST_EXPORT Hidden hideVariable(const std::string& className, const std::string& variable);
+
 /// Makes a class's instances larger, as a later version of the platform does. Of use before a
 /// binary with subclasses of it is loaded, and before it has instances.
 HOST_EXPORT void growClass(std::string_view name, std::uint32_t bytes);

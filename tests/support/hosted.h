@@ -17,6 +17,7 @@
 #include "Foundation/text.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
+#include "process/absence.h"
 #include "process/process.h"
 #include "runtime/runtime.h"
 

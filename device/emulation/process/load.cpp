@@ -14,6 +14,7 @@
 #include "loader/unwind_info.h"
 #include "macho/files.h"
 #include "objc/metadata.h"
+#include "process/absence.h"
 #include "process/image_loader.h"
 #include "process/process.h"
 #include "process/unwinding.h"
@@ -96,6 +97,7 @@ void* resolve(const std::vector<std::string>& neighbours, std::string_view symbo
   for (const std::string& path : neighbours) {
     if (void* found = exportedBy(path, symbol)) return found;
   }
+  if (symbol.starts_with('_') && host::isAbsentFunction(symbol.substr(1))) return nullptr;
   return importedSymbol(symbol);
 }
 

@@ -1,0 +1,116 @@
+#include "process/unbound_copy.h"
+
+#include <dlfcn.h>
+#include <link.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <span>
+#include <stdexcept>
+
+namespace host {
+
+namespace {
+
+using Header = ElfW(Ehdr);
+using Section = ElfW(Shdr);
+using Symbol = ElfW(Sym);
+
+/// Which is a name of no symbol.
+constexpr char kNobody[] = "libvarnixhost.so";
+
+/// The parts of a shared library's file that say what it asks for.
+class LibraryFile {
+ public:
+  explicit LibraryFile(const std::filesystem::path& path) : path_(path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) fail("cannot be read");
+    bytes_.assign(std::istreambuf_iterator<char>(file), {});
+    const auto header = at<Header>(0, 1);
+    if (std::memcmp(header->e_ident, ELFMAG, SELFMAG) != 0 || header->e_type != ET_DYN)
+      fail("no library of this system");
+    sections_ = {at<Section>(header->e_shoff, header->e_shnum), header->e_shnum};
+    for (const Section& section : sections_) {
+      if (section.sh_type != SHT_DYNSYM) continue;
+      const std::size_t count = section.sh_size / sizeof(Symbol);
+      symbols_ = {at<Symbol>(section.sh_offset, count), count};
+      if (section.sh_link >= sections_.size()) fail("symbols without names");
+      names_ = sections_[section.sh_link];
+      at<char>(names_.sh_offset, names_.sh_size);
+    }
+  }
+
+  /// Points what it imports under this name at no name. Whether it did; throws where a reference is
+  /// not weak.
+  bool unbind(const std::string& function) {
+    bool found = false;
+    for (Symbol& symbol : symbols_) {
+      if (symbol.st_shndx != SHN_UNDEF || name(symbol) != function) continue;
+      // Of both classes of files the binding is the upper half.
+      if (ELF64_ST_BIND(symbol.st_info) != STB_WEAK) fail("symbol not found: " + function);
+      symbol.st_name = nobody();
+      found = true;
+    }
+    return found;
+  }
+
+  /// The copy's path, which is good as long as this process.
+  std::filesystem::path copy() const {
+    const int descriptor = memfd_create(path_.filename().c_str(), MFD_CLOEXEC);
+    if (descriptor < 0) fail("cannot be copied");
+    for (std::size_t done = 0; done < bytes_.size();) {
+      const ssize_t written = write(descriptor, bytes_.data() + done, bytes_.size() - done);
+      if (written < 0) fail("cannot be copied");
+      done += static_cast<std::size_t>(written);
+    }
+    return "/proc/self/fd/" + std::to_string(descriptor);
+  }
+
+ private:
+  [[noreturn]] void fail(const std::string& reason) const {
+    throw std::runtime_error(path_.string() + ": " + reason);
+  }
+  template <class T>
+  T* at(std::size_t offset, std::size_t count) {
+    if (offset > bytes_.size() || count > (bytes_.size() - offset) / sizeof(T) ||
+        offset % alignof(T) != 0)
+      fail("no library of this system");
+    return reinterpret_cast<T*>(bytes_.data() + offset);
+  }
+  std::string_view names() const { return {bytes_.data() + names_.sh_offset, names_.sh_size}; }
+  std::string_view name(const Symbol& symbol) const {
+    const std::string_view rest =
+        names().substr(std::min<std::size_t>(symbol.st_name, names_.sh_size));
+    return rest.substr(0, rest.find('\0'));
+  }
+  /// Among the names is that of the stand-in's library, which it asks for.
+  ElfW(Word) nobody() const {
+    const std::size_t found = names().find(std::string_view(kNobody, sizeof kNobody));
+    if (found == std::string_view::npos) fail("not linked with the stand-in");
+    return static_cast<ElfW(Word)>(found);
+  }
+
+  std::filesystem::path path_;
+  std::vector<char> bytes_;
+  std::span<Section> sections_;
+  std::span<Symbol> symbols_;
+  Section names_{};
+};
+
+}  // namespace
+
+std::filesystem::path withoutFunctions(const std::filesystem::path& library,
+                                       const std::vector<std::string>& functions) {
+  if (functions.empty()) return library;
+  LibraryFile file(library);
+  const auto asked =
+      std::count_if(functions.begin(), functions.end(),
+                    [&](const std::string& function) { return file.unbind(function); });
+  return asked == 0 ? library : file.copy();
+}
+
+}  // namespace host
