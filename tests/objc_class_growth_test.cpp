@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Foundation/log.h"
 #include "objc/metadata.h"
 #include "objc/object.h"
 
@@ -145,11 +146,73 @@ TEST(GrownSuperclass, SharesNoMemoryWithItsSubclass) {
   objc_release(object);
 }
 
-TEST(Images, AClassWhoseNameIsTakenIsLeftOut) {
+/// The log's lines of classes that two binaries have.
+std::vector<std::string> doubleClasses() {
+  std::vector<std::string> lines;
+  for (const auto& line : host::logLines())
+    if (line.line.find(" is implemented in both ") != line.line.npos) lines.push_back(line.line);
+  return lines;
+}
+
+TEST(Images, OfTwoClassesOfANameTheFirstIsFoundByIt) {
   Class first = grownSuperclass(16).cls();
-  Image second(class_getName(first), objc_getClass("NSObject"), kOldEnd, kOldEnd, {});
-  second.load();
-  EXPECT_EQ(objc_getClass(class_getName(first)), first);
+  const std::string name = class_getName(first);
+  auto* second = new Image(name, objc_getClass("NSObject"), kOldEnd, kOldEnd, {});
+  EXPECT_EQ(doubleClasses(), std::vector<std::string>{});
+  second->load();
+  EXPECT_EQ(objc_getClass(name.c_str()), first);
+  EXPECT_EQ(objc_getMetaClass(name.c_str()), object_getClass(first));
+  // Neither lies in a binary.
+  EXPECT_EQ(doubleClasses(),
+            std::vector<std::string>{"Class " + name +
+                                     " is implemented in both ? and ?. One of the two will be "
+                                     "used. Which one is undefined."});
+}
+
+TEST(Images, OfTwoClassesOfANameBothAreOfUse) {
+  Class first = grownSuperclass(16).cls();
+  auto* image = new Image(class_getName(first), objc_getClass("NSObject"), kOldEnd, 24,
+                          {{"_flag", "B", kOldEnd, 1, 0}});
+  image->load();
+  Class second = image->cls();
+  EXPECT_STREQ(class_getName(second), class_getName(first));
+  EXPECT_EQ(class_getInstanceVariable(second, "_grown"), nullptr);
+  EXPECT_EQ(offsetOf(second, "_flag"), static_cast<std::ptrdiff_t>(kOldEnd));
+  int (*number)(id, SEL) = [](id, SEL) { return 7; };
+  EXPECT_TRUE(class_addMethod(second, "number"_sel, reinterpret_cast<IMP>(number), "i@:"));
+  EXPECT_FALSE(class_respondsToSelector(first, "number"_sel));
+  for (int i = 0; i < 2; ++i) {
+    id object = send<id>(send<id>(second, "alloc"_sel), "init"_sel);
+    EXPECT_EQ(object_getClass(object), second);
+    EXPECT_EQ(send<int>(object, "number"_sel), 7);
+    EXPECT_TRUE(send<bool>(object, "isKindOfClass:"_sel, second));
+    EXPECT_FALSE(send<bool>(object, "isKindOfClass:"_sel, first));
+    objc_release(object);
+  }
+}
+
+// A third binary's subclass names its superclass by symbol, which is one of the two.
+TEST(Images, TheSecondClassOfANameHasSubclasses) {
+  Class first = grownSuperclass(16).cls();
+  auto* second = new Image(class_getName(first), objc_getClass("NSObject"), kOldEnd, kOldEnd, {});
+  second->load();
+  Image& child = subclass(second->cls());
+  EXPECT_EQ(class_getSuperclass(child.cls()), second->cls());
+  EXPECT_EQ(child.offset(0), static_cast<std::int32_t>(kOldEnd));
+  EXPECT_EQ(objc_getClass(class_getName(child.cls())), child.cls());
+}
+
+TEST(Images, ASecondClassIsMappedOnce) {
+  Class first = grownSuperclass(16).cls();
+  auto* second = new Image(class_getName(first), objc_getClass("NSObject"), kOldEnd, kOldEnd, {});
+  second->load();
+  second->load();
+  EXPECT_EQ(doubleClasses().size(), 1U);
+}
+
+TEST(Images, ANameThatIsTakenIsTakenForClassPairsToo) {
+  Class first = grownSuperclass(16).cls();
+  EXPECT_EQ(objc_allocateClassPair(first, class_getName(first), 0), nullptr);
 }
 
 TEST(Images, OneThatIsMappedTwiceChangesNothing) {

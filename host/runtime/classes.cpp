@@ -1,10 +1,14 @@
 // Classes: those of loaded binaries, mapped from their metadata, and those made at run time.
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cstring>
 #include <unordered_set>
 
+#include "Foundation/log.h"
 #include "internal.h"
 #include "objc/metadata.h"
+#include "process/image_loader.h"
 #include "runtime.h"
 
 namespace host::runtime {
@@ -111,9 +115,27 @@ bool superclassIsThere(Class cls) {
   return (ro.flags & objc::kRootClass) != 0 || registry().mapped.contains(cls->superclass);
 }
 
+std::string binaryOf(Class cls) {
+  if (imageLoader() != nullptr) {
+    if (std::string path = imageLoader()->pathOf(cls); !path.empty()) return path;
+  }
+  Dl_info info{};
+  return dladdr(cls, &info) == 0 || info.dli_fname == nullptr ? "?" : info.dli_fname;
+}
+
+/// The first class of a name is the one that is found by it.
+void warnOfTakenName(Class cls, const char* name) {
+  const auto first = registry().byName.find(name);
+  if (first == registry().byName.end()) return;
+  host::log(host::LogLevel::error, std::string("Class ") + name + " is implemented in both " +
+                                       binaryOf(first->second) + " and " + binaryOf(cls) +
+                                       ". One of the two will be used. Which one is undefined.");
+}
+
 void mapClass(Class cls) {
   const auto& ro = *static_cast<objc::ClassRo*>(cls->data);
   const auto& metaRo = *static_cast<objc::ClassRo*>(cls->isa->data);
+  warnOfTakenName(cls, ro.name);
   mapHalf(cls, ro);
   mapHalf(cls->isa, metaRo);  // second: a root's metaclass has the root for its superclass
   rw(cls->isa)->instanceSize = sizeof(objc_class);
@@ -188,8 +210,8 @@ using namespace host::runtime;
 extern "C" {
 
 /// Takes over the classes and categories of a binary that was just loaded. A class is left out
-/// where its superclass is missing or its name is taken, a category where its class is missing.
-/// Either list may have entries of nothing.
+/// where its superclass is missing, a category where its class is missing. A class whose name is
+/// taken is not found by name, but its own binary has it. Either list may have entries of nothing.
 [[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
                                                   objc::CategoryData** categories,
                                                   objc::CategoryData** categoriesEnd) {
@@ -199,7 +221,6 @@ extern "C" {
     for (Class* at = classes; at != classesEnd; ++at) {
       Class cls = *at;
       if (cls == nullptr || registry().mapped.contains(cls) || !superclassIsThere(cls)) continue;
-      if (registry().byName.contains(static_cast<objc::ClassRo*>(cls->data)->name)) continue;
       mapClass(cls);
       progress = true;
     }

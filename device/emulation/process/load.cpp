@@ -141,16 +141,18 @@ void* symbol(const std::string& path, const char* name) {
   return exportedBy(path, "_" + std::string(name));
 }
 
-constexpr host::ImageLoader kLoader{&load, &symbol};
+std::string pathOf(const void* address) {
+  for (const auto& [path, loaded] : loadedImages())
+    if (loaded.image != nullptr && loaded.image->contains(address)) return path;
+  return {};
+}
+
+constexpr host::ImageLoader kLoader{&load, &symbol, &pathOf};
 
 [[gnu::constructor]] void offer() { host::setImageLoader(&kLoader); }
 
 }  // namespace
 
-bool isOfLibrary(const void* address) {
-  for (const auto& [path, loaded] : loadedImages())
-    if (loaded.image != nullptr && loaded.image->contains(address)) return true;
-  return false;
-}
+bool isOfLibrary(const void* address) { return !pathOf(address).empty(); }
 
 }  // namespace varnix::device
