@@ -50,7 +50,7 @@ constexpr void (*kNoted[])() = {
     Noted<"_UIBackdropViewSettings", "setColorTint:", NSObject*>::install,
     Noted<"_UIBackdropViewSettings", "setColorTintAlpha:", CGFloat>::install,
     Noted<"_UIBackdropViewSettings", "setColorTintMaskAlpha:", CGFloat>::install,
-    Noted<"SBFolderIconBackgroundView", "setWallpaperColor:phase:", CGColorRef, CGPoint>::install,
+    // Folders' backgrounds inherit it.
     Noted<"SBIconBlurryBackgroundView", "setWallpaperColor:phase:", CGColorRef, CGPoint>::install,
     Noted<"SBIconBlurryBackgroundView", "setWallpaperBackgroundRect:forContents:withFallbackColor:",
           CGRect, NSObject*, CGColorRef>::install,

@@ -106,7 +106,7 @@ void Stage::presentControlCenter() {
 }
 
 void Stage::presentNotificationCenter() {
-  send<NSObject*>(object(kNotificationCenter), "hostWillPresent"_sel);
+  send<void>(object(kNotificationCenter), "hostWillPresent"_sel);
 }
 
 void Stage::updateBackground() { send<void>(object(kControlCenter), "_updateBackground"_sel); }

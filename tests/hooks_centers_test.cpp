@@ -18,10 +18,8 @@ TEST_F(Centers, ControlCenterIsTintedAfterThePlatformsWork) {
 TEST_F(Centers, NotificationCenterIsTintedBeforeIt) {
   centers("");
   NSObject* center = notificationCenter();
-  auto* shown = send<NSObject*>(center, "hostWillPresent"_sel);
+  send<void>(center, "hostWillPresent"_sel);
   EXPECT_EQ(calls(), (Lines{"colorBackdrop", "hostWillPresent"}));
-  EXPECT_NE(shown, nullptr);
-  EXPECT_EQ(shown, send<NSObject*>(center, "view"_sel));
 }
 
 TEST_F(Centers, ABackgroundBuiltAnewIsTintedAnew) {
@@ -40,7 +38,7 @@ TEST_F(Centers, EveryPresentationSetsTheAlphasAgain) {
       send<void>(inputSettings(center), "setColorTintAlpha:"_sel, CGFloat(0.1));
       send<void>(inputSettings(center), "setColorTintMaskAlpha:"_sel, CGFloat(0.1));
       if (center == controlCenter()) send<void>(center, "controlCenterWillPresent"_sel);
-      else send<NSObject*>(center, "hostWillPresent"_sel);
+      else send<void>(center, "hostWillPresent"_sel);
       EXPECT_EQ(send<CGFloat>(inputSettings(center), "colorTintAlpha"_sel), CGFloat(0.6));
       EXPECT_EQ(send<CGFloat>(inputSettings(center), "colorTintMaskAlpha"_sel), CGFloat(0.7));
     }

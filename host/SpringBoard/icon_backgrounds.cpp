@@ -5,20 +5,13 @@
 
 namespace {
 
-/// Both classes have a colour and a phase; neither is the other's superclass.
-struct IconBackground : host::View {
-  void setWallpaperColor(CGColorRef value, CGPoint offset) {
+struct BlurryBackground : host::View {
+  void setWallpaperColor(CGColorRef value, CGSize offset) {
     color = Strong<CGColor>::retain(value);
-    phase = offset;
+    phase = {offset.width, offset.height};
   }
   CGColorRef wallpaperColor() { return color; }
   CGPoint wallpaperPhase() { return phase; }
-
-  Strong<CGColor> color;
-  CGPoint phase;
-};
-
-struct BlurryBackground : IconBackground {
   void setWallpaperBackground(CGRect value, NSObject* snippet, CGColorRef plain) {
     rect = value;
     contents = Strong<NSObject>::retain(snippet);
@@ -28,24 +21,23 @@ struct BlurryBackground : IconBackground {
   NSObject* backgroundContents() { return contents; }
   CGColorRef fallbackColor() { return fallback; }
 
+  Strong<CGColor> color;
+  CGPoint phase;
   CGRect rect;
   Strong<NSObject> contents;
   Strong<CGColor> fallback;
 };
 
+struct FolderBackground : BlurryBackground {};
+
 }  // namespace
 
-#define WALLPAPER_MEMBERS(T)                                                          \
-  objc::Ivar<"_wallpaperColor", &T::color>, objc::Ivar<"_wallpaperPhase", &T::phase>, \
-      objc::Method<"setWallpaperColor:phase:", &T::setWallpaperColor>,                \
-      objc::Method<"wallpaperColor", &T::wallpaperColor>,                             \
-      objc::Method<"wallpaperPhase", &T::wallpaperPhase>
-
-OBJC_CLASS_NAMED(SBFolderIconBackgroundView, UIView, IconBackground, host::View,
-                 WALLPAPER_MEMBERS(IconBackground))
-
 OBJC_CLASS_NAMED(SBIconBlurryBackgroundView, UIView, BlurryBackground, host::View,
-                 WALLPAPER_MEMBERS(BlurryBackground),
+                 objc::Ivar<"_wallpaperColor", &BlurryBackground::color>,
+                 objc::Ivar<"_wallpaperPhase", &BlurryBackground::phase>,
+                 objc::Method<"setWallpaperColor:phase:", &BlurryBackground::setWallpaperColor>,
+                 objc::Method<"wallpaperColor", &BlurryBackground::wallpaperColor>,
+                 objc::Method<"wallpaperPhase", &BlurryBackground::wallpaperPhase>,
                  objc::Ivar<"_backgroundRect", &BlurryBackground::rect>,
                  objc::Ivar<"_backgroundContents", &BlurryBackground::contents>,
                  objc::Ivar<"_fallbackColor", &BlurryBackground::fallback>,
@@ -54,3 +46,6 @@ OBJC_CLASS_NAMED(SBIconBlurryBackgroundView, UIView, BlurryBackground, host::Vie
                  objc::Method<"wallpaperBackgroundRect", &BlurryBackground::backgroundRect>,
                  objc::Method<"wallpaperContents", &BlurryBackground::backgroundContents>,
                  objc::Method<"fallbackColor", &BlurryBackground::fallbackColor>)
+
+OBJC_CLASS_NAMED(SBFolderIconBackgroundView, SBIconBlurryBackgroundView, FolderBackground,
+                 BlurryBackground)

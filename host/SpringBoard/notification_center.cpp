@@ -8,8 +8,7 @@ namespace {
 struct NotificationCenter : host::ViewController {
   NotificationCenter* initWithNib(NSString* name, NSBundle* bundle);
   host::BackdropView* backdropView() { return backdrop; }
-  /// The view that is going to be shown.
-  NSObject* hostWillPresent() { return pageView; }
+  void hostWillPresent() {}
   void contrastDidChange(NSObject*) {}
 
   Strong<host::BackdropView> backdrop;

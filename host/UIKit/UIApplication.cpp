@@ -6,7 +6,6 @@ using host::Application;
 OBJC_CLASS_NAMED(UIApplication, NSObject, Application, NSObject,
                  objc::Ivar<"_state", &Application::state>,
                  objc::ClassMethod<"sharedApplication", &Application::shared>,
-                 objc::Method<"_accessibilityFrontMostApplication", &Application::frontmost>,
                  objc::Method<"applicationState", &Application::applicationState>,
                  objc::Method<"setApplicationState:", &Application::setApplicationState>)
 

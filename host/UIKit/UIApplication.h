@@ -13,7 +13,6 @@ struct Application : UIApplication {
   void setApplicationState(NSInteger value) { state = value; }
 
   /// Only SpringBoard knows what is in front.
-  NSObject* frontmost() { return nullptr; }
 
   NSInteger state;
 };

@@ -23,7 +23,7 @@ Answers ask(const Surroundings&) {
   send<void>(control, "setTintColor:"_sel, static_cast<UIColor*>(makeColor(kWhite)));
   values["segmented control"] = askColor(control, "tintColor");
   const auto center = object("SBNotificationCenterViewController");
-  send<NSObject*>(center, "hostWillPresent"_sel);
+  send<void>(center, "hostWillPresent"_sel);
   askBackdrop(answers, center);
   return answers;
 }

@@ -37,7 +37,7 @@ Strong<NSObject> presentedControlCenter(Class cls) {
 
 Strong<NSObject> presentedNotificationCenter(Class cls) {
   const auto center = plainObject(cls);
-  send<NSObject*>(center, "hostWillPresent"_sel);
+  send<void>(center, "hostWillPresent"_sel);
   return settingsOf(center);
 }
 

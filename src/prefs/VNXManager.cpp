@@ -72,8 +72,11 @@ bool VNXManager::isSpringBoard() {
 }
 
 NSString* VNXManager::getOpenAppId() {
-  auto* application = send<SBApplication*>(UIApplication::sharedApplication(),
-                                           "_accessibilityFrontMostApplication"_sel);
+  // SpringBoard's alone has it.
+  auto* shared = UIApplication::sharedApplication();
+  if (shared == nullptr || !shared->respondsToSelector("_accessibilityFrontMostApplication"_sel))
+    return nullptr;
+  auto* application = send<SBApplication*>(shared, "_accessibilityFrontMostApplication"_sel);
   if (application == nullptr) return nullptr;
   // It says its identifier by one name or the other.
   if (application->respondsToSelector("displayIdentifier"_sel))

@@ -25,7 +25,7 @@ class Centers : public SpringBoard {
     Recorded<"_updateBackground", void()>::install(control);
     Recorded<"_accessibilityBackgroundContrastDidChange:", void(NSObject*)>::install(control);
     Class notification = objc_getClass(kNotificationCenter);
-    Recorded<"hostWillPresent", NSObject*()>::install(notification);
+    Recorded<"hostWillPresent", void()>::install(notification);
     Recorded<"_backgroundContrastDidChange:", void(NSObject*)>::install(notification);
     load();
     RecordedTint<0>::install(control);
