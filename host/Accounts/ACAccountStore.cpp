@@ -77,9 +77,9 @@ OBJC_CLASS_NAMED(
     objc::Method<"requestAccessToAccountsWithType:withCompletionHandler:",
                  &AccountStore::requestAccess>,
     objc::Method<"accountsWithAccountType:", &AccountStore::accountsOf>,
-    objc::ClassMethod<"_setUsernames:ofType:", &AccountStore::setUsernames>,
-    objc::ClassMethod<"_setAccessGranted:", &AccountStore::setGranted>,
-    objc::ClassMethod<"_accessRequests", &AccountStore::requests>)
+    objc::ClassMethod<"standIn_setUsernames:ofType:", &AccountStore::setUsernames>,
+    objc::ClassMethod<"standIn_setAccessGranted:", &AccountStore::setGranted>,
+    objc::ClassMethod<"standIn_accessRequests", &AccountStore::requests>)
 
 AccountType* AccountStore::typeWithIdentifier(NSString* identifier) {
   if (identifier == nullptr) return nullptr;

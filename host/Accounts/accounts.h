@@ -8,18 +8,18 @@ namespace host {
 /// The user names of the accounts of one type, in order; in this process from now on. Needs the
 /// Accounts framework in the process.
 inline void setAccounts(NSString* typeIdentifier, NSArray* usernames) {
-  send<void>(objc_getClass("ACAccountStore"), "_setUsernames:ofType:"_sel, usernames,
+  send<void>(objc_getClass("ACAccountStore"), "standIn_setUsernames:ofType:"_sel, usernames,
              typeIdentifier);
 }
 
 /// What the user answers when asked for access. Yes before the first call.
 inline void setAccountAccess(bool granted) {
-  send<void>(objc_getClass("ACAccountStore"), "_setAccessGranted:"_sel, granted);
+  send<void>(objc_getClass("ACAccountStore"), "standIn_setAccessGranted:"_sel, granted);
 }
 
 /// How often access was asked for.
 inline NSUInteger accountAccessRequests() {
-  return send<NSUInteger>(objc_getClass("ACAccountStore"), "_accessRequests"_sel);
+  return send<NSUInteger>(objc_getClass("ACAccountStore"), "standIn_accessRequests"_sel);
 }
 
 }  // namespace host

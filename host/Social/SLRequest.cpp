@@ -97,7 +97,7 @@ OBJC_CLASS_NAMED(
     objc::Method<"parameters", &Request::parametersOf>,
     objc::Method<"account", &Request::accountOf>, objc::Method<"setAccount:", &Request::setAccount>,
     objc::Method<"performRequestWithHandler:", &Request::perform>,
-    objc::ClassMethod<"_performedRequests", &Request::performed>)
+    objc::ClassMethod<"standIn_performedRequests", &Request::performed>)
 
 Request* Request::make(NSString* service, NSInteger method, NSURL* url, NSDictionary* parameters) {
   auto* request = static_cast<Request*>(class_createInstance(&objc_class_SLRequest, 0));

@@ -9,7 +9,7 @@ namespace host {
 /// process. Nothing leaves the machine: a request goes to the server of this machine that the
 /// environment variable VARNIX_SOCIAL_HOST names ("127.0.0.1:PORT"), else nowhere.
 inline NSArray* performedRequests() {
-  return send<NSArray*>(objc_getClass("SLRequest"), "_performedRequests"_sel);
+  return send<NSArray*>(objc_getClass("SLRequest"), "standIn_performedRequests"_sel);
 }
 
 }  // namespace host

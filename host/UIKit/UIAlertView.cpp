@@ -128,5 +128,5 @@ OBJC_CLASS_NAMED(
     objc::Method<"firstOtherButtonIndex", &AlertView::firstOtherIndex>,
     objc::Method<"show", &AlertView::show>, objc::Method<"isVisible", &AlertView::isVisible>,
     objc::Method<"dismissWithClickedButtonIndex:animated:", &AlertView::dismiss>,
-    objc::Method<"_pressButtonAtIndex:", &AlertView::press>,
-    objc::ClassMethod<"_shownAlerts", &AlertView::shown>)
+    objc::Method<"standIn_pressButtonAtIndex:", &AlertView::press>,
+    objc::ClassMethod<"standIn_shownAlerts", &AlertView::shown>)

@@ -54,12 +54,12 @@ struct AlertView : View {
 
 /// The alerts on screen, the first shown first; none in a process without alerts.
 inline NSArray* shownAlerts() {
-  return send<NSArray*>(objc_getClass("UIAlertView"), "_shownAlerts"_sel);
+  return send<NSArray*>(objc_getClass("UIAlertView"), "standIn_shownAlerts"_sel);
 }
 
 /// Presses a button of a shown alert, as a finger does.
 inline void pressAlertButton(NSObject* alert, NSInteger index) {
-  send<void>(alert, "_pressButtonAtIndex:"_sel, index);
+  send<void>(alert, "standIn_pressButtonAtIndex:"_sel, index);
 }
 
 }  // namespace host

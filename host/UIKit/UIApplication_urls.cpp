@@ -66,5 +66,5 @@ struct Opener : UIApplication {
 
 OBJC_CATEGORY_OF_OWN(UIApplication, URLs, objc::Method<"canOpenURL:", &Opener::canOpen>,
                      objc::Method<"openURL:", &Opener::open>,
-                     objc::ClassMethod<"_setInstalledURLSchemes:", &Opener::setInstalled>,
-                     objc::ClassMethod<"_openedURLs", &Opener::opened>)
+                     objc::ClassMethod<"standIn_setInstalledURLSchemes:", &Opener::setInstalled>,
+                     objc::ClassMethod<"standIn_openedURLs", &Opener::opened>)

@@ -8,12 +8,12 @@ namespace host {
 /// The schemes of the applications that are installed beside the system's (http, https, mailto), as
 /// strings; in this process from now on.
 inline void setInstalledURLSchemes(NSArray* schemes) {
-  send<void>(objc_getClass("UIApplication"), "_setInstalledURLSchemes:"_sel, schemes);
+  send<void>(objc_getClass("UIApplication"), "standIn_setInstalledURLSchemes:"_sel, schemes);
 }
 
 /// The URLs that this process has opened, in order.
 inline NSArray* openedURLs() {
-  return send<NSArray*>(objc_getClass("UIApplication"), "_openedURLs"_sel);
+  return send<NSArray*>(objc_getClass("UIApplication"), "standIn_openedURLs"_sel);
 }
 
 }  // namespace host

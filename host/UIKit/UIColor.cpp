@@ -169,6 +169,5 @@ OBJC_CLASS_NAMED(UIColor, NSObject, Color, NSObject, objc::Ivar<"red", &Color::r
                  objc::ClassMethod<"colorWithCGColor:", &Color::withCgColor>,
                  objc::Method<"CGColor", &Color::cgColor>, objc::Method<"set", &Color::setAsFill>,
                  objc::Method<"setFill", &Color::setAsFill>,
-                 objc::Method<"_componentCount", &Color::componentCount>,
                  objc::Method<"isEqual:", &Color::equals>, objc::Method<"hash", &Color::hashValue>,
                  objc::Method<"copy", &Color::copy>, objc::Method<"description", &Color::describe>)

@@ -115,14 +115,6 @@ bool superclassIsThere(Class cls) {
   return (ro.flags & objc::kRootClass) != 0 || registry().mapped.contains(cls->superclass);
 }
 
-std::string binaryOf(Class cls) {
-  if (imageLoader() != nullptr) {
-    if (std::string path = imageLoader()->pathOf(cls); !path.empty()) return path;
-  }
-  Dl_info info{};
-  return dladdr(cls, &info) == 0 || info.dli_fname == nullptr ? "?" : info.dli_fname;
-}
-
 /// The first class of a name is the one that is found by it.
 void warnOfTakenName(Class cls, const char* name) {
   const auto first = registry().byName.find(name);
@@ -153,6 +145,16 @@ void markCustomReferenceCounting(Class cls) {
 }
 
 }  // namespace
+
+std::string binaryOf(Class cls) {
+  if (imageLoader() != nullptr) {
+    if (std::string path = imageLoader()->pathOf(cls); !path.empty()) return path;
+  }
+  Dl_info info{};
+  return dladdr(cls, &info) == 0 || info.dli_fname == nullptr ? "?" : info.dli_fname;
+}
+
+std::vector<Class> allClasses() { return {registry().mapped.begin(), registry().mapped.end()}; }
 
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation) {
   auto* method = new objc_method{selector, types, implementation, cls};

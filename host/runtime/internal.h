@@ -84,6 +84,12 @@ objc_method* findMethod(Class cls, SEL selector);
 /// Gives the class a method of its own. The lock is held and the class has none of that name.
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation);
 
+/// Every class that was mapped or registered. The lock is held.
+std::vector<Class> allClasses();
+
+/// The path of the binary that the class lies in; "?" for one that was made at run time.
+std::string binaryOf(Class cls);
+
 /// Tells the observer of changes, if there is one. The lock is not held.
 void report(Change::Kind kind, Class cls, SEL selector, const char* types);
 

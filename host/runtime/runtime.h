@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "export.h"
 #include "objc/runtime.h"
@@ -68,6 +69,19 @@ HOST_EXPORT void setHooking(Hooking hooking);
 /// stored. An empty function stores it as it is.
 HOST_EXPORT void hookMessage(Class cls, SEL selector, IMP replacement, IMP* saved,
                              const std::function<IMP(IMP)>& adapt);
+
+/// A method that a class has itself.
+struct ListedMethod {
+  std::string className;
+  std::string selector;
+  std::string types;  ///< as the class has them
+  bool classMethod;
+  std::vector<std::string> superclasses;  ///< of the class, from the nearest up
+  std::string binary;                     ///< the path of the class's, "?" for none
+};
+
+/// Every method of every class of this process, in no order.
+HOST_EXPORT std::vector<ListedMethod> allMethods();
 
 /// A method that was added to a class or replaced in one.
 struct Change {
