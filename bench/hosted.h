@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 #include "table.h"
 #include "timing.h"
 

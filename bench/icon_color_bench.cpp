@@ -40,13 +40,13 @@ class IconColorAsDye {
     set(NSKeyedArchiver::archivedDataWithRootObject(UIColor::colorWithRed(0, kGreen, 0, 1)),
         "cached_icon_color_com.example.app"_ns);
     notify();
-    waitUntil([] { return green(bench::dyedView()->tintColor()) == kGreen; });
+    waitUntil([] { return green(send(bench::dyedView(), UIView::tintColor)) == kGreen; });
   }
   ~IconColorAsDye() {
     for (NSString* key : {"global_color_type"_ns, "cached_icon_color_com.example.app"_ns})
       send<void>(store(), "removeObjectForKey:"_sel, key);
     notify();
-    waitUntil([] { return green(bench::dyedView()->tintColor()) != kGreen; });
+    waitUntil([] { return green(send(bench::dyedView(), UIView::tintColor)) != kGreen; });
   }
   IconColorAsDye(const IconColorAsDye&) = delete;
   IconColorAsDye& operator=(const IconColorAsDye&) = delete;
@@ -64,7 +64,7 @@ class IconColorAsDye {
 void IconColor(benchmark::State& state) {
   const objc::AutoreleasePool pool;
   const IconColorAsDye dye;
-  if (green(bench::dyedView()->tintColor()) != kGreen) {
+  if (green(send(bench::dyedView(), UIView::tintColor)) != kGreen) {
     state.SkipWithError("the dye is not the icon's colour");
     return;
   }

@@ -43,7 +43,7 @@ UIView* dyedView() {
   static UIView* view = [] {
     host::loadLibrary(VARNIX_LIBRARY);
     auto* made = send<UIView*>(objc::alloc<UIView>(), "init"_sel);
-    made->tintColor();
+    send(made, UIView::tintColor);
     return made;
   }();
   return view;

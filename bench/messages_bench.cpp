@@ -12,7 +12,7 @@ constexpr int kQuestions = 64;
 /// Questions for a pool of their own, so that colours go as they do between events.
 void ask(UIView* view) {
   objc::AutoreleasePool pool;
-  for (int i = 0; i < kQuestions; ++i) benchmark::DoNotOptimize(view->tintColor());
+  for (int i = 0; i < kQuestions; ++i) benchmark::DoNotOptimize(send(view, UIView::tintColor));
 }
 
 void CachedSend(benchmark::State& state) {
@@ -33,7 +33,7 @@ void DyedTintColor(benchmark::State& state) {
   for (auto _ : state) ask(view);
   state.SetItemsProcessed(state.iterations() * kQuestions);
   host::runtime::startCounting();
-  view->tintColor();
+  send(view, UIView::tintColor);
   const host::runtime::Counts counts = host::runtime::stopCounting();
   const double question = bench::tintColorQuestion();
   state.counters["messages_and_look_ups"] = static_cast<double>(counts.messages + counts.lookUps);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "json.h"
+#include "runtime/send.h"
 #include "surfaces/surfaces.h"
 
 namespace varnix::cli {

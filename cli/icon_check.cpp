@@ -16,7 +16,7 @@ bool isPicture(const std::string& file) {
   auto* image = contents ? objc::alloc<UIImage>() : nullptr;
   if (image == nullptr) return false;
   auto* data = NSData::dataWithBytes(contents->data(), contents->size());
-  return Strong<UIImage>::adopt(image->initWithData(data)).get() != nullptr;
+  return Strong<UIImage>::adopt(send(image, UIImage::initWithData, data)).get() != nullptr;
 }
 
 }  // namespace

@@ -87,7 +87,7 @@ Json inspectProcess(const Question& question, bool inProcess) {
   result["bundle"] = nullptr;
   if (question.process.bundle) result["bundle"] = *question.process.bundle;
   result["kind"] = kindName(question.process.kind);
-  for (const char* part : {"installed", "log", "dye", "iconColor", "elements"}) {
+  for (const char* part : {"installed", "skipped", "log", "dye", "iconColor", "elements"}) {
     result[part] = after[part];
   }
   if (question.script) result["printed"] = after["printed"];

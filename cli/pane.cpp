@@ -38,7 +38,7 @@ NSArray* strings(const std::vector<std::string>& texts) {
   for (const std::string& text : texts) {
     NSString* string = host::makeString(text);
     if (string == nullptr) throw UsageError("not UTF-8", text);
-    list->addObject(string);
+    send(list, NSMutableArray::addObject, string);
   }
   return list;
 }

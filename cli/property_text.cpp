@@ -17,8 +17,8 @@ using StoredJson = nlohmann::json;
 std::string hex(NSData* data) {
   static constexpr char kDigits[] = "0123456789abcdef";
   std::string text = "<";
-  for (unsigned char byte :
-       std::span(static_cast<const unsigned char*>(data->bytes()), data->length())) {
+  for (unsigned char byte : std::span(static_cast<const unsigned char*>(send(data, NSData::bytes)),
+                                      send(data, NSData::length))) {
     text += kDigits[byte >> 4];
     text += kDigits[byte & 15];
   }
@@ -28,7 +28,7 @@ std::string hex(NSData* data) {
 std::string moment(NSDate* date) {
   constexpr double kReference = 978307200;  // 2001-01-01 in seconds since 1970
   const auto seconds =
-      static_cast<std::time_t>(date->timeIntervalSinceReferenceDate() + kReference);
+      static_cast<std::time_t>(send(date, NSDate::timeIntervalSinceReferenceDate) + kReference);
   std::tm parts{};
   char text[64] = "";
   if (gmtime_r(&seconds, &parts) != nullptr) {
@@ -40,13 +40,13 @@ std::string moment(NSDate* date) {
 StoredJson numberJson(NSNumber* number) {
   switch (*send<const char*>(number, "objCType"_sel)) {
     case 'c':
-      return number->boolValue();
+      return send(number, NSNumber::boolValue);
     case 'd':
-      return number->doubleValue();
+      return send(number, NSNumber::doubleValue);
     case 'Q':
       return send<unsigned long long>(number, "unsignedLongLongValue"_sel);
     default:
-      return number->longLongValue();
+      return send(number, NSNumber::longLongValue);
   }
 }
 
@@ -57,16 +57,17 @@ StoredJson storedJson(NSObject* value) {
   if (auto* date = objc::as<NSDate>(value)) return moment(date);
   if (auto* array = objc::as<NSArray>(value)) {
     StoredJson list = StoredJson::array();
-    for (NSUInteger i = 0; i < array->count(); ++i)
-      list.push_back(storedJson(array->objectAtIndex(i)));
+    for (NSUInteger i = 0; i < send(array, NSArray::count); ++i)
+      list.push_back(storedJson(send(array, NSArray::objectAtIndex, i)));
     return list;
   }
   if (auto* dictionary = objc::as<NSDictionary>(value)) {
     StoredJson object = StoredJson::object();
-    NSArray* keys = dictionary->allKeys();
-    for (NSUInteger i = 0; i < keys->count(); ++i) {
-      auto* key = static_cast<NSString*>(keys->objectAtIndex(i));
-      object[std::string(host::text(key))] = storedJson(dictionary->objectForKey(key));
+    NSArray* keys = send(dictionary, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      auto* key = static_cast<NSString*>(send(keys, NSArray::objectAtIndex, i));
+      object[std::string(host::text(key))] =
+          storedJson(send(dictionary, NSDictionary::objectForKey, key));
     }
     return object;
   }

@@ -1,7 +1,7 @@
 #include "recorder.h"
 
 #include "objc/hook.h"
-#include "platform/UIKit.h"
+#include "platform/SpringBoard.h"
 
 namespace varnix::cli {
 
@@ -15,7 +15,7 @@ NoteWrite& noteWrite() {
 
 Json argumentJson(bool value) { return value; }
 Json argumentJson(CGFloat value) { return value; }
-Json argumentJson(CGPoint value) { return Json::array({value.x, value.y}); }
+Json argumentJson(CGSize value) { return Json::array({value.width, value.height}); }
 Json argumentJson(CGRect value) {
   return Json::array({value.origin.x, value.origin.y, value.size.width, value.size.height});
 }
@@ -26,34 +26,36 @@ Json argumentJson(NSObject* object) {
 }
 Json argumentJson(CGColorRef color) { return answerJson(host::surfaces::plainColorAnswer(color)); }
 
-/// Setters of the same name in two classes have a slot each.
-template <objc::FixedString ClassName, objc::FixedString Name, class... A>
-struct Noted {
+/// A setter that two classes have of their own has a slot for each.
+template <auto Declared, class T = typename decltype(Declared)::Class,
+          class Signature = typename decltype(Declared)::Signature>
+struct Noted;
+
+template <auto Declared, class T, class... A>
+struct Noted<Declared, T, void(A...)> {
   static void install() {
-    if (Class cls = objc_getClass(ClassName.text))
-      hook.install(cls, objc::Selector<Name>::get(), &note);
+    if (Class cls = objc::classOf<T>()) hook.template install<&note>(cls, Declared);
   }
-  static void note(NSObject* self, SEL command, A... arguments) {
+  static void note(T* self, SEL command, A... arguments) {
     if (noteWrite()) {
-      Json write = Json::array({Name.text});
+      Json write = Json::array({decltype(Declared)::kName.text});
       (write.push_back(argumentJson(arguments)), ...);
       noteWrite()(self, std::move(write));
     }
     hook.original(self, command, arguments...);
   }
-  static inline constinit objc::Hook<void(NSObject*, A...)> hook;
+  static inline constinit objc::Hook<Declared, T> hook;
 };
 
 constexpr void (*kNoted[])() = {
-    Noted<"_UIBackdropViewSettings", "setRequiresColorStatistics:", bool>::install,
-    Noted<"_UIBackdropViewSettings", "setUsesColorTintView:", bool>::install,
-    Noted<"_UIBackdropViewSettings", "setColorTint:", NSObject*>::install,
-    Noted<"_UIBackdropViewSettings", "setColorTintAlpha:", CGFloat>::install,
-    Noted<"_UIBackdropViewSettings", "setColorTintMaskAlpha:", CGFloat>::install,
+    Noted<_UIBackdropViewSettings::setRequiresColorStatistics>::install,
+    Noted<_UIBackdropViewSettings::setUsesColorTintView>::install,
+    Noted<_UIBackdropViewSettings::setColorTint>::install,
+    Noted<_UIBackdropViewSettings::setColorTintAlpha>::install,
+    Noted<_UIBackdropViewSettings::setColorTintMaskAlpha>::install,
     // Folders' backgrounds inherit it.
-    Noted<"SBIconBlurryBackgroundView", "setWallpaperColor:phase:", CGColorRef, CGPoint>::install,
-    Noted<"SBIconBlurryBackgroundView", "setWallpaperBackgroundRect:forContents:withFallbackColor:",
-          CGRect, NSObject*, CGColorRef>::install,
+    Noted<SBIconBlurryBackgroundView::setWallpaperColor>::install,
+    Noted<SBIconBlurryBackgroundView::setWallpaperBackgroundRect>::install,
 };
 
 }  // namespace

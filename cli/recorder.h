@@ -8,7 +8,7 @@
 namespace varnix::cli {
 
 /// ["selector:", argument ...]: a colour, null, true for any other object, a number or a boolean;
-/// a point is [x, y], a rectangle [x, y, width, height].
+/// a phase is [x, y], a rectangle [x, y, width, height].
 using NoteWrite = std::function<void(NSObject* receiver, Json write)>;
 
 /// Calls the function before each write to a backdrop's settings or to an icon's background; an

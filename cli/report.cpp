@@ -5,6 +5,7 @@
 #include "Foundation/log.h"
 #include "icon_check.h"
 #include "objc/autorelease_pool.h"
+#include "platform/Foundation.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
@@ -58,6 +59,19 @@ Json loadObserved() {
   return changes;
 }
 
+/// What the library passed over, and why: pairs of texts, as its own class tells them.
+Json skippedMethods() {
+  auto* pairs = send<NSArray*>(objc_getClass("VarnixInstallation"), "skipped"_sel);
+  auto text = [pairs](NSUInteger index) {
+    auto* string = static_cast<NSString*>(send(pairs, NSArray::objectAtIndex, index));
+    return std::string(send(string, NSString::UTF8String));
+  };
+  Json skipped = Json::array();
+  for (NSUInteger i = 0; i < send(pairs, NSArray::count); i += 2)
+    skipped.push_back({{"method", text(i)}, {"reason", text(i + 1)}});
+  return skipped;
+}
+
 Json logSoFar() {
   Json lines = Json::array();
   for (const auto& line : host::logLines()) {
@@ -99,6 +113,7 @@ Json report(const Question& question) {
   if (question.script) stage.emplace();
   Json result;
   result["installed"] = question.withLibrary ? loadObserved() : Json::array();
+  result["skipped"] = question.withLibrary ? skippedMethods() : Json::array();
   for (const std::string& file : question.extensions) host::loadLibrary(file);
   if (stage) result["printed"] = runAndCollect(*question.script, *stage);
 

@@ -18,7 +18,8 @@ struct Question {
   std::vector<std::string> classes;  ///< whose surfaces are asked; all where there are none
 };
 
-/// Turns this process into the hosted one and asks it: {"installed", "log", "dye", "iconColor",
+/// Turns this process into the hosted one and asks it: {"installed", "skipped": [{"method",
+/// "reason"}], "log", "dye", "iconColor",
 /// "elements", "printed": what the script printed, where there is one, "surfaces": [{"class",
 /// "property", "case", "answer"}]}.
 Json report(const Question& question);

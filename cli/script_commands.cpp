@@ -38,7 +38,7 @@ void enterState(NSInteger state) { send<void>(application(), "setApplicationStat
 void openApplication(const std::string& identifier) {
   auto* board = application();
   SEL open = sel_registerName("_setFrontMostApplicationIdentifier:");
-  if (!board->respondsToSelector(open))
+  if (!send(board, NSObject::respondsToSelector, open))
     throw Failure("only SpringBoard opens applications", identifier);
   NSString* name = identifier == "none" ? nullptr : host::makeString(identifier);
   if (name == nullptr && identifier != "none") throw Failure("not UTF-8", identifier);

@@ -29,10 +29,10 @@ int list(const SettingsArguments&) {
   NSDictionary* stored = storedSettings();
   if (stored == nullptr) return 0;
   std::vector<std::string> lines;
-  NSArray* keys = stored->allKeys();
-  for (NSUInteger i = 0; i < keys->count(); ++i) {
-    auto* key = static_cast<NSString*>(keys->objectAtIndex(i));
-    lines.push_back(entryLine(host::text(key), stored->objectForKey(key)));
+  NSArray* keys = send(stored, NSDictionary::allKeys);
+  for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+    auto* key = static_cast<NSString*>(send(keys, NSArray::objectAtIndex, i));
+    lines.push_back(entryLine(host::text(key), send(stored, NSDictionary::objectForKey, key)));
   }
   std::sort(lines.begin(), lines.end());
   for (const std::string& line : lines) std::cout << line << '\n';
@@ -41,8 +41,9 @@ int list(const SettingsArguments&) {
 
 int get(const SettingsArguments& arguments) {
   NSDictionary* stored = storedSettings();
-  NSObject* value =
-      stored == nullptr ? nullptr : stored->objectForKey(host::makeString(arguments.key));
+  NSObject* value = stored == nullptr
+                        ? nullptr
+                        : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
   if (value == nullptr) throw Failure("not set", arguments.key);
   std::cout << valueText(value) << '\n';
   return 0;

@@ -47,7 +47,8 @@ std::string madeFolder() {
 
 NSMutableDictionary* copyOfStored() {
   auto* copy = NSMutableDictionary::dictionary();
-  if (NSDictionary* stored = storedSettings()) copy->addEntriesFromDictionary(stored);
+  if (NSDictionary* stored = storedSettings())
+    send(copy, NSMutableDictionary::addEntriesFromDictionary, stored);
   return copy;
 }
 
@@ -68,8 +69,8 @@ NSString* stringFor(std::string_view text) {
 /// What would not come back is not written.
 void requireReadable(const std::string& xml, NSString* key, NSObject* value) {
   auto* back = objc::as<NSDictionary>(host::propertyListFromData(xml));
-  NSObject* found = back == nullptr ? nullptr : back->objectForKey(key);
-  if (found == nullptr || !found->isEqual(value)) {
+  NSObject* found = back == nullptr ? nullptr : send(back, NSDictionary::objectForKey, key);
+  if (found == nullptr || !send(found, NSObject::isEqual, value)) {
     throw UsageError("a property list cannot hold this", std::string(host::text(key)));
   }
 }
@@ -111,7 +112,7 @@ void store(std::string_view key, const Value& value) {
   NSObject* object = objectFor(value);
   const FolderLock lock(madeFolder());
   auto* settings = copyOfStored();
-  settings->setObjectForKey(object, name);
+  send(settings, NSMutableDictionary::setObjectForKey, object, name);
   const std::string xml = xmlOf(settings);
   requireReadable(xml, name, object);
   replaceFile(xml);
@@ -122,8 +123,8 @@ bool remove(std::string_view key) {
   if (storedSettings() == nullptr) return false;
   const FolderLock lock(madeFolder());
   auto* settings = copyOfStored();
-  if (settings->objectForKey(name) == nullptr) return false;
-  settings->removeObjectForKey(name);
+  if (send(settings, NSDictionary::objectForKey, name) == nullptr) return false;
+  send(settings, NSMutableDictionary::removeObjectForKey, name);
   replaceFile(xmlOf(settings));
   return true;
 }

@@ -4,9 +4,9 @@
 
 #include "errors.h"
 #include "objc/autorelease_pool.h"
-#include "objc/ivar.h"
 #include "platform/SpringBoard.h"
 #include "recorder.h"
+#include "runtime/instance_variable.h"
 #include "surfaces/springboard_situations.h"
 
 namespace varnix::cli {
@@ -53,9 +53,9 @@ Class classNamed(const char* name) {
 
 Strong<NSObject> make(Class cls) {
   auto* made = send<NSObject*>(cls, "alloc"_sel);
-  if (made->respondsToSelector(sel_registerName("initWithFrame:")))
+  if (send(made, NSObject::respondsToSelector, sel_registerName("initWithFrame:")))
     made = send<NSObject*>(made, "initWithFrame:"_sel, kFrame);
-  else if (made->respondsToSelector(sel_registerName("initWithNibName:bundle:")))
+  else if (send(made, NSObject::respondsToSelector, sel_registerName("initWithNibName:bundle:")))
     made = send<NSObject*>(made, "initWithNibName:bundle:"_sel, static_cast<NSString*>(nullptr),
                            static_cast<NSObject*>(nullptr));
   else made = send<NSObject*>(made, "init"_sel);
@@ -154,7 +154,8 @@ void Stage::askBalloon() {
   auto* shades = send<NSArray*>(object("balloon"), "colors"_sel);
   Json colors = Json::array();
   const auto count = send<NSUInteger>(shades, "count"_sel);
-  for (NSUInteger i = 0; i < count; ++i) colors.push_back(colorJson(shades->objectAtIndex(i)));
+  for (NSUInteger i = 0; i < count; ++i)
+    colors.push_back(colorJson(send(shades, NSArray::objectAtIndex, i)));
   answers_["balloon"] = {{"colors", colors}};
 }
 

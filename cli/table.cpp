@@ -50,6 +50,15 @@ std::string installation(const Json& report) {
   return std::to_string(hooks) + " methods replaced, " + std::to_string(all - hooks) + " added\n";
 }
 
+std::string skipped(const Json& report) {
+  std::string text;
+  for (const Json& method : report["skipped"]) {
+    text += "passed over: " + method["method"].get<std::string>() + ": " +
+            method["reason"].get<std::string>() + '\n';
+  }
+  return text;
+}
+
 std::string logLines(const Json& report) {
   std::string text;
   for (const Json& line : report["log"]) text += line["line"].get<std::string>() + '\n';
@@ -109,7 +118,7 @@ std::string withoutTrailingSpace(const std::string& text) {
 std::string table(const Json& report, bool withSwatches) {
   const Table table(withSwatches);
   std::string text = identity(report) + dyes(report, table) + installation(report) +
-                     logLines(report) + '\n' + elements(report, table);
+                     skipped(report) + logLines(report) + '\n' + elements(report, table);
   if (!report["surfaces"].empty()) text += '\n' + surfaces(report, table);
   return withoutTrailingSpace(text);
 }

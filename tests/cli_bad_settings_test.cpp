@@ -19,7 +19,7 @@ class BadSettings : public test::CommandTest {
  protected:
   static void expectDefaults(const Json& report) {
     EXPECT_EQ(report["dye"], kDefaultDye);
-    EXPECT_EQ(report["installed"].size(), 12U);
+    EXPECT_EQ(report["installed"].size(), 21U);
     EXPECT_EQ(report["log"], Json::array());
     for (const Json& element : report["elements"]) {
       EXPECT_EQ(element, Json({{"type", 0}, {"color", kDefaultDye}}));

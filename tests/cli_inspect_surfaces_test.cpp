@@ -81,16 +81,16 @@ TEST_F(Surfaces, OfTwitter) {
 TEST_F(Surfaces, SpringBoardListsTheWholeTable) {
   const Json report = inspect({"--bundle", "com.apple.springboard"});
   EXPECT_EQ(report["kind"], "springboard");
-  ASSERT_EQ(report["installed"].size(), 30U);
-  EXPECT_EQ(report["installed"][12], Json({{"op", "add"},
+  ASSERT_EQ(report["installed"].size(), 39U);
+  EXPECT_EQ(report["installed"][21], Json({{"op", "add"},
                                            {"class", "SBControlCenterContentContainerView"},
                                            {"selector", "colorBackdrop"},
                                            {"types", "v@:"}}));
-  EXPECT_EQ(report["installed"][28], Json({{"op", "hook"},
+  EXPECT_EQ(report["installed"][37], Json({{"op", "hook"},
                                            {"class", "SBIconBadgeView"},
                                            {"selector", "_checkoutBackgroundImage"},
                                            {"method", "class"}}));
-  EXPECT_EQ(report["installed"][29]["class"], "SBHUDView");
+  EXPECT_EQ(report["installed"][38]["class"], "SBHUDView");
 }
 
 // One class of the stand-in's after the other is hidden: the others still answer.

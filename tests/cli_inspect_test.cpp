@@ -20,21 +20,22 @@ std::vector<std::string> keysOf(const Json& object) {
 
 TEST_F(Inspect, TheReportHasItsShape) {
   const Json report = inspectApplication();
-  EXPECT_EQ(keysOf(report), (std::vector<std::string>{"bundle", "dye", "elements", "iconColor",
-                                                      "installed", "kind", "log", "surfaces"}));
+  EXPECT_EQ(keysOf(report),
+            (std::vector<std::string>{"bundle", "dye", "elements", "iconColor", "installed", "kind",
+                                      "log", "skipped", "surfaces"}));
   EXPECT_EQ(report["bundle"], "com.example.app");
   EXPECT_EQ(report["kind"], "application");
   EXPECT_EQ(report["dye"], kDefaultDye);
   EXPECT_EQ(report["iconColor"], nullptr);
   EXPECT_EQ(report["log"], Json::array());
-  ASSERT_EQ(report["installed"].size(), 12U);
+  ASSERT_EQ(report["installed"].size(), 21U);
   EXPECT_EQ(
       report["installed"][0],
       Json({{"op", "add"}, {"class", "UIColor"}, {"selector", "isVarnixColor"}, {"types", "B@:"}}));
-  EXPECT_EQ(report["installed"][5], Json({{"op", "hook"},
-                                          {"class", "UIView"},
-                                          {"selector", "tintColor"},
-                                          {"method", "instance"}}));
+  EXPECT_EQ(report["installed"][14], Json({{"op", "hook"},
+                                           {"class", "UIView"},
+                                           {"selector", "tintColor"},
+                                           {"method", "instance"}}));
   ASSERT_EQ(keysOf(report["elements"]), (std::vector<std::string>{"cc", "folder", "keyboard", "nc",
                                                                   "sms", "statusBar", "volume"}));
   for (const Json& element : report["elements"]) {
@@ -226,7 +227,7 @@ TEST_F(Inspect, PlainOutputIsATable) {
   const auto plain = varnix({"inspect", "--bundle", "com.example.app"});
   EXPECT_EQ(plain.status, 0);
   EXPECT_TRUE(plain.out.starts_with(
-      "com.example.app (application)\ndye #de3027ff\n8 methods replaced, 4 added\n"))
+      "com.example.app (application)\ndye #de3027ff\n8 methods replaced, 13 added\n"))
       << plain.out;
   EXPECT_EQ(plain.out.find('\x1b'), plain.out.npos);
   EXPECT_EQ(plain.out.find("icon colour"), plain.out.npos);
@@ -238,7 +239,7 @@ TEST_F(Inspect, PlainOutputIsATable) {
 TEST_F(Inspect, AnExtensionsOutputStaysApart) {
   const auto outcome = varnix({"inspect", "--json", "--bundle", "a", "--load", VARNIX_SHOW_DYE});
   EXPECT_EQ(outcome.status, 0) << outcome.error;
-  EXPECT_EQ(Json::parse(outcome.out)["installed"].size(), 12U);
+  EXPECT_EQ(Json::parse(outcome.out)["installed"].size(), 21U);
   EXPECT_NE(outcome.error.find("dye #de3027ff"), outcome.error.npos);
   EXPECT_NE(outcome.error.find("dye #007affff"), outcome.error.npos);
 }

@@ -31,6 +31,15 @@ TEST_F(Run, TraceShowsEveryChangeInOrder) {
             "add  -[UIColor setIsVarnixColor:] v@:B\n"
             "add  -[UIColor isVarnixAlbumColor] B@:\n"
             "add  -[UIColor setIsVarnixAlbumColor:] v@:B\n"
+            "add  -[UIColor hue] d@:\n"
+            "add  -[UIColor saturation] d@:\n"
+            "add  -[UIColor brightness] d@:\n"
+            "add  -[UIColor alpha] d@:\n"
+            "add  +[UIColor yComponentFromColor:] f@:@\n"
+            "add  +[UIColor uComponentFromColor:] f@:@\n"
+            "add  +[UIColor vComponentFromColor:] f@:@\n"
+            "add  +[UIColor YUVSpaceDistanceToColor:fromColor:] f@:@@\n"
+            "add  +[UIColor YUVSpaceSquareDistanceToColor:fromColor:] f@:@@\n"
             "hook -[UIStatusBarNewUIStyleAttributes "
             "initWithRequest:backgroundColor:foregroundColor:]\n"
             "hook -[UIView tintColor]\n"
@@ -73,10 +82,10 @@ TEST_F(Run, AnythingMayBeMissing) {
   EXPECT_EQ(outcome.out.find("hook -[UIView tintColor]"), outcome.out.npos) << outcome.out;
   EXPECT_EQ(outcome.out.find("hook -[UIKeyboard "), outcome.out.npos) << outcome.out;
   EXPECT_NE(outcome.out.find("hook -[UIView setTintColor:]"), outcome.out.npos) << outcome.out;
-  outcome = trace({"CFLog"});
+  outcome = trace({"NSLog"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(lines(outcome.error), 1) << outcome.error;
-  EXPECT_NE(outcome.error.find("CFLog"), outcome.error.npos) << outcome.error;
+  EXPECT_NE(outcome.error.find("NSLog"), outcome.error.npos) << outcome.error;
   outcome = trace({"UISwitch._noSuchVariable"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error, "varnix: the class has no such variable: UISwitch._noSuchVariable\n");

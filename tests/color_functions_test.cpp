@@ -58,10 +58,7 @@ class ColorFunctions : public PlainAnalysis {
     MSHookMessageEx(objc_getClass("UIColor"), "getHue:saturation:brightness:alpha:"_sel,
                     reinterpret_cast<IMP>(&answerNo), &ignored);
   }
-  static std::array<CGFloat, 4> hsb(UIColor* color) {
-    return {send<CGFloat>(color, "hue"_sel), send<CGFloat>(color, "saturation"_sel),
-            send<CGFloat>(color, "brightness"_sel), send<CGFloat>(color, "alpha"_sel)};
-  }
+  static std::array<CGFloat, 4> hsb(UIColor* color) { return hsbOf(color); }
 
   static UIImage* image(unsigned width, unsigned height, std::vector<std::uint8_t> rgba) {
     return platformImage(Picture{"", width, height, std::move(rgba)});
@@ -106,7 +103,7 @@ TEST_F(ColorFunctions, DarkenLowersBrightnessAndRaisesSaturation) {
     EXPECT_EQ(askedHsb[1], saturation * CGFloat{c.saturating}) << c.amount;
     EXPECT_EQ(askedHsb[2], brightness * CGFloat{c.dimming}) << c.amount;
     EXPECT_EQ(askedHsb[3], alpha);
-    EXPECT_NEAR(send<CGFloat>(found, "brightness"_sel), askedHsb[2], kRounding) << c.amount;
+    EXPECT_NEAR(hsbOf(found)[2], askedHsb[2], kRounding) << c.amount;
   }
 }
 
@@ -143,7 +140,7 @@ TEST_F(ColorFunctions, AverageOfOneColorIsThatColor) {
     EXPECT_NEAR(color.green, 100 / 255.0, kRounding) << width;
     EXPECT_NEAR(color.blue, 51 / 255.0, kRounding) << width;
     EXPECT_FALSE(color.isGrey);
-    EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 1) << width;
+    EXPECT_EQ(hsbOf(found)[3], 1) << width;
   }
 }
 
@@ -161,7 +158,7 @@ TEST_F(ColorFunctions, AverageIsMultipliedByAlphaTwice) {
   EXPECT_NEAR(color.red, 0.25, 0.01);
   EXPECT_EQ(color.green, 0);
   EXPECT_EQ(color.blue, 0);
-  EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), static_cast<CGFloat>(128 / 255.0));
+  EXPECT_EQ(hsbOf(found)[3], static_cast<CGFloat>(128 / 255.0));
 }
 
 TEST_F(ColorFunctions, AverageOfNothingIsTransparentBlack) {
@@ -170,7 +167,7 @@ TEST_F(ColorFunctions, AverageOfNothingIsTransparentBlack) {
     UIColor* found = averageColor(nothing);
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(componentsOf(found), (Color{0, 0, 0}));
-    EXPECT_EQ(send<CGFloat>(found, "alpha"_sel), 0);
+    EXPECT_EQ(hsbOf(found)[3], 0);
   }
 }
 
@@ -185,20 +182,6 @@ TEST_F(ColorFunctions, AverageIsUnderTheColorsOfPictures) {
     EXPECT_NEAR(found.green * 255, sums[1] / count, 1) << picture.name;
     EXPECT_NEAR(found.blue * 255, sums[2] / count, 1) << picture.name;
   }
-}
-
-TEST_F(ColorFunctions, ComponentsOfColors) {
-  using Hsb = std::array<CGFloat, 4>;
-  EXPECT_EQ(hsb(test::rgb(0, 0, 1)), (Hsb{4.0 / 6, 1, 1, 1}));
-  EXPECT_EQ(hsb(UIColor::colorWithRed(0.5, 0.25, 0.25, 0.125)), (Hsb{0, 0.5, 0.5, 0.125}));
-  EXPECT_EQ(hsb(UIColor::whiteColor()), (Hsb{0, 0, 1, 1}));
-  EXPECT_EQ(hsb(nullptr), (Hsb{}));
-}
-
-TEST_F(ColorFunctions, AColorWithoutHsbHasNoComponents) {
-  UIColor* color = test::rgb(0.2, 0.4, 0.6);
-  leaveColorsWithoutHsb();
-  EXPECT_EQ(hsb(color), (std::array<CGFloat, 4>{}));
 }
 
 TEST_F(ColorFunctions, SquaredDistancesOfWholeNumbers) {
@@ -216,15 +199,6 @@ TEST_F(ColorFunctions, SquaredDistancesWrapAround) {
   constexpr NSUInteger kRoot = NSUInteger{1} << sizeof(NSUInteger) * 4;
   EXPECT_EQ(squareDistance({kRoot, 0, 0}, {0, 3, 0}), 9U);
   EXPECT_EQ(squareDistance({0, 0, 0}, {kMost, kMost, kMost}), 3U);
-}
-
-TEST_F(ColorFunctions, MethodsHaveTheirEncodings) {
-  Class color = objc_getClass("UIColor");
-  for (const char* name : {"hue", "saturation", "brightness", "alpha"}) {
-    objc_method* method = class_getInstanceMethod(color, sel_registerName(name));
-    ASSERT_NE(method, nullptr) << name;
-    EXPECT_EQ(method_getTypeEncoding(method), nativeEncoding("d@:")) << name;
-  }
 }
 
 }  // namespace

@@ -42,13 +42,13 @@ TEST_F(IconFunction, IsTheFallbackItselfWithoutIdentifierOrIcon) {
   EXPECT_EQ(iconColor("com.example.none"_ns, nullptr, nullptr), nullptr);
 }
 
-objc::Hook<UIColor*(Class, CGFloat, CGFloat, CGFloat, CGFloat)> withRed;
+objc::Hook<UIColor::colorWithRed> withRed;
 UIColor* noColor(Class, SEL, CGFloat, CGFloat, CGFloat, CGFloat) { return nullptr; }
 
 TEST_F(IconFunction, IsNilAndNotTheFallbackWhereTheImageHasNoColor) {
   UIColor* fallback = rgb(0, 1, 0);
   // Neither the picker nor the average can make a colour now.
-  withRed.install(objc_getMetaClass("UIColor"), "colorWithRed:green:blue:alpha:"_sel, &noColor);
+  withRed.install<&noColor>(objc_getMetaClass("UIColor"), UIColor::colorWithRed);
   send<void>(UIApplication::sharedApplication(), "setApplicationState:"_sel, NSInteger{2});
   EXPECT_EQ(iconColor("com.example.mail"_ns, fallback, nullptr), nullptr);
 }

@@ -252,8 +252,8 @@ TEST(Image, KeepsItsBytesAsTheyWereGiven) {
       createImage(bytes, {.width = 2, .height = 4, .info = kCGImageAlphaLast, .bytesPerRow = 10}));
   const auto copy = Strong<NSData>::adopt(CGDataProviderCopyData(CGImageGetDataProvider(image)));
   ASSERT_NE(copy, nullptr);
-  const auto* at = static_cast<const std::uint8_t*>(copy->bytes());
-  EXPECT_EQ(Bytes(at, at + copy->length()), bytes);
+  const auto* at = static_cast<const std::uint8_t*>(send(copy, NSData::bytes));
+  EXPECT_EQ(Bytes(at, at + send(copy, NSData::length)), bytes);
 }
 
 TEST(Image, OutlivesWhatItWasMadeOf) {
@@ -308,7 +308,9 @@ TEST(Provider, HoldsItsData) {
   const objc::AutoreleasePool pool;
   const auto copy = Strong<NSData>::adopt(CGDataProviderCopyData(provider));
   CGDataProviderRelease(provider);
-  EXPECT_EQ(std::string(static_cast<const char*>(copy->bytes()), copy->length()), "abc");
+  EXPECT_EQ(
+      std::string(static_cast<const char*>(send(copy, NSData::bytes)), send(copy, NSData::length)),
+      "abc");
 }
 
 TEST(Provider, IsNoneForNil) {

@@ -13,9 +13,9 @@ class DateFormatter : public testing::Test {
  protected:
   DateFormatter() { formatter = make<NSDateFormatter>("NSDateFormatter"); }
   std::string written(const char* format, double seconds) {
-    formatter->setDateFormat(string(format));
+    send(formatter, NSDateFormatter::setDateFormat, string(format));
     auto* date = NSDate::dateWithTimeIntervalSinceReferenceDate(seconds);
-    NSString* text = formatter->stringFromDate(date);
+    NSString* text = send(formatter, NSDateFormatter::stringFromDate, date);
     return text == nullptr ? "nil" : std::string(host::text(text));
   }
 
@@ -36,9 +36,9 @@ TEST_F(DateFormatter, WritesTheFieldsOfAPattern) {
 TEST_F(DateFormatter, BeginsAYearInItsTimeZone) {
   EXPECT_EQ(written("yyyy", 0), "2001");
   EXPECT_EQ(written("yyyy", -0.5), "2000");
-  formatter->setTimeZone(NSTimeZone::timeZoneForSecondsFromGMT(-3600));
+  send(formatter, NSDateFormatter::setTimeZone, NSTimeZone::timeZoneForSecondsFromGMT(-3600));
   EXPECT_EQ(written("yyyy HH", 0), "2000 23");
-  formatter->setTimeZone(nullptr);
+  send(formatter, NSDateFormatter::setTimeZone, nullptr);
   host::setLocalTimeZone(-7200);
   EXPECT_EQ(written("yyyy HH", 0), "2000 22");
   EXPECT_EQ(NSTimeZone::timeZoneForSecondsFromGMT(19 * 3600), nullptr);
@@ -47,22 +47,23 @@ TEST_F(DateFormatter, BeginsAYearInItsTimeZone) {
 TEST_F(DateFormatter, CountsYearsInItsLocalesCalendar) {
   host::setUserLocale("th_TH@calendar=buddhist");
   EXPECT_EQ(written("yyyy", 0), "2544");
-  formatter->setLocale(NSLocale::localeWithLocaleIdentifier("en_US_POSIX"_ns));
+  send(formatter, NSDateFormatter::setLocale,
+       NSLocale::localeWithLocaleIdentifier("en_US_POSIX"_ns));
   EXPECT_EQ(written("yyyy", 0), "2001");
 }
 
 TEST_F(DateFormatter, WritesNothingForWhatNoCalendarHas) {
   for (double seconds : {1e300, -1e300, std::nan(""), 1e12, static_cast<double>(INFINITY)})
     EXPECT_EQ(written("yyyy", seconds), "nil") << seconds;
-  EXPECT_EQ(formatter->stringFromDate(nullptr), nullptr);
+  EXPECT_EQ(send(formatter, NSDateFormatter::stringFromDate, nullptr), nullptr);
 }
 
 TEST(Clock, GoesOnUnlessItIsStopped) {
   const objc::AutoreleasePool pool;
   host::setClock(42);
-  EXPECT_EQ(NSDate::date()->timeIntervalSinceReferenceDate(), 42);
+  EXPECT_EQ(send(NSDate::date(), NSDate::timeIntervalSinceReferenceDate), 42);
   host::setClock(std::nullopt);
-  const double now = NSDate::date()->timeIntervalSinceReferenceDate();
+  const double now = send(NSDate::date(), NSDate::timeIntervalSinceReferenceDate);
   constexpr double kFirstOf2001 = 978307200;
   EXPECT_NEAR(now, static_cast<double>(std::time(nullptr)) - kFirstOf2001, 5);
 }

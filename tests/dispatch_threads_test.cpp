@@ -17,6 +17,7 @@
 #include "objc/autorelease_pool.h"
 #include "objc/define.h"
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Balloons of Messages, links of Instagram, text colours of the Twitter client.
-#include "objc/ivar.h"
 #include "platform/ChatKit.h"
+#include "runtime/instance_variable.h"
 #include "support/springboard.h"
 
 namespace {
@@ -26,8 +26,8 @@ class Apps : public test::SpringBoard {
     auto gradient = framed("CKGradientView");
     auto* colors = send<NSArray*>(gradient, "colors"_sel);
     Lines lines;
-    for (NSUInteger i = 0; i < colors->count(); ++i)
-      lines.push_back(hex(static_cast<UIColor*>(colors->objectAtIndex(i))));
+    for (NSUInteger i = 0; i < send(colors, NSArray::count); ++i)
+      lines.push_back(hex(static_cast<UIColor*>(send(colors, NSArray::objectAtIndex, i))));
     return lines;
   }
   static void answerNil(const char* selector) {

@@ -92,7 +92,7 @@ Lines expectedWrites(const Surface& surface, const Situation& s) {
 enum class NowPlaying { controller, classAlone, nothing };
 
 bool noImportantColor = false;
-objc::Hook<UIColor*(Class, CGFloat, CGFloat, CGFloat, CGFloat)> colorWithHue;
+objc::Hook<UIColor::colorWithHue> colorWithHue;
 UIColor* perhapsColor(Class self, SEL cmd, CGFloat hue, CGFloat saturation, CGFloat brightness,
                       CGFloat alpha) {
   if (noImportantColor) return nullptr;
@@ -110,8 +110,7 @@ TEST_P(Backdrop, FollowsTheTable) {
   if (has == NowPlaying::classAlone) loadNowPlaying();
   load();
   recordSettings();
-  colorWithHue.install(objc_getMetaClass("UIColor"),
-                       "colorWithHue:saturation:brightness:alpha:"_sel, &perhapsColor);
+  colorWithHue.install<&perhapsColor>(objc_getMetaClass("UIColor"), UIColor::colorWithHue);
 
   Surface surfaces[] = {
       {"cc", "0.6", true, [this] { send<void>(controlCenter(), "colorBackdrop"_sel); }},

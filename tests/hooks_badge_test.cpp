@@ -8,31 +8,10 @@
 
 namespace {
 
-constexpr const char* kAccessoryImage = "SBIconAccessoryImage";
-bool hidesAccessoryImage = false;
-int accessoryImageLookUps = 0;
-
-}  // namespace
-
-/// The system's own header has other names for what platform/dlfcn.h declares.
-extern "C" void* dlsym(void* handle, const char* name);
-
-/// Found before the run-time's own by everything in this process.
-extern "C" Class objc_getClass(const char* name) {
-  constexpr std::intptr_t kNext = -1;
-  static auto* next = reinterpret_cast<decltype(&objc_getClass)>(
-      dlsym(reinterpret_cast<void*>(kNext), "objc_getClass"));
-  if (name != nullptr && std::strcmp(name, kAccessoryImage) == 0) {
-    ++accessoryImageLookUps;
-    if (hidesAccessoryImage) return nullptr;
-  }
-  return next(name);
-}
-
-namespace {
-
 using namespace test;
 using Lines = std::vector<std::string>;
+
+constexpr const char* kAccessoryImage = "SBIconAccessoryImage";
 
 const std::string kGlobal = stringEntry("global_color", "#336699");
 
@@ -208,22 +187,36 @@ TEST_F(Badge, IsEmptyWhereThePlatformHasNone) {
   EXPECT_EQ(bitmapOf(badge), nullptr);
 }
 
-TEST_F(Badge, IsNoneWithoutItsClassWhichIsLookedUpAgain) {
+TEST_F(Badge, StaysThePlatformsWithoutItsClass) {
+  settings(kGlobal);
+  startSpringBoard({kAccessoryImage});
+  UIImage* before = checkout();
+  load();
+  ASSERT_NE(before, nullptr);
+  EXPECT_EQ(checkout(), before);
+  EXPECT_EQ(passedOver(), Lines{"+[SBIconBadgeView _checkoutBackgroundImage]: "
+                                "no -[SBIconAccessoryImage initWithImage:]"});
+}
+
+TEST_F(Badge, CarriesTheKeyOfTheOneThatItReplaces) {
   badges(kGlobal);
-  hidesAccessoryImage = true;
-  for (int i = 0; i < 3; ++i) {
-    accessoryImageLookUps = 0;
-    EXPECT_EQ(checkout(), nullptr);
-    EXPECT_EQ(accessoryImageLookUps, 1);
-  }
-  hidesAccessoryImage = false;
-  accessoryImageLookUps = 0;
-  ASSERT_NE(checkout(), nullptr);
-  EXPECT_EQ(accessoryImageLookUps, 1);
-  // What was found is kept.
-  hidesAccessoryImage = true;
-  ASSERT_NE(checkout(), nullptr);
-  EXPECT_EQ(accessoryImageLookUps, 1);
+  auto keyOf = [](UIImage* image) {
+    return send(static_cast<SBIconAccessoryImage*>(image), SBIconAccessoryImage::countedMapKey);
+  };
+  ASSERT_NE(keyOf(platformBadge), nullptr);
+  EXPECT_EQ(keyOf(checkout()), keyOf(platformBadge));
+}
+
+TEST_F(Badge, HasNoKeyWhereTheReplacedOneKnowsNone) {
+  settings(kGlobal);
+  startSpringBoard();
+  platformBadge = checkout();
+  platformBadge = UIImage::imageWithCGImage(bitmapOf(platformBadge));
+  replaceBadge();
+  load();
+  auto* badge = static_cast<SBIconAccessoryImage*>(checkout());
+  ASSERT_NE(badge, nullptr);
+  EXPECT_EQ(send(badge, SBIconAccessoryImage::countedMapKey), nullptr);
 }
 
 }  // namespace

@@ -106,14 +106,16 @@ class Questions : public Centers {
   struct Outermost;
   template <objc::FixedString Name, class R>
   struct Outermost<Name, R()> {
-    static void install(Class cls) { hook.install(cls, objc::Selector<Name>::get(), &noted); }
+    static void install(Class cls) {
+      hook.template install<&noted>(cls, objc::Selector<Name>::get());
+    }
     static R noted(NSObject* self, SEL command) {
       if (depth++ == 0) calls().emplace_back(Name.text);
       R result = hook.original(self, command);
       --depth;
       return result;
     }
-    static inline constinit objc::Hook<R(NSObject*)> hook;
+    static inline constinit objc::Hook<objc::Message<NSObject, Name, R()>{}> hook;
   };
 };
 

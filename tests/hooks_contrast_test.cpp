@@ -11,23 +11,23 @@ class Contrast : public Centers {};
 
 /// What a contrast change hands on to the platform.
 NSObject* handedOn = nullptr;
-template <int Slot>
+template <auto Declared>
 struct ContrastChange {
-  static void install(Class cls, SEL selector) { hook.install(cls, selector, &noted); }
-  static void noted(NSObject* self, SEL command, NSObject* notification) {
+  static void install(Class cls) { hook.template install<&noted>(cls, Declared); }
+  static void noted(typename decltype(Declared)::Class* self, SEL command, NSObject* notification) {
     handedOn = notification;
     hook.original(self, command, notification);
   }
-  static inline constinit objc::Hook<void(NSObject*, NSObject*)> hook;
+  static inline constinit objc::Hook<Declared> hook;
 };
 
 TEST_F(Contrast, AContrastChangeIsHandedOn) {
   settings("");
   startSpringBoard();
-  ContrastChange<0>::install(objc_getClass(kControlCenter),
-                             "_accessibilityBackgroundContrastDidChange:"_sel);
-  ContrastChange<1>::install(objc_getClass(kNotificationCenter),
-                             "_backgroundContrastDidChange:"_sel);
+  ContrastChange<SBControlCenterContentContainerView::contrastDidChange>::install(
+      objc_getClass(kControlCenter));
+  ContrastChange<SBNotificationCenterViewController::contrastDidChange>::install(
+      objc_getClass(kNotificationCenter));
   load();
   NSObject* first = string("first");
   send<void>(controlCenter(), "_accessibilityBackgroundContrastDidChange:"_sel, first);

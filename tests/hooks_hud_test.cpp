@@ -1,7 +1,7 @@
 // The volume HUD: tinted at each layout, and at no other time.
 #include <algorithm>
 
-#include "objc/ivar.h"
+#include "runtime/instance_variable.h"
 #include "support/pictures.h"
 #include "support/springboard.h"
 

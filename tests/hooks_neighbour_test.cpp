@@ -46,7 +46,7 @@ class Neighbours : public Hosted {
     int& viewTints = counter("neighbour_viewTints");
     int& sliderTints = counter("neighbour_sliderTints");
     viewTints = sliderTints = 0;
-    const std::string color = hex(make<UIView>(className)->tintColor());
+    const std::string color = hex(send(make<UIView>(className), UIView::tintColor));
     return {color, viewTints, sliderTints};
   }
   static int layoutsSeenOf(const char* className) {

@@ -20,7 +20,7 @@ std::vector<Posted> posted;
 
 struct Listener : NSObject {
   void heard(NSObject* notification) {
-    posted.push_back({send<NSString*>(notification, "name"_sel)->UTF8String(),
+    posted.push_back({send(send<NSString*>(notification, "name"_sel), NSString::UTF8String),
                       send<NSObject*>(notification, "object"_sel),
                       send<NSObject*>(notification, "userInfo"_sel), std::this_thread::get_id()});
   }
@@ -35,8 +35,8 @@ namespace {
 
 NSObject* startedController = nullptr;
 int startedCount = 0;
-objc::Hook<void(NSObject*)> startUpdating;
-void noteStart(NSObject* self, SEL cmd) {
+objc::Hook<MPUNowPlayingController::startUpdating> startUpdating;
+void noteStart(MPUNowPlayingController* self, SEL cmd) {
   startedController = self;
   ++startedCount;
   startUpdating.original(self, cmd);
@@ -47,15 +47,16 @@ class NowPlaying : public test::SpringBoard {
   /// To every name, so that nothing else is posted unheard.
   static void listen() {
     static auto listener = Strong<NSObject>::retain(make<NSObject>("TestTrackListener"));
-    NSNotificationCenter::defaultCenter()->addObserver(listener, "heard:"_sel, nullptr, nullptr);
+    send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, listener,
+         "heard:"_sel, nullptr, nullptr);
   }
   void springBoardWithTrack(bool albumArt) {
     installNowPlaying();
     settings(boolEntry("use_album_art", albumArt));
     startSpringBoard();
     loadNowPlaying();
-    startUpdating.install(objc_getClass("MPUNowPlayingController"), "startUpdating"_sel,
-                          &noteStart);
+    startUpdating.install<&noteStart>(objc_getClass("MPUNowPlayingController"),
+                                      MPUNowPlayingController::startUpdating);
     load();
     listen();
   }

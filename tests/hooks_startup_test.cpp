@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "support/encodings.h"
 #include "support/springboard.h"
 
 namespace {
@@ -102,7 +103,20 @@ class Startup : public test::SpringBoard {
     return {"add -[UIColor isVarnixColor] B@:", "add -[UIColor setIsVarnixColor:] v@:B",
             "add -[UIColor isVarnixAlbumColor] B@:", "add -[UIColor setIsVarnixAlbumColor:] v@:B"};
   }
-  static Lines everything() { return marks() + interfaceGroup(); }
+  static Lines measures() {
+    const std::string number = nativeEncoding("d@:");
+    Lines lines;
+    for (const char* name : {"hue", "saturation", "brightness", "alpha"})
+      lines.push_back("add -[UIColor " + std::string(name) + "] " + number);
+    for (const char* name : {"y", "u", "v"})
+      lines.push_back("add +[UIColor " + std::string(name) + "ComponentFromColor:] f@:@");
+    for (const char* name : {"", "Square"}) {
+      lines.push_back("add +[UIColor YUVSpace" + std::string(name) +
+                      "DistanceToColor:fromColor:] f@:@@");
+    }
+    return lines;
+  }
+  static Lines everything() { return marks() + measures() + interfaceGroup(); }
   static std::vector<Process> processes() {
     return {{"com.apple.springboard", ProcessKind::springboard, everything() + springBoardGroup(),
              kSpringBoard},
@@ -182,12 +196,12 @@ Lines* order = nullptr;
 
 template <objc::FixedString Name, class... A>
 struct Noted {
-  static inline constinit objc::Hook<NSObject*(NSObject*, A...)> hook;
+  static inline constinit objc::Hook<objc::Message<NSObject, Name, NSObject*(A...)>{}> hook;
   static NSObject* note(NSObject* self, SEL cmd, A... arguments) {
     order->emplace_back(Name.text);
     return hook.original(self, cmd, arguments...);
   }
-  static void install(Class cls) { hook.install(cls, objc::Selector<Name>::get(), &note); }
+  static void install(Class cls) { hook.template install<&note>(cls, objc::Selector<Name>::get()); }
 };
 
 TEST_F(Startup, ListensToTheTrackBeforeSpringBoardsGroup) {
@@ -234,14 +248,14 @@ TEST_F(Startup, InstallsItInAProcessWithoutABundle) {
   start({});
   load();
   EXPECT_EQ(installed, everything());
-  EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), "#de3027ff");
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), "#de3027ff");
 }
 
 TEST_F(Startup, SwitchedOffOnlyMarksAndManagesColors) {
   application("<key>enabled</key><false/>");
   EXPECT_EQ(installed, marks());
   EXPECT_EQ(log(), Lines());
-  EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), "#007affff");
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), "#007affff");
   EXPECT_EQ(hex(send<UIColor*>(manager(), "dye"_sel)), "#de3027ff");
 }
 
@@ -285,7 +299,7 @@ TEST_F(Startup, AHiddenUIViewSkipsTheGroupSilently) {
   settings("");
   start("com.example.app", host::ProcessKind::application, {}, {"UIView"});
   load();
-  EXPECT_EQ(installed, marks());
+  EXPECT_EQ(installed, marks() + measures());
   EXPECT_EQ(log(), Lines());
 }
 
@@ -316,7 +330,8 @@ TEST_F(Startup, WithoutViewsTheOtherGroupsAreStillInstalled) {
       settings("");
       start(process.bundle, process.kind, {}, {"UIView"});
       load();
-      process.installed.erase(process.installed.begin() + 4, process.installed.begin() + 12);
+      const auto group = process.installed.begin() + 4 + 9;
+      process.installed.erase(group, group + 8);
       EXPECT_EQ(installed, process.installed);
       EXPECT_EQ(log(), Lines());
       return !HasFailure();
@@ -358,7 +373,7 @@ TEST_F(Startup, AHiddenUIColorGetsNoMarks) {
   settings("");
   start("com.example.app", host::ProcessKind::application, {}, {"UIColor"});
   load();
-  EXPECT_EQ(installed.size(), everything().size() - 4);
+  EXPECT_EQ(installed.size(), everything().size() - 4 - 9);
 }
 
 TEST_F(Startup, TheLibrarysClassesExistInAProcessThatIsNotDyed) {

@@ -24,7 +24,7 @@ class Tint : public Hosted {
 
 TEST_F(Tint, ApplicationViewAnswersTheDye) {
   application(kGlobal);
-  EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), kDyed);
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), kDyed);
 }
 
 TEST_F(Tint, EveryKindOfViewAnswersTheDyeInApplications) {
@@ -32,19 +32,19 @@ TEST_F(Tint, EveryKindOfViewAnswersTheDyeInApplications) {
   for (const char* name :
        {"UIButton", "UILabel", "UINavigationBar", "UITabBar", "UISegment", "UISegmentedControl"}) {
     auto* view = make<UIView>(name);
-    view->setTintColor(rgb(0, 0, 1));
-    EXPECT_EQ(hex(view->tintColor()), kDyed) << name;
+    send(view, UIView::setTintColor, rgb(0, 0, 1));
+    EXPECT_EQ(hex(send(view, UIView::tintColor)), kDyed) << name;
   }
 }
 
 TEST_F(Tint, ApplicationSetterStoresTheDyeExceptOnSegments) {
   application(kGlobal);
   auto* view = make<UIView>("UIView");
-  view->setTintColor(rgb(0, 0, 1));
+  send(view, UIView::setTintColor, rgb(0, 0, 1));
   EXPECT_EQ(hex(stored(view)), kDyed);
   for (const char* name : {"UISegment", "UISegmentedControl"}) {
     auto* segment = make<UIView>(name);
-    segment->setTintColor(rgb(0, 0, 1));
+    send(segment, UIView::setTintColor, rgb(0, 0, 1));
     EXPECT_EQ(hex(stored(segment)), "#0000ffff") << name;
   }
 }
@@ -52,27 +52,27 @@ TEST_F(Tint, ApplicationSetterStoresTheDyeExceptOnSegments) {
 TEST_F(Tint, ASetterGivenNilStillStoresTheDye) {
   application(kGlobal);
   auto* view = make<UIView>("UIView");
-  view->setTintColor(nullptr);
+  send(view, UIView::setTintColor, nullptr);
   EXPECT_EQ(hex(stored(view)), kDyed);
 }
 
 TEST_F(Tint, SpringBoardGetterSparesSegments) {
   springBoard(kGlobal);
-  EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), kDyed);
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), kDyed);
   for (const char* name : {"UISegment", "UISegmentedControl"}) {
     auto* segment = make<UIView>(name);
-    EXPECT_EQ(hex(segment->tintColor()), "#007affff") << name;
-    segment->setTintColor(rgb(1, 0, 0));
-    EXPECT_EQ(hex(segment->tintColor()), "#ff0000ff") << name;
+    EXPECT_EQ(hex(send(segment, UIView::tintColor)), "#007affff") << name;
+    send(segment, UIView::setTintColor, rgb(1, 0, 0));
+    EXPECT_EQ(hex(send(segment, UIView::tintColor)), "#ff0000ff") << name;
   }
 }
 
 TEST_F(Tint, SpringBoardSetterChangesNothing) {
   springBoard(kGlobal);
   auto* view = make<UIView>("UIView");
-  view->setTintColor(rgb(1, 0, 0));
+  send(view, UIView::setTintColor, rgb(1, 0, 0));
   EXPECT_EQ(hex(stored(view)), "#ff0000ff");
-  view->setTintColor(nullptr);
+  send(view, UIView::setTintColor, nullptr);
   EXPECT_EQ(stored(view), nullptr);
 }
 
@@ -84,45 +84,45 @@ TEST_F(Tint, WithoutASegmentClassNoViewIsASegment) {
   load();
   auto* raw = send<NSObject*>(send<NSObject*>(segment, "alloc"_sel), "init"_sel);
   auto* view = static_cast<UIView*>(objc_autorelease(raw));
-  EXPECT_EQ(hex(view->tintColor()), kDyed);
-  EXPECT_EQ(hex(make<UIView>("UISegmentedControl")->tintColor()), "#007affff");
+  EXPECT_EQ(hex(send(view, UIView::tintColor)), kDyed);
+  EXPECT_EQ(hex(send(make<UIView>("UISegmentedControl"), UIView::tintColor)), "#007affff");
 }
 
 TEST_F(Tint, TintFollowsTheSettingsAtTheNextQuestion) {
   application(kGlobal);
   auto* view = make<UIView>("UIView");
-  EXPECT_EQ(hex(view->tintColor()), kDyed);
+  EXPECT_EQ(hex(send(view, UIView::tintColor)), kDyed);
   auto* manager = test::manager();
   NSObject* store = send<NSObject*>(manager, "prefsMan"_sel);
   settings("<key>global_color</key><string>#445566</string>");
   send<void>(store, "notifyEveryone"_sel);
-  EXPECT_TRUE(eventually([&] { return hex(view->tintColor()) == "#445566ff"; }));
+  EXPECT_TRUE(eventually([&] { return hex(send(view, UIView::tintColor)) == "#445566ff"; }));
 }
 
 TEST_F(Tint, SwitchStoresTheDyeAsItsOnTint) {
   application(kGlobal);
   auto* toggle = make<UISwitch>("UISwitch");
-  toggle->setOnTintColor(rgb(1, 0, 0));
+  send(toggle, UISwitch::setOnTintColor, rgb(1, 0, 0));
   EXPECT_EQ(hex(send<UIColor*>(toggle, "onTintColor"_sel)), kDyed);
 }
 
 TEST_F(Tint, SwitchStoresNoTint) {
   application(kGlobal);
   auto* toggle = make<UISwitch>("UISwitch");
-  toggle->setTintColor(rgb(1, 0, 0));
-  EXPECT_EQ(toggle->tintColor(), nullptr);
+  send(toggle, UIView::setTintColor, rgb(1, 0, 0));
+  EXPECT_EQ(send(toggle, UIView::tintColor), nullptr);
 }
 
 TEST_F(Tint, SwitchLayoutClearsWhatTheApplicationSetBefore) {
   settings(kGlobal);
   start("com.example.app");
   auto* toggle = make<UISwitch>("UISwitch");
-  toggle->setTintColor(rgb(1, 0, 0));
-  toggle->setOnTintColor(rgb(1, 0, 0));
+  send(toggle, UIView::setTintColor, rgb(1, 0, 0));
+  send(toggle, UISwitch::setOnTintColor, rgb(1, 0, 0));
   load();
-  EXPECT_EQ(hex(toggle->tintColor()), "#ff0000ff");
+  EXPECT_EQ(hex(send(toggle, UIView::tintColor)), "#ff0000ff");
   send<void>(toggle, "layoutSubviews"_sel);
-  EXPECT_EQ(toggle->tintColor(), nullptr);
+  EXPECT_EQ(send(toggle, UIView::tintColor), nullptr);
   EXPECT_EQ(hex(send<UIColor*>(toggle, "onTintColor"_sel)), kDyed);
 }
 
@@ -154,7 +154,7 @@ TEST_F(Tint, SwitchesAreDyedInSpringBoardToo) {
   auto* toggle = make<UISwitch>("UISwitch");
   send<void>(toggle, "layoutSubviews"_sel);
   EXPECT_EQ(hex(send<UIColor*>(toggle, "onTintColor"_sel)), kDyed);
-  EXPECT_EQ(toggle->tintColor(), nullptr);
+  EXPECT_EQ(send(toggle, UIView::tintColor), nullptr);
 }
 
 TEST_F(Tint, StatusBarForegroundTakesItsColorInApplications) {
@@ -200,8 +200,8 @@ TEST_F(Tint, NoColorFromTheManagerIsHandedOnAsNil) {
   class_replaceMethod(cls, sel_registerName("dye"), reinterpret_cast<IMP>(none), "@@:");
   class_replaceMethod(cls, sel_registerName("statusBarDye"), reinterpret_cast<IMP>(none), "@@:");
   auto* view = make<UIView>("UIView");
-  EXPECT_EQ(view->tintColor(), nullptr);
-  view->setTintColor(rgb(1, 0, 0));
+  EXPECT_EQ(send(view, UIView::tintColor), nullptr);
+  send(view, UIView::setTintColor, rgb(1, 0, 0));
   EXPECT_EQ(stored(view), nullptr);
   EXPECT_EQ(foreground(statusBar(nullptr, rgb(1, 0, 0), nullptr)), "nil");
 }

@@ -34,13 +34,13 @@ int deallocated = 0;
 template <int Slot>
 struct Dealloc {
   static void install(const char* name) {
-    hook.install(objc_getClass(name), "dealloc"_sel, &noted);
+    hook.template install<&noted>(objc_getClass(name), NSObject::dealloc);
   }
   static void noted(NSObject* self, SEL command) {
     ++deallocated;
     hook.original(self, command);
   }
-  static inline constinit objc::Hook<void(NSObject*)> hook;
+  static inline constinit objc::Hook<NSObject::dealloc> hook;
 };
 
 TEST_F(Track, NobodyIsToldAfterItsEnd) {
@@ -79,11 +79,12 @@ TEST_F(Track, ItsEndEndsEveryObservation) {
   {
     objc::AutoreleasePool pool;
     auto center = makeControlCenter();
-    NSNotificationCenter::defaultCenter()->addObserver(center, "_updateBackground"_sel,
-                                                       string("another"), nullptr);
+    send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, center,
+         "_updateBackground"_sel, string("another"), nullptr);
   }
   EXPECT_EQ(deallocated, 1);
-  NSNotificationCenter::defaultCenter()->postNotificationName(string("another"), nullptr);
+  send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::postNotificationName,
+       string("another"), nullptr);
   EXPECT_EQ(calls(), Lines());
 }
 

@@ -105,10 +105,10 @@ class KeyedArchive : public test::Hosted {
   void archive(NSObject* root) {
     NSData* data = NSKeyedArchiver::archivedDataWithRootObject(root);
     ASSERT_NE(data, nullptr);
-    ASSERT_EQ(std::memcmp(data->bytes(), "bplist00", 8), 0);
+    ASSERT_EQ(std::memcmp(send(data, NSData::bytes), "bplist00", 8), 0);
     plist_t parsed = nullptr;
-    plist_from_bin(static_cast<const char*>(data->bytes()),
-                   static_cast<std::uint32_t>(data->length()), &parsed);
+    plist_from_bin(static_cast<const char*>(send(data, NSData::bytes)),
+                   static_cast<std::uint32_t>(send(data, NSData::length)), &parsed);
     tree.reset(parsed);
     ASSERT_NE(tree, nullptr);
   }
@@ -215,7 +215,7 @@ TEST_F(KeyedArchive, BringsColorsBack) {
     NSObject* back = roundTrip(color);
     ASSERT_NE(back, nullptr);
     EXPECT_NE(back, color);
-    EXPECT_TRUE(back->isEqual(color));
+    EXPECT_TRUE(send(back, NSObject::isEqual, color));
   }
 }
 
@@ -262,8 +262,10 @@ TEST_F(KeyedArchive, BringsPlainValuesBack) {
   for (NSObject* value : values) {
     NSObject* back = roundTrip(value);
     ASSERT_NE(back, nullptr);
-    EXPECT_TRUE(back->isEqual(value)) << host::text(value->description());
-    EXPECT_EQ(CFGetTypeID(back), CFGetTypeID(value)) << host::text(value->description());
+    EXPECT_TRUE(send(back, NSObject::isEqual, value))
+        << host::text(send(value, NSObject::description));
+    EXPECT_EQ(CFGetTypeID(back), CFGetTypeID(value))
+        << host::text(send(value, NSObject::description));
   }
   EXPECT_EQ(roundTrip(nullptr), nullptr);
   EXPECT_EQ(NSKeyedUnarchiver::unarchiveObjectWithData(nullptr), nullptr);
@@ -272,15 +274,16 @@ TEST_F(KeyedArchive, BringsPlainValuesBack) {
 TEST_F(KeyedArchive, BringsCollectionsBack) {
   NSMutableDictionary* dictionary = NSMutableDictionary::dictionary();
   NSMutableArray* list = NSMutableArray::array();
-  list->addObject(red());
-  list->addObject(NSDate::dateWithTimeIntervalSinceReferenceDate(1));
-  dictionary->setObjectForKey(list, string("list"));
-  dictionary->setObjectForKey(string("text"), NSNumber::numberWithLongLong(3));
+  send(list, NSMutableArray::addObject, red());
+  send(list, NSMutableArray::addObject, NSDate::dateWithTimeIntervalSinceReferenceDate(1));
+  send(dictionary, NSMutableDictionary::setObjectForKey, list, string("list"));
+  send(dictionary, NSMutableDictionary::setObjectForKey, string("text"),
+       NSNumber::numberWithLongLong(3));
   NSObject* fixed = send<NSObject*>(dictionary, "copy"_sel);
   for (NSObject* value : {static_cast<NSObject*>(dictionary), objc_autorelease(fixed)}) {
     NSObject* back = roundTrip(value);
     ASSERT_NE(back, nullptr);
-    EXPECT_TRUE(back->isEqual(value));
+    EXPECT_TRUE(send(back, NSObject::isEqual, value));
     EXPECT_EQ(back->isa, value->isa);
   }
 }
@@ -290,7 +293,7 @@ TEST_F(KeyedArchive, EveryTypedValue) {
   coded->name = Strong<NSString>::retain(string("name"));
   auto* back = static_cast<Coded*>(roundTrip(coded));
   ASSERT_NE(back, nullptr);
-  EXPECT_TRUE(back->name->isEqualToString(string("name")));
+  EXPECT_TRUE(send(back->name, NSString::isEqualToString, string("name")));
   EXPECT_TRUE(coded->keyed && back->keyed);
   archive(coded);
   EXPECT_EQ(words(object(1)),
@@ -306,8 +309,8 @@ TEST_F(KeyedArchive, StoresASharedObjectOnce) {
   EXPECT_EQ(words(plist_dict_get_item(object(1), "NS.objects")), "[@2, @2, @4]");
   EXPECT_EQ(plist_array_get_size(at("$objects")), 6u);  // null, array, two colours, two classes
   auto* back = static_cast<NSArray*>(roundTrip(NSArray::arrayWithObjects(items, 3)));
-  EXPECT_EQ(back->objectAtIndex(0), back->objectAtIndex(1));
-  EXPECT_NE(back->objectAtIndex(0), back->objectAtIndex(2));
+  EXPECT_EQ(send(back, NSArray::objectAtIndex, 0), send(back, NSArray::objectAtIndex, 1));
+  EXPECT_NE(send(back, NSArray::objectAtIndex, 0), send(back, NSArray::objectAtIndex, 2));
 }
 
 TEST_F(KeyedArchive, FollowsCycles) {
@@ -323,9 +326,9 @@ TEST_F(KeyedArchive, FollowsCycles) {
   other->other = nullptr;
   second->other = nullptr;
   NSMutableArray* itself = NSMutableArray::array();
-  itself->addObject(itself);
+  send(itself, NSMutableArray::addObject, itself);
   auto* list = static_cast<NSArray*>(roundTrip(itself));
-  EXPECT_EQ(list->objectAtIndex(0), list);
+  EXPECT_EQ(send(list, NSArray::objectAtIndex, 0), list);
   for (NSArray* each : {static_cast<NSArray*>(itself), list})
     send<void>(each, "removeObjectAtIndex:"_sel, NSUInteger{0});
 }
@@ -348,8 +351,8 @@ TEST_F(KeyedArchive, RefusesWhatCannotBeEncoded) {
   for (int i = 0; i < 512; ++i) nested = NSArray::arrayWithObjects(&nested, 1);
   EXPECT_EQ(name(nested), "");
   NSObject* back = roundTrip(nested);
-  for (int i = 0; i < 512; ++i) back = static_cast<NSArray*>(back)->objectAtIndex(0);
-  EXPECT_TRUE(back->isEqual(string("core")));
+  for (int i = 0; i < 512; ++i) back = send(static_cast<NSArray*>(back), NSArray::objectAtIndex, 0);
+  EXPECT_TRUE(send(back, NSObject::isEqual, string("core")));
   EXPECT_EQ(name(NSArray::arrayWithObjects(&nested, 1)), "NSInvalidArgumentException");
   for (int i = 0; i < 10000; ++i) nested = NSArray::arrayWithObjects(&nested, 1);
   EXPECT_EQ(name(nested), "NSInvalidArgumentException");
@@ -384,8 +387,8 @@ TEST_F(KeyedArchive, TypeNumbersTellKindsApart) {
 TEST_F(KeyedArchive, SerializationReadsAndWritesReferences) {
   NSObject* uid = host::makeArchiveUid(300).autorelease();
   EXPECT_EQ(objc::as<NSNumber>(uid), nullptr);
-  EXPECT_TRUE(uid->isEqual(host::makeArchiveUid(300).autorelease()));
-  EXPECT_FALSE(uid->isEqual(host::makeArchiveUid(301).autorelease()));
+  EXPECT_TRUE(send(uid, NSObject::isEqual, host::makeArchiveUid(300).autorelease()));
+  EXPECT_FALSE(send(uid, NSObject::isEqual, host::makeArchiveUid(301).autorelease()));
   Class serialization = objc_getClass("NSPropertyListSerialization");
   NSObject* root = NSDictionary::dictionaryWithObjectForKey(uid, string("uid"));
   auto data = [&](NSUInteger format) {
@@ -399,16 +402,19 @@ TEST_F(KeyedArchive, SerializationReadsAndWritesReferences) {
         send<NSObject*>(serialization, "propertyListWithData:options:format:error:"_sel,
                         data(format), NSUInteger{0}, &found, &error));
     ASSERT_NE(back, nullptr);
-    EXPECT_TRUE(back->objectForKey(string("uid"))->isEqual(uid));
+    EXPECT_TRUE(
+        send(send(back, NSDictionary::objectForKey, string("uid")), NSObject::isEqual, uid));
     EXPECT_EQ(found, format);
     EXPECT_EQ(error, nullptr);
   }
   EXPECT_EQ(data(1), nullptr);
   root = test::make<NSObject>("NSObject");
   EXPECT_EQ(data(200), nullptr);
-  EXPECT_EQ(NSPropertyListSerialization::propertyListWithData(NSData::dataWithBytes("x", 1)),
+  EXPECT_EQ(NSPropertyListSerialization::propertyListWithData(NSData::dataWithBytes("x", 1), 0,
+                                                              nullptr, nullptr),
             nullptr);
-  EXPECT_EQ(NSPropertyListSerialization::propertyListWithData(nullptr), nullptr);
+  EXPECT_EQ(NSPropertyListSerialization::propertyListWithData(nullptr, 0, nullptr, nullptr),
+            nullptr);
 }
 
 }  // namespace

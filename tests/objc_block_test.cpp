@@ -11,6 +11,7 @@
 #include "objc/strong.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -166,7 +167,7 @@ TEST(Block, ACopyAnswersAsAnObject) {
   Tally tally;
   auto onStack = objc::makeBlock<void()>([held = Captured(tally)] { (void)held; });
   auto* heap = copied(static_cast<objc::Block<void()>>(onStack));
-  EXPECT_TRUE(asObject(heap)->isKindOfClass(objc_getClass("NSBlock")));
+  EXPECT_TRUE(send(asObject(heap), NSObject::isKindOfClass, objc_getClass("NSBlock")));
   EXPECT_EQ(references(heap), 1U);
   EXPECT_EQ(send<id>(heap, "retain"_sel), asObject(heap));
   EXPECT_EQ(send<id>(heap, "copy"_sel), asObject(heap));

@@ -8,6 +8,7 @@
 #include "objc/define.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 #include "support/encodings.h"
 
 namespace {
@@ -65,6 +66,26 @@ using Guarded = objc::Property<"guarded", &PropertyFixture::_guarded, objc::Stor
 using Tripled = objc::Property<"tripled", &PropertyFixture::_tripled, objc::Storage::assign,
                                objc::Atomicity::nonatomic, objc::Setter::custom>;
 
+/// What others see of a class, and what stands behind it.
+struct DeclaredFixture : objc::View<DeclaredFixture, NSObject> {
+  static constexpr Message<"scaled:by:", double(int, float)> scaled{};
+  static constexpr Message<"negated:", bool(bool)> negated{};
+  static constexpr ClassMessage<"seven", int()> seven{};
+  static constexpr ClassMessage<"named", Class()> named{};
+  static constexpr Message<"kept", CountedFixture*()> kept{};
+  static constexpr Message<"setKept:", void(CountedFixture*)> setKept{};
+  static constexpr Message<"area", CGRect()> area{};
+  static constexpr Message<"setArea:", void(CGRect)> setArea{};
+};
+struct DeclaredFixtureInside : NSObject {
+  Strong<CountedFixture> _kept;
+  CGRect _area;
+  double scaled(int value, float by) { return value * static_cast<double>(by); }
+  static bool negated(DeclaredFixtureInside*, SEL, bool flag) { return !flag; }
+  static int seven() { return 7; }
+  static Class named(Class self, SEL) { return self; }
+};
+
 /// A member that has something to do at both ends of its life.
 template <char Name>
 struct Probe {
@@ -93,7 +114,7 @@ struct CategoryFixtureExtras : CategoryFixture {
   static int ofClass() { return 30; }
 };
 struct StringExtras : NSString {
-  NSUInteger twice() { return length() * 2; }
+  NSUInteger twice() { return send(this, NSString::length) * 2; }
 };
 
 /// No binary defines this one.
@@ -121,6 +142,16 @@ OBJC_CLASS(CountedFixture, NSObject, objc::Ivar<"generation", &CountedFixture::g
            objc::Method<"dealloc", &CountedFixture::dealloc>)
 OBJC_CLASS(PropertyFixture, NSObject, Kept, Copied, Seen, Number, Area, Guarded, Tripled,
            objc::Method<"setTripled:", &PropertyFixture::setTripled>)
+using Declared = DeclaredFixture;
+using Inside = DeclaredFixtureInside;
+OBJC_CLASS_NAMED(
+    DeclaredFixture, NSObject, Inside, NSObject,
+    objc::Implements<Declared::scaled, &Inside::scaled>,
+    objc::Implements<Declared::negated, &Inside::negated>,
+    objc::Implements<Declared::seven, &Inside::seven>,
+    objc::Implements<Declared::named, &Inside::named>,
+    objc::Accessors<Declared::kept, Declared::setKept, &Inside::_kept>,
+    objc::Accessors<Declared::area, Declared::setArea, &Inside::_area, objc::Storage::assign>)
 OBJC_CLASS(ProbedFixture, NSObject, objc::Ivar<"first", &ProbedFixture::first>,
            objc::Ivar<"second", &ProbedFixture::second>)
 OBJC_CLASS(MoreProbedFixture, ProbedFixture, objc::Ivar<"third", &MoreProbedFixture::third>)
@@ -181,7 +212,7 @@ TEST(Ivars, OfASubclassStartInTheTailPadding) {
   expectIvar(object.get(), "number", &object->number, "i");
   expectIvar(object.get(), "rect", &object->rect,
              nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}"));
-  expectIvar(object.get(), "flag", &object->flag, "B");
+  expectIvar(object.get(), "flag", &object->flag, nativeEncoding("B"));
   expectIvar(object.get(), "wide", &object->wide, nativeEncoding("q"));
   EXPECT_EQ(class_getInstanceSize(object->isa), sizeof(TailFixture));
 }
@@ -271,6 +302,47 @@ TEST_F(Properties, HaveTypedAccessorsAndAnIvar) {
   auto object = make<PropertyFixture>();
   expectIvar(object.get(), "_kept", &object->_kept, "@");
   expectIvar(object.get(), "_number", &object->_number, "i");
+}
+
+TEST(DeclaredMethods, AreWhatTheMessagesReach) {
+  auto object = objc::make<DeclaredFixture>();
+  EXPECT_EQ(send(object, Declared::scaled, 3, 0.5F), 1.5);
+  EXPECT_TRUE(send(object, Declared::negated, false));
+  EXPECT_FALSE(send(object, Declared::negated, true));
+  EXPECT_EQ(Declared::seven(), 7);
+  EXPECT_EQ(Declared::named(), objc_getClass("DeclaredFixture"));
+}
+
+TEST(DeclaredMethods, TakeAnyByteButZeroForYes) {
+  auto negated = reinterpret_cast<unsigned char (*)(id, SEL, unsigned char)>(&objc_msgSend);
+  auto object = objc::make<DeclaredFixture>();
+  EXPECT_EQ(negated(object, Declared::negated, 2), 0);
+  EXPECT_EQ(negated(object, Declared::negated, 0x80), 0);
+  EXPECT_EQ(negated(object, Declared::negated, 0), 1);
+}
+
+TEST(DeclaredMethods, HaveTheDeclaredTypes) {
+  Class cls = objc::classOf<DeclaredFixture>();
+  auto types = [](objc_method* method) { return std::string(method_getTypeEncoding(method)); };
+  EXPECT_EQ(types(class_getInstanceMethod(cls, Declared::scaled)), "d@:if");
+  EXPECT_EQ(types(class_getInstanceMethod(cls, Declared::negated)), nativeEncoding("B@:B"));
+  EXPECT_EQ(types(class_getClassMethod(cls, Declared::seven)), "i@:");
+  EXPECT_EQ(types(class_getClassMethod(cls, Declared::named)), "#@:");
+  EXPECT_EQ(types(class_getInstanceMethod(cls, Declared::kept)), "@@:");
+  EXPECT_EQ(types(class_getInstanceMethod(cls, Declared::setArea)),
+            nativeEncoding("v@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
+}
+
+TEST_F(Properties, WithDeclaredAccessors) {
+  auto value = make<CountedFixture>();
+  auto object = objc::make<DeclaredFixture>();
+  send(object, Declared::setKept, value);
+  EXPECT_EQ(send(object, Declared::kept), value.get());
+  EXPECT_EQ(references(value), 2U);
+  send(object, Declared::setArea, {{1, 2}, {3, 4}});
+  EXPECT_EQ(send(object, Declared::area).size.height, 4);
+  object = nullptr;
+  EXPECT_EQ(references(value), 1U);
 }
 
 TEST_F(Structors, RunOnceEachFromTheRootDownAndBack) {

@@ -24,7 +24,7 @@ std::string encoded() {
 
 TEST(Encoding, OfScalars) {
   EXPECT_EQ(encoded<void>(), "v");
-  EXPECT_EQ(encoded<bool>(), "B");
+  EXPECT_EQ(encoded<bool>(), nativeEncoding("B"));
   EXPECT_EQ(encoded<char>(), "c");
   EXPECT_EQ(encoded<signed char>(), "c");
   EXPECT_EQ(encoded<unsigned char>(), "C");
@@ -66,7 +66,7 @@ TEST(Encoding, OfPointers) {
   EXPECT_EQ(encoded<void*>(), "^v");
   EXPECT_EQ(encoded<void**>(), "^^v");
   EXPECT_EQ(encoded<int*>(), "^i");
-  EXPECT_EQ(encoded<bool*>(), "^B");
+  EXPECT_EQ(encoded<bool*>(), nativeEncoding("^B"));
   EXPECT_EQ(encoded<id*>(), "^@");
   EXPECT_EQ(encoded<Class*>(), "^#");
   EXPECT_EQ(encoded<SEL*>(), "^:");
@@ -100,9 +100,15 @@ TEST(Encoding, OfPointersToGeometry) {
   EXPECT_EQ(encoded<const CGPoint*>(), nativeEncoding("r^{CGPoint=dd}"));
 }
 
+TEST(Encoding, OfStructuresThatAreKnownByNameAlone) {
+  EXPECT_EQ(encoded<CGColorRef>(), "^{CGColor=}");
+  EXPECT_EQ(encoded<CGImage**>(), "^^{CGImage}");
+  EXPECT_EQ(encoded<const CGImage*>(), "r^{CGImage=}");
+}
+
 TEST(Encoding, OfMethods) {
   EXPECT_STREQ(objc::kMethodEncoding<void>.text, "v@:");
-  EXPECT_STREQ((objc::kMethodEncoding<bool, id>.text), "B@:@");
+  EXPECT_EQ((objc::kMethodEncoding<bool, id>.text), nativeEncoding("B@:@"));
   EXPECT_EQ((objc::kMethodEncoding<CGRect, CGSize, double, int>.text),
             nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}@:{CGSize=dd}") + "di");
   EXPECT_STREQ((objc::kMethodEncoding<id, SEL, Class, const char*>.text), "@@::#r*");

@@ -1,5 +1,5 @@
-// Typed sends: arguments and results of every kind, nil receivers, messages to super.
-#include "objc/send.h"
+// Declared messages: arguments and results of every kind, nil receivers, messages to super.
+#include "objc/message.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,7 @@
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
+#include "support/encodings.h"
 
 namespace {
 
@@ -28,6 +29,8 @@ OBJC_STRUCT(Triple, long, long, long);
 OBJC_STRUCT(Mixed, long, double);
 
 namespace {
+
+using test::nativeEncoding;
 
 struct SendFixture : NSObject {
   int seven() { return 7; }
@@ -58,23 +61,72 @@ struct SendFixture : NSObject {
     va_end(values);
     return sum;
   }
+  static double totalOfClass(Class, SEL, int count, ...) {
+    va_list values;
+    va_start(values, count);
+    double sum = 0;
+    for (int i = 0; i < count; ++i) sum -= va_arg(values, double);
+    va_end(values);
+    return sum;
+  }
   static CGSize classSize() { return {5, 6}; }
+  /// The platform's own BOOL on 32 bits may be any byte.
+  static unsigned char odd(SendFixture*, SEL) { return 2; }
+  static unsigned char oddOfClass(Class, SEL) { return 0x80; }
+  /// What a BOOL argument holds, as another binary's code sees it.
+  static int byteOf(SendFixture*, SEL, unsigned char flag) { return flag; }
+  /// The same as ours sees it: any byte but zero is yes.
+  int taken(bool flag) { return flag ? 1 : 0; }
+  NSObject* echoed(NSObject* given) { return given; }
+
+  static constexpr objc::Message<SendFixture, "seven", int()> kSeven{};
+  static constexpr objc::Message<SendFixture, "no", bool()> kNo{};
+  static constexpr objc::Message<SendFixture, "odd", bool()> kOdd{};
+  static constexpr objc::Message<SendFixture, "half", float()> kHalf{};
+  static constexpr objc::Message<SendFixture, "product:by:by:", double(double, int, float)>
+      kProduct{};
+  static constexpr objc::Message<SendFixture, "frame", CGRect()> kFrame{};
+  static constexpr objc::Message<SendFixture, "inset:by:", CGRect(CGRect, CGFloat)> kInset{};
+  static constexpr objc::Message<SendFixture, "doubled:", CGSize(CGSize)> kDoubled{};
+  static constexpr objc::Message<SendFixture, "originOf:", CGPoint(CGRect)> kOrigin{};
+  static constexpr objc::Message<SendFixture, "triple:", Triple(long)> kTriple{};
+  static constexpr objc::Message<SendFixture, "mixed:", Mixed(Mixed)> kMixed{};
+  static constexpr objc::Message<SendFixture, "self", SendFixture*()> kSelf{};
+  static constexpr objc::Message<SendFixture, "sum:::::::::::::::",
+                                 double(int, double, int, double, int, double, int, double, int,
+                                        double, double, double, double, double, CGRect)>
+      kSum{};
+  static constexpr objc::Message<SendFixture, "total:", double(int, ...)> kTotal{};
+  static constexpr objc::Message<SendFixture, "byteOf:", int(bool)> kByteOf{};
+  static constexpr objc::Message<SendFixture, "taken:", int(bool)> kTaken{};
+  static constexpr objc::Message<SendFixture, "echoed:", NSObject*(NSObject*)> kEchoed{};
+  static constexpr objc::Message<SendFixture, "juggle:", void(int)> kJuggle{};
+  static constexpr objc::Message<SendFixture, "juggledFrame", CGRect()> kJuggledFrame{};
+  static constexpr objc::ClassMessage<SendFixture, "classSize", CGSize()> kClassSize{};
+  static constexpr objc::ClassMessage<SendFixture, "oddOfClass", bool()> kOddOfClass{};
+  static constexpr objc::ClassMessage<SendFixture, "totalOfClass:", double(int, ...)>
+      kTotalOfClass{};
+  static constexpr objc::ClassMessage<SendFixture, "juggle", void()> kJuggleOfClass{};
 };
 
 struct SendSubclass : SendFixture {
-  int seven() { return sendSuper<int>(this, "seven"_sel) + 10; }
+  int seven() { return sendSuper<SendSubclass>(this, kSeven) + 10; }
   double product(double a, int b, float c) {
-    return -sendSuper<double>(this, "product:by:by:"_sel, a, b, c);
+    return -sendSuper<SendSubclass>(this, kProduct, a, b, c);
   }
   CGRect frame() {
-    CGRect rect = sendSuper<CGRect>(this, "frame"_sel);
+    CGRect rect = sendSuper<SendSubclass>(this, kFrame);
     rect.origin.x = 100;
     return rect;
   }
   CGSize doubled(CGSize size) {
-    CGSize twice = sendSuper<CGSize>(this, "doubled:"_sel, size);
+    CGSize twice = sendSuper<SendSubclass>(this, kDoubled, size);
     return {twice.height, twice.width};
   }
+  static unsigned char odd(SendSubclass* self, SEL) {
+    return sendSuper<SendSubclass>(self, kOdd) ? 4 : 0;
+  }
+  int taken(bool flag) { return 10 + sendSuper<SendSubclass>(this, kTaken, flag); }
 };
 /// Overrides nothing: a message to super from below must start above the class, not the object.
 struct SendSubSubclass : SendSubclass {};
@@ -91,39 +143,67 @@ OBJC_CLASS(SendFixture, NSObject, objc::Method<"seven", &SendFixture::seven>,
            objc::Method<"triple:", &SendFixture::triple>,
            objc::Method<"mixed:", &SendFixture::mixed>, objc::Method<"self", &SendFixture::self>,
            objc::Method<"sum:::::::::::::::", &SendFixture::sum>,
-           objc::Method<"total:", &SendFixture::total>,
-           objc::ClassMethod<"classSize", &SendFixture::classSize>)
+           objc::Method<"total:", &SendFixture::total>, objc::Method<"odd", &SendFixture::odd>,
+           objc::Method<"byteOf:", &SendFixture::byteOf>,
+           objc::Method<"taken:", &SendFixture::taken>,
+           objc::Method<"echoed:", &SendFixture::echoed>,
+           objc::ClassMethod<"classSize", &SendFixture::classSize>,
+           objc::ClassMethod<"oddOfClass", &SendFixture::oddOfClass>,
+           objc::ClassMethod<"totalOfClass:", &SendFixture::totalOfClass>)
 OBJC_CLASS(SendSubclass, SendFixture, objc::Method<"seven", &SendSubclass::seven>,
            objc::Method<"product:by:by:", &SendSubclass::product>,
            objc::Method<"frame", &SendSubclass::frame>,
-           objc::Method<"doubled:", &SendSubclass::doubled>)
+           objc::Method<"doubled:", &SendSubclass::doubled>,
+           objc::Method<"odd", &SendSubclass::odd>, objc::Method<"taken:", &SendSubclass::taken>)
 OBJC_CLASS(SendSubSubclass, SendSubclass)
 
 namespace {
 
-template <class Selector, class... A>
-concept Sendable = requires(NSObject* object, Selector selector, A... arguments) {
-  objc::send<void>(object, selector, arguments...);
-};
-static_assert(Sendable<decltype("count"_sel)>);
-static_assert(!Sendable<decltype("count"_sel), int>);
-static_assert(!Sendable<decltype("set:"_sel)>);
-static_assert(Sendable<decltype("set:"_sel), int>);
-static_assert(!Sendable<decltype("set:"_sel), int, int>);
-static_assert(Sendable<decltype("set:to:"_sel), int, id>);
-static_assert(!Sendable<decltype("set:to:"_sel), id>);
+using F = SendFixture;
 
-template <class Selector, class... A>
-concept SendableToSuper = requires(SendFixture* self, Selector selector, A... arguments) {
-  objc::sendSuper<void>(self, selector, arguments...);
+/// No process has this class.
+struct AbsentReceiver : objc::View<AbsentReceiver, NSObject> {
+  static constexpr ClassMessage<"number", int()> number{};
+  static constexpr ClassMessage<"size", CGSize()> size{};
+  static constexpr ClassMessage<"frame", CGRect()> frame{};
+  static constexpr ClassMessage<"half", double()> half{};
+  static constexpr ClassMessage<"listOf:", NSObject*(NSObject*, ...)> listOf{};
 };
-static_assert(SendableToSuper<decltype("set:"_sel), int>);
-static_assert(!SendableToSuper<decltype("set:"_sel)>);
+
+template <class Receiver, class Message, class... A>
+concept Sendable = requires(Receiver receiver, Message message, A... arguments) {
+  send(receiver, message, arguments...);
+};
+using Fixture = SendFixture*;
+static_assert(Sendable<Fixture, decltype(F::kSeven)>);
+static_assert(!Sendable<Fixture, decltype(F::kSeven), int>);
+static_assert(!Sendable<Fixture, decltype(F::kJuggle)>);
+static_assert(Sendable<Fixture, decltype(F::kJuggle), int>);
+static_assert(!Sendable<Fixture, decltype(F::kJuggle), int, int>);
+static_assert(Sendable<Fixture, decltype(F::kInset), CGRect, CGFloat>);
+static_assert(!Sendable<Fixture, decltype(F::kInset), CGFloat, CGRect>);
+// What does not convert to the declared type is refused, and so is a receiver of another class.
+static_assert(!Sendable<Fixture, decltype(F::kInset), CGRect, CGRect>);
+static_assert(!Sendable<Fixture, decltype(F::kEchoed), SEL>);
+static_assert(Sendable<Fixture, decltype(F::kEchoed), NSString*>);
+static_assert(Sendable<SendSubclass*, decltype(F::kSeven)>);
+static_assert(!Sendable<NSObject*, decltype(F::kSeven)>);
+static_assert(!Sendable<NSString*, decltype(F::kSeven)>);
+static_assert(!Sendable<Class, decltype(F::kSeven)>);
+static_assert(Sendable<Class, decltype(F::kClassSize)>);
+static_assert(!Sendable<Fixture, decltype(F::kClassSize)>);
+
+template <class Self, class Message, class... A>
+concept SendableToSuper = requires(Self self, Message message, A... arguments) {
+  sendSuper<SendSubclass>(self, message, arguments...);
+};
+static_assert(SendableToSuper<SendSubclass*, decltype(F::kJuggle), int>);
+static_assert(!SendableToSuper<SendSubclass*, decltype(F::kJuggle)>);
 
 // Each case sends twice: the first looks the method up, the second finds it in the cache.
 class Send : public testing::Test {
  protected:
-  Strong<SendFixture> fixture = Strong<SendFixture>::adopt(objc::alloc<SendFixture>());
+  Strong<SendFixture> fixture = objc::make<SendFixture>();
 };
 
 void expectRect(CGRect rect, double x, double y, double width, double height) {
@@ -135,25 +215,59 @@ void expectRect(CGRect rect, double x, double y, double width, double height) {
 
 TEST_F(Send, ScalarResults) {
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(send<int>(fixture, "seven"_sel), 7);
-    EXPECT_FALSE(send<bool>(fixture, "no"_sel));
-    EXPECT_EQ(send<float>(fixture, "half"_sel), 0.5F);
-    EXPECT_EQ(send<SendFixture*>(fixture, "self"_sel), fixture.get());
+    EXPECT_EQ(send(fixture, F::kSeven), 7);
+    EXPECT_FALSE(send(fixture, F::kNo));
+    EXPECT_EQ(send(fixture, F::kHalf), 0.5F);
+    EXPECT_EQ(send(fixture, F::kSelf), fixture.get());
   }
 }
 
 TEST_F(Send, MixedArguments) {
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(send(fixture, F::kProduct, 1.5, 4, 2.0F), 12.0);
+}
+
+TEST_F(Send, ArgumentsTravelAsDeclared) {
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(send<double>(fixture, "product:by:by:"_sel, 1.5, 4, 2.0F), 12.0);
+    // Neither of these has the type of the method's own argument.
+    EXPECT_EQ(send(fixture, F::kProduct, 3, 4, 2), 24.0);
+    EXPECT_EQ(send(fixture, F::kProduct, 1.5F, static_cast<short>(4), 2.0F), 12.0);
+    expectRect(send(fixture, F::kInset, {{10, 20}, {30, 40}}, 5), 15, 25, 20, 30);
+    EXPECT_EQ(send(fixture, F::kTriple, 40).c, 42);
+    EXPECT_EQ(send(fixture, F::kEchoed, fixture), fixture.get());
+    EXPECT_EQ(send(fixture, F::kEchoed, nullptr), nullptr);
+  }
+}
+
+TEST_F(Send, AnyByteButZeroIsYes) {
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(static_cast<int>(send(fixture, F::kOdd)), 1);
+    EXPECT_EQ(static_cast<int>(F::kOddOfClass()), 1);
+    EXPECT_EQ(static_cast<int>(objc::perform<bool>(fixture.get(), F::kOdd)), 1);
+  }
+}
+
+TEST_F(Send, YesTravelsAsOne) {
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(send(fixture, F::kByteOf, true), 1);
+    EXPECT_EQ(send(fixture, F::kByteOf, false), 0);
+    EXPECT_EQ(objc::perform<int>(fixture.get(), F::kByteOf, true), 1);
+  }
+}
+
+TEST_F(Send, AMethodOfOursTakesAnyByteButZeroForYes) {
+  auto taken = reinterpret_cast<int (*)(id, SEL, unsigned char)>(&objc_msgSend);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(taken(fixture, F::kTaken, 2), 1);
+    EXPECT_EQ(taken(fixture, F::kTaken, 0x80), 1);
+    EXPECT_EQ(taken(fixture, F::kTaken, 0), 0);
   }
 }
 
 TEST_F(Send, StructuresThatTravelInMemory) {
   for (int i = 0; i < 2; ++i) {
-    expectRect(send<CGRect>(fixture, "frame"_sel), 1, 2, 3, 4);
-    expectRect(send<CGRect>(fixture, "inset:by:"_sel, CGRect{{10, 20}, {30, 40}}, CGFloat{5}), 15,
-               25, 20, 30);
-    Triple triple = send<Triple>(fixture, "triple:"_sel, 40L);
+    expectRect(send(fixture, F::kFrame), 1, 2, 3, 4);
+    expectRect(send(fixture, F::kInset, CGRect{{10, 20}, {30, 40}}, CGFloat{5}), 15, 25, 20, 30);
+    Triple triple = send(fixture, F::kTriple, 40L);
     EXPECT_EQ(triple.a, 40);
     EXPECT_EQ(triple.b, 41);
     EXPECT_EQ(triple.c, 42);
@@ -162,35 +276,44 @@ TEST_F(Send, StructuresThatTravelInMemory) {
 
 TEST_F(Send, StructuresThatTravelInRegisters) {
   for (int i = 0; i < 2; ++i) {
-    CGSize size = send<CGSize>(fixture, "doubled:"_sel, CGSize{3, 4});
+    CGSize size = send(fixture, F::kDoubled, CGSize{3, 4});
     EXPECT_EQ(size.width, 6);
     EXPECT_EQ(size.height, 8);
-    CGPoint point = send<CGPoint>(fixture, "originOf:"_sel, CGRect{{7, 8}, {9, 10}});
+    CGPoint point = send(fixture, F::kOrigin, CGRect{{7, 8}, {9, 10}});
     EXPECT_EQ(point.x, 7);
     EXPECT_EQ(point.y, 8);
-    Mixed mixed = send<Mixed>(fixture, "mixed:"_sel, Mixed{41, 3});
+    Mixed mixed = send(fixture, F::kMixed, Mixed{41, 3});
     EXPECT_EQ(mixed.whole, 42);
     EXPECT_EQ(mixed.part, 1.5);
-    CGSize ofClass = send<CGSize>(objc::classOf<SendFixture>(), "classSize"_sel);
+  }
+}
+
+TEST_F(Send, ClassMessagesReachTheClassAndThoseBelowIt) {
+  for (int i = 0; i < 2; ++i) {
+    CGSize ofClass = F::kClassSize();
     EXPECT_EQ(ofClass.width, 5);
     EXPECT_EQ(ofClass.height, 6);
+    EXPECT_EQ(send(objc::classOf<SendFixture>(), F::kClassSize).height, 6);
+    EXPECT_EQ(send(objc::classOf<SendSubSubclass>(), F::kClassSize).height, 6);
   }
 }
 
 TEST_F(Send, ArgumentsBeyondTheRegisters) {
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(send<double>(fixture, "sum:::::::::::::::"_sel, 1, 2.0, 3, 4.0, 5, 6.0, 7, 8.0, 9,
-                           10.0, 11.0, 12.0, 13.0, 14.0, CGRect{{0, 0}, {0, 1000}}),
+    EXPECT_EQ(send(fixture, F::kSum, 1, 2.0, 3, 4.0, 5, 6.0, 7, 8.0, 9, 10.0, 11.0, 12.0, 13.0,
+                   14.0, CGRect{{0, 0}, {0, 1000}}),
               1000 + 1 + 4 + 9 + 16 + 25 + 36 + 49 + 64 + 81 + 100 + 121 + 144 + 169 + 196);
   }
 }
 
 TEST_F(Send, VariadicArguments) {
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(objc::sendVariadic<double>(fixture.get(), "total:"_sel, 0), 0);
-    EXPECT_EQ(objc::sendVariadic<double>(fixture.get(), "total:"_sel, 10, 1.0, 2.0, 3.0, 4.0, 5.0,
-                                         6.0, 7.0, 8.0, 9.0, 10.0),
-              55);
+    EXPECT_EQ(send(fixture, F::kTotal, 0), 0);
+    EXPECT_EQ(send(fixture, F::kTotal, 10, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0, 10.0), 55);
+    EXPECT_EQ(F::kTotalOfClass(10, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0, 10.0), -55);
+    // The named argument travels as declared, whatever is given.
+    EXPECT_EQ(send(fixture, F::kTotal, short{2}, 0.5, 0.25), 0.75);
+    EXPECT_EQ(F::kTotalOfClass(short{1}, 0.5), -0.5);
   }
   NSString* text = NSString::stringWithFormat("%d %s %.1f"_ns, 3, "x", 1.5);
   EXPECT_EQ(host::text(text), "3 x 1.5");
@@ -198,41 +321,74 @@ TEST_F(Send, VariadicArguments) {
 
 TEST_F(Send, SelectorKnownOnlyWhenRunning) {
   SEL doubled = sel_registerName("doubled:");
-  EXPECT_EQ(objc::sendDynamic<CGSize>(fixture.get(), doubled, CGSize{1, 2}).height, 4);
+  EXPECT_EQ(objc::perform<CGSize>(fixture.get(), doubled, CGSize{1, 2}).height, 4);
   SEL frame = sel_registerName("frame");
-  expectRect(objc::sendDynamic<CGRect>(fixture.get(), frame), 1, 2, 3, 4);
-  expectRect(objc::sendDynamic<CGRect>(nullptr, frame), 0, 0, 0, 0);
+  expectRect(objc::perform<CGRect>(fixture.get(), frame), 1, 2, 3, 4);
+  expectRect(objc::perform<CGRect>(nullptr, frame), 0, 0, 0, 0);
+  objc::perform<void>(nullptr, frame);
+  EXPECT_EQ(objc::perform<int>(nullptr, frame), 0);
+}
+
+TEST_F(Send, ADeclarationIsItsSelectorToo) {
+  EXPECT_EQ(SEL{F::kDoubled}, sel_registerName("doubled:"));
+  EXPECT_EQ(SEL{F::kTotal}, sel_registerName("total:"));
+  EXPECT_EQ(SEL{F::kClassSize}, sel_registerName("classSize"));
+}
+
+TEST_F(Send, ADeclarationHasItsMethodsTypes) {
+  auto types = [](auto message) { return std::string(message.types().text); };
+  EXPECT_EQ(types(F::kInset), nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}@:") +
+                                  nativeEncoding("{CGRect={CGPoint=dd}{CGSize=dd}}d"));
+  EXPECT_EQ(types(F::kProduct), "d@:dif");
+  EXPECT_EQ(types(F::kTaken), nativeEncoding("i@:B"));
+  EXPECT_EQ(types(F::kClassSize), nativeEncoding("{CGSize=dd}@:"));
+  // Of the named arguments alone.
+  EXPECT_EQ(types(F::kTotal), "d@:i");
 }
 
 TEST_F(Send, NilAnswersZero) {
-  NSObject* nobody = nullptr;
-  EXPECT_EQ(send<int>(nobody, "seven"_sel), 0);
-  EXPECT_EQ(send<long>(nobody, "seven"_sel), 0);
-  EXPECT_FALSE(send<bool>(nobody, "no"_sel));
-  EXPECT_EQ(send<id>(nobody, "self"_sel), nullptr);
-  EXPECT_EQ(send<Class>(nobody, "class"_sel), nullptr);
-  send<void>(nobody, "seven"_sel);
+  SendFixture* nobody = nullptr;
+  EXPECT_EQ(send(nobody, F::kSeven), 0);
+  EXPECT_FALSE(send(nobody, F::kOdd));
+  EXPECT_EQ(send(nobody, F::kSelf), nullptr);
+  EXPECT_EQ(send(nobody, NSObject::class_), nullptr);
+  EXPECT_EQ(send(nobody, NSObject::hash), 0U);
+  EXPECT_EQ(send(nobody, F::kTotal, 1, 2.0), 0);
+  send(nobody, F::kJuggle, 1);
+  send(nullptr, F::kJuggle, 1);
 }
 
 TEST_F(Send, NilAnswersZeroWhateverTheFloatingPointRegistersHold) {
   NSObject* nobody = nullptr;
   // The arguments fill the registers that a result comes back in.
-  EXPECT_EQ(send<double>(nobody, "product:by:by:"_sel, 1.5, 4, 2.0F), 0.0);
-  EXPECT_EQ(send<float>(nobody, "product:by:by:"_sel, 1.5F, 4, 2.0F), 0.0F);
+  EXPECT_EQ(send(nullptr, F::kProduct, 1.5, 4, 2.0F), 0.0);
+  EXPECT_EQ((objc::perform<float>(nobody, F::kProduct, 1.5F, 4, 2.0F)), 0.0F);
 }
 
 TEST_F(Send, NilAnswersZeroedStructures) {
-  NSObject* nobody = nullptr;
-  expectRect(send<CGRect>(nobody, "inset:by:"_sel, CGRect{{10, 20}, {30, 40}}, CGFloat{5}), 0, 0, 0,
-             0);
-  CGSize size = send<CGSize>(nobody, "doubled:"_sel, CGSize{3, 4});
+  SendFixture* nobody = nullptr;
+  expectRect(send(nobody, F::kInset, CGRect{{10, 20}, {30, 40}}, CGFloat{5}), 0, 0, 0, 0);
+  CGSize size = send(nobody, F::kDoubled, CGSize{3, 4});
   EXPECT_EQ(size.width, 0);
   EXPECT_EQ(size.height, 0);
-  Triple triple = send<Triple>(nobody, "triple:"_sel, 40L);
+  Triple triple = send(nobody, F::kTriple, 40L);
   EXPECT_EQ(triple.a + triple.b + triple.c, 0);
-  Mixed mixed = send<Mixed>(nobody, "mixed:"_sel, Mixed{41, 3});
+  Mixed mixed = send(nobody, F::kMixed, Mixed{41, 3});
   EXPECT_EQ(mixed.whole, 0);
   EXPECT_EQ(mixed.part, 0);
+}
+
+TEST_F(Send, AClassThatIsNotThereAnswersZero) {
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(AbsentReceiver::number(), 0);
+    EXPECT_EQ(AbsentReceiver::half(), 0.0);
+    EXPECT_EQ(AbsentReceiver::size().height, 0);
+    expectRect(AbsentReceiver::frame(), 0, 0, 0, 0);
+    EXPECT_EQ(AbsentReceiver::listOf(fixture, fixture.get()), nullptr);
+    EXPECT_EQ(objc::alloc<AbsentReceiver>(), nullptr);
+    EXPECT_EQ(objc::make<AbsentReceiver>(), nullptr);
+    EXPECT_EQ(objc::as<AbsentReceiver>(fixture), nullptr);
+  }
 }
 
 // The messenger by itself, as another extension calls it.
@@ -259,15 +415,15 @@ TEST_F(Send, TheBareMessengerZeroesBothRegistersOfAResult) {
 
 TEST_F(Send, AnUnknownSelectorRaises) {
   try {
-    send<void>(fixture, "juggle:"_sel, 1);
+    send(fixture, F::kJuggle, 1);
     FAIL() << "no exception";
   } catch (const host::runtime::Exception& raised) {
     EXPECT_EQ(raised.name(), "NSInvalidArgumentException");
     EXPECT_EQ(raised.reason(), "-[SendFixture juggle:]: unrecognized selector");
   }
-  EXPECT_THROW(send<CGRect>(fixture, "juggledFrame"_sel), host::runtime::Exception);
+  EXPECT_THROW(send(fixture, F::kJuggledFrame), host::runtime::Exception);
   try {
-    send<void>(objc::classOf<SendFixture>(), "juggle"_sel);
+    F::kJuggleOfClass();
     FAIL() << "no exception";
   } catch (const host::runtime::Exception& raised) {
     EXPECT_EQ(raised.reason(), "+[SendFixture juggle]: unrecognized selector");
@@ -276,14 +432,17 @@ TEST_F(Send, AnUnknownSelectorRaises) {
 
 template <class T>
 void expectOverrides() {
-  auto object = Strong<T>::adopt(objc::alloc<T>());
+  auto object = objc::make<T>();
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(send<int>(object, "seven"_sel), 17);
-    EXPECT_EQ(send<double>(object, "product:by:by:"_sel, 1.5, 4, 2.0F), -12.0);
-    expectRect(send<CGRect>(object, "frame"_sel), 100, 2, 3, 4);
-    CGSize size = send<CGSize>(object, "doubled:"_sel, CGSize{3, 4});
+    EXPECT_EQ(send(object, F::kSeven), 17);
+    EXPECT_EQ(send(object, F::kProduct, 1.5, 4, 2.0F), -12.0);
+    expectRect(send(object, F::kFrame), 100, 2, 3, 4);
+    CGSize size = send(object, F::kDoubled, CGSize{3, 4});
     EXPECT_EQ(size.width, 8);
     EXPECT_EQ(size.height, 6);
+    EXPECT_EQ(static_cast<int>(send(object, F::kOdd)), 1);
+    EXPECT_EQ(objc::perform<unsigned char>(object.get(), F::kOdd), 4);
+    EXPECT_EQ(send(object, F::kTaken, true), 11);
   }
 }
 

@@ -25,7 +25,7 @@ constexpr const char* kChooser =
     "use?";
 
 std::atomic<int> handlersGone;
-constinit objc::Hook<void(NSObject*)> handlerDealloc;
+constinit objc::Hook<NSObject::dealloc> handlerDealloc;
 void countHandler(NSObject* self, SEL command) {
   ++handlersGone;
   handlerDealloc.original(self, command);
@@ -44,7 +44,8 @@ class PanesupportFollow : public Follow {
     show("Hi"_ns, "Follow?"_ns, test::string("maker"));
   }
   static void watchHandlers() {
-    handlerDealloc.install(objc_getClass("QKWelcomeTwitterHandler"), "dealloc"_sel, &countHandler);
+    handlerDealloc.install<&countHandler>(objc_getClass("QKWelcomeTwitterHandler"),
+                                          NSObject::dealloc);
   }
   /// And the user would love to.
   void agree(const Lines& accounts, bool granted = true) {
@@ -176,7 +177,7 @@ TEST_F(PanesupportFollow, IgnoresButtonsThatAreNotThere) {
   auto* handler = send<NSObject*>(chooser, "delegate"_sel);
   for (NSInteger button : {-1L, 3L, 1000000L})
     send<void>(handler, "alertView:clickedButtonAtIndex:"_sel, chooser, button);
-  chooser->setTag(3);
+  send(chooser, UIAlertView::setTag, 3);
   send<void>(handler, "alertView:clickedButtonAtIndex:"_sel, chooser, NSInteger{0});
   send<void>(handler, "alertView:clickedButtonAtIndex:"_sel, static_cast<UIAlertView*>(nullptr),
              NSInteger{0});
@@ -197,8 +198,8 @@ TEST_F(PanesupportFollow, TheChooserHoldsItsDelegateAndTheAccounts) {
 }
 
 bool opensOnMainThread = true;
-constinit objc::Hook<bool(NSObject*, NSURL*)> openURL;
-bool noteThread(NSObject* self, SEL command, NSURL* url) {
+constinit objc::Hook<UIApplication::openURL> openURL;
+bool noteThread(UIApplication* self, SEL command, NSURL* url) {
   opensOnMainThread = NSThread::isMainThread();
   return openURL.original(self, command, url);
 }
@@ -206,7 +207,7 @@ bool noteThread(NSObject* self, SEL command, NSURL* url) {
 TEST_F(PanesupportFollow, OpensTheProfileWhereThereIsNoAccount) {
   invite({});
   host::setInstalledURLSchemes(test::strings({"twitter"}));
-  openURL.install(objc_getClass("UIApplication"), "openURL:"_sel, &noteThread);
+  openURL.install<&noteThread>(objc_getClass("UIApplication"), UIApplication::openURL);
   pressInPool(1);
   ASSERT_TRUE(handlerGoes());
   EXPECT_EQ(opened(), Lines({"twitter://user?screen_name=maker"}));

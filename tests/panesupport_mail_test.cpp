@@ -19,7 +19,7 @@ class Mail : public Pane {
     std::string lines;
     auto* urls = host::openedURLs();
     for (NSUInteger i = 0; i < send<NSUInteger>(urls, "count"_sel); ++i) {
-      auto* text = send<NSString*>(urls->objectAtIndex(i), "absoluteString"_sel);
+      auto* text = send<NSString*>(send(urls, NSArray::objectAtIndex, i), "absoluteString"_sel);
       lines += std::string(host::text(text)) + "\n";
     }
     return lines;

@@ -60,15 +60,15 @@ TEST_F(PanesupportOpen, OpensNothingForANameThatNoUrlCanHold) {
 TEST_F(PanesupportOpen, OpensNothingForNil) { EXPECT_EQ(openWith({"tweetbot"}, nullptr), Lines()); }
 
 Lines asked;
-constinit objc::Hook<bool(NSObject*, NSURL*)> canOpenURL;
-bool noteQuestion(NSObject* self, SEL command, NSURL* url) {
+constinit objc::Hook<UIApplication::canOpenURL> canOpenURL;
+bool noteQuestion(UIApplication* self, SEL command, NSURL* url) {
   asked.push_back(test::words(url));
   return canOpenURL.original(self, command, url);
 }
 
 TEST_F(PanesupportOpen, AsksForBareSchemesInOrder) {
   settingsApplication();
-  canOpenURL.install(objc_getClass("UIApplication"), "canOpenURL:"_sel, &noteQuestion);
+  canOpenURL.install<&noteQuestion>(objc_getClass("UIApplication"), UIApplication::canOpenURL);
   openUsername("maker"_ns);
   // The last question is the application's own, on opening.
   EXPECT_EQ(
@@ -84,11 +84,12 @@ TEST_F(PanesupportOpen, AsksForBareSchemesInOrder) {
 TEST_F(PanesupportOpen, IsRefusedForWhatIsNotInstalled) {
   settingsApplication();
   auto* application = UIApplication::sharedApplication();
-  EXPECT_FALSE(application->canOpenURL(NSURL::URLWithString("absent:"_ns)));
-  EXPECT_FALSE(application->openURL(NSURL::URLWithString("absent:thing"_ns)));
-  EXPECT_FALSE(application->canOpenURL(NSURL::URLWithString("no-scheme"_ns)));
-  EXPECT_FALSE(application->openURL(nullptr));
-  EXPECT_TRUE(application->openURL(NSURL::URLWithString("HTTPS://example.com"_ns)));
+  EXPECT_FALSE(send(application, UIApplication::canOpenURL, NSURL::URLWithString("absent:"_ns)));
+  EXPECT_FALSE(send(application, UIApplication::openURL, NSURL::URLWithString("absent:thing"_ns)));
+  EXPECT_FALSE(send(application, UIApplication::canOpenURL, NSURL::URLWithString("no-scheme"_ns)));
+  EXPECT_FALSE(send(application, UIApplication::openURL, nullptr));
+  EXPECT_TRUE(
+      send(application, UIApplication::openURL, NSURL::URLWithString("HTTPS://example.com"_ns)));
   EXPECT_EQ(opened(), Lines({"HTTPS://example.com"}));
 }
 

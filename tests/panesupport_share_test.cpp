@@ -1,5 +1,6 @@
 // The share button: how it looks, what it holds, what a tap does, and a larger superclass.
 #include "objc/define.h"
+#include "panesupport/QKBarButtonItem.h"
 #include "runtime/runtime.h"
 #include "support/follow.h"
 
@@ -24,7 +25,7 @@ OBJC_CLASS(ShareFixtureText, NSObject, objc::Method<"dealloc", &ShareFixtureText
 namespace {
 
 int controllersGone = 0;
-constinit objc::Hook<void(NSObject*)> controllerDealloc;
+constinit objc::Hook<NSObject::dealloc> controllerDealloc;
 void countController(NSObject* self, SEL command) {
   ++controllersGone;
   controllerDealloc.original(self, command);
@@ -34,7 +35,8 @@ class PanesupportShare : public Follow {
  protected:
   void settings() {
     settingsApplication();
-    controllerDealloc.install(objc_getClass("UIViewController"), "dealloc"_sel, &countController);
+    controllerDealloc.install<&countController>(objc_getClass("UIViewController"),
+                                                NSObject::dealloc);
   }
   static Strong<UIViewController> makeController() {
     return Strong<UIViewController>::adopt(send<UIViewController*>(
@@ -45,7 +47,8 @@ class PanesupportShare : public Follow {
                                                                                       image, text);
   }
   static NSObject* button(UIViewController* controller) {
-    return controller->navigationItem()->rightBarButtonItem();
+    return send(send(controller, UIViewController::navigationItem),
+                UINavigationItem::rightBarButtonItem);
   }
   static UIViewController* presented(UIViewController* controller) {
     return send<UIViewController*>(controller, "presentedViewController"_sel);
@@ -92,10 +95,11 @@ TEST_F(PanesupportShare, HasAnEmptyBackground) {
   send<void>(send<UIColor*>(objc_getClass("UIColor"), "redColor"_sel), "set"_sel);
   CGContextFillRect(UIGraphicsGetCurrentContext(), {{0, 0}, {20, 20}});
   auto* before = UIGraphicsGetImageFromCurrentImageContext();
-  background->drawInRect({{0, 0}, {20, 20}});
+  send(background, UIImage::drawInRect, {{0, 0}, {20, 20}});
   auto* after = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
-  EXPECT_TRUE(UIImageJPEGRepresentation(before, 1)->isEqual(UIImageJPEGRepresentation(after, 1)));
+  EXPECT_TRUE(send(UIImageJPEGRepresentation(before, 1), NSObject::isEqual,
+                   UIImageJPEGRepresentation(after, 1)));
   EXPECT_EQ(UIGraphicsGetCurrentContext(), nullptr);
 }
 
@@ -155,16 +159,17 @@ TEST_F(PanesupportShare, HoldsItsTextAndNotItsContainer) {
   EXPECT_EQ(ShareFixtureText::gone, 2);
 }
 
-constinit objc::Hook<void(NSObject*, NSString*)> setShareText;
+constinit objc::Hook<QKBarButtonItem::setShareText> setShareText;
 bool clearsShareText = false;
-void noteShareText(NSObject* self, SEL command, NSString* text) {
+void noteShareText(QKBarButtonItem* self, SEL command, NSString* text) {
   clearsShareText = text == nullptr;
   setShareText.original(self, command, text);
 }
 
 TEST_F(PanesupportShare, ClearsItsTextInTheEnd) {
   settings();
-  setShareText.install(objc_getClass("QKBarButtonItem"), "setShareText:"_sel, &noteShareText);
+  setShareText.install<&noteShareText>(objc_getClass("QKBarButtonItem"),
+                                       QKBarButtonItem::setShareText);
   {
     const objc::AutoreleasePool pool;
     auto controller = makeController();
@@ -232,7 +237,8 @@ TEST_F(PanesupportShareGrown, KeepsApartFromTheNewVariables) {
   EXPECT_EQ(ShareFixtureText::gone, 0);
   {
     const objc::AutoreleasePool pool;
-    controller->navigationItem()->setRightBarButtonItem(nullptr);
+    send(send(controller, UIViewController::navigationItem),
+         UINavigationItem::setRightBarButtonItem, nullptr);
   }
   EXPECT_EQ(ShareFixtureText::gone, 1);
 }

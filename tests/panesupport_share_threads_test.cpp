@@ -25,7 +25,7 @@ void onThreads(F function) {
 }
 
 std::atomic<int> made;
-constinit objc::Hook<NSObject*(NSObject*)> handlerInit;
+constinit objc::Hook<NSObject::init> handlerInit;
 NSObject* countInit(NSObject* self, SEL command) {
   ++made;
   // Long enough for the others to come in between, were they let in.
@@ -38,7 +38,7 @@ class PanesupportShareThreads : public test::Follow {};
 TEST_F(PanesupportShareThreads, MakeOneHandler) {
   settingsApplication();
   Class cls = objc_getClass("QKTwitterShareHandler");
-  handlerInit.install(cls, "init"_sel, &countInit);
+  handlerInit.install<&countInit>(cls, NSObject::init);
   NSObject* handlers[kThreads] = {};
   onThreads([&](int i) { handlers[i] = send<NSObject*>(cls, "sharedInstance"_sel); });
   EXPECT_EQ(made, 1);

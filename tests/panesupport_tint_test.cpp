@@ -49,15 +49,16 @@ class Tint : public Pane {
   static std::string title(UIViewController* navigation) {
     auto* attributes = send<NSDictionary*>(bar(navigation), "titleTextAttributes"_sel);
     if (attributes == nullptr) return "system";
-    const auto* others = attributes->count() > 1 ? " and others" : "";
-    return hex(static_cast<UIColor*>(attributes->objectForKey(NSForegroundColorAttributeName))) +
+    const auto* others = send(attributes, NSDictionary::count) > 1 ? " and others" : "";
+    return hex(static_cast<UIColor*>(
+               send(attributes, NSDictionary::objectForKey, NSForegroundColorAttributeName))) +
            others;
   }
   static std::string color(NSObject* view, const char* property) {
     return hex(objc::sendDynamic<UIColor*>(view, sel_registerName(property)));
   }
   static bool autoresizes(UIViewController* of) {
-    return send<bool>(of->view(), "autoresizesSubviews"_sel);
+    return send<bool>(send(of, UIViewController::view), "autoresizesSubviews"_sel);
   }
   static UIRectEdge edges(UIViewController* of) {
     return send<UIRectEdge>(of, "edgesForExtendedLayout"_sel);
@@ -81,14 +82,14 @@ class Tint : public Pane {
 constexpr const char* kRed = "#ff0000ff";
 
 TEST_F(Tint, DyesTheLastColumnsBarAndItsVisiblePage) {
-  send<void>(page->view(), "setAutoresizesSubviews:"_sel, false);
+  send<void>(send(page, UIViewController::view), "setAutoresizesSubviews:"_sel, false);
   setTint(pane, rgb(1, 0, 0));
   EXPECT_EQ(title(detail), kRed);
   EXPECT_EQ(color(bar(detail), "_interactionTintColor"), kRed);
   EXPECT_EQ(color(bar(detail), "barTintColor"), "nil");
-  EXPECT_EQ(color(page->view(), "_interactionTintColor"), kRed);
+  EXPECT_EQ(color(send(page, UIViewController::view), "_interactionTintColor"), kRed);
   EXPECT_TRUE(autoresizes(page));
-  EXPECT_EQ(color(pane->view(), "_interactionTintColor"), "nil");
+  EXPECT_EQ(color(send(pane, UIViewController::view), "_interactionTintColor"), "nil");
   EXPECT_EQ(title(master), "system");
   EXPECT_EQ(color(bar(master), "_interactionTintColor"), "nil");
 }
@@ -116,19 +117,23 @@ TEST_F(Tint, SparesTheEdgesOfAPaneThatDoesNotAnswerThem) {
 
 TEST_F(Tint, DyesControlsThatComeIntoAPaneOfTheClass) {
   auto* before = make<UIView>("UISwitch");
-  send<void>(pane->view(), "addSubview:"_sel, before);
+  send<void>(send(pane, UIViewController::view), "addSubview:"_sel, before);
   setTint(pane, rgb(1, 0, 0));
-  EXPECT_EQ(inside(pane->view(), "UISegmentedControl", "_interactionTintColor"), kRed);
-  EXPECT_EQ(inside(pane->view(), "UISlider", "maximumTrackTintColor"), kRed);
-  EXPECT_EQ(inside(pane->view(), "UISwitch", "onTintColor"), kRed);
-  EXPECT_EQ(inside(controller("TestPane")->view(), "UISwitch", "onTintColor"), kRed);
+  EXPECT_EQ(
+      inside(send(pane, UIViewController::view), "UISegmentedControl", "_interactionTintColor"),
+      kRed);
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISlider", "maximumTrackTintColor"), kRed);
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISwitch", "onTintColor"), kRed);
+  EXPECT_EQ(inside(send(controller("TestPane"), UIViewController::view), "UISwitch", "onTintColor"),
+            kRed);
 
-  EXPECT_EQ(inside(pane->view(), "UISegmentedControl", "backgroundColor"), "nil");
-  EXPECT_EQ(inside(pane->view(), "UISlider", "minimumTrackTintColor"), "nil");
-  EXPECT_EQ(inside(pane->view(), "UISlider", "_interactionTintColor"), "nil");
-  EXPECT_EQ(inside(pane->view(), "UISwitch", "tintColor"), "nil");
-  EXPECT_EQ(inside(pane->view(), "UIButton", "_interactionTintColor"), "nil");
-  EXPECT_EQ(inside(page->view(), "UISwitch", "onTintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISegmentedControl", "backgroundColor"),
+            "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISlider", "minimumTrackTintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISlider", "_interactionTintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISwitch", "tintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UIButton", "_interactionTintColor"), "nil");
+  EXPECT_EQ(inside(send(page, UIViewController::view), "UISwitch", "onTintColor"), "nil");
   EXPECT_EQ(color(before, "onTintColor"), "nil");
 }
 
@@ -178,7 +183,7 @@ TEST_F(Tint, GivesTheBarAndThePageBack) {
   EXPECT_EQ(title(detail), "#000000ff");
   EXPECT_EQ(color(bar(detail), "_interactionTintColor"), "nil");
   EXPECT_EQ(color(bar(detail), "barTintColor"), "nil");
-  EXPECT_EQ(color(page->view(), "_interactionTintColor"), "nil");
+  EXPECT_EQ(color(send(page, UIViewController::view), "_interactionTintColor"), "nil");
   EXPECT_FALSE(autoresizes(page));
 }
 
@@ -186,14 +191,15 @@ TEST_F(Tint, LeavesEdgesAndControlsAsTheyAre) {
   setTint(pane, rgb(1, 0, 0));
   resetTint(pane);
   EXPECT_EQ(edges(pane), UIRectEdgeBottom);
-  EXPECT_EQ(inside(pane->view(), "UISwitch", "onTintColor"), kRed);
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISwitch", "onTintColor"), kRed);
 }
 
 TEST_F(Tint, TakesTheLatestColor) {
   setTint(pane, rgb(1, 0, 0));
   setTint(pane, rgb(0, 0, 1));
   EXPECT_EQ(title(detail), "#0000ffff");
-  EXPECT_EQ(inside(pane->view(), "UISlider", "maximumTrackTintColor"), "#0000ffff");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISlider", "maximumTrackTintColor"),
+            "#0000ffff");
 }
 
 TEST_F(Tint, WithoutAColorIsTheSystems) {
@@ -201,14 +207,14 @@ TEST_F(Tint, WithoutAColorIsTheSystems) {
   setTint(pane, nullptr);
   EXPECT_EQ(title(detail), "nil");
   EXPECT_EQ(color(bar(detail), "_interactionTintColor"), "nil");
-  EXPECT_EQ(inside(pane->view(), "UISwitch", "onTintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISwitch", "onTintColor"), "nil");
 }
 
 TEST_F(Tint, DoesWhatItCanForAPaneInNoSplitView) {
   auto* alone = newPane("LonePane");
   setTint(alone, rgb(1, 0, 0));
   EXPECT_EQ(edges(alone), UIRectEdgeBottom);
-  EXPECT_EQ(inside(alone->view(), "UISwitch", "onTintColor"), kRed);
+  EXPECT_EQ(inside(send(alone, UIViewController::view), "UISwitch", "onTintColor"), kRed);
   resetTint(alone);
   EXPECT_EQ(title(detail), "system");
 }
@@ -217,7 +223,7 @@ TEST_F(Tint, DoesNothingForNoPane) {
   setTint(nullptr, rgb(1, 0, 0));
   resetTint(nullptr);
   EXPECT_EQ(title(detail), "system");
-  EXPECT_EQ(inside(pane->view(), "UISwitch", "onTintColor"), "nil");
+  EXPECT_EQ(inside(send(pane, UIViewController::view), "UISwitch", "onTintColor"), "nil");
   EXPECT_EQ(inside(make<UIView>("UIView"), "UISwitch", "onTintColor"), "nil");
 }
 

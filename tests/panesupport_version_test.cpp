@@ -21,8 +21,9 @@ class Version : public Pane {
     ASSERT_NE(function, nullptr);
   }
   static std::string property(PSSpecifier* specifier, const char* key) {
-    auto* value = specifier->properties()->objectForKey(string(key));
-    return value == nullptr ? "nil" : std::string(host::text(value->description()));
+    auto* value =
+        send(send(specifier, PSSpecifier::properties), NSDictionary::objectForKey, string(key));
+    return value == nullptr ? "nil" : std::string(host::text(send(value, NSObject::description)));
   }
   PSSpecifier* specifier(const char* firstYear, const char* package = "com.example.pack") {
     return function(package == nullptr ? nullptr : string(package), string("The Holder"),
@@ -53,9 +54,11 @@ TEST_F(Version, IsAGroupWithACenteredFooter) {
   EXPECT_EQ(send<PSCellType>(made, "cellType"_sel), 0);
   EXPECT_EQ(send<Class>(made, "detailControllerClass"_sel), nullptr);
   EXPECT_EQ(send<Class>(made, "editPaneClass"_sel), nullptr);
-  EXPECT_EQ(made->properties()->count(), 2U);
+  EXPECT_EQ(send(send(made, PSSpecifier::properties), NSDictionary::count), 2U);
   EXPECT_EQ(property(made, "footerAlignment"), "1");
-  EXPECT_NE(objc::as<NSString>(made->properties()->objectForKey("footerAlignment"_ns)), nullptr);
+  EXPECT_NE(objc::as<NSString>(send(send(made, PSSpecifier::properties), NSDictionary::objectForKey,
+                                    "footerAlignment"_ns)),
+            nullptr);
   EXPECT_EQ(property(made, "footerText"), "© The Holder 2016\n Version: 2.0.0-1\n");
 }
 

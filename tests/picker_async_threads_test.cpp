@@ -6,6 +6,7 @@
 
 #include "objc/autorelease_pool.h"
 #include "objc/block.h"
+#include "picker/CQColorPicker.h"
 #include "platform/Dispatch.h"
 #include "support/hosted.h"
 #include "support/pictures.h"
@@ -85,14 +86,14 @@ class Blocker {
 };
 
 std::atomic<bool> computedOnMain{true};
-objc::Hook<bool(NSObject*)> setupContext;
-bool notedSetupContext(NSObject* self, SEL command) {
+objc::Hook<CQColorPicker::setupContext> setupContext;
+bool notedSetupContext(CQColorPicker* self, SEL command) {
   computedOnMain = isMainThread();
   return setupContext.original(self, command);
 }
 
 TEST_F(Asynchronous, ComputesAsideAndAnswersOnTheMainThread) {
-  setupContext.install(picker->isa, "setupContext"_sel, &notedSetupContext);
+  setupContext.install<&notedSetupContext>(picker->isa, CQColorPicker::setupContext);
   std::string answer;
   bool answeredOnMain = false;
   auto done = makeBlock<void(NSObject*)>([&](NSObject* scheme) {
@@ -159,9 +160,9 @@ TEST_F(Asynchronous, GivesADictionaryOfThreeColors) {
   bool onMain = false;
   auto done = makeBlock<void(NSDictionary*)>([&](NSDictionary* colors) {
     onMain = isMainThread();
-    entries.push_back(std::to_string(colors->count()));
+    entries.push_back(std::to_string(send(colors, NSDictionary::count)));
     for (NSString* key : {"BackgroundColor"_ns, "PrimaryTextColor"_ns, "SecondaryTextColor"_ns})
-      entries.push_back(hex(static_cast<UIColor*>(colors->objectForKey(key))));
+      entries.push_back(hex(static_cast<UIColor*>(send(colors, NSDictionary::objectForKey, key))));
   });
   requestDictionary(plainPicture(255, 255, 255), done);
   ASSERT_TRUE(eventually([&] { return !entries.empty(); }));
@@ -169,18 +170,20 @@ TEST_F(Asynchronous, GivesADictionaryOfThreeColors) {
   EXPECT_TRUE(onMain);
 }
 
-objc::Hook<void(NSObject*, UIColor*)> setPrimary;
-void dropPrimary(NSObject* self, SEL command, UIColor*) {
+objc::Hook<CQColorScheme::setPrimaryTextColor> setPrimary;
+void dropPrimary(CQColorScheme* self, SEL command, UIColor*) {
   setPrimary.original(self, command, nullptr);
 }
 
 TEST_F(Asynchronous, TheDictionaryEndsAtTheFirstMissingColor) {
-  setPrimary.install(objc_getClass("CQColorScheme"), "setPrimaryTextColor:"_sel, &dropPrimary);
+  setPrimary.install<&dropPrimary>(objc_getClass("CQColorScheme"),
+                                   CQColorScheme::setPrimaryTextColor);
   NSUInteger count = 99;
   std::string background;
   auto done = makeBlock<void(NSDictionary*)>([&](NSDictionary* colors) {
-    count = colors->count();
-    background = hex(static_cast<UIColor*>(colors->objectForKey("BackgroundColor"_ns)));
+    count = send(colors, NSDictionary::count);
+    background =
+        hex(static_cast<UIColor*>(send(colors, NSDictionary::objectForKey, "BackgroundColor"_ns)));
   });
   requestDictionary(plainPicture(255, 255, 255), done);
   ASSERT_TRUE(eventually([&] { return count != 99; }));
@@ -188,28 +191,29 @@ TEST_F(Asynchronous, TheDictionaryEndsAtTheFirstMissingColor) {
   EXPECT_EQ(background, "#ffffffff");
 }
 
-objc::Hook<NSObject*(NSObject*, UIImage*)> colorScheme;
-NSObject* noScheme(NSObject*, SEL, UIImage*) { return nullptr; }
+objc::Hook<CQColorPicker::colorSchemeFromImage> colorScheme;
+CQColorScheme* noScheme(CQColorPicker*, SEL, UIImage*) { return nullptr; }
 
 TEST_F(Asynchronous, WithoutASchemeTheDictionaryIsEmpty) {
-  colorScheme.install(picker->isa, "colorSchemeFromImage:"_sel, &noScheme);
+  colorScheme.install<&noScheme>(picker->isa, CQColorPicker::colorSchemeFromImage);
   NSUInteger count = 99;
-  auto done = makeBlock<void(NSDictionary*)>(
-      [&](NSDictionary* colors) { count = colors == nullptr ? 98 : colors->count(); });
+  auto done = makeBlock<void(NSDictionary*)>([&](NSDictionary* colors) {
+    count = colors == nullptr ? 98 : send(colors, NSDictionary::count);
+  });
   requestDictionary(plainPicture(255, 255, 255), done);
   ASSERT_TRUE(eventually([&] { return count != 99; }));
   EXPECT_EQ(count, 0U);
 }
 
 std::atomic<int> pickersMade{0};
-objc::Hook<NSObject*(NSObject*)> initPicker;
+objc::Hook<NSObject::init> initPicker;
 NSObject* countedInit(NSObject* self, SEL command) {
   ++pickersMade;
   return initPicker.original(self, command);
 }
 
 TEST_F(Asynchronous, SharesOnePicker) {
-  initPicker.install(picker->isa, "init"_sel, &countedInit);
+  initPicker.install<&countedInit>(picker->isa, NSObject::init);
   std::atomic<int> answers{0};
   auto done = makeBlock<void(NSDictionary*)>([&](NSDictionary*) { ++answers; });
   std::vector<std::thread> threads;

@@ -19,10 +19,10 @@ UIColor* importantColor(UIImage* image) {
   return function(image);
 }
 
-CGFloat hue(UIColor* color) { return send<CGFloat>(color, "hue"_sel); }
-CGFloat saturation(UIColor* color) { return send<CGFloat>(color, "saturation"_sel); }
-CGFloat brightness(UIColor* color) { return send<CGFloat>(color, "brightness"_sel); }
-CGFloat alpha(UIColor* color) { return send<CGFloat>(color, "alpha"_sel); }
+CGFloat hue(UIColor* color) { return hsbOf(color)[0]; }
+CGFloat saturation(UIColor* color) { return hsbOf(color)[1]; }
+CGFloat brightness(UIColor* color) { return hsbOf(color)[2]; }
+CGFloat alpha(UIColor* color) { return hsbOf(color)[3]; }
 
 class PickerImportant : public PlainAnalysis, public testing::WithParamInterface<pictures::Kind> {};
 

@@ -243,6 +243,7 @@ TEST_F(Setup, CompilesWhatHasText) {
 
 TEST_F(Setup, ValidatesPrograms) {
   schemeOf(plainPicture(1, 2, 3));
+  ASSERT_TRUE(send<bool>(picker, "setupContext"_sel));
   EXPECT_TRUE(send<bool>(picker, "validateProgram:"_sel, field("_program")));
   EXPECT_FALSE(send<bool>(picker, "validateProgram:"_sel, glCreateProgram()));
   EXPECT_FALSE(send<bool>(picker, "linkProgram:"_sel, glCreateProgram()));

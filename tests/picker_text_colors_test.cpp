@@ -29,7 +29,7 @@ TEST_P(PickerScheme, HasTheColorsOfThePlainComputation) {
     dumpedFrame(&biggest);
     EXPECT_EQ(componentsOf(biggest), expected.background) << picture.name;
     for (UIColor* color : {background(scheme), primary(scheme), secondary(scheme), biggest})
-      EXPECT_EQ(send<CGFloat>(color, "alpha"_sel), 1) << picture.name;
+      EXPECT_EQ(hsbOf(color)[3], 1) << picture.name;
   }
 }
 
@@ -107,7 +107,7 @@ TEST_F(PickerTextColors, AColorThatIsNoNumberCountsAsBlack) {
 /// A colour whose red is beyond the range, as wide-gamut ones are.
 UIColor* wideColor = nullptr;
 CGFloat wideRed = 0;
-objc::Hook<bool(UIColor*, CGFloat*, CGFloat*, CGFloat*, CGFloat*)> getRed;
+objc::Hook<UIColor::getRed> getRed;
 
 bool answerWideRed(UIColor* self, SEL command, CGFloat* red, CGFloat* green, CGFloat* blue,
                    CGFloat* alpha) {
@@ -117,7 +117,7 @@ bool answerWideRed(UIColor* self, SEL command, CGFloat* red, CGFloat* green, CGF
 }
 
 TEST_F(PickerTextColors, ComponentsBeyondTheRangeAreItsEnds) {
-  getRed.install(objc_getClass("UIColor"), "getRed:green:blue:alpha:"_sel, &answerWideRed);
+  getRed.install<&answerWideRed>(objc_getClass("UIColor"), UIColor::getRed);
   readFrame();
   put(0, 0, {128, 0, 0, 5});
   put(1, 0, {127, 0, 0, 4});
@@ -164,7 +164,7 @@ TEST_F(PickerTextColors, ANewSchemeHasNoColors) {
 TEST_F(PickerTextColors, MethodsHaveTheirEncodings) {
   const std::pair<const char*, std::string> kMethods[] = {
       {"findTextColorsTaskForColorScheme:", "v@:@"},
-      {"isSufficienteContrastBetweenBackground:andForground:", "B@:@@"},
+      {"isSufficienteContrastBetweenBackground:andForground:", nativeEncoding("B@:@@")},
       {"colorFromImageWithWidth:height:filteringColor:tolerance:", nativeEncoding("@@:QQ@f")},
       {"colorWithBiggerCountFromImageWidth:height:", nativeEncoding("@@:QQ")},
       {"dumpImageWithWidth:height:biggestAlphaColorReturn:", nativeEncoding("@@:QQ^@")},

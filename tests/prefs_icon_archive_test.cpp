@@ -75,10 +75,11 @@ TEST_F(IconArchive, AcceptsEveryClassThatDecodes) {
   // Nobody looks at what nothing refers to.
   EXPECT_TRUE(isAccepted(archive({string("text"), classNamed("UINeverHeardOfIt"), list({})})));
   // The same in XML.
-  NSData* xml = send<NSData*>(objc_getClass("NSPropertyListSerialization"),
-                              "dataWithPropertyList:format:options:error:"_sel,
-                              NSPropertyListSerialization::propertyListWithData(colorArchive()),
-                              NSUInteger{100}, NSUInteger{0}, static_cast<NSObject**>(nullptr));
+  NSData* xml = send<NSData*>(
+      objc_getClass("NSPropertyListSerialization"),
+      "dataWithPropertyList:format:options:error:"_sel,
+      NSPropertyListSerialization::propertyListWithData(colorArchive(), 0, nullptr, nullptr),
+      NSUInteger{100}, NSUInteger{0}, static_cast<NSObject**>(nullptr));
   EXPECT_TRUE(isAccepted(xml));
 }
 

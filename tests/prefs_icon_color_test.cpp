@@ -54,7 +54,7 @@ std::string expectedColor(const char* file) {
   };
   UIImage* icon = image(NSData::dataWithBytes(bytes.data(), bytes.size()));
   UIGraphicsBeginImageContextWithOptions({59, 59}, false, 2);
-  icon->drawInRect({{0, 0}, {59, 59}});
+  send(icon, UIImage::drawInRect, {{0, 0}, {59, 59}});
   UIImage* small = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
   UIImage* opaque = image(UIImageJPEGRepresentation(small, 1));
@@ -86,7 +86,7 @@ TEST_F(IconColor, IsTheDyeWhereItIsWanted) {
 
 TEST_F(IconColor, DyesViews) {
   appWithIcon(kIconType + kGlobal, kMail);
-  EXPECT_EQ(hex(test::make<UIView>("UIView")->tintColor()), expectedColor(kMail));
+  EXPECT_EQ(hex(send(test::make<UIView>("UIView"), UIView::tintColor)), expectedColor(kMail));
 }
 
 TEST_F(IconColor, IsNotTheDyeForAnyOtherType) {
@@ -120,8 +120,10 @@ TEST_F(IconColor, IsArchivedIntoTheSettings) {
   // Everything else is still there.
   auto* file = NSDictionary::dictionaryWithContentsOfFile(
       "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
-  EXPECT_STREQ(static_cast<NSString*>(file->objectForKey("global_color"_ns))->UTF8String(),
-               "#112233");
+  EXPECT_STREQ(
+      send(static_cast<NSString*>(send(file, NSDictionary::objectForKey, "global_color"_ns)),
+           NSString::UTF8String),
+      "#112233");
 }
 
 TEST_F(IconColor, IsReadFromTheSettingsWithoutAskingForTheIcon) {
@@ -142,7 +144,7 @@ TEST_F(IconColor, WhateverWasArchivedIsReturned) {
   load();
   auto* answer = objc::as<NSString>(send<NSObject*>(manager(), "dye"_sel));
   ASSERT_NE(answer, nullptr);
-  EXPECT_STREQ(answer->UTF8String(), "not a colour");
+  EXPECT_STREQ(send(answer, NSString::UTF8String), "not a colour");
   // An element passes it on without marking it.
   EXPECT_NE(send<NSObject*>(manager(), "keyboardDye"_sel), nullptr);
 }
@@ -166,14 +168,15 @@ TEST_F(IconColor, AnyTruncatedEntryIsReplaced) {
   icons["com.example.app"] = kNotes;
   start("com.example.app");
   NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(test::rgb(0.25, 0.5, 0.75));
-  const std::size_t length = archive->length();
+  const std::size_t length = send(archive, NSData::length);
   load();
   const std::string expected = expectedColor(kNotes);
   for (std::size_t kept = 0; kept < length; kept += 7) {
     objc::AutoreleasePool pool;
-    settings(
-        kIconType +
-        cacheEntry("<data>" + base64(NSData::dataWithBytes(archive->bytes(), kept)) + "</data>"));
+    settings(kIconType +
+             cacheEntry("<data>" +
+                        base64(NSData::dataWithBytes(send(archive, NSData::bytes), kept)) +
+                        "</data>"));
     EXPECT_EQ(hex(dye()), expected) << kept;
     EXPECT_EQ(unarchived(cachedEntry()), expected) << kept;
   }

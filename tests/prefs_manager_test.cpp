@@ -164,14 +164,16 @@ TEST_F(Manager, AMasterSwitchOfAnotherKindCountsAsAbsent) {
 
 TEST_F(Manager, KnowsItsProcess) {
   application("");
-  EXPECT_STREQ(send<NSString*>(manager(), "bundleId"_sel)->UTF8String(), "com.example.app");
+  EXPECT_STREQ(send(send<NSString*>(manager(), "bundleId"_sel), NSString::UTF8String),
+               "com.example.app");
   EXPECT_FALSE(yes("isSpringBoard"));
 }
 
 TEST_F(Manager, KnowsSpringBoardAndTheOpenApplication) {
   springBoard("", "com.example.open");
   EXPECT_TRUE(yes("isSpringBoard"));
-  EXPECT_STREQ(send<NSString*>(manager(), "getOpenAppId"_sel)->UTF8String(), "com.example.open");
+  EXPECT_STREQ(send(send<NSString*>(manager(), "getOpenAppId"_sel), NSString::UTF8String),
+               "com.example.open");
 }
 
 TEST_F(Manager, AnOpenApplicationMayGoByItsOtherName) {
@@ -179,7 +181,8 @@ TEST_F(Manager, AnOpenApplicationMayGoByItsOtherName) {
   Class cls = objc_getClass("SBApplication");
   NSString* (*other)(id, SEL) = [](id, SEL) { return string("by another name"); };
   class_addMethod(cls, "displayIdentifier"_sel, reinterpret_cast<IMP>(other), "@@:");
-  EXPECT_STREQ(send<NSString*>(manager(), "getOpenAppId"_sel)->UTF8String(), "by another name");
+  EXPECT_STREQ(send(send<NSString*>(manager(), "getOpenAppId"_sel), NSString::UTF8String),
+               "by another name");
 }
 
 TEST_F(Manager, AnOpenApplicationMayHaveNoName) {
@@ -315,7 +318,7 @@ TEST_F(Manager, GetPrefReturnsWhatIsStored) {
   EXPECT_NE(objc::as<NSArray>(send<NSObject*>(store, "getPref:"_sel, string("thing"))), nullptr);
   NSObject* own =
       send<NSObject*>(store, "getPref:ident:"_sel, string("thing"), string("com.other"));
-  EXPECT_STREQ(own->description()->UTF8String(), "own");
+  EXPECT_STREQ(send(send(own, NSObject::description), NSString::UTF8String), "own");
   EXPECT_EQ(send<NSObject*>(store, "getPref:"_sel, string("absent")), nullptr);
   EXPECT_NE(send<NSObject*>(store, "getPref:"_sel, string("enabled")), nullptr)
       << "the store's default";
@@ -335,7 +338,7 @@ TEST_F(Manager, ManyIdentifiersAndKeysGetTheirOwnValues) {
       NSString* id = string(("com.example." + std::to_string(i)).c_str());
       auto* value = static_cast<NSNumber*>(send<NSObject*>(store, "getPref:ident:"_sel, thing, id));
       ASSERT_NE(value, nullptr) << i;
-      EXPECT_EQ(value->intValue(), i);
+      EXPECT_EQ(send(value, NSNumber::intValue), i);
     }
   }
 }

@@ -63,7 +63,7 @@ TEST_F(MissingLibraries, TheProcessLacksThem) {
   EXPECT_EQ(objc_getClass("ALApplicationList"), nullptr);
   EXPECT_EQ(log(), std::vector<std::string>());
   EXPECT_FALSE(installed.empty());
-  EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), "#de3027ff");
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), "#de3027ff");
 }
 
 TEST_F(MissingLibraries, AnyOtherProcessHasThem) {

@@ -35,7 +35,8 @@ TEST_F(References, ReadAsAbsent) {
 
 TEST_F(References, ReadAsAbsentInBinaryFilesAndStayThere) {
   NSMutableDictionary* stored = NSMutableDictionary::dictionary();
-  for (const auto& key : varnix::settings::kKeys) stored->setObjectForKey(uid(7), string(key.name));
+  for (const auto& key : varnix::settings::kKeys)
+    send(stored, NSMutableDictionary::setObjectForKey, uid(7), string(key.name));
   writeSettings(bytesOf(binary(stored)));
   start("com.example.app");
   load();
@@ -43,9 +44,9 @@ TEST_F(References, ReadAsAbsentInBinaryFilesAndStayThere) {
   NSString* path = string("/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist");
   auto* found = NSDictionary::dictionaryWithContentsOfFile(path);
   ASSERT_NE(found, nullptr);
-  EXPECT_TRUE(found->isEqual(stored));
-  EXPECT_TRUE(found->writeToFile(path, true));
-  EXPECT_TRUE(NSDictionary::dictionaryWithContentsOfFile(path)->isEqual(stored));
+  EXPECT_TRUE(send(found, NSObject::isEqual, stored));
+  EXPECT_TRUE(send(found, NSDictionary::writeToFile, path, true));
+  EXPECT_TRUE(send(NSDictionary::dictionaryWithContentsOfFile(path), NSObject::isEqual, stored));
 }
 
 }  // namespace

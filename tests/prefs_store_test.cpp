@@ -35,8 +35,9 @@ class Store : public Hosted {
   }
   static NSMutableDictionary* defaults() {
     auto* values = NSMutableDictionary::dictionary();
-    values->setObjectForKey(NSNumber::numberWithLongLong(7), string("seven"));
-    values->setObjectForKey(string("blue"), string("color"));
+    send(values, NSMutableDictionary::setObjectForKey, NSNumber::numberWithLongLong(7),
+         string("seven"));
+    send(values, NSMutableDictionary::setObjectForKey, string("blue"), string("color"));
     return values;
   }
   static NSObject* open(NSDictionary* values, const char* notification) {
@@ -51,7 +52,8 @@ class Store : public Hosted {
   }
   static std::string text(NSObject* store, const char* key) {
     NSObject* value = get(store, key);
-    return value == nullptr ? "nil" : value->description()->UTF8String();
+    return value == nullptr ? "nil"
+                            : send(send(value, NSObject::description), NSString::UTF8String);
   }
   static void set(NSObject* store, NSObject* value, const char* key) {
     send<void>(store, "setObject:forKey:"_sel, value, string(key));
@@ -62,8 +64,11 @@ class Store : public Hosted {
                         "Frameworks/Preferences.so");
     }
     auto* made = make<PSSpecifier>("PSSpecifier");
-    made->properties()->setObjectForKey(string(key), string("key"));
-    if (fallback != nullptr) made->properties()->setObjectForKey(fallback, string("default"));
+    send(send(made, PSSpecifier::properties), NSMutableDictionary::setObjectForKey, string(key),
+         string("key"));
+    if (fallback != nullptr)
+      send(send(made, PSSpecifier::properties), NSMutableDictionary::setObjectForKey, fallback,
+           string("default"));
     return made;
   }
   static void turn() { host::MainRunLoop::instance().runFor(std::chrono::milliseconds(50)); }
@@ -96,13 +101,13 @@ TEST_F(Store, TheFileWinsKeyByKey) {
 TEST_F(Store, NestedValuesAreNotMerged) {
   auto* values = NSMutableDictionary::dictionary();
   auto* inner = NSMutableDictionary::dictionary();
-  inner->setObjectForKey(string("x"), string("x"));
-  values->setObjectForKey(inner, string("nested"));
+  send(inner, NSMutableDictionary::setObjectForKey, string("x"), string("x"));
+  send(values, NSMutableDictionary::setObjectForKey, inner, string("nested"));
   write("<key>nested</key><dict><key>y</key><string>y</string></dict>");
   NSObject* store = open(values, nullptr);
   auto* nested = static_cast<NSDictionary*>(get(store, "nested"));
-  EXPECT_EQ(nested->count(), 1U);
-  EXPECT_EQ(nested->objectForKey(string("x")), nullptr);
+  EXPECT_EQ(send(nested, NSDictionary::count), 1U);
+  EXPECT_EQ(send(nested, NSDictionary::objectForKey, string("x")), nullptr);
 }
 
 TEST_F(Store, AFileThatIsNoDictionaryCountsAsAbsent) {
@@ -182,9 +187,14 @@ TEST_F(Store, SavePutsEveryDefaultIntoTheFile) {
   auto* saved = NSDictionary::dictionaryWithContentsOfFile(
       string((std::string("/var/mobile/Library/Preferences/") + kDomain + ".plist").c_str()));
   ASSERT_NE(saved, nullptr);
-  EXPECT_EQ(saved->count(), 2U);
-  EXPECT_STREQ(saved->objectForKey(string("color"))->description()->UTF8String(), "grün 🎨 %@");
-  EXPECT_EQ(static_cast<NSNumber*>(saved->objectForKey(string("seven")))->intValue(), 7);
+  EXPECT_EQ(send(saved, NSDictionary::count), 2U);
+  EXPECT_STREQ(
+      send(send(send(saved, NSDictionary::objectForKey, string("color")), NSObject::description),
+           NSString::UTF8String),
+      "grün 🎨 %@");
+  EXPECT_EQ(send(static_cast<NSNumber*>(send(saved, NSDictionary::objectForKey, string("seven"))),
+                 NSNumber::intValue),
+            7);
 }
 
 TEST_F(Store, SaveWritesInPlace) {
@@ -206,8 +216,8 @@ TEST_F(Store, AFailedSaveIsIgnored) {
 
 TEST_F(Store, KnowsItsIdentifierAndPath) {
   NSObject* store = open(nullptr, nullptr);
-  EXPECT_STREQ(send<NSString*>(store, "identifier"_sel)->UTF8String(), kDomain);
-  EXPECT_STREQ(send<NSString*>(store, "plistPath"_sel)->UTF8String(),
+  EXPECT_STREQ(send(send<NSString*>(store, "identifier"_sel), NSString::UTF8String), kDomain);
+  EXPECT_STREQ(send(send<NSString*>(store, "plistPath"_sel), NSString::UTF8String),
                "/var/mobile/Library/Preferences/com.example.store.plist");
 }
 
@@ -217,7 +227,7 @@ TEST_F(Store, SettingThePathReloadsAtOnce) {
       << "<plist version=\"1.0\"><dict><key>color</key><string>other</string></dict></plist>";
   send<void>(store, "setPlistPath:"_sel, string("/other.x.plist"));
   EXPECT_EQ(text(store, "color"), "other");
-  EXPECT_STREQ(send<NSString*>(store, "identifier"_sel)->UTF8String(), "other.x");
+  EXPECT_STREQ(send(send<NSString*>(store, "identifier"_sel), NSString::UTF8String), "other.x");
 }
 
 TEST_F(Store, TheNotificationReloadsAndThenCallsBack) {
@@ -261,7 +271,8 @@ TEST_F(Store, APanesRowReadsTheViewThenItsDefault) {
   NSObject* store = open(defaults(), nullptr);
   auto readRow = [&](PSSpecifier* row) {
     NSObject* value = send<NSObject*>(store, "readPreferenceValue:"_sel, row);
-    return std::string(value == nullptr ? "nil" : value->description()->UTF8String());
+    return std::string(
+        value == nullptr ? "nil" : send(send(value, NSObject::description), NSString::UTF8String));
   };
   EXPECT_EQ(readRow(specifier("color", string("row's"))), "blue");
   EXPECT_EQ(readRow(specifier("other", string("row's"))), "row's");
@@ -296,10 +307,11 @@ TEST_F(Store, NilKeysAndValuesAreTheCallersMistake) {
 TEST_F(Store, CopiesNameAndDefaultsAndKeepsTheRest) {
   auto* values = defaults();
   NSObject* store = open(values, kChanged);
-  values->setObjectForKey(string("late"), string("color"));
+  send(values, NSMutableDictionary::setObjectForKey, string("late"), string("color"));
   send<void>(store, "updateCurrentImplementation"_sel);
   EXPECT_EQ(text(store, "color"), "blue");
-  EXPECT_STREQ(send<NSString*>(store, "notificationName"_sel)->UTF8String(), kChanged);
+  EXPECT_STREQ(send(send<NSString*>(store, "notificationName"_sel), NSString::UTF8String),
+               kChanged);
   NSObject* view = send<NSObject*>(store, "currentPrefsImplementation"_sel);
   EXPECT_NE(objc::as<NSMutableDictionary>(view), nullptr);
   EXPECT_NE(send<void*>(store, "notificationCallback"_sel), nullptr);

@@ -21,14 +21,15 @@ std::string repeated(std::string_view words, std::size_t count) {
 std::size_t depth(NSObject* object) {
   std::size_t deepest = 0;
   if (auto* array = objc::as<NSArray>(object)) {
-    for (NSUInteger i = 0; i < array->count(); ++i)
-      deepest = std::max(deepest, depth(array->objectAtIndex(i)));
+    for (NSUInteger i = 0; i < send(array, NSArray::count); ++i)
+      deepest = std::max(deepest, depth(send(array, NSArray::objectAtIndex, i)));
     return deepest + 1;
   }
   if (auto* dictionary = objc::as<NSDictionary>(object)) {
-    NSArray* keys = dictionary->allKeys();
-    for (NSUInteger i = 0; i < keys->count(); ++i) {
-      deepest = std::max(deepest, depth(dictionary->objectForKey(keys->objectAtIndex(i))));
+    NSArray* keys = send(dictionary, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      deepest = std::max(deepest, depth(send(dictionary, NSDictionary::objectForKey,
+                                             send(keys, NSArray::objectAtIndex, i))));
     }
     return deepest + 1;
   }

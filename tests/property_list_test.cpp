@@ -44,35 +44,40 @@ class PropertyList : public testing::Test {
 /// What both of the two samples hold.
 void expectSample(NSDictionary* sample, const std::function<std::string(NSObject*)>& type) {
   ASSERT_NE(sample, nullptr);
-  EXPECT_EQ(sample->count(), 13u);
+  EXPECT_EQ(send(sample, NSDictionary::count), 13u);
   auto number = [&](const char* key) {
-    return objc::as<NSNumber>(sample->objectForKey(string(key)));
+    return objc::as<NSNumber>(send(sample, NSDictionary::objectForKey, string(key)));
   };
   EXPECT_EQ(type(number("enabled")), "c");
-  EXPECT_TRUE(number("enabled")->boolValue());
+  EXPECT_TRUE(send(number("enabled"), NSNumber::boolValue));
   EXPECT_EQ(type(number("off")), "c");
-  EXPECT_FALSE(number("off")->boolValue());
+  EXPECT_FALSE(send(number("off"), NSNumber::boolValue));
   EXPECT_EQ(type(number("count")), "q");
-  EXPECT_EQ(number("count")->intValue(), 7);
-  EXPECT_EQ(number("negative")->longLongValue(), -5);
+  EXPECT_EQ(send(number("count"), NSNumber::intValue), 7);
+  EXPECT_EQ(send(number("negative"), NSNumber::longLongValue), -5);
   EXPECT_EQ(type(number("big")), "Q");
   EXPECT_EQ(send<unsigned long long>(number("big"), "unsignedLongLongValue"_sel), (1ULL << 63) + 5);
   EXPECT_EQ(type(number("real")), "d");
-  EXPECT_EQ(number("real")->doubleValue(), 0.1);
-  EXPECT_EQ(host::text(objc::as<NSString>(sample->objectForKey(string("name")))), "Grün 色 😀");
-  auto* blob = objc::as<NSData>(sample->objectForKey(string("blob")));
+  EXPECT_EQ(send(number("real"), NSNumber::doubleValue), 0.1);
+  EXPECT_EQ(
+      host::text(objc::as<NSString>(send(sample, NSDictionary::objectForKey, string("name")))),
+      "Grün 色 😀");
+  auto* blob = objc::as<NSData>(send(sample, NSDictionary::objectForKey, string("blob")));
   ASSERT_NE(blob, nullptr);
-  ASSERT_EQ(blob->length(), 4u);
-  EXPECT_EQ(std::memcmp(blob->bytes(), "\x00\x01\xfe\xff", 4), 0);
-  auto* date = objc::as<NSDate>(sample->objectForKey(string("date")));
+  ASSERT_EQ(send(blob, NSData::length), 4u);
+  EXPECT_EQ(std::memcmp(send(blob, NSData::bytes), "\x00\x01\xfe\xff", 4), 0);
+  auto* date = objc::as<NSDate>(send(sample, NSDictionary::objectForKey, string("date")));
   ASSERT_NE(date, nullptr);
-  EXPECT_EQ(date->timeIntervalSinceReferenceDate(), 464115601);  // 2015-09-16 17:00:01
-  auto* list = objc::as<NSArray>(sample->objectForKey(string("list")));
+  EXPECT_EQ(send(date, NSDate::timeIntervalSinceReferenceDate), 464115601);  // 2015-09-16 17:00:01
+  auto* list = objc::as<NSArray>(send(sample, NSDictionary::objectForKey, string("list")));
   ASSERT_NE(list, nullptr);
-  EXPECT_EQ(list->count(), 3u);
-  EXPECT_NE(objc::as<NSDictionary>(list->objectAtIndex(2)), nullptr);
-  EXPECT_NE(objc::as<NSMutableDictionary>(sample->objectForKey(string("empty"))), nullptr);
-  EXPECT_NE(objc::as<NSMutableArray>(sample->objectForKey(string("none"))), nullptr);
+  EXPECT_EQ(send(list, NSArray::count), 3u);
+  EXPECT_NE(objc::as<NSDictionary>(send(list, NSArray::objectAtIndex, 2)), nullptr);
+  EXPECT_NE(
+      objc::as<NSMutableDictionary>(send(sample, NSDictionary::objectForKey, string("empty"))),
+      nullptr);
+  EXPECT_NE(objc::as<NSMutableArray>(send(sample, NSDictionary::objectForKey, string("none"))),
+            nullptr);
 }
 
 TEST_F(PropertyList, ReadsXml) { expectSample(read(test::kXmlPropertyList), type); }
@@ -89,32 +94,35 @@ TEST_F(PropertyList, WritesWhatItReads) {
   EXPECT_NE(xml->find("<integer>9223372036854775813</integer>"), std::string::npos);
   NSDictionary* again = read(*xml);
   expectSample(again, type);
-  EXPECT_TRUE(again->isEqual(sample));
+  EXPECT_TRUE(send(again, NSObject::isEqual, sample));
 }
 
 TEST_F(PropertyList, ReadsElementsOnTop) {
   EXPECT_EQ(host::text(objc::as<NSString>(element("<string>a &lt;&amp;&#x263a;&gt;</string>"))),
             "a <&☺>");
   EXPECT_EQ(host::text(objc::as<NSString>(element("<string><![CDATA[<b>]]></string>"))), "<b>");
-  EXPECT_EQ(objc::as<NSNumber>(element("<integer>-12</integer>"))->intValue(), -12);
-  EXPECT_EQ(objc::as<NSArray>(element("<array><string/><string></string></array>"))->count(), 2u);
-  EXPECT_EQ(objc::as<NSData>(element("<data></data>"))->length(), 0u);
+  EXPECT_EQ(send(objc::as<NSNumber>(element("<integer>-12</integer>")), NSNumber::intValue), -12);
+  EXPECT_EQ(
+      send(objc::as<NSArray>(element("<array><string/><string></string></array>")), NSArray::count),
+      2u);
+  EXPECT_EQ(send(objc::as<NSData>(element("<data></data>")), NSData::length), 0u);
 }
 
 TEST_F(PropertyList, LaterOfTwoEqualKeysCounts) {
   auto* pair = objc::as<NSDictionary>(element(
       "<dict><key>a</key><string>first</string><key>a</key><string>second</string></dict>"));
   ASSERT_NE(pair, nullptr);
-  EXPECT_EQ(pair->count(), 1u);
-  EXPECT_EQ(host::text(objc::as<NSString>(pair->objectForKey(string("a")))), "second");
+  EXPECT_EQ(send(pair, NSDictionary::count), 1u);
+  EXPECT_EQ(host::text(objc::as<NSString>(send(pair, NSDictionary::objectForKey, string("a")))),
+            "second");
 }
 
 TEST_F(PropertyList, ReadsCommentsInstructionsAndByteOrderMark) {
   EXPECT_EQ(
-      read("\xef\xbb\xbf<?xml version=\"1.0\"?><!DOCTYPE plist PUBLIC \"-//a//b\" \"c.dtd\">\n"
-           "<!-- <array> --><plist><dict><!-- </dict> --><key>a<!-- b "
-           "--></key><true/></dict></plist>\n")
-          ->count(),
+      send(read("\xef\xbb\xbf<?xml version=\"1.0\"?><!DOCTYPE plist PUBLIC \"-//a//b\" \"c.dtd\">\n"
+                "<!-- <array> --><plist><dict><!-- </dict> --><key>a<!-- b "
+                "--></key><true/></dict></plist>\n"),
+           NSDictionary::count),
       1u);
 }
 
@@ -124,13 +132,13 @@ TEST_F(PropertyList, LeavesOutWhatHasNoObject) {
       test::binaryFromObjects({test::binaryArray({1, 2}), "\x52\xff\xfe", "\x51q"});
   auto* list = objc::as<NSArray>(host::propertyListFromData(bytes));
   ASSERT_NE(list, nullptr);
-  ASSERT_EQ(list->count(), 1u);
-  EXPECT_EQ(host::text(objc::as<NSString>(list->objectAtIndex(0))), "q");
+  ASSERT_EQ(send(list, NSArray::count), 1u);
+  EXPECT_EQ(host::text(objc::as<NSString>(send(list, NSArray::objectAtIndex, 0))), "q");
   auto* xml =
       objc::as<NSDictionary>(element("<dict><key>a\xff</key><true/><key>b</key><string>\xc0</"
                                      "string><key>c</key><integer>3</integer></dict>"));
   ASSERT_NE(xml, nullptr);
-  EXPECT_EQ(xml->count(), 1u);
+  EXPECT_EQ(send(xml, NSDictionary::count), 1u);
 }
 
 TEST_F(PropertyList, RefusesOtherFormats) {
@@ -147,13 +155,13 @@ TEST_F(PropertyList, KeepsNumbers) {
                           std::numeric_limits<long long>::min()}) {
     auto* back = objc::as<NSNumber>(writtenAndRead(NSNumber::numberWithLongLong(value)));
     ASSERT_NE(back, nullptr);
-    EXPECT_EQ(back->longLongValue(), value);
+    EXPECT_EQ(send(back, NSNumber::longLongValue), value);
     EXPECT_EQ(type(back), "q");
   }
   for (double value : {0.0, 1.0, -0.25, 0.1, 1e-300, 1.7976931348623157e308, 123456789.123456789}) {
     auto* back = objc::as<NSNumber>(writtenAndRead(NSNumber::numberWithDouble(value)));
     ASSERT_NE(back, nullptr);
-    EXPECT_EQ(back->doubleValue(), value);
+    EXPECT_EQ(send(back, NSNumber::doubleValue), value);
     EXPECT_EQ(type(back), "d");
   }
   EXPECT_EQ(type(writtenAndRead(NSNumber::numberWithBool(true))), "c");
@@ -165,13 +173,13 @@ TEST_F(PropertyList, KeepsDates) {
     auto* back =
         objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(value)));
     ASSERT_NE(back, nullptr) << value;
-    EXPECT_EQ(back->timeIntervalSinceReferenceDate(), value);
+    EXPECT_EQ(send(back, NSDate::timeIntervalSinceReferenceDate), value);
   }
   // XML has whole seconds.
   auto* earlier =
       objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(-0.5)));
   ASSERT_NE(earlier, nullptr);
-  EXPECT_EQ(earlier->timeIntervalSinceReferenceDate(), -1);
+  EXPECT_EQ(send(earlier, NSDate::timeIntervalSinceReferenceDate), -1);
 }
 
 TEST_F(PropertyList, ReadsDatesOfBinaryFilesToTheFraction) {
@@ -183,7 +191,7 @@ TEST_F(PropertyList, ReadsDatesOfBinaryFilesToTheFraction) {
   for (double value : {0.5, -0.5, -1.25, 1e10 + 0.125, 464115601.0}) {
     auto* date = objc::as<NSDate>(read(value));
     ASSERT_NE(date, nullptr) << value;
-    EXPECT_EQ(date->timeIntervalSinceReferenceDate(), value);
+    EXPECT_EQ(send(date, NSDate::timeIntervalSinceReferenceDate), value);
   }
   EXPECT_EQ(read(std::nan("")), nullptr);
   EXPECT_EQ(read(1e300), nullptr);
@@ -193,10 +201,11 @@ TEST_F(PropertyList, KeepsDataOfEverySize) {
   std::string bytes;
   for (int size = 0; size < 400; ++size) {
     NSMutableDictionary* holder = NSMutableDictionary::dictionary();
-    holder->setObjectForKey(NSData::dataWithBytes(bytes.data(), bytes.size()), string("data"));
+    send(holder, NSMutableDictionary::setObjectForKey,
+         NSData::dataWithBytes(bytes.data(), bytes.size()), string("data"));
     auto* back = objc::as<NSDictionary>(writtenAndRead(holder));
     ASSERT_NE(back, nullptr) << size;
-    ASSERT_TRUE(back->isEqual(holder)) << size;
+    ASSERT_TRUE(send(back, NSObject::isEqual, holder)) << size;
     bytes += static_cast<char>(size * 37);
   }
 }
@@ -209,10 +218,10 @@ TEST_F(PropertyList, WritesTextThatXmlWouldTakeForTags) {
 TEST_F(PropertyList, WritesNothingWhereAnObjectHasNoForm) {
   EXPECT_FALSE(host::xmlFromPropertyList(nullptr));
   NSMutableArray* list = NSMutableArray::array();
-  list->addObject(test::make<NSObject>("NSObject"));
+  send(list, NSMutableArray::addObject, test::make<NSObject>("NSObject"));
   EXPECT_FALSE(host::xmlFromPropertyList(list));
   NSMutableDictionary* numbers = NSMutableDictionary::dictionary();
-  numbers->setObjectForKey(string("a"), NSNumber::numberWithBool(true));
+  send(numbers, NSMutableDictionary::setObjectForKey, string("a"), NSNumber::numberWithBool(true));
   EXPECT_FALSE(host::xmlFromPropertyList(numbers));
   EXPECT_FALSE(host::xmlFromPropertyList(host::makeString(std::string_view("a\0b", 3))));
   EXPECT_FALSE(
@@ -224,7 +233,7 @@ TEST_F(PropertyList, WritesToTheDepthThatItReads) {
     NSMutableArray* outer = NSMutableArray::array();
     for (std::size_t i = 1; i < depth; ++i) {
       NSMutableArray* next = NSMutableArray::array();
-      next->addObject(outer);
+      send(next, NSMutableArray::addObject, outer);
       outer = next;
     }
     return outer;
@@ -237,8 +246,8 @@ TEST_F(PropertyList, WritesToTheDepthThatItReads) {
 
 TEST_F(PropertyList, WritingEndsForAContainerThatHoldsItself) {
   NSMutableArray* list = NSMutableArray::array();
-  list->addObject(list);
-  list->addObject(list);
+  send(list, NSMutableArray::addObject, list);
+  send(list, NSMutableArray::addObject, list);
   EXPECT_FALSE(host::xmlFromPropertyList(list));
   send<void>(list, "removeObjectAtIndex:"_sel, NSUInteger{0});
   send<void>(list, "removeObjectAtIndex:"_sel, NSUInteger{0});

@@ -14,6 +14,7 @@
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -29,11 +30,24 @@ struct HookParent : NSObject {
     return a + b + c + d + e + f + g + h.size.height;
   }
   static int ofClass() { return 3; }
+  /// The platform's own BOOL on 32 bits may be any byte.
+  static unsigned char odd(HookParent*, SEL, unsigned char given) { return given; }
 };
 struct HookChild : HookParent {
   int own() { return 2; }
 };
 struct HookSibling : HookParent {};
+
+constexpr objc::Message<HookParent, "number", int()> kNumber;
+constexpr objc::Message<HookParent, "scaled:times:plus:", double(double, int, float)> kScaled;
+constexpr objc::Message<HookParent, "frame:by:", CGRect(CGRect, double)> kFrame;
+constexpr objc::Message<HookParent, "size:", CGSize(CGSize)> kSize;
+constexpr objc::Message<HookParent,
+                        "many::::::::", double(int, double, int, int, int, int, double, CGRect)>
+    kMany;
+constexpr objc::Message<HookParent, "odd:", bool(bool)> kOdd;
+constexpr objc::ClassMessage<HookParent, "ofClass", int()> kOfClass;
+constexpr objc::Message<HookChild, "own", int()> kOwn;
 
 using Framework = void (*)(Class, SEL, IMP, IMP*);
 
@@ -47,7 +61,7 @@ Framework& framework() {
 OBJC_CLASS(HookParent, NSObject, objc::Method<"number", &HookParent::number>,
            objc::Method<"scaled:times:plus:", &HookParent::scaled>,
            objc::Method<"frame:by:", &HookParent::frame>, objc::Method<"size:", &HookParent::size>,
-           objc::Method<"many::::::::", &HookParent::many>,
+           objc::Method<"many::::::::", &HookParent::many>, objc::Method<"odd:", &HookParent::odd>,
            objc::ClassMethod<"ofClass", &HookParent::ofClass>)
 OBJC_CLASS(HookChild, HookParent, objc::Method<"own", &HookChild::own>)
 OBJC_CLASS(HookSibling, HookParent)
@@ -165,26 +179,28 @@ TEST_F(Hooks, AClassMethod) {
 }
 
 // Each saved stub below is called twice: looked up, then found in the cache.
+objc::Hook<kScaled, HookChild> scaledSlot;
+double hookedScaled(HookChild* self, SEL command, double by, int times, float plus) {
+  return 1000 + scaledSlot.original(self, command, by, times, plus);
+}
+
 TEST_F(Hooks, FloatingArgumentsPassThroughTheSavedOne) {
-  static objc::Hook<double(HookChild*, double, int, float)> slot;
-  slot.install(childClass, "scaled:times:plus:"_sel,
-               [](HookChild* self, SEL command, double by, int times, float plus) {
-                 return 1000 + slot.original(self, command, by, times, plus);
-               });
+  scaledSlot.install<&hookedScaled>(childClass, kScaled);
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(send<double>(child, "scaled:times:plus:"_sel, 1.5, 4, 0.25F), 1006.25);
     EXPECT_EQ(send<double>(parent, "scaled:times:plus:"_sel, 1.5, 4, 0.25F), 6.25);
   }
 }
 
+objc::Hook<kFrame, HookChild> frameSlot;
+CGRect hookedFrame(HookChild* self, SEL command, CGRect rect, double by) {
+  CGRect answer = frameSlot.original(self, command, rect, by);
+  answer.size.height = 77;
+  return answer;
+}
+
 TEST_F(Hooks, StructuresInMemoryPassThroughTheSavedOne) {
-  static objc::Hook<CGRect(HookChild*, CGRect, double)> slot;
-  slot.install(childClass, "frame:by:"_sel,
-               [](HookChild* self, SEL command, CGRect rect, double by) {
-                 CGRect answer = slot.original(self, command, rect, by);
-                 answer.size.height = 77;
-                 return answer;
-               });
+  frameSlot.install<&hookedFrame>(childClass, kFrame);
   for (int i = 0; i < 2; ++i) {
     CGRect rect = send<CGRect>(child, "frame:by:"_sel, CGRect{{1, 2}, {3, 4}}, 10.0);
     EXPECT_EQ(rect.origin.x, 11);
@@ -194,12 +210,14 @@ TEST_F(Hooks, StructuresInMemoryPassThroughTheSavedOne) {
   }
 }
 
+objc::Hook<kSize, HookChild> sizeSlot;
+CGSize hookedSize(HookChild* self, SEL command, CGSize size) {
+  CGSize answer = sizeSlot.original(self, command, size);
+  return {answer.width + 100, answer.height};
+}
+
 TEST_F(Hooks, StructuresInRegistersPassThroughTheSavedOne) {
-  static objc::Hook<CGSize(HookChild*, CGSize)> slot;
-  slot.install(childClass, "size:"_sel, [](HookChild* self, SEL command, CGSize size) {
-    CGSize answer = slot.original(self, command, size);
-    return CGSize{answer.width + 100, answer.height};
-  });
+  sizeSlot.install<&hookedSize>(childClass, kSize);
   for (int i = 0; i < 2; ++i) {
     CGSize size = send<CGSize>(child, "size:"_sel, CGSize{1, 2});
     EXPECT_EQ(size.width, 102);
@@ -207,12 +225,14 @@ TEST_F(Hooks, StructuresInRegistersPassThroughTheSavedOne) {
   }
 }
 
+objc::Hook<kMany, HookChild> manySlot;
+double hookedMany(HookChild* self, SEL command, int a, double b, int c, int d, int e, int f,
+                  double g, CGRect h) {
+  return -manySlot.original(self, command, a, b, c, d, e, f, g, h);
+}
+
 TEST_F(Hooks, ArgumentsOnTheStackPassThroughTheSavedOne) {
-  static objc::Hook<double(HookChild*, int, double, int, int, int, int, double, CGRect)> slot;
-  slot.install(
-      childClass, "many::::::::"_sel,
-      [](HookChild* self, SEL command, int a, double b, int c, int d, int e, int f, double g,
-         CGRect h) { return -slot.original(self, command, a, b, c, d, e, f, g, h); });
+  manySlot.install<&hookedMany>(childClass, kMany);
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(send<double>(child, "many::::::::"_sel, 1, 2.0, 4, 8, 16, 32, 64.0,
                            CGRect{{0, 0}, {0, 128}}),
@@ -220,17 +240,57 @@ TEST_F(Hooks, ArgumentsOnTheStackPassThroughTheSavedOne) {
   }
 }
 
+objc::Hook<kOdd, HookChild> oddSlot;
+int oddGiven = -1;
+int oddSaved = -1;
+bool hookedOdd(HookChild* self, SEL command, bool flag) {
+  oddGiven = flag;
+  oddSaved = oddSlot.original(self, command, flag);
+  return !flag;
+}
+
+TEST_F(Hooks, AnyByteButZeroIsYesOnTheWayThrough) {
+  auto odd = reinterpret_cast<unsigned char (*)(id, SEL, unsigned char)>(&objc_msgSend);
+  EXPECT_EQ(odd(child, kOdd, 2), 2);
+  oddSlot.install<&hookedOdd>(childClass, kOdd);
+  EXPECT_EQ(odd(child, kOdd, 2), 0);
+  EXPECT_EQ(oddGiven, 1);
+  EXPECT_EQ(oddSaved, 1);
+  EXPECT_EQ(odd(child, kOdd, 0), 1);
+  EXPECT_EQ(oddGiven, 0);
+  EXPECT_EQ(oddSaved, 0);
+}
+
+TEST_F(Hooks, WhatWasReplacedAnswersAnyByteForYes) {
+  method_setImplementation(class_getInstanceMethod(parentClass, kOdd),
+                           imp(+[](id, SEL, unsigned char) -> unsigned char { return 0x80; }));
+  oddSlot.install<&hookedOdd>(childClass, kOdd);
+  send(child, kOdd, false);
+  EXPECT_EQ(oddSaved, 1);
+}
+
+objc::Hook<kOfClass> ofClassSlot;
+int hookedOfClass(Class self, SEL command) {
+  return (self == objc::classOf<HookChild>() ? 100 : 10) + ofClassSlot.original(self, command);
+}
+
+TEST_F(Hooks, AClassMethodIsReplacedInTheMetaclass) {
+  ofClassSlot.install<&hookedOfClass>(object_getClass(parentClass), kOfClass);
+  EXPECT_EQ(kOfClass(), 13);
+  EXPECT_EQ(send(childClass, kOfClass), 103);
+}
+
 TEST_F(Hooks, ManyInheritedMethodsEachKeepTheirOwnSaved) {
-  constexpr int kMany = 600;  // more than there are stubs
+  constexpr int kMethods = 600;  // more than there are stubs
   Class above = parentClass;
-  std::vector<IMP> saved(kMany);
-  for (int i = 0; i < kMany; ++i) {
+  std::vector<IMP> saved(kMethods);
+  for (int i = 0; i < kMethods; ++i) {
     SEL selector = sel_registerName(("stub" + std::to_string(i)).c_str());
     class_addMethod(above, selector, i % 2 == 0 ? imp(&fifty) : imp(&ninetyNine), "i@:");
     MSHookMessageEx(childClass, selector, imp(+[](id, SEL) { return 0; }),
                     &saved[static_cast<std::size_t>(i)]);
   }
-  for (int i = 0; i < kMany; ++i) {
+  for (int i = 0; i < kMethods; ++i) {
     SEL selector = sel_registerName(("stub" + std::to_string(i)).c_str());
     EXPECT_EQ(callSaved(saved[static_cast<std::size_t>(i)], child, selector), i % 2 == 0 ? 50 : 99)
         << i;
@@ -254,8 +314,8 @@ TEST_F(Hooks, AreObserved) {
   EXPECT_TRUE(seen[1].classMethod);
 }
 
-objc::Hook<int(HookChild*)> numberSlot;
-objc::Hook<int(HookChild*)> ownSlot;
+objc::Hook<kNumber, HookChild> numberSlot;
+objc::Hook<kOwn> ownSlot;
 int hookedNumber(HookChild* self, SEL command) { return 10 + numberSlot.original(self, command); }
 int hookedOwn(HookChild* self, SEL command) { return 20 + ownSlot.original(self, command); }
 
@@ -276,8 +336,8 @@ void lateFramework(Class cls, SEL selector, IMP replacement, IMP* saved) {
 
 TEST_F(Hooks, SlotsAreRightUnderAFrameworkThatSavesLate) {
   framework() = &lateFramework;
-  numberSlot.install(childClass, "number"_sel, &hookedNumber);
-  ownSlot.install(childClass, "own"_sel, &hookedOwn);
+  numberSlot.install<&hookedNumber>(childClass, kNumber);
+  ownSlot.install<&hookedOwn>(childClass, kOwn);
   EXPECT_EQ(liveNumber, 11);
   EXPECT_EQ(liveOwn, 22);
   EXPECT_EQ(send<int>(child, "number"_sel), 11);
@@ -290,12 +350,12 @@ IMP savedWhenLive = nullptr;
 TEST_F(Hooks, TheSlotHoldsAnImplementationBeforeTheFrameworkIsCalled) {
   framework() = [](Class, SEL, IMP, IMP* saved) { savedWhenLive = *saved; };
   IMP present = class_getMethodImplementation(childClass, "number"_sel);
-  numberSlot.install(childClass, "number"_sel, &hookedNumber);
+  numberSlot.install<&hookedNumber>(childClass, kNumber);
   EXPECT_EQ(savedWhenLive, present);
 }
 
 TEST_F(Hooks, TheSlotFollowsTheSuperclassUnderTheHostsFramework) {
-  numberSlot.install(childClass, "number"_sel, &hookedNumber);
+  numberSlot.install<&hookedNumber>(childClass, kNumber);
   EXPECT_EQ(send<int>(child, "number"_sel), 11);
   class_replaceMethod(parentClass, "number"_sel, imp(&fifty), "i@:");
   EXPECT_EQ(send<int>(child, "number"_sel), 60);

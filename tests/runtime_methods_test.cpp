@@ -9,6 +9,7 @@
 #include "objc/define.h"
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -223,7 +224,7 @@ TEST(ClassPairs, InheritAndOverride) {
   auto object = Strong<NSObject>::adopt(send<id>(made, "alloc"_sel));
   EXPECT_EQ(send<int>(object, "one"_sel), 1);
   EXPECT_EQ(send<int>(object, "two"_sel), 22);
-  EXPECT_TRUE(object->isKindOfClass(parent));
+  EXPECT_TRUE(send(object, NSObject::isKindOfClass, parent));
 }
 
 TEST(ClassPairs, TakeNoNameTwice) {

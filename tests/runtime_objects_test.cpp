@@ -11,6 +11,7 @@
 #include "objc/hook.h"
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -135,7 +136,7 @@ TEST_F(References, OfAClassAndOfAConstantStringAreNotCounted) {
     objc_autorelease(object);
   }
   EXPECT_EQ(send<Class>(cls, "class"_sel), cls);
-  EXPECT_EQ(static_cast<NSString*>(constant)->length(), 8U);
+  EXPECT_EQ(send(static_cast<NSString*>(constant), NSString::length), 8U);
 }
 
 TEST_F(References, GoThroughAClasssOwnMethods) {
@@ -154,7 +155,8 @@ TEST_F(References, GoThroughAClasssOwnMethods) {
   EXPECT_EQ(references(value), 1U);
 }
 
-objc::Hook<id(id)> retainSlot;
+constexpr objc::Message<NSObject, "retain", id()> kRetain;
+objc::Hook<kRetain> retainSlot;
 int hookedRetains = 0;
 id hookedRetain(id self, SEL command) {
   ++hookedRetains;
@@ -164,7 +166,7 @@ id hookedRetain(id self, SEL command) {
 TEST_F(References, GoThroughAReplacedRetain) {
   auto object = make<HookedCountingObject>(1);
   auto child = make<HookedCountingChild>(2);
-  retainSlot.install(object->isa, "retain"_sel, &hookedRetain);
+  retainSlot.install<&hookedRetain>(object->isa, kRetain);
   Strong<HookedCountingObject>::retain(object);
   EXPECT_EQ(hookedRetains, 1);
   Strong<HookedCountingChild>::retain(child);

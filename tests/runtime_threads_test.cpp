@@ -15,6 +15,7 @@
 #include "objc/hook.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 
 namespace {
 

@@ -1,7 +1,8 @@
 // Another extension has classes of the names that ours has, and is loaded before it or after it.
 #include <algorithm>
 
-#include "support/hosted.h"
+#include "support/springboard.h"
+#include "varnix/pane.h"
 
 namespace {
 
@@ -10,15 +11,20 @@ using namespace test;
 constexpr const char* kGlobal = "<key>global_color</key><string>#112233</string>";
 constexpr const char* kDyed = "#112233ff";
 
-class SameNames : public Hosted {
+/// All classes of ours; the other extension's are numbered in this order, from 1.
+constexpr const char* kOurs[] = {
+    "KTPrefsManager",        "VXPrefsManager",           "VNXManager",         "CQColorPicker",
+    "CQColorScheme",         "VarnixNowPlayingDelegate", "VarnixInstallation", "QKBarButtonItem",
+    "QKTwitterShareHandler", "QKWelcomeTwitterHandler"};
+class SameNames : public test::SpringBoard {
  protected:
   void startApplication() {
     settings(kGlobal);
     start("com.example.app");
   }
   static void loadOther() { host::loadLibrary(VARNIX_SAME_NAMES); }
-  static Class others(const char* symbol) {
-    return *static_cast<Class*>(host::librarySymbol(VARNIX_SAME_NAMES, symbol));
+  static Class others(int number, const std::string& file = VARNIX_SAME_NAMES) {
+    return static_cast<Class*>(host::librarySymbol(file, "same_classes"))[number - 1];
   }
   static int numberOf(Class cls) {
     id object = send<id>(send<id>(cls, "alloc"_sel), "init"_sel);
@@ -26,10 +32,13 @@ class SameNames : public Hosted {
     objc_release(object);
     return number;
   }
+  static void expectOthersWork() {
+    for (int number = 1; number <= 10; ++number)
+      EXPECT_EQ(numberOf(others(number)), number) << kOurs[number - 1];
+  }
   static void expectBothWork() {
-    EXPECT_EQ(hex(make<UIView>("UIView")->tintColor()), kDyed);
-    EXPECT_EQ(numberOf(others("same_manager")), 7);
-    EXPECT_EQ(numberOf(others("same_prefsManager")), 8);
+    EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), kDyed);
+    expectOthersWork();
   }
   void expectTold(const std::string& name, const std::string& first, const std::string& second) {
     const std::string line = "3 Class " + name + " is implemented in both " + first + " and " +
@@ -45,26 +54,77 @@ TEST_F(SameNames, OfTwoExtensionsGoToTheFirst) {
   std::filesystem::copy_file(VARNIX_SAME_NAMES, copy);
   host::loadLibrary(copy);
   loadOther();
-  Class first = *static_cast<Class*>(host::librarySymbol(copy, "same_manager"));
-  EXPECT_EQ(objc_getClass("VNXManager"), first);
-  EXPECT_NE(first, others("same_manager"));
-  EXPECT_EQ(numberOf(first), 7);
-  EXPECT_EQ(numberOf(others("same_manager")), 7);
-  EXPECT_EQ(numberOf(others("same_prefsManager")), 8);
-  expectTold("VNXManager", copy, VARNIX_SAME_NAMES);
-  expectTold("KTPrefsManager", copy, VARNIX_SAME_NAMES);
+  for (int number = 1; number <= 10; ++number) {
+    Class first = others(number, copy);
+    EXPECT_EQ(objc_getClass(kOurs[number - 1]), first);
+    EXPECT_NE(first, others(number));
+    EXPECT_EQ(numberOf(first), number);
+    expectTold(kOurs[number - 1], copy, VARNIX_SAME_NAMES);
+  }
+  expectOthersWork();
 }
 
 TEST_F(SameNames, LoadedAfterOursAreNot) {
   startApplication();
   load();
   loadOther();
-  EXPECT_NE(objc_getClass("VNXManager"), others("same_manager"));
-  EXPECT_NE(objc_getClass("KTPrefsManager"), others("same_prefsManager"));
-  EXPECT_STREQ(class_getName(objc_getClass("VNXManager")), "VNXManager");
+  for (int number = 1; number <= 10; ++number) {
+    EXPECT_NE(objc_getClass(kOurs[number - 1]), others(number));
+    expectTold(kOurs[number - 1], VARNIX_LIBRARY, VARNIX_SAME_NAMES);
+  }
   expectBothWork();
-  expectTold("VNXManager", VARNIX_LIBRARY, VARNIX_SAME_NAMES);
-  expectTold("KTPrefsManager", VARNIX_LIBRARY, VARNIX_SAME_NAMES);
+}
+
+TEST_F(SameNames, LoadedBeforeOursLeaveOursItsOwn) {
+  startApplication();
+  loadOther();
+  load();
+  for (int number = 1; number <= 10; ++number) {
+    EXPECT_EQ(objc_getClass(kOurs[number - 1]), others(number));
+    expectTold(kOurs[number - 1], VARNIX_SAME_NAMES, VARNIX_LIBRARY);
+  }
+  expectBothWork();
+}
+
+// The icon's colour goes through the picker and its scheme.
+TEST_F(SameNames, LoadedBeforeOursLeaveThePickerItsOwn) {
+  icons["com.example.app"] = std::string(VARNIX_SAMPLES) + "/icons/com.example.mail.png";
+  settings(integerEntry("global_color_type", 1));
+  start("com.example.app");
+  loadOther();
+  load();
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), "#308ff7ff");
+}
+
+// A changed track reaches Control Centre through the delegate.
+TEST_F(SameNames, LoadedBeforeOursLeaveTheDelegateItsOwn) {
+  installNowPlaying();
+  settings(boolEntry("use_album_art", true));
+  startSpringBoard();
+  loadOther();
+  load();
+  auto center = makeControlCenter();
+  recordSettings();
+  setTrack(nullptr, true);
+  ASSERT_TRUE(eventually([] { return !writes().empty(); }));
+  EXPECT_EQ(writes(), tinted("#de3027ff", "0.6"));
+  expectOthersWork();
+}
+
+// What a pane calls makes our buttons and handlers.
+TEST_F(SameNames, LoadedBeforeOursLeaveThePanesItsOwn) {
+  startApplication();
+  loadOther();
+  load();
+  auto* add = reinterpret_cast<decltype(&QKAddTwitterShareButton)>(
+      host::librarySymbol(VARNIX_LIBRARY, "QKAddTwitterShareButton"));
+  auto controller = objc::make<UIViewController>();
+  add(controller, nullptr, string("text"));
+  NSObject* item =
+      send<NSObject*>(send(controller, UIViewController::navigationItem), "rightBarButtonItem"_sel);
+  ASSERT_NE(item, nullptr);
+  EXPECT_NE(object_getClass(item), others(8));
+  EXPECT_STREQ(class_getName(object_getClass(item)), "QKBarButtonItem");
 }
 
 }  // namespace

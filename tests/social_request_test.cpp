@@ -28,10 +28,11 @@ class SocialRequest : public test::Follow {
           outcome.status = send<NSInteger>(response, "statusCode"_sel);
           outcome.error = send<NSInteger>(error, "code"_sel);
           if (data != nullptr)
-            outcome.body.assign(static_cast<const char*>(data->bytes()), data->length());
+            outcome.body.assign(static_cast<const char*>(send(data, NSData::bytes)),
+                                send(data, NSData::length));
           done.release();
         });
-    request->performRequestWithHandler(handler);
+    send(request, SLRequest::performRequestWithHandler, handler);
     done.acquire();
     return outcome;
   }
@@ -76,7 +77,8 @@ TEST_F(SocialRequest, TakesNoAnswerThatIsNoHttp) {
 
 TEST_F(SocialRequest, NeedsAHandler) {
   SLRequest* request = SLRequest::requestForServiceType(nullptr, 0, nullptr, nullptr);
-  EXPECT_THROW(request->performRequestWithHandler(nullptr), host::runtime::Exception);
+  EXPECT_THROW(send(request, SLRequest::performRequestWithHandler, nullptr),
+               host::runtime::Exception);
 }
 
 }  // namespace

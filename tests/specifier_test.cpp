@@ -40,7 +40,7 @@ TEST_F(Specifier, KeepsWhatItIsMadeOf) {
   EXPECT_EQ(send<PSCellType>(made, "cellType"_sel), 6);
   EXPECT_EQ(send<Class>(made, "detailControllerClass"_sel), target->isa);
   EXPECT_EQ(send<Class>(made, "editPaneClass"_sel), target->isa);
-  EXPECT_EQ(made->properties()->count(), 0U);
+  EXPECT_EQ(send(send(made, PSSpecifier::properties), NSDictionary::count), 0U);
 }
 
 TEST_F(Specifier, AsksAndTellsItsTarget) {
@@ -61,9 +61,9 @@ TEST_F(Specifier, IsIdentifiedByItsPropertiesThenItsName) {
   PSSpecifier* made = row(nullptr, nullptr, nullptr);
   auto identifier = [&] { return host::text(send<NSString*>(made, "identifier"_sel)); };
   EXPECT_EQ(identifier(), "Row");
-  made->setProperty("a key"_ns, "key"_ns);
+  send(made, PSSpecifier::setProperty, "a key"_ns, "key"_ns);
   EXPECT_EQ(identifier(), "a key");
-  made->setProperty("an id"_ns, "id"_ns);
+  send(made, PSSpecifier::setProperty, "an id"_ns, "id"_ns);
   EXPECT_EQ(identifier(), "an id");
   EXPECT_EQ(host::text(send<NSString*>(made, "propertyForKey:"_sel, "key"_ns)), "a key");
   send<void>(made, "removePropertyForKey:"_sel, "id"_ns);

@@ -30,10 +30,11 @@ TEST_F(UIColorComponents, AreFourOfAColorAndTwoOfAGrey) {
 TEST_F(UIColorComponents, MakeAnEqualColor) {
   UIColor* const kColors[] = {UIColor::colorWithRed(0.25, 0.5, 0.75, 0.125), UIColor::whiteColor(),
                               UIColor::blackColor()};
-  for (UIColor* color : kColors) EXPECT_TRUE(withCGColor(cgColor(color))->isEqual(color));
+  for (UIColor* color : kColors)
+    EXPECT_TRUE(send(withCGColor(cgColor(color)), NSObject::isEqual, color));
   // White in red, green and blue is another colour than the grey.
-  EXPECT_FALSE(
-      withCGColor(cgColor(UIColor::colorWithRed(1, 1, 1, 1)))->isEqual(UIColor::whiteColor()));
+  EXPECT_FALSE(send(withCGColor(cgColor(UIColor::colorWithRed(1, 1, 1, 1))), NSObject::isEqual,
+                    UIColor::whiteColor()));
 }
 
 TEST_F(UIColorComponents, AreNoneOfNil) { EXPECT_EQ(withCGColor(nullptr), nullptr); }

@@ -56,7 +56,8 @@ UIImage* drawnIn(CGSize size, bool opaque, CGFloat scale, F draw) {
 }
 
 TEST_F(Images, DrawUprightFromTheUpperLeft) {
-  UIImage* image = drawnIn({3, 2}, false, 1, [] { fourColors()->drawInRect({{1, 0}, {2, 2}}); });
+  UIImage* image =
+      drawnIn({3, 2}, false, 1, [] { send(fourColors(), UIImage::drawInRect, {{1, 0}, {2, 2}}); });
   EXPECT_EQ(pixelsOf(image), (Pixels{Pixel{}, kRed, kGreen, Pixel{}, kBlue, kWhite}));
 }
 
@@ -72,8 +73,9 @@ TEST_F(Images, DrawAsTheirOrientationSays) {
       {kWhite, kGreen, kBlue, kRed},  // mirrored, then clockwise
   };
   for (NSInteger orientation = 0; orientation < 8; ++orientation) {
-    UIImage* image = drawnIn(
-        {2, 2}, false, 1, [&] { turned(fourColors(), orientation)->drawInRect({{0, 0}, {2, 2}}); });
+    UIImage* image = drawnIn({2, 2}, false, 1, [&] {
+      send(turned(fourColors(), orientation), UIImage::drawInRect, {{0, 0}, {2, 2}});
+    });
     EXPECT_EQ(pixelsOf(image), kExpected[orientation]) << orientation;
   }
 }
@@ -104,7 +106,8 @@ TEST_F(Images, OpaqueContextsBeginBlackOthersClear) {
 
 TEST_F(Images, ContextsStack) {
   UIGraphicsBeginImageContextWithOptions({1, 1}, true, 1);
-  UIImage* inner = drawnIn({2, 2}, false, 1, [] { fourColors()->drawInRect({{0, 0}, {2, 2}}); });
+  UIImage* inner =
+      drawnIn({2, 2}, false, 1, [] { send(fourColors(), UIImage::drawInRect, {{0, 0}, {2, 2}}); });
   EXPECT_EQ(pixelsOf(inner).size(), 4U);
   EXPECT_EQ(pixelsOf(UIGraphicsGetImageFromCurrentImageContext()), (Pixels{{0, 0, 0, 255}}));
   UIGraphicsEndImageContext();
@@ -119,7 +122,7 @@ TEST_F(Images, StrangeSizesAreNoContextButKeepTheStack) {
     UIGraphicsBeginImageContextWithOptions({1, 1}, true, 1);
     UIGraphicsBeginImageContextWithOptions({side, side}, false, 1);
     EXPECT_EQ(UIGraphicsGetImageFromCurrentImageContext(), nullptr) << side;
-    fourColors()->drawInRect({{0, 0}, {2, 2}});
+    send(fourColors(), UIImage::drawInRect, {{0, 0}, {2, 2}});
     UIGraphicsEndImageContext();
     EXPECT_NE(UIGraphicsGetImageFromCurrentImageContext(), nullptr);
     UIGraphicsEndImageContext();

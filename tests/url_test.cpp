@@ -5,6 +5,7 @@
 #include "objc/autorelease_pool.h"
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ TEST_F(Url, KeepsItsText) {
   for (const char* text : {"https://example.com/a?b=c#d", "mailto:me@example.com", "", "a/b",
                            "x:", "tweetbot:///user_profile/me", "http://[::1]:80/", "a%41"}) {
     ASSERT_NE(url(text), nullptr) << text;
-    EXPECT_EQ(host::text(url(text)->absoluteString()), text);
+    EXPECT_EQ(host::text(send(url(text), NSURL::absoluteString)), text);
   }
 }
 
@@ -54,10 +55,10 @@ TEST_F(Url, HasParts) {
 }
 
 TEST_F(Url, IsEqualByItsText) {
-  EXPECT_TRUE(url("x:1")->isEqual(url("x:1")));
-  EXPECT_EQ(url("x:1")->hash(), url("x:1")->hash());
-  EXPECT_FALSE(url("x:1")->isEqual(url("x:2")));
-  EXPECT_FALSE(url("x:1")->isEqual("x:1"_ns));
+  EXPECT_TRUE(send(url("x:1"), NSObject::isEqual, url("x:1")));
+  EXPECT_EQ(send(url("x:1"), NSObject::hash), send(url("x:1"), NSObject::hash));
+  EXPECT_FALSE(send(url("x:1"), NSObject::isEqual, url("x:2")));
+  EXPECT_FALSE(send(url("x:1"), NSObject::isEqual, "x:1"_ns));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ class ViewControllers : public Pane {
     return send<NSObject*>(in, "visibleViewController"_sel);
   }
   static NSUInteger count(UIViewController* in) {
-    return send<NSArray*>(in, "viewControllers"_sel)->count();
+    return send(send<NSArray*>(in, "viewControllers"_sel), NSArray::count);
   }
   static NSObject* split(UIViewController* of) {
     return send<NSObject*>(of, "splitViewController"_sel);
@@ -63,7 +63,7 @@ TEST_F(ViewControllers, ShowWhatThePagePresents) {
   auto* root = controller();
   auto* stack = navigation(root);
   auto* sheet = controller();
-  root->presentViewController(sheet, false, nullptr);
+  send(root, UIViewController::presentViewController, sheet, false, nullptr);
   EXPECT_EQ(visible(stack), sheet);
 }
 
@@ -85,16 +85,18 @@ TEST_F(ViewControllers, KnowTheSplitViewTheyAreIn) {
 
 TEST_F(ViewControllers, MakeOneNavigationItem) {
   auto* page = controller();
-  EXPECT_NE(page->navigationItem(), nullptr);
-  EXPECT_EQ(page->navigationItem(), page->navigationItem());
-  EXPECT_NE(page->navigationItem(), controller()->navigationItem());
+  EXPECT_NE(send(page, UIViewController::navigationItem), nullptr);
+  EXPECT_EQ(send(page, UIViewController::navigationItem),
+            send(page, UIViewController::navigationItem));
+  EXPECT_NE(send(page, UIViewController::navigationItem),
+            send(controller(), UIViewController::navigationItem));
 }
 
 TEST_F(ViewControllers, LeaveTheirViewBehind) {
   auto view = Strong<UIView>();
   {
     const objc::AutoreleasePool pool;
-    view = Strong<UIView>::retain(controller()->view());
+    view = Strong<UIView>::retain(send(controller(), UIViewController::view));
   }
   put(make<UIView>("UISwitch"), view);
 }
@@ -119,7 +121,7 @@ TEST_F(ViewControllers, ApplyTheClosestAppearance) {
   send<void>(own, "setOnTintColor:"_sel, rgb(0, 0, 1));
   auto* panel = make<UIView>("UIView");
   push(stack, page);
-  put(panel, page->view());
+  put(panel, send(page, UIViewController::view));
   EXPECT_EQ(onTint(put(plain, panel)), "#ff0000ff");
   EXPECT_EQ(onTint(put(own, panel)), "#0000ffff");
 }

@@ -29,29 +29,31 @@ double microseconds(F call) {
 void measureImportantColor() {
   const Pixels pixels = generatedPixels(kSide, kSide);
   const auto image = imageOver(pixels);
-  const auto picker = Strong<CQColorPicker>::adopt(objc::alloc<CQColorPicker>()->init());
+  const auto picker = objc::make<CQColorPicker>();
   const objc::AutoreleasePool pool;
   auto squeeze = [&](UIImage* whole) {
-    return picker->scaleImage(whole, kTotalWidth, kTotalWidth);
+    return send(picker, CQColorPicker::scaleImage, whole, kTotalWidth, kTotalWidth);
   };
   UIImage* small = squeeze(image);
-  CQColorScheme* scheme = picker->colorSchemeFromImage(image);
+  CQColorScheme* scheme = send(picker, CQColorPicker::colorSchemeFromImage, image);
 
   report("important colour of 512 x 512, us",
          microseconds([&] { varnix::Color::ImportantColor(image); }), Goal::none());
   report("  of an image that is new, us",
          microseconds([&] { varnix::Color::ImportantColor(imageOver(pixels)); }), Goal::none());
   report("  squeeze to 32 x 32, us", microseconds([&] { squeeze(image); }), Goal::none());
-  report("  set-up that is there already, us", microseconds([&] { picker->setupOpenGL(); }),
+  report("  set-up that is there already, us",
+         microseconds([&] { send(picker, CQColorPicker::setupOpenGL); }), Goal::none());
+  report("  upload, us",
+         microseconds([&] { send(picker, CQColorPicker::setupTextureFromImage, small); }),
          Goal::none());
-  report("  upload, us", microseconds([&] { picker->setupTextureFromImage(small); }), Goal::none());
   report("  draw, read back, most frequent colour, us", microseconds([&] {
-           picker->renderDominant();
-           picker->backgroundColorOfFrame(kTotalWidth, kTotalWidth);
+           send(picker, CQColorPicker::renderDominant);
+           send(picker, CQColorPicker::colorWithBiggerCount, kTotalWidth, kTotalWidth);
          }),
          Goal::none());
   report("  text colours, frame read again, us",
-         microseconds([&] { picker->findTextColors(scheme); }), Goal::none());
+         microseconds([&] { send(picker, CQColorPicker::findTextColors, scheme); }), Goal::none());
 }
 
 }  // namespace bench

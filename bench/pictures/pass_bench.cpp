@@ -9,6 +9,7 @@
 #include "picker/CQColorPicker.h"
 #include "picker/frame_size.h"
 #include "pixels.h"
+#include "platform/OpenGLES.h"
 #include "table.h"
 #include "timing.h"
 
@@ -18,15 +19,11 @@ namespace {
 
 constexpr NSUInteger kSide = kTotalWidth;
 
-Strong<CQColorPicker> newPicker() {
-  return Strong<CQColorPicker>::adopt(objc::alloc<CQColorPicker>()->init());
-}
-
 UIColor* pass(CQColorPicker* picker, UIImage* image) {
-  picker->setupOpenGL();
-  picker->setupTextureFromImage(image);
-  picker->renderDominant();
-  return picker->backgroundColorOfFrame(kSide, kSide);
+  send(picker, CQColorPicker::setupOpenGL);
+  send(picker, CQColorPicker::setupTextureFromImage, image);
+  send(picker, CQColorPicker::renderDominant);
+  return send(picker, CQColorPicker::colorWithBiggerCount, kSide, kSide);
 }
 
 void pooledPass(CQColorPicker* picker, UIImage* image) {
@@ -37,15 +34,17 @@ void pooledPass(CQColorPicker* picker, UIImage* image) {
 /// Forgets what the picker's context holds, so that the next pass makes all of it again.
 void forgetObjects(CQColorPicker* picker) {
   glBindFramebuffer(GL_FRAMEBUFFER, 0);
-  picker->_vertexBuffer = picker->_indexBuffer = 0;
-  picker->_colorRenderBuffer = picker->_depthRenderBuffer = 0;
-  picker->_program = picker->_aTexture = 0;
+  for (const char* name : {"_vertexBuffer", "_indexBuffer", "_colorRenderBuffer",
+                           "_depthRenderBuffer", "_program", "_aTexture"}) {
+    objc_ivar* ivar = class_getInstanceVariable(picker->isa, name);
+    *reinterpret_cast<GLuint*>(reinterpret_cast<char*>(picker) + ivar_getOffset(ivar)) = 0;
+  }
 }
 
 /// How many passes one takes that makes everything anew, in a context that grows by 0.4 MB with
 /// each. The middle ones of many: the growth is part of what it costs. Both take turns.
 double passesOfOneAnew(CQColorPicker* kept, UIImage* image) {
-  const auto forgetful = newPicker();
+  const auto forgetful = objc::make<CQColorPicker>();
   std::vector<double> least;
   std::vector<double> anew;
   for (int i = 0; i < 500; ++i) {
@@ -81,7 +80,7 @@ bool drawTheSame(CQColorPicker* picker, UIImage* image, BarePass& bare, const Pi
 bool measurePass() {
   const Pixels pixels = generatedPixels(kTotalWidth, kTotalWidth);
   const auto image = imageOver(pixels);
-  const auto picker = newPicker();
+  const auto picker = objc::make<CQColorPicker>();
   pooledPass(picker, image);  // opens the display, as the stand-in wants it
   const auto bare = BarePass::make();
   if (bare == nullptr || !drawTheSame(picker, image, *bare, pixels)) return false;

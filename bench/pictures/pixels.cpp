@@ -8,6 +8,7 @@
 
 #include "objc/autorelease_pool.h"
 #include "objc/owned.h"
+#include "runtime/send.h"
 
 namespace bench {
 
@@ -42,8 +43,9 @@ std::optional<Pixels> pixelsOfFile(const std::string& path, int width, int heigh
   const objc::AutoreleasePool pool;
   std::ifstream file(path, std::ios::binary);
   const std::string bytes(std::istreambuf_iterator<char>(file), {});
-  const auto image = Strong<UIImage>::adopt(
-      objc::alloc<UIImage>()->initWithData(NSData::dataWithBytes(bytes.data(), bytes.size())));
+  const auto image =
+      Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData,
+                                  NSData::dataWithBytes(bytes.data(), bytes.size())));
   if (image == nullptr) return {};
   Pixels pixels{width, height, {}};
   const auto bytesPerRow = static_cast<std::size_t>(width) * kBytesPerPixel;

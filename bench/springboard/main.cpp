@@ -11,6 +11,7 @@
 #include "platform/MediaPlayerUI.h"
 #include "platform/SpringBoard.h"
 #include "process/process.h"
+#include "runtime/send.h"
 #include "table.h"
 #include "timing.h"
 

@@ -21,7 +21,7 @@ constexpr std::chrono::milliseconds kPatience{500};
 constexpr int kTurns = 4;
 
 std::string words(NSObject* object) {
-  return object == nullptr ? "" : std::string(host::text(object->description()));
+  return object == nullptr ? "" : std::string(host::text(send(object, NSObject::description)));
 }
 
 template <objc::FixedString Name>
@@ -68,10 +68,10 @@ void PaneEvents::settle(bool awaitsAnswer) {
   for (int turn = 0; turn < kTurns; ++turn) loop.drain();
   NSArray* requests = host::performedRequests();
   for (; requests_ < count(requests); ++requests_)
-    std::cout << requestLine(requests->objectAtIndex(requests_)) << '\n';
+    std::cout << requestLine(send(requests, NSArray::objectAtIndex, requests_)) << '\n';
   NSArray* urls = host::openedURLs();
   for (; openedURLs_ < count(urls); ++openedURLs_)
-    std::cout << "opened    " << words(urls->objectAtIndex(openedURLs_)) << '\n';
+    std::cout << "opened    " << words(send(urls, NSArray::objectAtIndex, openedURLs_)) << '\n';
   auto* sheet = send<NSObject*>(screen_.pane, "presentedViewController"_sel);
   if (sheet != nullptr && sheet != sheet_.get())
     std::cout << "composes  " << ask(sheet, "_initialText"_sel) << '\n';

@@ -37,8 +37,9 @@ PaneRow makeRow(const settings::Key& key) {
   PSSpecifier* specifier = PSSpecifier::preferenceSpecifierNamed(
       host::makeString(key.meaning), nullptr, nullptr, nullptr, nullptr, PSGroupCell, nullptr);
   if (specifier == nullptr) throw Failure("this process has no such class", "PSSpecifier");
-  specifier->setProperty(host::makeString(key.name), "key"_ns);
-  specifier->setProperty(objectFor(valueFor(key.kind, key.fallback, false)), "default"_ns);
+  send(specifier, PSSpecifier::setProperty, host::makeString(key.name), "key"_ns);
+  send(specifier, PSSpecifier::setProperty, objectFor(valueFor(key.kind, key.fallback, false)),
+       "default"_ns);
   return {&key, Strong<PSSpecifier>::retain(specifier)};
 }
 

@@ -4,6 +4,7 @@
 #include "objc/strong.h"
 #include "pane.h"
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 
 namespace varnix::cli {
 

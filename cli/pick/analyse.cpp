@@ -32,9 +32,9 @@ const char* nameOf(varnix::Color::ImportantRule rule) {
 /// The quarter of the frame that counts. A pass always leaves the last pixel opaque: where it is
 /// not, there was none.
 std::vector<CountedColor> frameOf(CQColorPicker* picker) {
-  auto* dumped = send<UIImage*>(picker, "dumpImageWithWidth:height:biggestAlphaColorReturn:"_sel,
-                                NSUInteger{kTotalWidth}, NSUInteger{kTotalWidth},
-                                static_cast<UIColor**>(nullptr));
+  // A pass leaves the thread the context from before, and the frame is in the picker's own.
+  send(picker, CQColorPicker::setupContext);
+  auto* dumped = send(picker, CQColorPicker::dumpImage, kTotalWidth, kTotalWidth, nullptr);
   const std::string bytes = takeRawBytes(dumped);
   auto byteAt = [&](std::size_t x, std::size_t y, std::size_t channel) {
     return static_cast<std::uint8_t>(bytes[(y * kTotalWidth + x) * 4 + channel]);
@@ -68,22 +68,21 @@ std::vector<CountedColor> runnersUp(const std::vector<CountedColor>& frame, cons
 }
 
 void takePictures(CQColorPicker* picker, UIImage* image, Analysis& result) {
-  const auto size = send<CGSize>(image, "size"_sel);
+  const auto size = send(image, UIImage::size);
   result.width = static_cast<unsigned>(size.width);
   result.height = static_cast<unsigned>(size.height);
   const auto [width, height] = previewSize(result.width, result.height);
   result.preview = pixelsOf(image, width, height);
-  auto* squeezed = send<UIImage*>(picker, "scaleImage:width:height:"_sel, image,
-                                  double{kTotalWidth}, double{kTotalWidth});
+  auto* squeezed = send(picker, CQColorPicker::scaleImage, image, kTotalWidth, kTotalWidth);
   result.squeezed = pixelsOf(squeezed, kTotalWidth, kTotalWidth);
 }
 
 void pickColors(CQColorPicker* picker, UIImage* image, const Request& request, Analysis& result) {
-  auto* scheme = send<CQColorScheme*>(picker, "colorSchemeFromImage:"_sel, image);
+  auto* scheme = send(picker, CQColorPicker::colorSchemeFromImage, image);
   result.frame = frameOf(picker);
-  result.background = colorOf(send<UIColor*>(scheme, "backgroundColor"_sel));
-  result.primary = colorOf(send<UIColor*>(scheme, "primaryTextColor"_sel));
-  result.secondary = colorOf(send<UIColor*>(scheme, "secondaryTextColor"_sel));
+  result.background = colorOf(send(scheme, CQColorScheme::backgroundColor));
+  result.primary = colorOf(send(scheme, CQColorScheme::primaryTextColor));
+  result.secondary = colorOf(send(scheme, CQColorScheme::secondaryTextColor));
   result.average = colorOf(varnix::Color::AverageColor(image));
   result.runnersUp = runnersUp(result.frame, result.background, request.runnersUp);
   if (request.wantsPicture) takePictures(picker, image, result);

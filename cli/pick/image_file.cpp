@@ -32,9 +32,8 @@ Strong<UIImage> imageFromFile(const std::string& path) {
   const auto bytes = host::fileContents(path, kMaximumBytes);
   if (!bytes) throw Unreadable(reasonOf(path));
   const objc::AutoreleasePool pool;
-  auto image =
-      Strong<UIImage>::adopt(send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel,
-                                            NSData::dataWithBytes(bytes->data(), bytes->size())));
+  auto image = Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData,
+                                           NSData::dataWithBytes(bytes->data(), bytes->size())));
   if (image.get() != nullptr) return image;
   std::string why;
   host::imageio::decode(*bytes, &why);

@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "export.h"
 #include "objc/autorelease_pool.h"
+#include "objc/strong.h"
 #include "pick/analyse.h"
 #include "pick/card.h"
 
@@ -15,8 +16,7 @@ extern "C" HOST_EXPORT void varnix_pick(const varnix::cli::pick::Request& reques
                                       std::to_string(pick::maximumCards()) + " at most)");
   }
   const objc::AutoreleasePool pool;
-  const auto picker =
-      Strong<CQColorPicker>::adopt(send<CQColorPicker*>(objc::alloc<CQColorPicker>(), "init"_sel));
+  const auto picker = objc::make<CQColorPicker>();
   for (const std::string& file : request.files) {
     answer.images.push_back(pick::analyse(picker, file, request));
   }

@@ -17,7 +17,7 @@ std::uint8_t byteOf(CGFloat component) {
 
 UIImage* stretched(UIImage* image, CGSize size) {
   UIGraphicsBeginImageContextWithOptions(size, false, 1);
-  send<void>(image, "drawInRect:"_sel, CGRect{{0, 0}, size});
+  send(image, UIImage::drawInRect, {{0, 0}, size});
   UIImage* result = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
   return result;
@@ -27,7 +27,7 @@ UIImage* stretched(UIImage* image, CGSize size) {
 
 Color colorOf(UIColor* color) {
   CGFloat c[4] = {};
-  send<bool>(color, "getRed:green:blue:alpha:"_sel, &c[0], &c[1], &c[2], &c[3]);
+  send(color, UIColor::getRed, &c[0], &c[1], &c[2], &c[3]);
   return {byteOf(c[0]), byteOf(c[1]), byteOf(c[2]), byteOf(c[3])};
 }
 
@@ -39,15 +39,16 @@ Pixels pixelsOf(UIImage* image, unsigned width, unsigned height) {
   const objc::Owned<CGContextRef, &CGContextRelease> context(
       CGBitmapContextCreate(pixels.argb.data(), width, height, 8, std::size_t{width} * 4, space,
                             kCGImageAlphaPremultipliedFirst | kCGBitmapByteOrder32Little));
-  CGContextDrawImage(context, whole, send<CGImageRef>(upright, "CGImage"_sel));
+  CGContextDrawImage(context, whole, send(upright, UIImage::CGImage));
   return pixels;
 }
 
 std::string takeRawBytes(UIImage* image) {
-  CGDataProviderRef provider = CGImageGetDataProvider(send<CGImageRef>(image, "CGImage"_sel));
+  CGDataProviderRef provider = CGImageGetDataProvider(send(image, UIImage::CGImage));
   if (provider == nullptr) return {};
   const auto data = Strong<NSData>::adopt(CGDataProviderCopyData(provider));
-  std::string bytes(static_cast<const char*>(data->bytes()), data->length());
+  std::string bytes(static_cast<const char*>(send(data, NSData::bytes)),
+                    send(data, NSData::length));
   CGDataProviderRelease(provider);
   return bytes;
 }

@@ -116,7 +116,7 @@ NSArray* AccountStore::accountsOf(ACAccountType* type) {
         static_cast<Account*>(class_createInstance(&objc_class_ACAccount, 0)));
     account->name = host::makeOwnedString(name);
     account->type = Strong<ACAccountType>::retain(type);
-    accounts->addObject(account);
+    send(accounts, NSMutableArray::addObject, account);
   }
   return accounts;
 }
@@ -126,7 +126,7 @@ void AccountStore::setUsernames(NSArray* names, NSString* type) {
   std::vector<std::string> list;
   list.reserve(count);
   for (NSUInteger i = 0; i < count; ++i)
-    list.emplace_back(host::text(static_cast<NSString*>(names->objectAtIndex(i))));
+    list.emplace_back(host::text(static_cast<NSString*>(send(names, NSArray::objectAtIndex, i))));
   const std::lock_guard lock(device().mutex);
   device().usernames[std::string(host::text(type))] = std::move(list);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Accounts.h"
+#include "runtime/send.h"
 
 namespace host {
 

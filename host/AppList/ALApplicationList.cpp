@@ -26,7 +26,7 @@ std::string iconFile(NSString* identifier) {
 /// A bitmap of its own, in pixels of the screen.
 UIImage* drawn(UIImage* icon, CGFloat size) {
   UIGraphicsBeginImageContextWithOptions({size, size}, false, 0);
-  icon->drawInRect({{0, 0}, {size, size}});
+  send(icon, UIImage::drawInRect, {{0, 0}, {size, size}});
   UIImage* image = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
   return image;
@@ -46,7 +46,7 @@ UIImage* ApplicationList::icon(NSUInteger size, NSString* identifier) {
   auto* data = NSData::dataWithBytes(contents->data(), contents->size());
   auto* image = objc::alloc<UIImage>();
   if (image == nullptr) return nullptr;  // a process without that class
-  const auto whole = Strong<UIImage>::adopt(image->initWithData(data));
+  const auto whole = Strong<UIImage>::adopt(send(image, UIImage::initWithData, data));
   return whole == nullptr ? nullptr : drawn(whole, static_cast<CGFloat>(size));
 }
 

@@ -27,7 +27,7 @@ HOST_EXPORT CGDataProviderRef CGDataProviderCreateWithCFData(NSData* data) {
   if (data == nullptr) return nullptr;
   objc_retain(data);
   return CGDataProviderCreateWithData(
-      data, data->bytes(), data->length(),
+      data, send(data, NSData::bytes), send(data, NSData::length),
       [](void* info, const void*, std::size_t) { objc_release(static_cast<NSData*>(info)); });
 }
 

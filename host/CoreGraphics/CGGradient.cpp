@@ -20,14 +20,14 @@ extern "C" {
 HOST_EXPORT CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef, NSObject* colors,
                                                      const CGFloat* locations) {
   auto* list = objc::as<NSArray>(colors);
-  const NSUInteger count = list == nullptr ? 0 : list->count();
+  const NSUInteger count = list == nullptr ? 0 : send(list, NSArray::count);
   if (count == 0) return nullptr;
   auto* gradient = host::makeObject<CGGradient>();
   auto& stops = gradient->stops;
   for (NSUInteger i = 0; i < count; ++i) {
     const double even = count == 1 ? 0 : static_cast<double>(i) / static_cast<double>(count - 1);
     const double at = locations == nullptr ? even : host::unit(locations[i]);
-    auto* color = objc::as<CGColor>(list->objectAtIndex(i));
+    auto* color = objc::as<CGColor>(send(list, NSArray::objectAtIndex, i));
     if (color == nullptr) continue;
     const auto after =
         std::find_if(stops.begin(), stops.end(), [=](const auto& stop) { return stop.at > at; });

@@ -1,6 +1,7 @@
 // Things that are done once in a process.
 #include <atomic>
 
+#include "objc/object.h"
 #include "platform/Dispatch.h"
 
 namespace {

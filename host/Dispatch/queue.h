@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export.h"
+#include "objc/object.h"
 #include "platform/Dispatch.h"
 
 extern "C" {

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "objc/object.h"
 #include "objc/strong.h"
 #include "platform/Dispatch.h"
 

@@ -1,6 +1,7 @@
 // The queues that are there from the start: the main thread's and the global ones.
 #pragma once
 
+#include "objc/object.h"
 #include "platform/Dispatch.h"
 
 namespace host::dispatch {

@@ -17,7 +17,7 @@ enum Type : CFTypeID {
   kArchiveUid,
 };
 
-bool isBoolean(NSNumber* number) { return *send<const char*>(number, "objCType"_sel) == 'c'; }
+bool isBoolean(NSNumber* number) { return *send(number, NSNumber::objCType) == 'c'; }
 
 Type typeOf(NSObject* object) {
   if (object == nullptr) return kNone;

@@ -36,9 +36,10 @@ struct Array : NSArray {
   NSObject* last() { return elements.empty() ? nullptr : elements.back().get(); }
   bool equals(NSObject* other) {
     auto* array = objc::as<NSArray>(other);
-    if (array == nullptr || array->count() != size()) return false;
+    if (array == nullptr || send(array, NSArray::count) != size()) return false;
     for (NSUInteger i = 0; i < size(); ++i) {
-      if (!elements[i]->isEqual(array->objectAtIndex(i))) return false;
+      if (!send(elements[i], NSObject::isEqual, send(array, NSArray::objectAtIndex, i)))
+        return false;
     }
     return true;
   }
@@ -46,7 +47,7 @@ struct Array : NSArray {
   NSString* describe() {
     std::string words = "(";
     for (const auto& element : elements)
-      words += " " + std::string(host::text(element->description())) + ",";
+      words += " " + std::string(host::text(send(element, NSObject::description))) + ",";
     return host::makeString(words + " )");
   }
   NSArray* copy() { return static_cast<NSArray*>(objc_retain(this)); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 
 /// Every call raises for a nil key. Encoding a key again replaces its value. Decoding answers zero
 /// or nil for an absent key, and raises for a value of another kind.

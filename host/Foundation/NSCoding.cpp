@@ -28,8 +28,9 @@ struct CodedArray : NSArray {
 struct CodedMutableArray : NSMutableArray {
   NSObject* initWithCoder(NSCoder* coder) {
     NSArray* objects = coder->decodeObjects(kObjects);
-    const NSUInteger count = send<NSUInteger>(objects, "count"_sel);
-    for (NSUInteger i = 0; i < count; ++i) addObject(objects->objectAtIndex(i));
+    const NSUInteger total = send<NSUInteger>(objects, "count"_sel);
+    for (NSUInteger i = 0; i < total; ++i)
+      send(this, NSMutableArray::addObject, send(objects, NSArray::objectAtIndex, i));
     return this;
   }
 };
@@ -41,15 +42,17 @@ void fill(NSMutableDictionary* dictionary, NSCoder* coder) {
   if (count != send<NSUInteger>(objects, "count"_sel))
     host::archive::raiseOperation("a dictionary has a key without an object, or the reverse");
   for (NSUInteger i = 0; i < count; ++i)
-    dictionary->setObjectForKey(objects->objectAtIndex(i), keys->objectAtIndex(i));
+    send(dictionary, NSMutableDictionary::setObjectForKey, send(objects, NSArray::objectAtIndex, i),
+         send(keys, NSArray::objectAtIndex, i));
 }
 
 struct CodedDictionary : NSDictionary {
   void encode(NSCoder* coder) {
-    NSArray* keys = allKeys();
+    NSArray* keys = send(this, NSDictionary::allKeys);
     NSMutableArray* objects = NSMutableArray::array();
-    for (NSUInteger i = 0; i < keys->count(); ++i)
-      objects->addObject(objectForKey(keys->objectAtIndex(i)));
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i)
+      send(objects, NSMutableArray::addObject,
+           send(this, NSDictionary::objectForKey, send(keys, NSArray::objectAtIndex, i)));
     coder->encodeObjects(keys, kKeys);
     coder->encodeObjects(objects, kObjects);
   }
@@ -69,7 +72,9 @@ struct CodedMutableDictionary : NSMutableDictionary {
 };
 
 struct CodedDate : NSDate {
-  void encode(NSCoder* coder) { coder->encodeDouble(timeIntervalSinceReferenceDate(), kTime); }
+  void encode(NSCoder* coder) {
+    coder->encodeDouble(send(this, NSDate::timeIntervalSinceReferenceDate), kTime);
+  }
   NSObject* initWithCoder(NSCoder* coder) {
     NSDate* made = NSDate::dateWithTimeIntervalSinceReferenceDate(coder->decodeDouble(kTime));
     objc_release(this);

@@ -14,8 +14,8 @@ struct Data : NSData {
   NSUInteger size() { return contents.size(); }
   bool equals(NSObject* other) {
     auto* data = objc::as<NSData>(other);
-    return data != nullptr && data->length() == size() &&
-           std::memcmp(data->bytes(), start(), size()) == 0;
+    return data != nullptr && send(data, NSData::length) == size() &&
+           std::memcmp(send(data, NSData::bytes), start(), size()) == 0;
   }
   NSUInteger hashValue() { return std::hash<std::string>{}(contents); }
   Data* copy() { return static_cast<Data*>(objc_retain(this)); }
@@ -28,8 +28,8 @@ struct Date : NSDate {
   static Date* current() { return since(host::now()); }
   double interval() { return seconds; }
   bool equals(NSObject* other) {
-    auto* date = objc::as<NSDate>(other);
-    return date != nullptr && date->timeIntervalSinceReferenceDate() == seconds;
+    auto* moment = objc::as<NSDate>(other);
+    return moment != nullptr && send(moment, NSDate::timeIntervalSinceReferenceDate) == seconds;
   }
   NSUInteger hashValue() { return std::hash<double>{}(seconds); }
   Date* copy() { return static_cast<Date*>(objc_retain(this)); }

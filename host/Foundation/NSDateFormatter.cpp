@@ -146,7 +146,7 @@ TimeZone* TimeZone::forSeconds(NSInteger seconds) {
 NSString* DateFormatter::string(NSDate* date) {
   using namespace std::chrono;
   if (date == nullptr) return nullptr;
-  const double since2001 = date->timeIntervalSinceReferenceDate();
+  const double since2001 = send(date, NSDate::timeIntervalSinceReferenceDate);
   constexpr double kCalendarsEnd = 9e11;
   if (!(std::fabs(since2001) < kCalendarsEnd)) return nullptr;
   const long offset =

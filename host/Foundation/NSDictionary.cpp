@@ -66,16 +66,16 @@ struct Dictionary : NSDictionary {
   NSObject* find(NSObject* key) { return table.find(key); }
   NSArray* keys() {
     NSMutableArray* keys = NSMutableArray::array();
-    for (const auto& entry : table.entries()) keys->addObject(entry.key);
+    for (const auto& entry : table.entries()) send(keys, NSMutableArray::addObject, entry.key);
     return keys;
   }
   bool equals(NSObject* other) {
     if (this == other) return true;
     auto* dictionary = objc::as<NSDictionary>(other);
-    if (dictionary == nullptr || dictionary->count() != size()) return false;
+    if (dictionary == nullptr || send(dictionary, NSDictionary::count) != size()) return false;
     for (const auto& entry : table.entries()) {
-      NSObject* theirs = dictionary->objectForKey(entry.key);
-      if (theirs == nullptr || !entry.value->isEqual(theirs)) return false;
+      NSObject* theirs = send(dictionary, NSDictionary::objectForKey, entry.key);
+      if (theirs == nullptr || !send(entry.value, NSObject::isEqual, theirs)) return false;
     }
     return true;
   }
@@ -83,8 +83,8 @@ struct Dictionary : NSDictionary {
   NSString* describe() {
     std::string words = "{";
     for (const auto& entry : table.entries()) {
-      words += " " + std::string(host::text(entry.key->description())) + " = " +
-               std::string(host::text(entry.value->description())) + ";";
+      words += " " + std::string(host::text(send(entry.key, NSObject::description))) + " = " +
+               std::string(host::text(send(entry.value, NSObject::description))) + ";";
     }
     return host::makeString(words + " }");
   }

@@ -2,6 +2,7 @@
 #include "objc/define.h"
 #include "objc/strong.h"
 #include "platform/Social.h"
+#include "runtime/send.h"
 
 namespace {
 

@@ -35,7 +35,7 @@ FileHandle* FileHandle::owning(int descriptor) {
 
 void FileHandle::dealloc() {
   close();
-  sendSuper<void>(static_cast<NSFileHandle*>(this), "dealloc"_sel);
+  sendSuper<NSFileHandle>(this, NSObject::dealloc);
 }
 
 NSData* FileHandle::readToEnd() {

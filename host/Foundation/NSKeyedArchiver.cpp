@@ -33,17 +33,18 @@ struct KeyedArchiver : NSCoder {
     open.push_back(ObjectFields::retain(NSMutableDictionary::dictionary()));
     encodeObjectFor(root, "root"_ns);
     NSMutableArray* list = NSMutableArray::array();
-    for (const auto& object : objects) list->addObject(object);
+    for (const auto& object : objects) send(list, NSMutableArray::addObject, object);
     const auto bytes = host::binaryFromPropertyList(NSDictionary::dictionaryWithObjectsAndKeys(
         NSNumber::numberWithLongLong(kVersion), "$version"_ns, list, "$objects"_ns,
-        "NSKeyedArchiver"_ns, "$archiver"_ns, open.back().get(), "$top"_ns, nullptr));
+        "NSKeyedArchiver"_ns, "$archiver"_ns, open.back().get(), "$top"_ns,
+        static_cast<NSObject*>(nullptr)));
     if (!bytes) raiseArgument("a text with a zero in it, or too much of everything");
     return NSData::dataWithBytes(bytes->data(), bytes->size());
   }
 
   void put(NSObject* value, NSString* key) {
     if (open.empty()) raiseArgument("there is no archive");
-    open.back()->setObjectForKey(value, storedKey(key));
+    send(open.back(), NSMutableDictionary::setObjectForKey, value, storedKey(key));
   }
   void encodeObjectFor(NSObject* object, NSString* key) { put(reference(object), key); }
   void encodeBool(bool value, NSString* key) { put(NSNumber::numberWithBool(value), key); }
@@ -61,8 +62,8 @@ struct KeyedArchiver : NSCoder {
   }
   void encodeList(NSArray* list, NSString* key) {
     NSMutableArray* references = NSMutableArray::array();
-    for (NSUInteger i = 0; i < list->count(); ++i)
-      references->addObject(reference(list->objectAtIndex(i)));
+    for (NSUInteger i = 0; i < send(list, NSArray::count); ++i)
+      send(references, NSMutableArray::addObject, reference(send(list, NSArray::objectAtIndex, i)));
     put(references, key);
   }
   bool allowsKeys() { return true; }
@@ -85,7 +86,7 @@ struct KeyedArchiver : NSCoder {
   }
 
   void encodeFields(NSObject* object) {
-    if (!object->respondsToSelector("encodeWithCoder:"_sel)) {
+    if (!send(object, NSObject::respondsToSelector, "encodeWithCoder:"_sel)) {
       raiseArgument(std::string("-[") + class_getName(object->isa) +
                     " encodeWithCoder:]: unrecognized selector");
     }
@@ -95,9 +96,9 @@ struct KeyedArchiver : NSCoder {
     objects.push_back(Strong<NSObject>::retain(fields));
     const Closing closing(open);
     send<void>(object, "encodeWithCoder:"_sel, static_cast<NSCoder*>(this));
-    fields->setObjectForKey(
-        host::makeArchiveUid(encodeClass(send<Class>(object, "class"_sel))).autorelease(),
-        "$class"_ns);
+    send(fields, NSMutableDictionary::setObjectForKey,
+         host::makeArchiveUid(encodeClass(send<Class>(object, "class"_sel))).autorelease(),
+         "$class"_ns);
   }
 
   std::uint32_t encodeClass(Class cls) {
@@ -105,9 +106,10 @@ struct KeyedArchiver : NSCoder {
     if (!isNew) return found->second;
     NSMutableArray* names = NSMutableArray::array();
     for (Class each = cls; each != nullptr; each = class_getSuperclass(each))
-      names->addObject(host::makeString(class_getName(each)));
+      send(names, NSMutableArray::addObject, host::makeString(class_getName(each)));
     objects.push_back(Strong<NSObject>::retain(NSDictionary::dictionaryWithObjectsAndKeys(
-        names->objectAtIndex(0), "$classname"_ns, names, "$classes"_ns, nullptr)));
+        send(names, NSArray::objectAtIndex, 0), "$classname"_ns, names, "$classes"_ns,
+        static_cast<NSObject*>(nullptr))));
     return found->second;
   }
 

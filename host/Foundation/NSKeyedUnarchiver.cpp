@@ -48,28 +48,29 @@ struct KeyedUnarchiver : NSCoder {
   void readArchive(NSData* data) {
     NSObject* tree = nullptr;
     if (objc::as<NSData>(data) != nullptr) {
-      tree = host::propertyListFromData({static_cast<const char*>(data->bytes()), data->length()});
+      tree = host::propertyListFromData(
+          {static_cast<const char*>(send(data, NSData::bytes)), send(data, NSData::length)});
     }
     auto* archive = objc::as<NSDictionary>(tree);
     if (archive == nullptr) raiseArgument("the data is no archive");
-    auto* archiver = objc::as<NSString>(archive->objectForKey("$archiver"_ns));
-    auto* version = objc::as<NSNumber>(archive->objectForKey("$version"_ns));
-    auto* top = objc::as<NSDictionary>(archive->objectForKey("$top"_ns));
-    auto* list = objc::as<NSArray>(archive->objectForKey("$objects"_ns));
-    if (archiver == nullptr || !archiver->isEqualToString("NSKeyedArchiver"_ns) ||
-        version == nullptr || version->longLongValue() != kVersion || top == nullptr ||
-        list == nullptr) {
+    auto* archiver = objc::as<NSString>(send(archive, NSDictionary::objectForKey, "$archiver"_ns));
+    auto* version = objc::as<NSNumber>(send(archive, NSDictionary::objectForKey, "$version"_ns));
+    auto* top = objc::as<NSDictionary>(send(archive, NSDictionary::objectForKey, "$top"_ns));
+    auto* list = objc::as<NSArray>(send(archive, NSDictionary::objectForKey, "$objects"_ns));
+    if (archiver == nullptr || !send(archiver, NSString::isEqualToString, "NSKeyedArchiver"_ns) ||
+        version == nullptr || send(version, NSNumber::longLongValue) != kVersion ||
+        top == nullptr || list == nullptr) {
       raiseArgument("the data is no archive of this kind");
     }
     objects = Strong<NSArray>::retain(list);
-    decoded.resize(list->count());
+    decoded.resize(send(list, NSArray::count));
     open.push_back(Strong<NSDictionary>::retain(top));
   }
 
   /// The value as it lies in the archive, or nil.
   NSObject* stored(NSString* key) {
     if (open.empty()) raiseOperation("there is no archive");
-    return open.back()->objectForKey(storedKey(key));
+    return send(open.back(), NSDictionary::objectForKey, storedKey(key));
   }
   /// The same where it is of the type; raises for another one.
   NSObject* stored(NSString* key, CFTypeID type, const char* what) {
@@ -118,10 +119,10 @@ struct KeyedUnarchiver : NSCoder {
     auto* references = static_cast<NSArray*>(stored(key, type, "list of objects"));
     if (references == nullptr) return nullptr;
     NSMutableArray* list = NSMutableArray::array();
-    for (NSUInteger i = 0; i < references->count(); ++i) {
-      NSObject* object = decode(references->objectAtIndex(i));
+    for (NSUInteger i = 0; i < send(references, NSArray::count); ++i) {
+      NSObject* object = decode(send(references, NSArray::objectAtIndex, i));
       if (object == nullptr) raiseOperation("an object of " + quoted(key) + " is nil");
-      list->addObject(object);
+      send(list, NSMutableArray::addObject, object);
     }
     return list;
   }
@@ -133,7 +134,8 @@ struct KeyedUnarchiver : NSCoder {
     const std::uint32_t index = checkedIndex(reference);
     if (index == 0) return nullptr;
     Decoded& result = decoded[index];
-    if (result.state == Decoded::no) decodeNew(objects->objectAtIndex(index), result);
+    if (result.state == Decoded::no)
+      decodeNew(send(objects, NSArray::objectAtIndex, index), result);
     // What is not made yet, but refers to itself: a container that cannot change has no address
     // before its contents are there.
     if (result.state == Decoded::begun && result.object.get() == nullptr)
@@ -159,7 +161,7 @@ struct KeyedUnarchiver : NSCoder {
   }
 
   void decodeInstance(NSDictionary* fields, Decoded& result) {
-    Class cls = decodeClass(fields->objectForKey("$class"_ns));
+    Class cls = decodeClass(send(fields, NSDictionary::objectForKey, "$class"_ns));
     if (open.size() > kMaximumDepth) raiseOperation("objects are nested too deeply");
     open.push_back(Strong<NSDictionary>::retain(fields));
     const Closing closing(open);
@@ -178,11 +180,11 @@ struct KeyedUnarchiver : NSCoder {
 
   Class decodeClass(NSObject* reference) {
     const std::uint32_t index = checkedIndex(reference);
-    auto* description = objc::as<NSDictionary>(objects->objectAtIndex(index));
+    auto* described = objc::as<NSDictionary>(send(objects, NSArray::objectAtIndex, index));
     auto* name = objc::as<NSString>(
-        send<NSObject*>(description, "objectForKey:"_sel, static_cast<NSObject*>("$classname"_ns)));
+        send<NSObject*>(described, "objectForKey:"_sel, static_cast<NSObject*>("$classname"_ns)));
     if (name == nullptr) raiseOperation("an object's class has no name");
-    Class cls = objc_getClass(name->UTF8String());
+    Class cls = objc_getClass(send(name, NSString::UTF8String));
     if (cls == nullptr || !class_respondsToSelector(cls, "initWithCoder:"_sel))
       raiseOperation("cannot decode an object of class " + quoted(name));
     return cls;

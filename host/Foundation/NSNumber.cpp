@@ -63,8 +63,8 @@ struct Number : NSNumber {
 
   bool equals(NSObject* other) {
     auto* number = objc::as<NSNumber>(other);
-    return number != nullptr && asDouble() == number->doubleValue() &&
-           asLongLong() == number->longLongValue();
+    return number != nullptr && asDouble() == send(number, NSNumber::doubleValue) &&
+           asLongLong() == send(number, NSNumber::longLongValue);
   }
   NSUInteger hashValue() { return std::hash<double>{}(asDouble()); }
   Number* copy() { return static_cast<Number*>(objc_retain(this)); }

@@ -20,7 +20,8 @@ struct PropertyListSerialization : NSObject {
   static NSObject* read(NSData* data, NSUInteger, NSUInteger* format, NSObject** error) {
     if (error != nullptr) *error = nullptr;
     if (objc::as<NSData>(data) == nullptr) return nullptr;
-    const std::string_view bytes(static_cast<const char*>(data->bytes()), data->length());
+    const std::string_view bytes(static_cast<const char*>(send(data, NSData::bytes)),
+                                 send(data, NSData::length));
     NSObject* tree = host::propertyListFromData(bytes);
     if (tree != nullptr && format != nullptr)
       *format = host::isBinaryPropertyList(bytes) ? kBinaryFormat : kXmlFormat;

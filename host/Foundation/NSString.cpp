@@ -99,7 +99,8 @@ struct HeapString : AnyString {
   NSString* initWithData(NSData* data, NSUInteger encoding) {
     objc_release(this);
     if (data == nullptr) return nullptr;
-    const std::string_view bytes(static_cast<const char*>(data->bytes()), data->length());
+    const std::string_view bytes(static_cast<const char*>(send(data, NSData::bytes)),
+                                 send(data, NSData::length));
     constexpr NSUInteger kUtf8 = 4;
     if (encoding != kUtf8 && encoding != NSASCIIStringEncoding) return nullptr;
     if (encoding == NSASCIIStringEncoding &&

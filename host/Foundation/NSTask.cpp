@@ -133,7 +133,7 @@ void Task::start() {
   std::vector<std::string> words{std::string(host::text(path))};
   const NSUInteger count = send<NSUInteger>(arguments, "count"_sel);
   for (NSUInteger i = 0; i < count; ++i) {
-    auto* word = objc::as<NSString>(arguments->objectAtIndex(i));
+    auto* word = objc::as<NSString>(send(arguments, NSArray::objectAtIndex, i));
     if (word == nullptr) raise("an argument is no string");
     words.emplace_back(host::text(word));
   }

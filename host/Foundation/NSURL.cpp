@@ -87,7 +87,8 @@ struct Url : NSURL {
   NSString* query() { return stringOf(parts().query); }
   bool equals(NSObject* other) {
     auto* url = objc::as<NSURL>(other);
-    return url != nullptr && text->isEqualToString(url->absoluteString());
+    return url != nullptr &&
+           send(text, NSString::isEqualToString, send(url, NSURL::absoluteString));
   }
   NSUInteger hashValue() { return send<NSUInteger>(text, "hash"_sel); }
   Url* copy() { return static_cast<Url*>(objc_retain(this)); }

@@ -31,7 +31,7 @@ void append(std::string& out, const std::string& conversion, T value) {
 
 std::string describe(NSObject* object) {
   if (object == nullptr) return "(null)";
-  return std::string(text(object->description()));
+  return std::string(text(send(object, NSObject::description)));
 }
 
 /// Those of a variadic function of this process's own.

@@ -7,7 +7,7 @@ namespace host {
 namespace {
 
 std::size_t hashOfKey(NSObject* key) {
-  return isString(key) ? hashOf(static_cast<NSString*>(key)) : key->hash();
+  return isString(key) ? hashOf(static_cast<NSString*>(key)) : send(key, NSObject::hash);
 }
 
 bool sameKey(NSObject* left, NSObject* right) {
@@ -16,7 +16,7 @@ bool sameKey(NSObject* left, NSObject* right) {
   if (leftIsString != isString(right)) return false;
   if (leftIsString)
     return text(static_cast<NSString*>(left)) == text(static_cast<NSString*>(right));
-  return left->isEqual(right);
+  return send(left, NSObject::isEqual, right);
 }
 
 }  // namespace

@@ -118,7 +118,7 @@ class Reader {
       const Strong<NSString> name = makeOwnedString(rawKey);
       if (const Strong<NSObject> contents = object(value);
           contents.get() != nullptr && name.get() != nullptr) {
-        result->setObjectForKey(contents, name.get());
+        send(result, NSMutableDictionary::setObjectForKey, contents, name.get());
       }
     }
   }
@@ -133,7 +133,7 @@ class Reader {
       plist_array_next_item(node, raw, &item);
       if (item == nullptr) return result;
       if (const Strong<NSObject> contents = object(item); contents.get() != nullptr)
-        result->addObject(contents);
+        send(result, NSMutableArray::addObject, contents);
     }
   }
 

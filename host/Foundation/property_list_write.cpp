@@ -20,9 +20,10 @@ class Writer {
     if (auto* string = objc::as<NSString>(object)) return stringNode(string);
     if (auto* number = objc::as<NSNumber>(object)) return numberNode(number);
     if (auto* date = objc::as<NSDate>(object))
-      return plist::dateNode(date->timeIntervalSinceReferenceDate());
+      return plist::dateNode(send(date, NSDate::timeIntervalSinceReferenceDate));
     if (auto* data = objc::as<NSData>(object)) {
-      return plist::Tree(plist_new_data(static_cast<const char*>(data->bytes()), data->length()));
+      return plist::Tree(plist_new_data(static_cast<const char*>(send(data, NSData::bytes)),
+                                        send(data, NSData::length)));
     }
     if (isArchiveUid(object)) return plist::Tree(plist_new_uid(archiveUidIndex(object)));
     if (depth_ == kMaximumDepth) return {};
@@ -37,7 +38,7 @@ class Writer {
  private:
   /// Text with a zero in it would be cut short.
   static const char* wholeText(NSString* string) {
-    const char* words = string->UTF8String();
+    const char* words = send(string, NSString::UTF8String);
     if (words == nullptr || std::strlen(words) != text(string).size()) return nullptr;
     return words;
   }
@@ -51,25 +52,26 @@ class Writer {
     switch (*send<const char*>(number, "objCType"_sel)) {
       case 'B':
       case 'c':
-        return plist::Tree(plist_new_bool(number->boolValue() ? 1 : 0));
+        return plist::Tree(plist_new_bool(send(number, NSNumber::boolValue) ? 1 : 0));
       case 'd':
       case 'f':
-        return plist::Tree(plist_new_real(number->doubleValue()));
+        return plist::Tree(plist_new_real(send(number, NSNumber::doubleValue)));
       case 'Q':
         return plist::unsignedNode(send<unsigned long long>(number, "unsignedLongLongValue"_sel));
       default:
-        return plist::Tree(plist_new_uint(static_cast<std::uint64_t>(number->longLongValue())));
+        return plist::Tree(
+            plist_new_uint(static_cast<std::uint64_t>(send(number, NSNumber::longLongValue))));
     }
   }
 
   plist::Tree dictionaryNode(NSDictionary* dictionary) {
     plist::Tree result(plist_new_dict());
-    NSArray* keys = dictionary->allKeys();
-    for (NSUInteger i = 0; i < keys->count(); ++i) {
-      auto* key = objc::as<NSString>(keys->objectAtIndex(i));
+    NSArray* keys = send(dictionary, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      auto* key = objc::as<NSString>(send(keys, NSArray::objectAtIndex, i));
       const char* name = key == nullptr ? nullptr : wholeText(key);
       if (name == nullptr) return {};
-      plist::Tree value = tree(dictionary->objectForKey(key));
+      plist::Tree value = tree(send(dictionary, NSDictionary::objectForKey, key));
       if (value == nullptr) return {};
       plist_dict_set_item(result.get(), name, value.release());
     }
@@ -78,8 +80,8 @@ class Writer {
 
   plist::Tree arrayNode(NSArray* array) {
     plist::Tree result(plist_new_array());
-    for (NSUInteger i = 0; i < array->count(); ++i) {
-      plist::Tree item = tree(array->objectAtIndex(i));
+    for (NSUInteger i = 0; i < send(array, NSArray::count); ++i) {
+      plist::Tree item = tree(send(array, NSArray::objectAtIndex, i));
       if (item == nullptr) return {};
       plist_array_append_item(result.get(), item.release());
     }

@@ -7,6 +7,7 @@
 #include "export.h"
 #include "objc/strong.h"
 #include "platform/Foundation.h"
+#include "runtime/send.h"
 
 namespace host {
 

@@ -7,6 +7,7 @@
 #include "objc/define.h"
 #include "objc/strong.h"
 #include "platform/MediaPlayerUI.h"
+#include "runtime/send.h"
 
 namespace {
 

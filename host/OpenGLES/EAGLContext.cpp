@@ -90,7 +90,7 @@ bool Context::setCurrent(EAGLContext* context) {
   return true;
 }
 
-EAGLContext* Context::current() { return currentContext; }
+EAGLContext* Context::current() { return gl::currentContext; }
 
 Bound::Bound() : context_(currentContext) {
   if (context_ == nullptr) return;

@@ -53,11 +53,13 @@ host::HttpPost postOf(Request* request) {
   post.host = textOf(send<NSString*>(request->url, "host"_sel));
   post.path = textOf(send<NSString*>(request->url, "path"_sel));
   if (request->account != nullptr)
-    post.authorization = "OAuth oauth_token=\"" + textOf(request->account->username()) + "\"";
+    post.authorization =
+        "OAuth oauth_token=\"" + textOf(send(request->account, ACAccount::username)) + "\"";
   auto* keys = send<NSArray*>(request->parameters, "allKeys"_sel);
   for (NSUInteger i = 0; i < send<NSUInteger>(keys, "count"_sel); ++i) {
-    NSObject* key = keys->objectAtIndex(i);
-    post.form.emplace_back(textOf(key), textOf(request->parameters->objectForKey(key)));
+    NSObject* key = send(keys, NSArray::objectAtIndex, i);
+    post.form.emplace_back(textOf(key),
+                           textOf(send(request->parameters, NSDictionary::objectForKey, key)));
   }
   std::ranges::sort(post.form);
   return post;
@@ -124,6 +126,6 @@ void Request::perform(Handler handler) {
 NSArray* Request::performed() {
   NSMutableArray* list = NSMutableArray::array();
   const std::lock_guard lock(noted().mutex);
-  for (const auto& request : noted().requests) list->addObject(request);
+  for (const auto& request : noted().requests) send(list, NSMutableArray::addObject, request);
   return list;
 }

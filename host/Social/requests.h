@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Social.h"
+#include "runtime/send.h"
 
 namespace host {
 

@@ -8,6 +8,8 @@ namespace {
 
 struct AccessoryImage : host::Image {
   AccessoryImage* initWithImage(UIImage* image);
+
+  Strong<NSObject> _countedMapKey;  ///< by which the pool of images takes it back
 };
 
 constexpr CGFloat kDiameter = 24;
@@ -19,7 +21,7 @@ UIImage* redDisc() {
   CGContextRef context = UIGraphicsGetCurrentContext();
   constexpr CGFloat kGreen = CGFloat(0x3b / 255.0);
   constexpr CGFloat kBlue = CGFloat(0x30 / 255.0);
-  UIColor::colorWithRed(1, kGreen, kBlue, 1)->set();
+  send(UIColor::colorWithRed(1, kGreen, kBlue, 1), UIColor::set);
   CGContextAddEllipseInRect(context, {{0, 0}, {kDiameter, kDiameter}});
   CGContextFillPath(context);
   UIImage* disc = UIGraphicsGetImageFromCurrentImageContext();
@@ -28,18 +30,31 @@ UIImage* redDisc() {
                         UIEdgeInsets{kCap, kCap, kCap, kCap});
 }
 
-UIImage* checkoutBackgroundImage() {
-  static auto* background = static_cast<UIImage*>(objc_retain(redDisc()));
-  return background;
-}
+SBIconAccessoryImage* checkoutBackgroundImage();
 
 }  // namespace
 
 OBJC_CLASS_NAMED(SBIconAccessoryImage, UIImage, AccessoryImage, host::Image,
+                 objc::Property<"countedMapKey", &AccessoryImage::_countedMapKey>,
                  objc::Method<"initWithImage:", &AccessoryImage::initWithImage>)
 
 OBJC_CLASS_NAMED(SBIconBadgeView, UIView, host::View, host::View,
                  objc::ClassMethod<"_checkoutBackgroundImage", &checkoutBackgroundImage>)
+
+namespace {
+
+SBIconAccessoryImage* checkoutBackgroundImage() {
+  static auto* background = [] {
+    auto* raw =
+        static_cast<AccessoryImage*>(class_createInstance(&objc_class_SBIconAccessoryImage, 0));
+    raw->_countedMapKey = Strong<NSObject>::retain("badge background"_ns);
+    return static_cast<SBIconAccessoryImage*>(
+        static_cast<NSObject*>(raw->initWithImage(redDisc())));
+  }();
+  return background;
+}
+
+}  // namespace
 
 AccessoryImage* AccessoryImage::initWithImage(UIImage* image) {
   auto* source = static_cast<host::Image*>(image);

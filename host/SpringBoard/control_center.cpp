@@ -14,8 +14,8 @@ struct ContentContainer : host::View {
   void contrastDidChange(NSObject*) {
     const bool isEnhanced = _UIAccessibilityEnhanceBackgroundContrast();
     constexpr CGFloat kDark = CGFloat(0.2);
-    contrastBackground->setBackgroundColor(
-        isEnhanced ? UIColor::colorWithRed(kDark, kDark, kDark, 1) : nullptr);
+    send(contrastBackground, UIView::setBackgroundColor,
+         isEnhanced ? UIColor::colorWithRed(kDark, kDark, kDark, 1) : nullptr);
   }
 
   Strong<host::BackdropView> backdrop;

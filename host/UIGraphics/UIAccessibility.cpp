@@ -16,6 +16,6 @@ void setEnhancedBackgroundContrast(bool enhanced) { enhancedContrast = enhanced;
 
 }  // namespace host
 
-extern "C" HOST_EXPORT bool _UIAccessibilityEnhanceBackgroundContrast() {
-  return host::enhancedContrast;
+extern "C" HOST_EXPORT unsigned char _UIAccessibilityEnhanceBackgroundContrast() {
+  return host::enhancedContrast ? 1 : 0;
 }

@@ -3,6 +3,7 @@
 
 #include "export.h"
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 
 extern "C" {
 /// Not opaque, a pixel a point.

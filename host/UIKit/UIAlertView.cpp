@@ -97,7 +97,7 @@ void AlertView::press(NSInteger index) {
 
 NSArray* AlertView::shown() {
   NSMutableArray* list = NSMutableArray::array();
-  for (const auto& alert : screen()) list->addObject(alert);
+  for (const auto& alert : screen()) send(list, NSMutableArray::addObject, alert);
   return list;
 }
 

@@ -58,10 +58,11 @@ std::vector<Appearance*>& proxies() {
 }
 
 bool Appearance::concerns(host::View* view) const {
-  if (!view->isKindOfClass(control)) return false;
+  if (!send(view, NSObject::isKindOfClass, control)) return false;
   auto wanted = containers.begin();
   auto pass = [&](NSObject* container) {
-    if (container != nullptr && wanted != containers.end() && container->isKindOfClass(*wanted))
+    if (container != nullptr && wanted != containers.end() &&
+        send(container, NSObject::isKindOfClass, *wanted))
       ++wanted;
   };
   pass(view->controller);

@@ -41,7 +41,7 @@ struct Opener : UIApplication {
     return takesByItself(scheme) || urls().installed.contains(scheme);
   }
   bool open(NSURL* url) {
-    if (!canOpenURL(url)) return false;
+    if (!send(this, UIApplication::canOpenURL, url)) return false;
     const std::lock_guard lock(urls().mutex);
     urls().opened.push_back(Strong<NSURL>::retain(url));
     return true;
@@ -50,14 +50,14 @@ struct Opener : UIApplication {
   static void setInstalled(NSArray* schemes) {
     std::set<std::string, std::less<>> installed;
     for (NSUInteger i = 0; i < send<NSUInteger>(schemes, "count"_sel); ++i)
-      installed.insert(lowered(static_cast<NSString*>(schemes->objectAtIndex(i))));
+      installed.insert(lowered(static_cast<NSString*>(send(schemes, NSArray::objectAtIndex, i))));
     const std::lock_guard lock(urls().mutex);
     urls().installed = std::move(installed);
   }
   static NSArray* opened() {
     NSMutableArray* list = NSMutableArray::array();
     const std::lock_guard lock(urls().mutex);
-    for (const auto& url : urls().opened) list->addObject(url);
+    for (const auto& url : urls().opened) send(list, NSMutableArray::addObject, url);
     return list;
   }
 };

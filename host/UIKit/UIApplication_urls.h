@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 
 namespace host {
 

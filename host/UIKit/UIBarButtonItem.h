@@ -6,6 +6,7 @@
 
 #include "objc/define.h"
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 
 namespace host {
 

@@ -103,7 +103,7 @@ bool Color::getWhite(CGFloat* white, CGFloat* alpha) {
 NSUInteger Color::componentCount() { return isGrey ? 2 : 4; }
 
 CGColorRef Color::cgColor() {
-  auto* color = makeObject<CGColor>();
+  auto* color = makeObject<::CGColor>();
   color->count = componentCount();
   if (isGrey) color->components = {r, a};
   else color->components = {r, g, b, a};

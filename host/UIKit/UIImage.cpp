@@ -106,7 +106,7 @@ UIImage* Image::withFile(NSString* path) {
 
 Image* Image::initWithBitmap(CGImageRef image) { return initWithBitmapAt(image, 1, 0); }
 Image* Image::initWithBitmapAt(CGImageRef image, CGFloat imageScale, NSInteger value) {
-  bitmap = Strong<CGImage>::retain(image);
+  bitmap = Strong<::CGImage>::retain(image);
   scale = imageScale > 0 && std::isfinite(imageScale) ? imageScale : 1;
   orientation = value >= 0 && value <= 7 ? static_cast<Orientation>(value) : Orientation::up;
   return this;
@@ -115,9 +115,10 @@ Image* Image::initWithData(NSData* data) { return initWithDataAt(data, 1); }
 Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
   std::optional<imageio::Picture> picture;
   if (data != nullptr)
-    picture = imageio::decode({static_cast<const char*>(data->bytes()), data->length()});
+    picture = imageio::decode(
+        {static_cast<const char*>(send(data, NSData::bytes)), send(data, NSData::length)});
   if (picture) {
-    const auto made = Strong<CGImage>::adopt(host::bitmapOf(*picture));
+    const auto made = Strong<::CGImage>::adopt(host::bitmapOf(*picture));
     if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
   }
   objc_release(this);
@@ -125,28 +126,28 @@ Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
 }
 
 Image* Image::copyOf() {
-  Image* copy = allocated()->initWithBitmapAt(bitmap, scale, orientationOf());
-  copy->capInsets = capInsets;
-  copy->alignment = alignment;
-  copy->renderingMode = renderingMode;
-  copy->resizable = resizable;
-  return copy;
+  Image* made = allocated()->initWithBitmapAt(bitmap, scale, orientationOf());
+  made->capInsets = capInsets;
+  made->alignment = alignment;
+  made->renderingMode = renderingMode;
+  made->resizable = resizable;
+  return made;
 }
 UIImage* Image::withCapInsets(UIEdgeInsets insets) {
-  Image* copy = copyOf();
-  copy->capInsets = insets;
-  copy->resizable = true;
-  return autoreleased(copy);
+  Image* made = copyOf();
+  made->capInsets = insets;
+  made->resizable = true;
+  return autoreleased(made);
 }
 UIImage* Image::withAlignment(UIEdgeInsets insets) {
-  Image* copy = copyOf();
-  copy->alignment = insets;
-  return autoreleased(copy);
+  Image* made = copyOf();
+  made->alignment = insets;
+  return autoreleased(made);
 }
 UIImage* Image::withRenderingMode(NSInteger mode) {
-  Image* copy = copyOf();
-  copy->renderingMode = mode;
-  return autoreleased(copy);
+  Image* made = copyOf();
+  made->renderingMode = mode;
+  return autoreleased(made);
 }
 
 CGSize Image::sizeOf() {

@@ -55,7 +55,7 @@ struct Image : UIImage {
   bool isResizable() { return resizable; }
   Image* copyOf();
 
-  Strong<CGImage> bitmap;
+  Strong<::CGImage> bitmap;
   CGFloat scale;
   Orientation orientation;
   UIEdgeInsets capInsets;

@@ -22,7 +22,8 @@ struct NavigationController : host::ContainerViewController {
   /// What the page on top presents hides it.
   NSObject* visible() {
     NSObject* page = top();
-    if (page == nullptr || !page->respondsToSelector("presentedViewController"_sel)) return page;
+    if (page == nullptr || !send(page, NSObject::respondsToSelector, "presentedViewController"_sel))
+      return page;
     auto* presented = send<NSObject*>(page, "presentedViewController"_sel);
     return presented == nullptr ? page : presented;
   }
@@ -72,7 +73,7 @@ void ContainerViewController::dealloc() {
 
 NSArray* ContainerViewController::children() {
   auto* array = NSMutableArray::array();
-  for (const auto& child : held) array->addObject(child);
+  for (const auto& child : held) send(array, NSMutableArray::addObject, child);
   return array;
 }
 
@@ -81,7 +82,8 @@ void ContainerViewController::setChildren(NSArray* controllers) {
   while (!held.empty()) removeLast();
   const NSUInteger count = send<NSUInteger>(controllers, "count"_sel);
   for (NSUInteger i = 0; i < count; ++i)
-    add(static_cast<ViewController*>(objc::as<UIViewController>(controllers->objectAtIndex(i))));
+    add(static_cast<ViewController*>(
+        objc::as<UIViewController>(send(controllers, NSArray::objectAtIndex, i))));
 }
 
 void ContainerViewController::add(ViewController* child) {

@@ -43,7 +43,7 @@ void View::removeFromSuperview() {
 
 UIColor* View::inheritedTint() {
   if (tint.get() != nullptr) return tint;
-  if (superview != nullptr) return superview->tintColor();
+  if (superview != nullptr) return send(superview, UIView::tintColor);
   constexpr CGFloat kGreen = 122.0 / 255;
   return UIColor::colorWithRed(0, kGreen, 1, 1);
 }

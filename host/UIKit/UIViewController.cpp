@@ -24,7 +24,7 @@ namespace {
 
 UIViewController* nearest(ViewController* controller, Class wanted) {
   for (; controller != nullptr; controller = controller->parent) {
-    if (wanted != nullptr && controller->isKindOfClass(wanted)) return controller;
+    if (wanted != nullptr && send(controller, NSObject::isKindOfClass, wanted)) return controller;
   }
   return nullptr;
 }
@@ -39,14 +39,14 @@ ViewController* ViewController::init() {
 ViewController* ViewController::initWithNib(NSString*, NSBundle*) {
   auto* made = send<UIView*>(objc_getClass("UIView"), "alloc"_sel);
   pageView = Strong<UIView>::adopt(send<UIView*>(made, "init"_sel));
-  if (pageView != nullptr) static_cast<View*>(pageView.get())->controller = this;
+  if (pageView != nullptr) static_cast<host::View*>(pageView.get())->controller = this;
   constexpr UIRectEdge kAllEdges = 15;
   edges = kAllEdges;
   return this;
 }
 
 void ViewController::dealloc() {
-  if (pageView != nullptr) static_cast<View*>(pageView.get())->controller = nullptr;
+  if (pageView != nullptr) static_cast<host::View*>(pageView.get())->controller = nullptr;
   object_dispose(this);
 }
 

@@ -3,6 +3,7 @@
 #include "objc/define.h"
 #include "platform/UIKit.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -44,8 +45,8 @@ struct Presenter : UIViewController {
   }
 
   bool wasAnimated() {
-    return send<bool>(objc::associated<NSNumber>(this, "_presentationIsAnimated"_sel),
-                      "boolValue"_sel);
+    return send(objc::associated<NSNumber>(this, "_presentationIsAnimated"_sel),
+                NSNumber::boolValue);
   }
 };
 

@@ -59,7 +59,7 @@ extern "C" {
 
 void objc_setAssociatedObject(id owner, const void* key, id value, AssociationPolicy policy) {
   if (owner == nullptr) return;
-  if (value != nullptr && copies(policy)) value = send<id>(value, "copy"_sel);
+  if (value != nullptr && copies(policy)) value = send(value, NSObject::copy);
   else if (value != nullptr && keeps(policy)) objc_retain(value);
   Association old{nullptr, AssociationPolicy::assign};
   {

@@ -5,6 +5,7 @@
 #include "internal.h"
 #include "objc/object.h"
 #include "runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void addReference(id object) {
 void dropReference(id object) {
   std::atomic<std::int64_t>& references = header(object)->references;
   if (references.load(std::memory_order_relaxed) < 0) return;
-  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send<void>(object, "dealloc"_sel);
+  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send(object, NSObject::dealloc);
 }
 
 }  // namespace host::runtime

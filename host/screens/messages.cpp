@@ -47,7 +47,7 @@ Answers ask(const Surroundings&) {
   auto* shades = send<NSArray*>(gradient, "colors"_sel);
   const auto count = send<NSUInteger>(shades, "count"_sel);
   for (NSUInteger i = 0; i < count; ++i)
-    values["balloon " + std::to_string(i)] = answered(shades->objectAtIndex(i));
+    values["balloon " + std::to_string(i)] = answered(send(shades, NSArray::objectAtIndex, i));
   askKeyboard(answers);
   return answers;
 }

@@ -5,6 +5,7 @@
 
 #include "objc/strong.h"
 #include "platform/CoreGraphics.h"
+#include "runtime/send.h"
 #include "screens/answers.h"
 #include "screens/screen.h"
 

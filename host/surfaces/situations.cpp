@@ -20,10 +20,13 @@ Strong<NSObject> shade(Class cls, Shade which) {
   auto* shades = send<NSArray*>(view, "colors"_sel);
   const auto count = send<NSUInteger>(shades, "count"_sel);
   if (count == 0) return nullptr;
-  return Strong<NSObject>::retain(shades->objectAtIndex(which == Shade::first ? 0 : count - 1));
+  return Strong<NSObject>::retain(
+      send(shades, NSArray::objectAtIndex, which == Shade::first ? 0 : count - 1));
 }
 
-bool isSegment(NSObject* view) { return view->isKindOfClass(objc_getClass("UISegment")); }
+bool isSegment(NSObject* view) {
+  return send(view, NSObject::isKindOfClass, objc_getClass("UISegment"));
+}
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "objc/strong.h"
+#include "runtime/send.h"
 
 namespace host::surfaces {
 

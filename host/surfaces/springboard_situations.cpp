@@ -1,7 +1,7 @@
 #include "surfaces/springboard_situations.h"
 
-#include "objc/ivar.h"
 #include "platform/UIKit.h"
+#include "runtime/instance_variable.h"
 #include "surfaces/situations.h"
 
 namespace host::surfaces {

@@ -82,7 +82,7 @@ Answer colorAnswer(NSObject* color) {
   // By what it answers, not by its class: that may be hidden.
   SEL components = sel_registerName("getRed:green:blue:alpha:");
   std::array<CGFloat, 4> c{};
-  if (color == nullptr || !color->respondsToSelector(components) ||
+  if (color == nullptr || !send(color, NSObject::respondsToSelector, components) ||
       !objc::sendDynamic<bool>(color, components, &c[0], &c[1], &c[2], &c[3])) {
     return {};
   }

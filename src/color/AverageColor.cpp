@@ -13,7 +13,7 @@ UIColor* AverageColor(UIImage* image) {
     const objc::Owned<CGContextRef, &CGContextRelease> context(
         CGBitmapContextCreate(pixel, 1, 1, 8, sizeof pixel, space,
                               kCGImageAlphaPremultipliedLast | kCGBitmapByteOrder32Big));
-    CGContextDrawImage(context, {{0, 0}, {1, 1}}, send<CGImageRef>(image, "CGImage"_sel));
+    CGContextDrawImage(context, {{0, 0}, {1, 1}}, send(image, UIImage::CGImage));
   }
   const double alpha = pixel[3] / 255.0;
   auto channel = [&](int index) {

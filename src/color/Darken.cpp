@@ -7,10 +7,7 @@ UIColor* Darken(UIColor* color, float amount) {
   CGFloat saturation = 0;
   CGFloat brightness = 0;
   CGFloat alpha = 0;
-  if (!send<bool>(color, "getHue:saturation:brightness:alpha:"_sel, &hue, &saturation, &brightness,
-                  &alpha)) {
-    return color;
-  }
+  if (!send(color, UIColor::getHue, &hue, &saturation, &brightness, &alpha)) return color;
   const float part = amount / 100;
   return UIColor::colorWithHue(hue, saturation * CGFloat{1 + part}, brightness * CGFloat{1 - part},
                                alpha);

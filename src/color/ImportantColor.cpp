@@ -1,30 +1,33 @@
 #include "color/ImportantColor.h"
 
 #include "color/AverageColor.h"
+#include "color/components.h"
+#include "objc/strong.h"
+#include "objc/synchronized.h"
 #include "picker/CQColorPicker.h"
 
 namespace varnix::Color {
 
 namespace {
 
-CGFloat saturation(UIColor* color) { return send<CGFloat>(color, "saturation"_sel); }
+CGFloat saturationOf(UIColor* color) { return hsb(color).saturation; }
 
 /// Apart from the class's shared picker, and kept as long as the process.
 CQColorPicker* picker() {
   static constinit CQColorPicker* made = nullptr;
-  if (made == nullptr) made = send<CQColorPicker*>(objc::alloc<CQColorPicker>(), "init"_sel);
+  if (made == nullptr) made = objc::make<CQColorPicker>().leak();
   return made;
 }
 
 ImportantChoice mostSaturated(CQColorScheme* scheme) {
   using enum ImportantRule;
-  auto* backgroundColor = send<UIColor*>(scheme, "backgroundColor"_sel);
-  auto* primaryColor = send<UIColor*>(scheme, "primaryTextColor"_sel);
-  auto* secondaryColor = send<UIColor*>(scheme, "secondaryTextColor"_sel);
-  const ImportantChoice text = saturation(secondaryColor) > saturation(primaryColor)
+  UIColor* backgroundColor = send(scheme, CQColorScheme::backgroundColor);
+  UIColor* primaryColor = send(scheme, CQColorScheme::primaryTextColor);
+  UIColor* secondaryColor = send(scheme, CQColorScheme::secondaryTextColor);
+  const ImportantChoice text = saturationOf(secondaryColor) > saturationOf(primaryColor)
                                    ? ImportantChoice{secondaryColor, secondary, false}
                                    : ImportantChoice{primaryColor, primary, false};
-  if (!(saturation(backgroundColor) > saturation(text.color))) return text;
+  if (!(saturationOf(backgroundColor) > saturationOf(text.color))) return text;
   return {backgroundColor, background, false};
 }
 
@@ -33,24 +36,25 @@ ImportantChoice mostSaturated(CQColorScheme* scheme) {
 UIColor* vividAverage(UIImage* image) {
   UIColor* average = AverageColor(image);
   if (average == nullptr) {
-    send<UIColor*>(objc::classOf<UIColor>(), "yellowColor"_sel);
+    UIColor::yellowColor();
     return nullptr;
   }
-  return UIColor::colorWithHue(send<CGFloat>(average, "hue"_sel), 1, CGFloat{0.875}, 1);
+  return UIColor::colorWithHue(hsb(average).hue, 1, CGFloat{0.875}, 1);
 }
 
 }  // namespace
 
 ImportantChoice chooseImportantColor(UIImage* image) {
+  // Tints are asked for on several threads, and the picker is one.
+  const objc::Synchronized lock(objc::classOf<CQColorPicker>());
   const ImportantChoice choice =
-      mostSaturated(send<CQColorScheme*>(picker(), "colorSchemeFromImage:"_sel, image));
+      mostSaturated(send(picker(), CQColorPicker::colorSchemeFromImage, image));
   UIColor* color = choice.color;
   if (color == nullptr) return {vividAverage(image), ImportantRule::average, false};
-  const double found = saturation(color);
+  const Hsb parts = hsb(color);
+  const double found = parts.saturation;
   if (!(found > 0.1 && found < 0.63)) return choice;
-  return {UIColor::colorWithHue(send<CGFloat>(color, "hue"_sel), CGFloat{0.76},
-                                send<CGFloat>(color, "brightness"_sel), 1),
-          choice.rule, true};
+  return {UIColor::colorWithHue(parts.hue, CGFloat{0.76}, parts.brightness, 1), choice.rule, true};
 }
 
 UIColor* ImportantColor(UIImage* image) { return chooseImportantColor(image).color; }

@@ -9,7 +9,8 @@ namespace {
 /// One colour from end to end; nil for a nil colour.
 CGGradientRef plainGradient(UIColor* color) {
   const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
-  auto* stop = send<NSObject*>(color, "CGColor"_sel);
+  // A CGColor is an object to an array.
+  auto* stop = objc::bridged(send(color, UIColor::CGColor));
   NSObject* stops[] = {stop, stop};
   return CGGradientCreateWithColors(
       space, NSArray::arrayWithObjects(stops, stop == nullptr ? 0 : 2), nullptr);
@@ -24,7 +25,7 @@ UIImage* silhouette(UIImage* image, UIColor* color, CGSize size, CGFloat scale) 
     CGContextScaleCTM(context, 1, -1);
     CGContextSetBlendMode(context, CGBlendMode::normal);
     const objc::Owned<CGGradientRef, &CGGradientRelease> gradient(plainGradient(color));
-    CGContextClipToMask(context, {{0, 0}, size}, send<CGImageRef>(image, "CGImage"_sel));
+    CGContextClipToMask(context, {{0, 0}, size}, send(image, UIImage::CGImage));
     CGContextDrawLinearGradient(context, gradient, {0, 0}, {0, size.height}, 0);
     result = UIGraphicsGetImageFromCurrentImageContext();
   }
@@ -35,16 +36,16 @@ UIImage* silhouette(UIImage* image, UIColor* color, CGSize size, CGFloat scale) 
 }  // namespace
 
 UIImage* RecolorImage(UIImage* image, UIColor* color) {
-  const auto capInsets = send<UIEdgeInsets>(image, "capInsets"_sel);
-  const auto renderingMode = send<NSInteger>(image, "renderingMode"_sel);
-  const auto alignment = send<UIEdgeInsets>(image, "alignmentRectInsets"_sel);
-  const auto size = send<CGSize>(image, "size"_sel);
-  const auto scale = send<CGFloat>(image, "scale"_sel);
+  const UIEdgeInsets capInsets = send(image, UIImage::capInsets);
+  const NSInteger renderingMode = send(image, UIImage::renderingMode);
+  const UIEdgeInsets alignment = send(image, UIImage::alignmentRectInsets);
+  const CGSize size = send(image, UIImage::size);
+  const CGFloat scale = send(image, UIImage::scale);
 
-  auto* result = silhouette(image, color, size, scale);
-  result = send<UIImage*>(result, "imageWithAlignmentRectInsets:"_sel, alignment);
-  result = send<UIImage*>(result, "imageWithRenderingMode:"_sel, renderingMode);
-  return send<UIImage*>(result, "resizableImageWithCapInsets:"_sel, capInsets);
+  UIImage* result = silhouette(image, color, size, scale);
+  result = send(result, UIImage::imageWithAlignmentRectInsets, alignment);
+  result = send(result, UIImage::imageWithRenderingMode, renderingMode);
+  return send(result, UIImage::resizableImageWithCapInsets, capInsets);
 }
 
 }  // namespace varnix::Color

@@ -1,16 +1,18 @@
 #include "color/TintImage.h"
 
+#include "color/components.h"
+
 namespace varnix::Color {
 
 UIImage* TintImage(UIImage* image, UIColor* color) {
-  const auto size = send<CGSize>(image, "size"_sel);
+  const CGSize size = send(image, UIImage::size);
   const CGRect whole{{0, 0}, size};
   UIGraphicsBeginImageContextWithOptions(size, false, 1);
   CGContextRef context = UIGraphicsGetCurrentContext();
   UIImage* result = nullptr;
   if (context != nullptr) {
-    auto bitmap = send<CGImageRef>(image, "CGImage"_sel);
-    send<void>(image, "drawAtPoint:"_sel, CGPoint{0, 0});
+    CGImageRef bitmap = send(image, UIImage::CGImage);
+    send(image, UIImage::drawAtPoint, CGPoint{0, 0});
     CGContextSaveGState(context);
     CGContextTranslateCTM(context, 0, size.height);
     CGContextScaleCTM(context, 1, -1);
@@ -18,8 +20,8 @@ UIImage* TintImage(UIImage* image, UIColor* color) {
     CGContextFillRect(context, whole);  // black: what was drawn so far shows at soft edges only
     CGContextDrawImage(context, whole, bitmap);
     CGContextSetBlendMode(context, CGBlendMode::hue);
-    UIColor::colorWithHue(send<CGFloat>(color, "hue"_sel), 1, 1, send<CGFloat>(color, "alpha"_sel))
-        ->set();
+    const Hsb parts = hsb(color);
+    send(UIColor::colorWithHue(parts.hue, 1, 1, parts.alpha), UIColor::set);
     CGContextAddRect(context, whole);
     CGContextFillPath(context);
     CGContextRestoreGState(context);

@@ -11,7 +11,7 @@ struct Hsb {
   CGFloat hue, saturation, brightness, alpha;
 };
 
-/// The category on UIColor answers `hue`, `saturation`, `brightness` and `alpha` from this.
+/// Whatever the colour's class answers to the messages below, which may be another extension's.
 Hsb hsb(UIColor* color);
 
 /// Red, green and blue in single precision: 0 for nil and for a colour whose CGColor has another
@@ -21,5 +21,11 @@ struct Rgb {
 };
 
 Rgb rgb(UIColor* color);
+
+// What the library adds to UIColor where it has none of that name.
+inline constexpr objc::Message<UIColor, "hue", CGFloat()> hue{};
+inline constexpr objc::Message<UIColor, "saturation", CGFloat()> saturation{};
+inline constexpr objc::Message<UIColor, "brightness", CGFloat()> brightness{};
+inline constexpr objc::Message<UIColor, "alpha", CGFloat()> alpha{};
 
 }  // namespace varnix::Color

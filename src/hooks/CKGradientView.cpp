@@ -5,14 +5,14 @@
 
 namespace varnix::balloons {
 
-constinit objc::Hook<NSArray*(CKGradientView*)> colors;
+constinit objc::Hook<CKGradientView::colors> colors;
 
 namespace {
 
-NSInteger type() { return send<NSInteger>(sharedManager, "smsEnabled"_sel); }
+NSInteger type() { return send(sharedManager, VNXManager::smsEnabled); }
 
 UIColor* shade(float amount) {
-  return Color::Darken(send<UIColor*>(sharedManager, "smsDye"_sel), amount);
+  return Color::Darken(send(sharedManager, VNXManager::smsDye), amount);
 }
 
 }  // namespace

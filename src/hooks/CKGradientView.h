@@ -6,7 +6,7 @@
 
 namespace varnix::balloons {
 
-extern objc::Hook<NSArray*(CKGradientView*)> colors;
+extern objc::Hook<CKGradientView::colors> colors;
 NSArray* dyedColors(CKGradientView* self, SEL cmd);
 
 }  // namespace varnix::balloons

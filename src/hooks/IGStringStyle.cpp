@@ -4,8 +4,8 @@
 
 namespace varnix::instagram {
 
-constinit objc::Hook<UIColor*(IGStringStyle*)> linkColor;
-constinit objc::Hook<void(IGStringStyle*, UIColor*)> setLinkColor;
+constinit objc::Hook<IGStringStyle::linkColor> linkColor;
+constinit objc::Hook<IGStringStyle::setLinkColor> setLinkColor;
 
 UIColor* dyedLinkColor(IGStringStyle*, SEL) { return dye(); }
 

@@ -6,10 +6,10 @@
 
 namespace varnix::instagram {
 
-extern objc::Hook<UIColor*(IGStringStyle*)> linkColor;
+extern objc::Hook<IGStringStyle::linkColor> linkColor;
 UIColor* dyedLinkColor(IGStringStyle* self, SEL cmd);
 
-extern objc::Hook<void(IGStringStyle*, UIColor*)> setLinkColor;
+extern objc::Hook<IGStringStyle::setLinkColor> setLinkColor;
 void dyedSetLinkColor(IGStringStyle* self, SEL cmd, UIColor* color);
 
 }  // namespace varnix::instagram

@@ -8,21 +8,23 @@ namespace varnix::control_center {
 
 using View = SBControlCenterContentContainerView;
 
-void colorBackdrop(View* self, SEL cmd);
+/// Tints the backdrop.
+inline constexpr objc::Message<View, "colorBackdrop", void()> colorBackdrop{};
+void tint(View* self, SEL cmd);
 
-extern objc::Hook<void(View*, NSObject*)> contrastDidChange;
+extern objc::Hook<View::contrastDidChange> contrastDidChange;
 void dyedContrastDidChange(View* self, SEL cmd, NSObject* notification);
 
-extern objc::Hook<void(View*)> willPresent;
+extern objc::Hook<View::willPresent> willPresent;
 void dyedWillPresent(View* self, SEL cmd);
 
-extern objc::Hook<void(View*)> updateBackground;
+extern objc::Hook<View::updateBackground> updateBackground;
 void dyedUpdateBackground(View* self, SEL cmd);
 
-extern objc::Hook<View*(View*, CGRect)> initWithFrame;
-View* dyedInitWithFrame(View* self, SEL cmd, CGRect frame);
+extern objc::Hook<UIView::initWithFrame, View> initWithFrame;
+UIView* dyedInitWithFrame(View* self, SEL cmd, CGRect frame);
 
-extern objc::Hook<void(View*)> dealloc;
+extern objc::Hook<NSObject::dealloc, View> dealloc;
 void dyedDealloc(View* self, SEL cmd);
 
 }  // namespace varnix::control_center

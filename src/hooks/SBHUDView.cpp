@@ -1,16 +1,16 @@
 #include "hooks/SBHUDView.h"
 
 #include "hooks/backdrop.h"
-#include "objc/ivar.h"
 
 namespace varnix::hud {
 
-constinit objc::Hook<void(SBHUDView*)> layoutSubviews;
+constinit objc::Hook<UIView::layoutSubviews, SBHUDView> layoutSubviews;
 
 namespace {
 
 /// Stronger than the two centres'.
-constexpr BackdropElement kElement = backdropElement<"volEnabled", "volDye">(CGFloat(0.8));
+constexpr BackdropElement kElement =
+    backdropElement<VNXManager::volEnabled, VNXManager::volDye>(CGFloat(0.8));
 
 }  // namespace
 
@@ -18,7 +18,7 @@ constexpr BackdropElement kElement = backdropElement<"volEnabled", "volDye">(CGF
 void dyedLayoutSubviews(SBHUDView* self, SEL cmd) {
   layoutSubviews.original(self, cmd);
   if (kElement.type() == kKeepsItsLook) return;
-  tintBackdrop(objc::instanceVariable<UIView>(self, "_backdropView"), kElement);
+  tintBackdrop(objc::read(self, SBHUDView::backdropView), kElement);
 }
 
 }  // namespace varnix::hud

@@ -6,7 +6,7 @@
 
 namespace varnix::hud {
 
-extern objc::Hook<void(SBHUDView*)> layoutSubviews;
+extern objc::Hook<UIView::layoutSubviews, SBHUDView> layoutSubviews;
 void dyedLayoutSubviews(SBHUDView* self, SEL cmd);
 
 }  // namespace varnix::hud

@@ -4,21 +4,18 @@
 
 namespace varnix::icon_background {
 
-constinit objc::Hook<void(Blurry*, CGRect, NSObject*, CGColorRef)> setWallpaperBackgroundRect;
+constinit objc::Hook<Blurry::setWallpaperBackgroundRect> setWallpaperBackgroundRect;
 
 namespace {
 
 constexpr CGFloat kAlpha = CGFloat(0.6);
 
-bool areFoldersDyed() {
-  return send<NSInteger>(sharedManager, "folderEnabled"_sel) != kKeepsItsLook;
-}
+bool areFoldersDyed() { return send(sharedManager, VNXManager::folderEnabled) != kKeepsItsLook; }
 
 /// Lives as long as its autoreleased UIColor.
 CGColorRef folderColor() {
-  auto* color = send<UIColor*>(sharedManager, "folderDye"_sel);
-  color = send<UIColor*>(color, "colorWithAlphaComponent:"_sel, kAlpha);
-  return send<CGColorRef>(color, "CGColor"_sel);
+  UIColor* color = send(sharedManager, VNXManager::folderDye);
+  return send(send(color, UIColor::colorWithAlphaComponent, kAlpha), UIColor::CGColor);
 }
 
 }  // namespace

@@ -6,20 +6,21 @@
 
 namespace varnix::icon_background {
 
+using Blurry = SBIconBlurryBackgroundView;
+
 /// Both classes have the method and take the same replacement, each in a slot of its own.
 template <class View>
-inline constinit objc::Hook<void(View*, CGColorRef, CGPoint)> setWallpaperColor;
+inline constinit objc::Hook<Blurry::setWallpaperColor, View> setWallpaperColor;
 
 /// The folder's colour where folders are dyed, else the given one.
 CGColorRef folderColorOr(CGColorRef color);
 
 template <class View>
-void dyedSetWallpaperColor(View* self, SEL cmd, CGColorRef color, CGPoint phase) {
+void dyedSetWallpaperColor(View* self, SEL cmd, CGColorRef color, CGSize phase) {
   setWallpaperColor<View>.original(self, cmd, folderColorOr(color), phase);
 }
 
-using Blurry = SBIconBlurryBackgroundView;
-extern objc::Hook<void(Blurry*, CGRect, NSObject*, CGColorRef)> setWallpaperBackgroundRect;
+extern objc::Hook<Blurry::setWallpaperBackgroundRect> setWallpaperBackgroundRect;
 void dyedSetWallpaperBackgroundRect(Blurry* self, SEL cmd, CGRect rect, NSObject* contents,
                                     CGColorRef fallback);
 

@@ -6,17 +6,28 @@
 
 namespace varnix::badge {
 
-constinit objc::Hook<NSObject*(Class)> checkoutBackgroundImage;
+constinit objc::Hook<SBIconBadgeView::checkoutBackgroundImage> checkoutBackgroundImage;
+
+namespace {
+
+/// The pool of backgrounds takes an image back by its key, and ends the process for one without.
+void copyKey(SBIconAccessoryImage* from, SBIconAccessoryImage* to) {
+  if (objc::answers(from, SBIconAccessoryImage::countedMapKey)) {
+    send(to, SBIconAccessoryImage::setCountedMapKey,
+         send(from, SBIconAccessoryImage::countedMapKey));
+  }
+}
+
+}  // namespace
 
 // Badges have no colour type: they carry the dye.
-NSObject* dyedCheckoutBackgroundImage(Class self, SEL cmd) {
-  auto* background = static_cast<UIImage*>(checkoutBackgroundImage.original(self, cmd));
-  Class imageClass = objc::classOf<SBIconAccessoryImage>();
+SBIconAccessoryImage* dyedCheckoutBackgroundImage(Class self, SEL cmd) {
+  SBIconAccessoryImage* background = checkoutBackgroundImage.original(self, cmd);
   UIImage* recolored = Color::RecolorImage(background, dye());
-  auto* image = send<SBIconAccessoryImage*>(imageClass, "alloc"_sel);
-  return Strong<SBIconAccessoryImage>::adopt(
-             send<SBIconAccessoryImage*>(image, "initWithImage:"_sel, recolored))
-      .autorelease();
+  auto image = Strong<SBIconAccessoryImage>::adopt(
+      send(objc::alloc<SBIconAccessoryImage>(), SBIconAccessoryImage::initWithImage, recolored));
+  copyKey(background, image);
+  return image.autorelease();
 }
 
 }  // namespace varnix::badge

@@ -6,7 +6,7 @@
 
 namespace varnix::badge {
 
-extern objc::Hook<NSObject*(Class)> checkoutBackgroundImage;
-NSObject* dyedCheckoutBackgroundImage(Class self, SEL cmd);
+extern objc::Hook<SBIconBadgeView::checkoutBackgroundImage> checkoutBackgroundImage;
+SBIconAccessoryImage* dyedCheckoutBackgroundImage(Class self, SEL cmd);
 
 }  // namespace varnix::badge

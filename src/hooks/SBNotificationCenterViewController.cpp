@@ -5,29 +5,30 @@
 
 namespace varnix::notification_center {
 
-constinit objc::Hook<NSObject*(Controller*)> hostWillPresent;
-constinit objc::Hook<Controller*(Controller*, NSString*, NSBundle*)> initWithNibName;
-constinit objc::Hook<void(Controller*)> dealloc;
-constinit objc::Hook<void(Controller*, NSObject*)> contrastDidChange;
+constinit objc::Hook<Controller::hostWillPresent> hostWillPresent;
+constinit objc::Hook<UIViewController::initWithNibName, Controller> initWithNibName;
+constinit objc::Hook<NSObject::dealloc, Controller> dealloc;
+constinit objc::Hook<Controller::contrastDidChange> contrastDidChange;
 
 namespace {
 
-constexpr BackdropElement kElement = backdropElement<"ncEnabled", "ncDye">(CGFloat(0.6));
+constexpr BackdropElement kElement =
+    backdropElement<VNXManager::ncEnabled, VNXManager::ncDye>(CGFloat(0.6));
 
 }  // namespace
 
-void colorBackdrop(Controller* self, SEL) {
-  tintOrClearBackdrop(send<UIView*>(self, "backdropView"_sel), kElement);
+void tint(Controller* self, SEL) {
+  tintOrClearBackdrop(send(self, Controller::backdropView), kElement);
 }
 
 // The tint comes first, unlike Control Centre's.
 NSObject* dyedHostWillPresent(Controller* self, SEL cmd) {
-  send<void>(self, "colorBackdrop"_sel);
+  send(self, colorBackdrop);
   return hostWillPresent.original(self, cmd);
 }
 
-Controller* dyedInitWithNibName(Controller* self, SEL cmd, NSString* name, NSBundle* bundle) {
-  Controller* controller = initWithNibName.original(self, cmd, name, bundle);
+UIViewController* dyedInitWithNibName(Controller* self, SEL cmd, NSString* name, NSBundle* bundle) {
+  UIViewController* controller = initWithNibName.original(self, cmd, name, bundle);
   observeTrack(controller);
   return controller;
 }
@@ -39,7 +40,7 @@ void dyedDealloc(Controller* self, SEL cmd) {
 
 void dyedContrastDidChange(Controller* self, SEL cmd, NSObject* notification) {
   contrastDidChange.original(self, cmd, notification);
-  send<void>(self, "colorBackdrop"_sel);
+  send(self, colorBackdrop);
 }
 
 }  // namespace varnix::notification_center

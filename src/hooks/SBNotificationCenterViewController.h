@@ -8,18 +8,20 @@ namespace varnix::notification_center {
 
 using Controller = SBNotificationCenterViewController;
 
-void colorBackdrop(Controller* self, SEL cmd);
+/// Tints the backdrop.
+inline constexpr objc::Message<Controller, "colorBackdrop", void()> colorBackdrop{};
+void tint(Controller* self, SEL cmd);
 
-extern objc::Hook<NSObject*(Controller*)> hostWillPresent;
+extern objc::Hook<Controller::hostWillPresent> hostWillPresent;
 NSObject* dyedHostWillPresent(Controller* self, SEL cmd);
 
-extern objc::Hook<Controller*(Controller*, NSString*, NSBundle*)> initWithNibName;
-Controller* dyedInitWithNibName(Controller* self, SEL cmd, NSString* name, NSBundle* bundle);
+extern objc::Hook<UIViewController::initWithNibName, Controller> initWithNibName;
+UIViewController* dyedInitWithNibName(Controller* self, SEL cmd, NSString* name, NSBundle* bundle);
 
-extern objc::Hook<void(Controller*)> dealloc;
+extern objc::Hook<NSObject::dealloc, Controller> dealloc;
 void dyedDealloc(Controller* self, SEL cmd);
 
-extern objc::Hook<void(Controller*, NSObject*)> contrastDidChange;
+extern objc::Hook<Controller::contrastDidChange> contrastDidChange;
 void dyedContrastDidChange(Controller* self, SEL cmd, NSObject* notification);
 
 }  // namespace varnix::notification_center

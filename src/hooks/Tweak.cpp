@@ -4,6 +4,7 @@
 #include "hooks/now_playing.h"
 #include "hooks/shared_manager.h"
 #include "objc/autorelease_pool.h"
+#include "objc/strong.h"
 #include "platform/ChatKit.h"
 
 namespace varnix {
@@ -14,28 +15,27 @@ namespace {
 
 /// Whether this process is to be dyed at all.
 bool passesGates() {
-  if (!send<bool>(sharedManager, "tweakEnabled"_sel)) return false;
-  auto* bundleId = send<NSString*>(sharedManager, "bundleId"_sel);
-  if (send<bool>(sharedManager, "appIsDisabled:"_sel, bundleId)) return false;
-  return !send<bool>(bundleId, "isEqualToString:"_sel, "com.apple.WebKit.WebContent"_ns);
+  if (!send(sharedManager, VNXManager::tweakEnabled)) return false;
+  NSString* bundleId = send(sharedManager, VNXManager::bundleId);
+  if (send(sharedManager, VNXManager::appIsDisabled, bundleId)) return false;
+  return !send(bundleId, NSString::isEqualToString, "com.apple.WebKit.WebContent"_ns);
 }
 
 [[gnu::constructor]] void start() {
   objc::AutoreleasePool pool;
-  addColorMarks(objc_getClass("UIColor"));
-  sharedManager = send<VNXManager*>(objc::alloc<VNXManager>(), "init"_sel);
+  install({0, kColorMarks});
+  sharedManager = objc::make<VNXManager>().leak();
   if (!passesGates()) return;
 
-  auto* bundleId = send<NSString*>(sharedManager, "bundleId"_sel);
-  auto isBundle = [&](NSString* name) {
-    return send<bool>(bundleId, "isEqualToString:"_sel, name);
-  };
+  NSString* bundleId = send(sharedManager, VNXManager::bundleId);
+  auto isBundle = [&](NSString* name) { return send(bundleId, NSString::isEqualToString, name); };
+  install({0, kColorMeasures});
   if (objc::classOf<UIView>() != nullptr) install(kInterfaceGroup);
   if (isBundle("com.burbn.instagram"_ns)) install(kInstagramGroup);
   if (objc::classOf<CKColoredBalloonView>() != nullptr) install(kMessagesGroup);
   if (isBundle("com.atebits.Tweetie2"_ns)) install(kTwitterGroup);
   if (!isBundle("com.apple.springboard"_ns)) return;
-  if (send<bool>(sharedManager, "useAlbumArt"_sel)) startNowPlaying();
+  if (send(sharedManager, VNXManager::useAlbumArt)) startNowPlaying();
   install(kSpringBoardGroup);
 }
 

@@ -1,34 +1,66 @@
 #include "hooks/UIColor.h"
 
+#include "color/components.h"
+#include "color/marks.h"
+#include "color/yuv.h"
 #include "objc/association.h"
-#include "objc/hook.h"
-#include "platform/UIKit.h"
 
 namespace varnix {
 
 namespace {
 
+using namespace Color;
+using objc::added;
+
 /// A mark is a boolean object under the getter's selector. It is not retained: the platform's two
 /// booleans live as long as the process.
-template <objc::FixedString Getter>
+template <auto Getter>
 bool mark(UIColor* self, SEL) {
-  return send<bool>(objc::associated<NSNumber>(self, objc::Selector<Getter>::get()),
-                    "boolValue"_sel);
+  return send(objc::associated<NSNumber>(self, Getter), NSNumber::boolValue);
 }
 
-template <objc::FixedString Getter>
+template <auto Getter>
 void setMark(UIColor* self, SEL, bool value) {
-  objc::associate(self, objc::Selector<Getter>::get(), NSNumber::numberWithBool(value),
-                  AssociationPolicy::assign);
+  objc::associate(self, Getter, NSNumber::numberWithBool(value), AssociationPolicy::assign);
 }
+
+template <CGFloat Hsb::* Component>
+CGFloat component(UIColor* self, SEL) {
+  return hsb(self).*Component;
+}
+
+template <float (*Measure)(UIColor*)>
+float ofColor(Class, SEL, UIColor* color) {
+  return Measure(color);
+}
+
+template <float (*Measure)(UIColor*, UIColor*)>
+float ofColors(Class, SEL, UIColor* to, UIColor* from) {
+  return Measure(to, from);
+}
+
+constexpr objc::Replacement kMarks[] = {
+    added<isVarnixColor, mark<isVarnixColor>, "B@:">(),
+    added<setIsVarnixColor, setMark<isVarnixColor>, "v@:B">(),
+    added<isVarnixAlbumColor, mark<isVarnixAlbumColor>, "B@:">(),
+    added<setIsVarnixAlbumColor, setMark<isVarnixAlbumColor>, "v@:B">(),
+};
+
+constexpr objc::Replacement kMeasures[] = {
+    added<hue, component<&Hsb::hue>>(),
+    added<saturation, component<&Hsb::saturation>>(),
+    added<brightness, component<&Hsb::brightness>>(),
+    added<alpha, component<&Hsb::alpha>>(),
+    added<yComponentFromColor, ofColor<yComponent>>(),
+    added<uComponentFromColor, ofColor<uComponent>>(),
+    added<vComponentFromColor, ofColor<vComponent>>(),
+    added<YUVSpaceDistance, ofColors<yuvDistance>>(),
+    added<YUVSpaceSquareDistance, ofColors<yuvSquareDistance>>(),
+};
 
 }  // namespace
 
-void addColorMarks(Class colorClass) {
-  objc::addMethod(colorClass, "isVarnixColor"_sel, &mark<"isVarnixColor">, "B@:");
-  objc::addMethod(colorClass, "setIsVarnixColor:"_sel, &setMark<"isVarnixColor">, "v@:B");
-  objc::addMethod(colorClass, "isVarnixAlbumColor"_sel, &mark<"isVarnixAlbumColor">, "B@:");
-  objc::addMethod(colorClass, "setIsVarnixAlbumColor:"_sel, &setMark<"isVarnixAlbumColor">, "v@:B");
-}
+constinit const std::span<const objc::Replacement> kColorMarks = kMarks;
+constinit const std::span<const objc::Replacement> kColorMeasures = kMeasures;
 
 }  // namespace varnix

@@ -1,12 +1,16 @@
-// The marks on colours.
+// What UIColor gets from the library: the marks, components, measures in YUV space.
 #pragma once
 
-#include "objc/runtime.h"
+#include <span>
+
+#include "objc/hook.h"
 
 namespace varnix {
 
-/// Adds isVarnixColor, isVarnixAlbumColor and their setters. Existing methods stay; a nil class is
-/// left alone.
-void addColorMarks(Class colorClass);
+/// In every process that loads the library.
+extern const std::span<const objc::Replacement> kColorMarks;
+/// In processes that are dyed. Nothing here asks for them: an application or another extension may
+/// have methods of these names, with other units.
+extern const std::span<const objc::Replacement> kColorMeasures;
 
 }  // namespace varnix

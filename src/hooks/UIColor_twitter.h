@@ -6,9 +6,12 @@
 
 namespace varnix::twitter {
 
+template <objc::FixedString Name>
+inline constexpr objc::ClassMessage<UIColor, Name, UIColor*()> textColor{};
+
 /// The seven are dyed alike and never ask for their own colour, but each has its slot.
 template <objc::FixedString Name>
-inline constinit objc::Hook<UIColor*(Class)> color;
+inline constinit objc::Hook<textColor<Name>> color;
 
 UIColor* dyedColor(Class self, SEL cmd);
 

@@ -4,20 +4,20 @@
 
 namespace varnix::keyboard {
 
-constinit objc::Hook<UIKeyboard*(UIKeyboard*, CGRect)> initWithFrame;
-constinit objc::Hook<bool(UIKBRenderConfig*)> lightKeyboard;
+constinit objc::Hook<UIView::initWithFrame, UIKeyboard> initWithFrame;
+constinit objc::Hook<UIKBRenderConfig::lightKeyboard> lightKeyboard;
 
 namespace {
 
-bool isDyed() { return send<NSInteger>(sharedManager, "keyboardEnabled"_sel) != kKeepsItsLook; }
+bool isDyed() { return send(sharedManager, VNXManager::keyboardEnabled) != kKeepsItsLook; }
 
 }  // namespace
 
-UIKeyboard* dyedInitWithFrame(UIKeyboard* self, SEL cmd, CGRect frame) {
-  UIKeyboard* keyboard = initWithFrame.original(self, cmd, frame);
+UIView* dyedInitWithFrame(UIKeyboard* self, SEL cmd, CGRect frame) {
+  UIView* keyboard = initWithFrame.original(self, cmd, frame);
   if (!isDyed()) return keyboard;
-  send<void>(keyboard, "setOpaque:"_sel, false);
-  send<void>(keyboard, "setBackgroundColor:"_sel, send<UIColor*>(sharedManager, "keyboardDye"_sel));
+  send(keyboard, UIView::setOpaque, false);
+  send(keyboard, UIView::setBackgroundColor, send(sharedManager, VNXManager::keyboardDye));
   return keyboard;
 }
 

@@ -6,10 +6,10 @@
 
 namespace varnix::keyboard {
 
-extern objc::Hook<UIKeyboard*(UIKeyboard*, CGRect)> initWithFrame;
-UIKeyboard* dyedInitWithFrame(UIKeyboard* self, SEL cmd, CGRect frame);
+extern objc::Hook<UIView::initWithFrame, UIKeyboard> initWithFrame;
+UIView* dyedInitWithFrame(UIKeyboard* self, SEL cmd, CGRect frame);
 
-extern objc::Hook<bool(UIKBRenderConfig*)> lightKeyboard;
+extern objc::Hook<UIKBRenderConfig::lightKeyboard> lightKeyboard;
 bool dyedLightKeyboard(UIKBRenderConfig* self, SEL cmd);
 
 }  // namespace varnix::keyboard

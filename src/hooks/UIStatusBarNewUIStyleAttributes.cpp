@@ -4,12 +4,12 @@
 
 namespace varnix::status_bar {
 
-constinit objc::Hook<Attributes*(Attributes*, NSObject*, UIColor*, UIColor*)> init;
+constinit objc::Hook<Attributes::initWithRequest> init;
 
 Attributes* dyedInit(Attributes* self, SEL cmd, NSObject* request, UIColor* background,
                      UIColor* foreground) {
-  if (send<NSInteger>(sharedManager, "statusBarEnabled"_sel) != kKeepsItsLook && !inSpringBoard()) {
-    foreground = send<UIColor*>(sharedManager, "statusBarDye"_sel);
+  if (send(sharedManager, VNXManager::statusBarEnabled) != kKeepsItsLook && !inSpringBoard()) {
+    foreground = send(sharedManager, VNXManager::statusBarDye);
   }
   return init.original(self, cmd, request, background, foreground);
 }

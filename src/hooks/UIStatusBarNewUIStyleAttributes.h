@@ -8,7 +8,7 @@ namespace varnix::status_bar {
 
 using Attributes = UIStatusBarNewUIStyleAttributes;
 
-extern objc::Hook<Attributes*(Attributes*, NSObject*, UIColor*, UIColor*)> init;
+extern objc::Hook<Attributes::initWithRequest> init;
 Attributes* dyedInit(Attributes* self, SEL cmd, NSObject* request, UIColor* background,
                      UIColor* foreground);
 

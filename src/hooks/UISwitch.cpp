@@ -4,15 +4,15 @@
 
 namespace varnix::switches {
 
-constinit objc::Hook<void(UISwitch*)> layoutSubviews;
-constinit objc::Hook<void(UISwitch*, UIColor*)> setOnTintColor;
-constinit objc::Hook<void(UISwitch*, UIColor*)> setTintColor;
+constinit objc::Hook<UIView::layoutSubviews, UISwitch> layoutSubviews;
+constinit objc::Hook<UISwitch::setOnTintColor> setOnTintColor;
+constinit objc::Hook<UIView::setTintColor, UISwitch> setTintColor;
 
 // The two messages go through the replacements below.
 void dyedLayoutSubviews(UISwitch* self, SEL cmd) {
   layoutSubviews.original(self, cmd);
-  self->setTintColor(nullptr);
-  self->setOnTintColor(dye());
+  send(self, UIView::setTintColor, nullptr);
+  send(self, UISwitch::setOnTintColor, dye());
 }
 
 void dyedSetOnTintColor(UISwitch* self, SEL cmd, UIColor*) {

@@ -6,13 +6,13 @@
 
 namespace varnix::switches {
 
-extern objc::Hook<void(UISwitch*)> layoutSubviews;
+extern objc::Hook<UIView::layoutSubviews, UISwitch> layoutSubviews;
 void dyedLayoutSubviews(UISwitch* self, SEL cmd);
 
-extern objc::Hook<void(UISwitch*, UIColor*)> setOnTintColor;
+extern objc::Hook<UISwitch::setOnTintColor> setOnTintColor;
 void dyedSetOnTintColor(UISwitch* self, SEL cmd, UIColor* color);
 
-extern objc::Hook<void(UISwitch*, UIColor*)> setTintColor;
+extern objc::Hook<UIView::setTintColor, UISwitch> setTintColor;
 void dyedSetTintColor(UISwitch* self, SEL cmd, UIColor* color);
 
 }  // namespace varnix::switches

@@ -4,8 +4,8 @@
 
 namespace varnix::view {
 
-constinit objc::Hook<UIColor*(UIView*)> tintColor;
-constinit objc::Hook<void(UIView*, UIColor*)> setTintColor;
+constinit objc::Hook<UIView::tintColor> tintColor;
+constinit objc::Hook<UIView::setTintColor> setTintColor;
 
 namespace {
 

@@ -8,10 +8,10 @@
 
 namespace varnix::view {
 
-extern objc::Hook<UIColor*(UIView*)> tintColor;
+extern objc::Hook<UIView::tintColor> tintColor;
 UIColor* dyedTintColor(UIView* self, SEL cmd);
 
-extern objc::Hook<void(UIView*, UIColor*)> setTintColor;
+extern objc::Hook<UIView::setTintColor> setTintColor;
 void dyedSetTintColor(UIView* self, SEL cmd, UIColor* color);
 
 }  // namespace varnix::view

@@ -10,27 +10,37 @@ namespace {
 
 constexpr CGFloat kMaskAlpha = CGFloat(0.7);
 
-template <class Value, objc::FixedString Name>
-void setInput(UIView* backdrop, objc::Selector<Name> setter, Value value) {
-  send<void>(send<NSObject*>(backdrop, "inputSettings"_sel), setter, value);
+using Settings = _UIBackdropViewSettings;
+
+/// Another kind of view than what is usual there may have other settings, or none.
+template <class Setter, class Value>
+void setInput(UIView* view, Setter setter, Value value) {
+  auto* backdrop = static_cast<_UIBackdropView*>(view);
+  if (!objc::answers(backdrop, _UIBackdropView::inputSettings)) return;
+  Settings* settings = send(backdrop, _UIBackdropView::inputSettings);
+  if (objc::answers(settings, Settings::setRequiresColorStatistics, Settings::setUsesColorTintView,
+                    Settings::setColorTint, Settings::setColorTintAlpha,
+                    Settings::setColorTintMaskAlpha)) {
+    send(settings, setter, value);
+  }
 }
 
 bool albumArtIsLive() {
-  return send<bool>(sharedManager, "useAlbumArt"_sel) && inSpringBoard() &&
+  return send(sharedManager, VNXManager::useAlbumArt) && inSpringBoard() &&
          objc::classOf<MPUNowPlayingController>() != nullptr && isPlaying();
 }
 
 /// Nil where nothing plays, and for a track without artwork or artwork without colour.
 UIColor* albumColor() {
   auto artwork = [] {
-    return send<UIImage*>(nowPlayingController(), "currentNowPlayingArtwork"_sel);
+    return send(nowPlayingController(), MPUNowPlayingController::currentNowPlayingArtwork);
   };
   if (!isPlaying() || artwork() == nullptr) return nullptr;
   return Color::ImportantColor(artwork());
 }
 
 UIColor* iconColorInFront(const BackdropElement& element) {
-  auto* identifier = send<NSString*>(sharedManager, "getOpenAppId"_sel);
+  NSString* identifier = send(sharedManager, VNXManager::getOpenAppId);
   UIColor* fallback = element.color();
   if (identifier == nullptr) return fallback;
   return Color::IconColor(identifier, fallback, sharedManager);
@@ -39,7 +49,7 @@ UIColor* iconColorInFront(const BackdropElement& element) {
 UIColor* tintOf(const BackdropElement& element) {
   if (!albumArtIsLive()) {
     if (element.type() == kOwnColor) return element.color();
-    if (send<bool>(sharedManager, "wantsIconColor"_sel)) return iconColorInFront(element);
+    if (send(sharedManager, VNXManager::wantsIconColor)) return iconColorInFront(element);
   }
   if (UIColor* album = albumColor()) return album;
   return element.color();
@@ -48,18 +58,18 @@ UIColor* tintOf(const BackdropElement& element) {
 }  // namespace
 
 void tintBackdrop(UIView* backdrop, const BackdropElement& element) {
-  setInput(backdrop, "setRequiresColorStatistics:"_sel, true);
-  setInput(backdrop, "setUsesColorTintView:"_sel, true);
-  setInput(backdrop, "setColorTint:"_sel, tintOf(element));
-  setInput(backdrop, "setColorTintAlpha:"_sel, element.tintAlpha);
-  setInput(backdrop, "setColorTintMaskAlpha:"_sel, kMaskAlpha);
+  setInput(backdrop, Settings::setRequiresColorStatistics, true);
+  setInput(backdrop, Settings::setUsesColorTintView, true);
+  setInput(backdrop, Settings::setColorTint, tintOf(element));
+  setInput(backdrop, Settings::setColorTintAlpha, element.tintAlpha);
+  setInput(backdrop, Settings::setColorTintMaskAlpha, kMaskAlpha);
 }
 
 void tintOrClearBackdrop(UIView* backdrop, const BackdropElement& element) {
   if (element.type() != kKeepsItsLook) return tintBackdrop(backdrop, element);
-  setInput(backdrop, "setRequiresColorStatistics:"_sel, false);
-  setInput(backdrop, "setUsesColorTintView:"_sel, false);
-  setInput(backdrop, "setColorTint:"_sel, static_cast<UIColor*>(nullptr));
+  setInput(backdrop, Settings::setRequiresColorStatistics, false);
+  setInput(backdrop, Settings::setUsesColorTintView, false);
+  setInput(backdrop, Settings::setColorTint, nullptr);
 }
 
 }  // namespace varnix

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hooks/shared_manager.h"
+#include "objc/hook.h"
 
 namespace varnix {
 
@@ -12,19 +13,28 @@ struct BackdropElement {
   CGFloat tintAlpha;
 };
 
-template <objc::FixedString Type, objc::FixedString Color>
+template <auto Type, auto Color>
 constexpr BackdropElement backdropElement(CGFloat tintAlpha) {
-  return {[] { return send<NSInteger>(sharedManager, objc::Selector<Type>{}); },
-          [] { return send<UIColor*>(sharedManager, objc::Selector<Color>{}); }, tintAlpha};
+  return {[] { return send(sharedManager, Type); }, [] { return send(sharedManager, Color); },
+          tintAlpha};
 }
 
 /// Lays the colour over the blur: the playing album's where album art is live, the element's own,
 /// the icon's of the application in front, the album's of a track that plays without album art
 /// being live, or the element's, in that order. Each setting goes to a settings object that is
-/// fetched anew.
+/// fetched anew. Nothing happens to what is no such backdrop.
 void tintBackdrop(UIView* backdrop, const BackdropElement& element);
 
 /// The same, and no tint where the element is off; its strengths stay as they are then.
 void tintOrClearBackdrop(UIView* backdrop, const BackdropElement& element);
+
+/// What tinting sends to backdrops and their settings.
+inline constexpr auto kBackdropNeeds =
+    objc::needs(objc::kNeedsMethod<_UIBackdropView::inputSettings>,
+                objc::kNeedsMethod<_UIBackdropViewSettings::setRequiresColorStatistics>,
+                objc::kNeedsMethod<_UIBackdropViewSettings::setUsesColorTintView>,
+                objc::kNeedsMethod<_UIBackdropViewSettings::setColorTint>,
+                objc::kNeedsMethod<_UIBackdropViewSettings::setColorTintAlpha>,
+                objc::kNeedsMethod<_UIBackdropViewSettings::setColorTintMaskAlpha>);
 
 }  // namespace varnix

@@ -1,7 +1,5 @@
 #include "hooks/installation_table.h"
 
-#include <cstring>
-
 #include "hooks/CKGradientView.h"
 #include "hooks/IGStringStyle.h"
 #include "hooks/SBControlCenterContentContainerView.h"
@@ -14,52 +12,43 @@
 #include "hooks/UIStatusBarNewUIStyleAttributes.h"
 #include "hooks/UISwitch.h"
 #include "hooks/UIView.h"
+#include "hooks/backdrop.h"
 #include "hooks/track_observer.h"
-#include "platform/CoreFoundation.h"
 
 namespace varnix {
 
-using objc::addRow;
-using objc::installHook;
-using objc::MethodKind;
+using objc::added;
+using objc::kNeedsFunction;
+using objc::kNeedsMethod;
+using objc::kNeedsVariable;
+using objc::needs;
+using objc::replaced;
 using objc::Replacement;
 
 namespace {
 
 constexpr Replacement kInterface[] = {
-    {"UIStatusBarNewUIStyleAttributes", "initWithRequest:backgroundColor:foregroundColor:",
-     MethodKind::instance, installHook<status_bar::init, status_bar::dyedInit>},
-    {"UIView", "tintColor", MethodKind::instance,
-     installHook<view::tintColor, view::dyedTintColor>},
-    {"UIView", "setTintColor:", MethodKind::instance,
-     installHook<view::setTintColor, view::dyedSetTintColor>},
-    {"UISwitch", "layoutSubviews", MethodKind::instance,
-     installHook<switches::layoutSubviews, switches::dyedLayoutSubviews>},
-    {"UISwitch", "setOnTintColor:", MethodKind::instance,
-     installHook<switches::setOnTintColor, switches::dyedSetOnTintColor>},
-    {"UISwitch", "setTintColor:", MethodKind::instance,
-     installHook<switches::setTintColor, switches::dyedSetTintColor>},
-    {"UIKeyboard", "initWithFrame:", MethodKind::instance,
-     installHook<keyboard::initWithFrame, keyboard::dyedInitWithFrame>},
-    {"UIKBRenderConfig", "lightKeyboard", MethodKind::instance,
-     installHook<keyboard::lightKeyboard, keyboard::dyedLightKeyboard>},
+    replaced<status_bar::init, status_bar::dyedInit>(),
+    replaced<view::tintColor, view::dyedTintColor>(),
+    replaced<view::setTintColor, view::dyedSetTintColor>(),
+    replaced<switches::layoutSubviews, switches::dyedLayoutSubviews>(),
+    replaced<switches::setOnTintColor, switches::dyedSetOnTintColor>(),
+    replaced<switches::setTintColor, switches::dyedSetTintColor>(),
+    replaced<keyboard::initWithFrame, keyboard::dyedInitWithFrame>(),
+    replaced<keyboard::lightKeyboard, keyboard::dyedLightKeyboard>(),
 };
 
 constexpr Replacement kInstagram[] = {
-    {"IGStringStyle", "linkColor", MethodKind::instance,
-     installHook<instagram::linkColor, instagram::dyedLinkColor>},
-    {"IGStringStyle", "setLinkColor:", MethodKind::instance,
-     installHook<instagram::setLinkColor, instagram::dyedSetLinkColor>},
+    replaced<instagram::linkColor, instagram::dyedLinkColor>(),
+    replaced<instagram::setLinkColor, instagram::dyedSetLinkColor>(),
 };
 
 constexpr Replacement kMessages[] = {
-    {"CKGradientView", "colors", MethodKind::instance,
-     installHook<balloons::colors, balloons::dyedColors>},
+    replaced<balloons::colors, balloons::dyedColors>(),
 };
 
 template <objc::FixedString Name>
-constexpr Replacement twitterRow{"UIColor", objc::kStored<Name>.text, MethodKind::classMethod,
-                                 installHook<twitter::color<Name>, twitter::dyedColor>};
+constexpr Replacement twitterRow = replaced<twitter::color<Name>, twitter::dyedColor>();
 
 constexpr Replacement kTwitter[] = {
     twitterRow<"twitterColorTextLink">,
@@ -71,62 +60,47 @@ constexpr Replacement kTwitter[] = {
     twitterRow<"twitterColorChangeTrendsLocationText">,
 };
 
+namespace cc = control_center;
+namespace nc = notification_center;
+namespace ib = icon_background;
+
+// What the replacements rely on besides what they replace. Without it they would do harm.
+constexpr auto kControlCenter = needs(kBackdropNeeds, kNeedsMethod<cc::View::backdropView>);
+constexpr auto kControlCenterContrast =
+    needs(kControlCenter,
+          kNeedsFunction<_UIAccessibilityEnhanceBackgroundContrast,
+                         "_UIAccessibilityEnhanceBackgroundContrast">,
+          kNeedsVariable<cc::View, cc::View::accessibilityBackgroundView>);
+constexpr auto kNotificationCenter =
+    needs(kBackdropNeeds, kNeedsMethod<nc::Controller::backdropView>);
+constexpr auto kBadge = needs(kNeedsMethod<SBIconAccessoryImage::initWithImage>,
+                              kNeedsMethod<SBIconAccessoryImage::countedMapKey>,
+                              kNeedsMethod<SBIconAccessoryImage::setCountedMapKey>);
+constexpr auto kHud = needs(kBackdropNeeds, kNeedsVariable<SBHUDView, SBHUDView::backdropView>);
+
 constexpr Replacement kSpringBoard[] = {
-    {"SBControlCenterContentContainerView", "colorBackdrop", MethodKind::addition,
-     addRow<control_center::colorBackdrop, "v@:">},
-    {"SBControlCenterContentContainerView",
-     "_accessibilityBackgroundContrastDidChange:", MethodKind::instance,
-     installHook<control_center::contrastDidChange, control_center::dyedContrastDidChange>},
-    {"SBControlCenterContentContainerView", "controlCenterWillPresent", MethodKind::instance,
-     installHook<control_center::willPresent, control_center::dyedWillPresent>},
-    {"SBControlCenterContentContainerView", "_updateBackground", MethodKind::instance,
-     installHook<control_center::updateBackground, control_center::dyedUpdateBackground>},
-    {"SBControlCenterContentContainerView", "initWithFrame:", MethodKind::instance,
-     installHook<control_center::initWithFrame, control_center::dyedInitWithFrame>},
-    {"SBControlCenterContentContainerView", "dyeTrackChanged:", MethodKind::addition,
-     addRow<dyeTrackChanged, "v@:@">},
-    {"SBControlCenterContentContainerView", "dealloc", MethodKind::instance,
-     installHook<control_center::dealloc, control_center::dyedDealloc>},
-    {"SBNotificationCenterViewController", "colorBackdrop", MethodKind::addition,
-     addRow<notification_center::colorBackdrop, "v@:">},
-    {"SBNotificationCenterViewController", "hostWillPresent", MethodKind::instance,
-     installHook<notification_center::hostWillPresent, notification_center::dyedHostWillPresent>},
-    {"SBNotificationCenterViewController", "initWithNibName:bundle:", MethodKind::instance,
-     installHook<notification_center::initWithNibName, notification_center::dyedInitWithNibName>},
-    {"SBNotificationCenterViewController", "dyeTrackChanged:", MethodKind::addition,
-     addRow<dyeTrackChanged, "v@:@">},
-    {"SBNotificationCenterViewController", "dealloc", MethodKind::instance,
-     installHook<notification_center::dealloc, notification_center::dyedDealloc>},
-    {"SBNotificationCenterViewController", "_backgroundContrastDidChange:", MethodKind::instance,
-     installHook<notification_center::contrastDidChange,
-                 notification_center::dyedContrastDidChange>},
-    {"SBFolderIconBackgroundView", "setWallpaperColor:phase:", MethodKind::instance,
-     installHook<icon_background::setWallpaperColor<SBFolderIconBackgroundView>,
-                 icon_background::dyedSetWallpaperColor<SBFolderIconBackgroundView>>},
-    {"SBIconBlurryBackgroundView", "setWallpaperColor:phase:", MethodKind::instance,
-     installHook<icon_background::setWallpaperColor<SBIconBlurryBackgroundView>,
-                 icon_background::dyedSetWallpaperColor<SBIconBlurryBackgroundView>>},
-    {"SBIconBlurryBackgroundView",
-     "setWallpaperBackgroundRect:forContents:withFallbackColor:", MethodKind::instance,
-     installHook<icon_background::setWallpaperBackgroundRect,
-                 icon_background::dyedSetWallpaperBackgroundRect>},
-    {"SBIconBadgeView", "_checkoutBackgroundImage", MethodKind::classMethod,
-     installHook<badge::checkoutBackgroundImage, badge::dyedCheckoutBackgroundImage>},
-    {"SBHUDView", "layoutSubviews", MethodKind::instance,
-     installHook<hud::layoutSubviews, hud::dyedLayoutSubviews>},
+    added<cc::colorBackdrop, cc::tint>(kControlCenter),
+    replaced<cc::contrastDidChange, cc::dyedContrastDidChange>(kControlCenterContrast),
+    replaced<cc::willPresent, cc::dyedWillPresent>(kControlCenter),
+    replaced<cc::updateBackground, cc::dyedUpdateBackground>(kControlCenter),
+    replaced<cc::initWithFrame, cc::dyedInitWithFrame>(kControlCenter),
+    added<dyeTrackChanged<cc::View>, trackDidChange<cc::View, cc::colorBackdrop>>(kControlCenter),
+    replaced<cc::dealloc, cc::dyedDealloc>(kControlCenter),
+    added<nc::colorBackdrop, nc::tint>(kNotificationCenter),
+    replaced<nc::hostWillPresent, nc::dyedHostWillPresent>(kNotificationCenter),
+    replaced<nc::initWithNibName, nc::dyedInitWithNibName>(kNotificationCenter),
+    added<dyeTrackChanged<nc::Controller>, trackDidChange<nc::Controller, nc::colorBackdrop>>(
+        kNotificationCenter),
+    replaced<nc::dealloc, nc::dyedDealloc>(kNotificationCenter),
+    replaced<nc::contrastDidChange, nc::dyedContrastDidChange>(kNotificationCenter),
+    replaced<ib::setWallpaperColor<SBFolderIconBackgroundView>,
+             ib::dyedSetWallpaperColor<SBFolderIconBackgroundView>>(),
+    replaced<ib::setWallpaperColor<SBIconBlurryBackgroundView>,
+             ib::dyedSetWallpaperColor<SBIconBlurryBackgroundView>>(),
+    replaced<ib::setWallpaperBackgroundRect, ib::dyedSetWallpaperBackgroundRect>(),
+    replaced<badge::checkoutBackgroundImage, badge::dyedCheckoutBackgroundImage>(kBadge),
+    replaced<hud::layoutSubviews, hud::dyedLayoutSubviews>(kHud),
 };
-
-constexpr std::int32_t kErrorLevel = 3;
-
-void reportMissing(const char* className, int line) {
-  NSString* message = NSString::stringWithFormat("logos: nil class %s"_ns, className);
-  CFLog(kErrorLevel, "[%s: %s:%d] %s: %@"_ns, "Varnix2", "Tweak", line, "ERROR", message);
-}
-
-Class target(const Replacement& row) {
-  return row.kind == MethodKind::classMethod ? objc_getMetaClass(row.className)
-                                             : objc_getClass(row.className);
-}
 
 }  // namespace
 
@@ -135,20 +109,5 @@ constinit const Group kInstagramGroup{913, kInstagram};
 constinit const Group kMessagesGroup{916, kMessages};
 constinit const Group kTwitterGroup{919, kTwitter};
 constinit const Group kSpringBoardGroup{938, kSpringBoard};
-
-void install(const Group& group) {
-  const Replacement* previous = nullptr;
-  Class cls = nullptr;
-  for (const Replacement& row : group.rows) {
-    if (previous == nullptr || std::strcmp(previous->className, row.className) != 0)
-      cls = target(row);
-    previous = &row;
-    if (cls != nullptr) {
-      row.install(cls, sel_registerName(row.selector));
-    } else if (row.kind != MethodKind::addition) {
-      reportMissing(row.className, group.logLine);
-    }
-  }
-}
 
 }  // namespace varnix

@@ -25,7 +25,8 @@ extern const Group kTwitterGroup;
 extern const Group kSpringBoardGroup;
 
 /// Replaces and adds the group's methods in order. A class is looked up just before its methods;
-/// where it is missing, each of those to be replaced is one error line in the system log.
+/// where it is missing, each of those to be replaced is one error line in the system log. What
+/// would do harm is passed over without a word, and kept for who asks (skipped.h).
 void install(const Group& group);
 
 }  // namespace varnix

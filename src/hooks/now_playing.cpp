@@ -1,13 +1,17 @@
 #include "hooks/now_playing.h"
 
 #include "hooks/shared_manager.h"
-#include "objc/define.h"
+#include "objc/answers.h"
+#include "objc/implementation.h"
 #include "platform/dlfcn.h"
 
 /// Told of each change by the controller, on whatever thread that has.
-struct VarnixNowPlayingDelegate : NSObject {
-  void infoDidChange(NSObject* controller, NSObject* info);
+struct VarnixNowPlayingDelegate : objc::View<VarnixNowPlayingDelegate, NSObject> {
+  static constexpr Message<"nowPlayingController:nowPlayingInfoDidChange:",
+                           void(NSObject* controller, NSObject* info)>
+      infoDidChange{};
 };
+OBJC_OWN_CLASS(VarnixNowPlayingDelegate);
 
 namespace varnix {
 
@@ -16,21 +20,28 @@ namespace {
 constinit MPUNowPlayingController* controller = nullptr;
 constinit VarnixNowPlayingDelegate* trackDelegate = nullptr;
 
-template <class T>
-T* make() {
-  return send<T*>(objc::alloc<T>(), "init"_sel);
-}
+struct NowPlayingDelegate : NSObject {
+  void infoDidChange(NSObject*, NSObject*) {
+    if (!inSpringBoard() || !send(sharedManager, VNXManager::useAlbumArt)) return;
+    send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::postNotificationName,
+         trackChanged(), nullptr);
+  }
+};
 
 }  // namespace
 
 void startNowPlaying() {
   dlopen("/System/Library/PrivateFrameworks/MediaPlayerUI.framework/MediaPlayerUI", RTLD_NOW);
-  if (objc::classOf<MPUNowPlayingController>() == nullptr) return;
-  controller = make<MPUNowPlayingController>();
-  if (controller == nullptr) return;
-  trackDelegate = make<VarnixNowPlayingDelegate>();
-  send<void>(controller, "setDelegate:"_sel, trackDelegate);
-  send<void>(controller, "startUpdating"_sel);
+  auto made = objc::make<MPUNowPlayingController>();
+  if (!objc::answers(made, MPUNowPlayingController::setDelegate,
+                     MPUNowPlayingController::startUpdating, MPUNowPlayingController::isPlaying,
+                     MPUNowPlayingController::currentNowPlayingArtwork)) {
+    return;
+  }
+  controller = made.leak();
+  trackDelegate = objc::make<VarnixNowPlayingDelegate>().leak();
+  send(controller, MPUNowPlayingController::setDelegate, trackDelegate);
+  send(controller, MPUNowPlayingController::startUpdating);
 }
 
 NSString* trackChanged() { return "com.quillmarsh.varnix2.track.changed"_ns; }
@@ -38,16 +49,10 @@ NSString* trackChanged() { return "com.quillmarsh.varnix2.track.changed"_ns; }
 MPUNowPlayingController* nowPlayingController() { return controller; }
 
 // The answer is a byte of which the lowest bit counts.
-bool isPlaying() { return (send<unsigned char>(controller, "isPlaying"_sel) & 1) != 0; }
+bool isPlaying() { return (send(controller, MPUNowPlayingController::isPlaying) & 1) != 0; }
 
 }  // namespace varnix
 
-void VarnixNowPlayingDelegate::infoDidChange(NSObject*, NSObject*) {
-  using namespace varnix;
-  if (!inSpringBoard() || !send<bool>(sharedManager, "useAlbumArt"_sel)) return;
-  NSNotificationCenter::defaultCenter()->postNotificationName(trackChanged(), nullptr);
-}
-
-OBJC_CLASS(VarnixNowPlayingDelegate, NSObject,
-           objc::Method<"nowPlayingController:nowPlayingInfoDidChange:",
-                        &VarnixNowPlayingDelegate::infoDidChange>)
+OBJC_PRIVATE_CLASS_NAMED(VarnixNowPlayingDelegate, NSObject, varnix::NowPlayingDelegate, NSObject,
+                         objc::Implements<VarnixNowPlayingDelegate::infoDidChange,
+                                          &varnix::NowPlayingDelegate::infoDidChange>)

@@ -5,7 +5,8 @@
 
 namespace varnix {
 
-/// Makes the controller and listens to it, for good. Without the framework nothing happens.
+/// Makes the controller and listens to it, for good. Without the framework, or with one
+/// that lacks what is asked of its controller, nothing happens.
 void startNowPlaying();
 
 /// The name of the notification that a change of the track is.

@@ -9,8 +9,8 @@ namespace varnix {
 /// Set once, before any replacement is installed.
 extern VNXManager* sharedManager;
 
-inline bool inSpringBoard() { return send<bool>(sharedManager, "isSpringBoard"_sel); }
-inline UIColor* dye() { return send<UIColor*>(sharedManager, "dye"_sel); }
+inline bool inSpringBoard() { return send(sharedManager, VNXManager::isSpringBoard); }
+inline UIColor* dye() { return send(sharedManager, VNXManager::dye); }
 
 /// The colour types of an element. Most follow the dye for any but these two.
 inline constexpr NSInteger kFollowsTheDye = 0;

@@ -7,19 +7,23 @@
 namespace varnix {
 
 void observeTrack(NSObject* surface) {
-  NSNotificationCenter::defaultCenter()->addObserver(
-      surface, objc::Selector<"dyeTrackChanged:">::get(), trackChanged(), nullptr);
+  send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, surface,
+       dyeTrackChanged<NSObject>, trackChanged(), nullptr);
 }
 
 void stopObservingTrack(NSObject* surface) {
-  NSNotificationCenter::defaultCenter()->removeObserver(surface);
+  send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::removeObserver, surface);
 }
 
-void dyeTrackChanged(NSObject* self, SEL, NSObject*) {
-  auto tint = objc::makeBlock<void()>([surface = Strong<NSObject>::retain(self)] {
-    send<void>(surface.get(), "colorBackdrop"_sel);
+// The block owns nothing: one that did would be copied for the queue, and the copy on this thread
+// could be the last to let go.
+void performOnMainQueue(NSObject* surface, SEL message) {
+  NSObject* kept = Strong<NSObject>::retain(surface).leak();
+  auto send = objc::makeBlock<void()>([kept, message] {
+    const auto owned = Strong<NSObject>::adopt(kept);
+    objc::perform<void>(owned.get(), message);
   });
-  dispatch_async(dispatch_get_main_queue(), tint);
+  dispatch_async(dispatch_get_main_queue(), send);
 }
 
 }  // namespace varnix

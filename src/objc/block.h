@@ -4,7 +4,7 @@
 #include <new>
 #include <utility>
 
-#include "objc/encoding.h"
+#include "objc/message.h"
 
 namespace objc {
 
@@ -34,10 +34,10 @@ struct BlockLayout<R(A...)> {
   const void* isa;
   int flags;
   int reserved;
-  R (*invoke)(BlockLayout*, A...);
+  Traveling<R> (*invoke)(BlockLayout*, Traveling<A>...);
   const void* descriptor;
 
-  R operator()(A... arguments) { return invoke(this, arguments...); }
+  R operator()(A... arguments) { return R(invoke(this, Traveling<A>(arguments)...)); }
 };
 
 /// A block of that signature: what a message or function takes and hands out. Call it with
@@ -63,8 +63,8 @@ class StackBlock<R(A...), F> {
 
  private:
   static StackBlock* from(void* block) { return static_cast<StackBlock*>(block); }
-  static R invoke(BlockLayout<R(A...)>* block, A... arguments) {
-    return from(block)->callable_(arguments...);
+  static Traveling<R> invoke(BlockLayout<R(A...)>* block, Traveling<A>... arguments) {
+    return from(block)->callable_(A(arguments)...);
   }
   static void copy(void* to, const void* from) {
     ::new (static_cast<void*>(&StackBlock::from(to)->callable_))
@@ -118,7 +118,9 @@ struct GlobalBlock;
 
 template <class R, class... A, R (*Fn)(A...)>
 struct GlobalBlock<Fn> {
-  static R invoke(BlockLayout<R(A...)>*, A... arguments) { return Fn(arguments...); }
+  static Traveling<R> invoke(BlockLayout<R(A...)>*, Traveling<A>... arguments) {
+    return Fn(A(arguments)...);
+  }
   static inline constinit PlainBlockDescriptor descriptor{0, sizeof(BlockLayout<R(A...)>),
                                                           kStored<kBlockEncoding<R, A...>>.text};
   static inline constinit BlockLayout<R(A...)> layout{

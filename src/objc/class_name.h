@@ -3,6 +3,7 @@
 
 #include "objc/fixed_string.h"
 #include "objc/runtime.h"
+#include "objc/uses.h"
 
 namespace objc {
 
@@ -55,10 +56,20 @@ inline Class classNamed() {
   return cls;
 }
 
+/// Where the class that T mirrors comes from: the run-time's look-up by name, and for a class of
+/// ours its own object (own_class.h).
+template <class T>
+struct ClassOf {
+  static Class get() {
+    OBJC_USES("class " + kClassName<T>);
+    return classNamed<kClassName<T>>();
+  }
+};
+
 /// The class that T mirrors, or nil in a process without it.
 template <class T>
 inline Class classOf() {
-  return classNamed<kClassName<T>>();
+  return ClassOf<T>::get();
 }
 
 }  // namespace objc

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "objc/member.h"
+#include "objc/own_class.h"
 
 namespace objc {
 namespace detail {
@@ -106,6 +107,8 @@ template <class M>
 inline constexpr bool kStartsAsZeros = std::is_trivially_default_constructible_v<M>;
 template <class T>
 inline constexpr bool kStartsAsZeros<Strong<T>> = true;
+template <class T>
+inline constexpr bool kStartsAsZeros<Published<T>> = true;
 
 template <class Base, class L>
 struct IvarList;
@@ -272,12 +275,6 @@ struct CategoryDefinition {
 
 }  // namespace objc
 
-#define OBJC_DECLARE_CLASS_SYMBOLS_(Name, Attributes)                                        \
-  extern "C" {                                                                               \
-  Attributes extern objc_class objc_class_##Name OBJC_SYMBOL("OBJC_CLASS_$_" #Name);         \
-  Attributes extern objc_class objc_metaclass_##Name OBJC_SYMBOL("OBJC_METACLASS_$_" #Name); \
-  }
-
 #define OBJC_DEFINE_CLASS_(Name, Visibility, MetaIsa, MetaSuper, Super, ...)                       \
   OBJC_DECLARE_CLASS_SYMBOLS_(Name, Visibility)                                                    \
   constinit objc_class objc_metaclass_##Name{MetaIsa, MetaSuper, &_objc_empty_cache, nullptr,      \
@@ -312,6 +309,14 @@ struct CategoryDefinition {
 /// own classes are: name, superclass's name, struct, struct of the superclass, members.
 #define OBJC_CLASS_NAMED(Name, SuperName, T, Base, ...) \
   OBJC_SUBCLASS_(Name, OBJC_EXPORTED, , SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
+
+/// The same for one that is private to its binary.
+#define OBJC_PRIVATE_CLASS_NAMED(Name, SuperName, T, Base, ...) \
+  OBJC_SUBCLASS_(Name, OBJC_HIDDEN, , SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
+
+/// The same for one that others may link against, and whose superclass a process may lack.
+#define OBJC_CLASS_NAMED_IF_SUPERCLASS(Name, SuperName, T, Base, ...) \
+  OBJC_SUBCLASS_(Name, OBJC_EXPORTED, OBJC_WEAK, SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
 
 /// A root class: it is its own metaclass's superclass.
 #define OBJC_ROOT_CLASS(Name, T, ...)                                                             \

@@ -3,14 +3,18 @@
 
 #include <type_traits>
 
+#include "objc/class_name.h"
 #include "objc/fixed_string.h"
-#include "objc/object.h"
 
 namespace objc {
 
 /// The name and the member types of a structure that crosses a message; see OBJC_STRUCT.
 template <class T>
 inline constexpr auto kStructEncoding = nullptr;
+
+/// A structure of the platform's that is known by its name alone; see OBJC_OPAQUE.
+template <class T>
+inline constexpr bool kIsOpaque = false;
 
 template <class T>
 struct BlockLayout;
@@ -24,7 +28,12 @@ inline constexpr bool kIsBlock<BlockLayout<S>> = true;
 
 template <class T>
 consteval auto encodeScalar() {
+  // The platform's BOOL is a signed char on 32 bits.
+#if defined(__arm__)
+  if constexpr (std::is_same_v<T, bool>) return FixedString("c");
+#else
   if constexpr (std::is_same_v<T, bool>) return FixedString("B");
+#endif
   else if constexpr (std::is_same_v<T, char> || std::is_same_v<T, signed char>)
     return FixedString("c");
   else if constexpr (std::is_same_v<T, unsigned char>) return FixedString("C");
@@ -46,6 +55,7 @@ consteval auto encodeScalar() {
 template <class T>
 consteval bool isHandleTarget() {
   if constexpr (std::is_same_v<T, objc_selector> || std::is_same_v<T, objc_class>) return true;
+  else if constexpr (kIsOpaque<T>) return false;
   else if constexpr (std::is_class_v<T>) return kIsBlock<T> || std::is_base_of_v<NSObject, T>;
   else return false;
 }
@@ -77,6 +87,7 @@ template <class T, bool Outermost>
 consteval auto encodeDataPointer() {
   if constexpr (std::is_same_v<T, char>) return FixedString("*");
   else if constexpr (std::is_void_v<T>) return FixedString("^v");
+  else if constexpr (kIsOpaque<T> && Outermost) return "^{" + kClassName<T> + "=}";
   else if constexpr (!std::is_class_v<T>) return "^" + encodeValue<T, false>();
   else if constexpr (Outermost &&
                      !std::is_same_v<decltype(kStructEncoding<T>), const std::nullptr_t>)
@@ -91,8 +102,7 @@ consteval auto encodePointer() {
   else if constexpr (std::is_same_v<Bare, objc_class>) return FixedString("#");
   else if constexpr (kIsBlock<Bare>) return FixedString("@?");
   else if constexpr (std::is_function_v<T>) return FixedString("^?");
-  else if constexpr (std::is_class_v<Bare> && std::is_base_of_v<NSObject, Bare>)
-    return FixedString("@");
+  else if constexpr (isHandleTarget<Bare>()) return FixedString("@");
   else if constexpr (Outermost && endsInConst<T>()) return "r" + encodeDataPointer<Bare, true>();
   else return encodeDataPointer<Bare, Outermost>();
 }
@@ -120,7 +130,32 @@ inline constexpr auto kMethodEncoding = kEncoding<R> + "@:" + detail::encodeAll<
 template <class R, class... A>
 inline constexpr auto kBlockEncoding = kEncoding<R> + "@?" + detail::encodeAll<A...>();
 
+namespace detail {
+
+/// Whether a structure has members, and all of them are fractions.
+template <class T>
+consteval bool isOfFractions() {
+  constexpr auto text = kEncoding<T>;
+  std::size_t members = 0;
+  bool inName = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text.text[i];
+    if (c == '{') inName = true;
+    else if (c == '=') inName = false;
+    else if (c == '}' || inName) continue;
+    else if (c == 'f' || c == 'd') ++members;
+    else return false;
+  }
+  return members > 0;
+}
+
+}  // namespace detail
 }  // namespace objc
+
+/// Says that a structure is only ever pointed to, and is no object.
+#define OBJC_OPAQUE(Name) \
+  template <>             \
+  inline constexpr bool objc::kIsOpaque<Name> = true
 
 /// Names a structure and the types of its members, in order, outside every namespace.
 #define OBJC_STRUCT(Name, ...)                        \

@@ -43,6 +43,18 @@ constexpr FixedString<N + M - 1> operator+(const char (&left)[N], const FixedStr
   return FixedString<N>(left) + right;
 }
 
+/// Whether two texts are the same.
+template <FixedString A, FixedString B>
+inline constexpr bool kSame = [] {
+  if constexpr (A.size() != B.size()) return false;
+  else {
+    for (std::size_t i = 0; i < A.size(); ++i) {
+      if (A.text[i] != B.text[i]) return false;
+    }
+    return true;
+  }
+}();
+
 /// One copy of a text with static storage, for metadata that points to it.
 template <FixedString Text>
 inline constexpr auto kStored = Text;

@@ -5,7 +5,7 @@
 
 #include "objc/encoding.h"
 #include "objc/metadata.h"
-#include "objc/strong.h"
+#include "objc/published.h"
 
 namespace objc {
 
@@ -20,16 +20,20 @@ struct Thunk;
 
 template <auto Fn, class T, class R, class... A>
 struct Thunk<Fn, R (T::*)(A...)> {
+  using Signature = R(A...);
   static constexpr auto kTypes = kMethodEncoding<R, A...>;
-  static R call(T* self, SEL, A... arguments) { return (self->*Fn)(arguments...); }
+  static Traveling<R> call(T* self, SEL, Traveling<A>... arguments) {
+    return (self->*Fn)(A(arguments)...);
+  }
   static constexpr auto kCall = &call;
 };
 
 /// A function that wants receiver and selector themselves is its own implementation.
 template <auto Fn, class Self, class R, class... A>
 struct Thunk<Fn, R (*)(Self*, SEL, A...)> {
+  using Signature = R(A...);
   static constexpr auto kTypes = kMethodEncoding<R, A...>;
-  static constexpr auto kCall = Fn;
+  static constexpr auto kCall = Entry<Fn>::kCall;
 };
 
 template <auto Fn, class Self, class R, class... Named>
@@ -44,8 +48,9 @@ struct ClassThunk;
 /// A static member function is called without the class that received the message.
 template <auto Fn, class R, class... A>
 struct ClassThunk<Fn, R (*)(A...)> {
+  using Signature = R(A...);
   static constexpr auto kTypes = kMethodEncoding<R, A...>;
-  static R call(Class, SEL, A... arguments) { return Fn(arguments...); }
+  static Traveling<R> call(Class, SEL, Traveling<A>... arguments) { return Fn(A(arguments)...); }
   static constexpr auto kCall = &call;
 };
 
@@ -72,6 +77,15 @@ template <class T>
 struct Held<Strong<T>> {
   using Type = T*;
 };
+template <class T>
+struct Held<Published<T>> {
+  using Type = T*;
+};
+
+template <class M>
+inline constexpr bool kIsPublished = false;
+template <class T>
+inline constexpr bool kIsPublished<Published<T>> = true;
 
 template <class M>
 consteval auto ivarEncoding() {
@@ -131,6 +145,29 @@ struct ClassMethod {
   using Properties = List<>;
 };
 
+namespace detail {
+
+template <auto Declared, auto Fn, bool IsOfClass = decltype(Declared)::kIsOfClass>
+struct DeclaredMember {
+  using Type = Method<decltype(Declared)::kName, Fn, decltype(Declared)::types()>;
+  using Signature = typename Thunk<Fn>::Signature;
+};
+template <auto Declared, auto Fn>
+struct DeclaredMember<Declared, Fn, true> {
+  using Type = ClassMethod<decltype(Declared)::kName, Fn, decltype(Declared)::types()>;
+  using Signature = typename ClassThunk<Fn>::Signature;
+};
+
+}  // namespace detail
+
+/// The method behind a declared message, whose types its function has.
+template <auto Declared, auto Fn>
+struct Implements : detail::DeclaredMember<Declared, Fn>::Type {
+  static_assert(std::is_same_v<typename detail::DeclaredMember<Declared, Fn>::Signature,
+                               typename decltype(Declared)::Signature>,
+                "the function takes and answers what the declaration says");
+};
+
 /// An instance variable: a data member of the struct.
 template <FixedString Name, auto Member>
 struct Ivar {
@@ -152,7 +189,7 @@ enum class Atomicity { nonatomic, atomic };
 enum class Setter { synthesized, custom };
 
 /// A property over a data member, with getter and setter. The member of a strong or copied
-/// property is a Strong<T>.
+/// property is a Strong<T>, or a Published<T> where several threads meet.
 template <FixedString Name, auto Member, Storage How = Storage::strong,
           Atomicity Guard = Atomicity::nonatomic, Setter Kind = Setter::synthesized>
 struct Property {
@@ -160,19 +197,26 @@ struct Property {
   using Type = typename detail::MemberOf<decltype(Member)>::Type;
   using Value = typename detail::Held<Type>::Type;
 
-  static Value get(Owner* self, SEL) { return self->*Member; }
+  static Value get(Owner* self, SEL) {
+    // Another thread may let go of it before the caller has looked at it.
+    if constexpr (detail::kIsPublished<Type>) return (self->*Member).read().autorelease();
+    else return self->*Member;
+  }
   static void set(Owner* self, SEL, Value value) { store(self, value); }
 
   /// What the setter does, for a class's own code that bypasses it.
   static void store(Owner* self, Value value) { storeAt(self->*Member, value); }
 
   static void storeAt(Type& place, Value value) {
-    if constexpr (How == Storage::strong) {
-      place = Type::retain(value);
-    } else if constexpr (How == Storage::copy) {
-      place = Type::adopt(send<Value>(value, "copy"_sel));
-    } else {
+    if constexpr (How == Storage::assign) {
       place = value;
+    } else {
+      using Kept = Strong<std::remove_pointer_t<Value>>;
+      Kept kept = How == Storage::copy
+                      ? Kept::adopt(static_cast<Value>(send(value, NSObject::copy)))
+                      : Kept::retain(value);
+      if constexpr (detail::kIsPublished<Type>) place.replace(std::move(kept));
+      else place = std::move(kept);
     }
   }
 
@@ -196,6 +240,20 @@ struct Property {
   using ClassMethods = List<>;
   using Ivars = List<Ivar<"_" + Name, Member>>;
   using Properties = List<Property>;
+};
+
+/// A property whose accessors are declared messages.
+template <auto Getter, auto SetterDeclared, auto Member, Storage How = Storage::strong,
+          Atomicity Guard = Atomicity::nonatomic, Setter Kind = Setter::synthesized>
+struct Accessors : Property<decltype(Getter)::kName, Member, How, Guard, Kind> {
+  using Base = Property<decltype(Getter)::kName, Member, How, Guard, Kind>;
+  using Value = typename Base::Value;
+  static_assert(std::is_same_v<typename decltype(Getter)::Signature, Value()> &&
+                    std::is_same_v<typename decltype(SetterDeclared)::Signature, void(Value)>,
+                "both accessors have the member's type");
+  static_assert(
+      kSame<decltype(SetterDeclared)::kName, detail::setterName<decltype(Getter)::kName>()>,
+      "the setter is called like the getter");
 };
 
 }  // namespace objc

@@ -1,10 +1,8 @@
 // The root of every view onto a platform object. Nobody constructs or copies one in C++.
 #pragma once
 
-#include "objc/send.h"
+#include "objc/message.h"
 
-using objc::send;
-using objc::sendSuper;
 using namespace objc::literals;
 
 struct NSString;
@@ -14,11 +12,24 @@ struct NSObject {
   NSObject(const NSObject&) = delete;
   NSObject& operator=(const NSObject&) = delete;
 
-  bool isKindOfClass(Class cls) { return send<bool>(this, "isKindOfClass:"_sel, cls); }
-  bool isEqual(NSObject* other) { return send<bool>(this, "isEqual:"_sel, other); }
-  bool respondsToSelector(SEL s) { return send<bool>(this, "respondsToSelector:"_sel, s); }
-  std::size_t hash() { return send<std::size_t>(this, "hash"_sel); }
-  NSString* description() { return send<NSString*>(this, "description"_sel); }
+  template <objc::FixedString Name, class Signature>
+  using Message = objc::Message<NSObject, Name, Signature>;
+  template <objc::FixedString Name, class Signature>
+  using ClassMessage = objc::ClassMessage<NSObject, Name, Signature>;
+
+  /// A new instance with a reference count of one, not initialised.
+  static constexpr ClassMessage<"alloc", NSObject*()> alloc{};
+  static constexpr Message<"init", NSObject*()> init{};
+  static constexpr Message<"dealloc", void()> dealloc{};
+  static constexpr Message<"copy", NSObject*()> copy{};
+  static constexpr Message<"class", Class()> class_{};
+  static constexpr Message<"isKindOfClass:", bool(Class)> isKindOfClass{};
+  static constexpr Message<"isEqual:", bool(NSObject*)> isEqual{};
+  static constexpr Message<"respondsToSelector:", bool(SEL)> respondsToSelector{};
+  static constexpr Message<"hash", std::size_t()> hash{};
+  static constexpr Message<"description", NSString*()> description{};
+  /// Of classes whose objects can be archived.
+  static constexpr Message<"initWithCoder:", NSObject*(NSObject*)> initWithCoder{};
 
   Class isa;
 };
@@ -29,7 +40,7 @@ namespace objc {
 /// without the class.
 template <class T>
 inline T* alloc() {
-  return send<T*>(classOf<T>(), "alloc"_sel);
+  return static_cast<T*>(send(classOf<T>(), NSObject::alloc));
 }
 
 /// The object as a T if it is a kind of T's class, else nil; a class that is not there has no
@@ -37,8 +48,27 @@ inline T* alloc() {
 template <class T>
 inline T* as(NSObject* object) {
   Class cls = classOf<T>();
-  if (object == nullptr || cls == nullptr || !object->isKindOfClass(cls)) return nullptr;
+  if (object == nullptr || cls == nullptr || !send(object, NSObject::isKindOfClass, cls))
+    return nullptr;
   return static_cast<T*>(object);
 }
 
+/// What a C interface hands out by a type of its own, as the object that it is.
+template <class T>
+inline NSObject* bridged(T* reference) {
+  return reinterpret_cast<NSObject*>(reference);
+}
+
+/// Sends a message to the superclass of Current, the class whose method is running.
+template <class Current, class T, FixedString Name, class R, class... A>
+inline R sendSuper(std::type_identity_t<T>* self, Message<T, Name, R(A...)>,
+                   std::type_identity_t<A>... arguments) {
+  OBJC_USES("super " + kClassName<Current> + " " + Name + " " + kMethodEncoding<R, A...>);
+  objc_super target{self, class_getSuperclass(classOf<Current>())};
+  return detail::call<R, A...>(detail::superMessenger<R>(), &target, Selector<Name>::get(),
+                               arguments...);
+}
+
 }  // namespace objc
+
+using objc::sendSuper;

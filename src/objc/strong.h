@@ -47,6 +47,13 @@ class Strong {
   T* object_ = nullptr;
 };
 
+/// A new object of T's class, initialised; nil in a process without it.
+template <class T>
+Strong<T> make() {
+  return Strong<T>::adopt(
+      static_cast<T*>(send(static_cast<NSObject*>(alloc<T>()), NSObject::init)));
+}
+
 }  // namespace objc
 
 using objc::Strong;

@@ -1,27 +1,38 @@
 #include "panesupport/QKBarButtonItem.h"
 
-#include "objc/define.h"
+#include "objc/implementation.h"
+
+namespace varnix {
+
+namespace {
 
 using objc::Atomicity;
 using objc::MovingProperty;
 using objc::Storage;
 
-namespace {
+/// Its superclass may be larger than it is declared here, so that the members are found through the
+/// offsets that the run-time corrects.
+struct BarButtonItem : objc::Implementation<QKBarButtonItem, UIBarButtonItem> {
+  void dealloc() {
+    send(self(), QKBarButtonItem::setShareText, nullptr);
+    objc::sendSuper<QKBarButtonItem>(self(), NSObject::dealloc);
+  }
+
+  Strong<NSString> _shareText;
+  UIViewController* _container;
+};
 
 using Place =
-    objc::MovingIvars<UIBarButtonItem, objc::Ivar<"_shareText", &QKBarButtonItem::_shareText>,
-                      objc::Ivar<"_container", &QKBarButtonItem::_container>>;
-using ShareText = MovingProperty<Place, "shareText", &QKBarButtonItem::_shareText>;
+    objc::MovingIvars<UIBarButtonItem, objc::Ivar<"_shareText", &BarButtonItem::_shareText>,
+                      objc::Ivar<"_container", &BarButtonItem::_container>>;
+using ShareText = MovingProperty<Place, "shareText", &BarButtonItem::_shareText>;
 // A pointer is read and written in one piece, which is all that atomic asks for here.
-using Container = MovingProperty<Place, "container", &QKBarButtonItem::_container, Storage::assign,
+using Container = MovingProperty<Place, "container", &BarButtonItem::_container, Storage::assign,
                                  Atomicity::atomic>;
 
 }  // namespace
+}  // namespace varnix
 
-void QKBarButtonItem::dealloc() {
-  setShareText(nullptr);
-  sendSuper<void>(this, "dealloc"_sel);
-}
-
-OBJC_EXPORTED_CLASS_IF_SUPERCLASS(QKBarButtonItem, UIBarButtonItem, ShareText, Container,
-                                  objc::Method<"dealloc", &QKBarButtonItem::dealloc>)
+OBJC_CLASS_NAMED_IF_SUPERCLASS(QKBarButtonItem, UIBarButtonItem, varnix::BarButtonItem,
+                               UIBarButtonItem, varnix::ShareText, varnix::Container,
+                               objc::Implements<NSObject::dealloc, &varnix::BarButtonItem::dealloc>)

@@ -1,31 +1,38 @@
 #include "panesupport/QKTwitterShareHandler.h"
 
-#include "objc/define.h"
+#include "objc/implementation.h"
 #include "objc/synchronized.h"
 #include "panesupport/frameworks.h"
 #include "platform/Social.h"
 
-QKTwitterShareHandler* QKTwitterShareHandler::sharedInstance() {
-  static constinit QKTwitterShareHandler* shared = nullptr;
-  Class cls = objc::classOf<QKTwitterShareHandler>();
-  const objc::Synchronized lock(cls);
-  if (shared == nullptr)
-    shared = send<QKTwitterShareHandler*>(objc::alloc<QKTwitterShareHandler>(), "init"_sel);
-  return shared;
-}
+namespace varnix {
 
-void QKTwitterShareHandler::shareTapped(QKBarButtonItem* item) {
-  varnix::loadSocial();
-  auto* sheet =
-      SLComposeViewController::composeViewControllerForServiceType(SLServiceTypeTwitter());
-  // Presenting nothing would raise.
-  if (sheet == nullptr) return;
-  sheet->setInitialText(send<NSString*>(item, "shareText"_sel));
-  auto* container = send<UIViewController*>(item, "container"_sel);
-  send<void>(container, "presentViewController:animated:completion:"_sel,
-             static_cast<UIViewController*>(sheet), true, objc::Block<void()>{nullptr});
-}
+namespace {
 
-OBJC_EXPORTED_CLASS(QKTwitterShareHandler, NSObject,
-                    objc::ClassMethod<"sharedInstance", &QKTwitterShareHandler::sharedInstance>,
-                    objc::Method<"shareTapped:", &QKTwitterShareHandler::shareTapped>)
+struct ShareHandler : NSObject {
+  static QKTwitterShareHandler* sharedInstance() {
+    static constinit QKTwitterShareHandler* shared = nullptr;
+    const objc::Synchronized lock(objc::classOf<QKTwitterShareHandler>());
+    if (shared == nullptr) shared = objc::make<QKTwitterShareHandler>().leak();
+    return shared;
+  }
+
+  void shareTapped(QKBarButtonItem* item) {
+    loadSocial();
+    auto* sheet =
+        SLComposeViewController::composeViewControllerForServiceType(SLServiceTypeTwitter());
+    // Presenting nothing would raise.
+    if (sheet == nullptr) return;
+    send(sheet, SLComposeViewController::setInitialText, send(item, QKBarButtonItem::shareText));
+    send(send(item, QKBarButtonItem::container), UIViewController::presentViewController, sheet,
+         true, nullptr);
+  }
+};
+
+}  // namespace
+}  // namespace varnix
+
+OBJC_CLASS_NAMED(
+    QKTwitterShareHandler, NSObject, varnix::ShareHandler, NSObject,
+    objc::Implements<QKTwitterShareHandler::sharedInstance, &varnix::ShareHandler::sharedInstance>,
+    objc::Implements<QKTwitterShareHandler::shareTapped, &varnix::ShareHandler::shareTapped>)

@@ -3,9 +3,10 @@
 
 #include "panesupport/QKBarButtonItem.h"
 
-struct QKTwitterShareHandler : NSObject {
+struct QKTwitterShareHandler : objc::View<QKTwitterShareHandler, NSObject> {
   /// The process's one handler, from any thread. Lives as long as the process.
-  static QKTwitterShareHandler* sharedInstance();
+  static constexpr ClassMessage<"sharedInstance", QKTwitterShareHandler*()> sharedInstance{};
   /// Presents a compose sheet with the button's text from the button's container.
-  void shareTapped(QKBarButtonItem* item);
+  static constexpr Message<"shareTapped:", void(QKBarButtonItem*)> shareTapped{};
 };
+OBJC_OWN_EXPORTED_CLASS(QKTwitterShareHandler);

@@ -1,26 +1,34 @@
 // The follow invitation: what its alerts' buttons do.
 #pragma once
 
-#include "objc/strong.h"
+#include "objc/association.h"
+#include "objc/own_class.h"
 #include "platform/Accounts.h"
 #include "platform/UIKit.h"
 
 /// The delegate of the invitation (tag 1) and of the account chooser (tag 2). The alerts hold it.
-struct QKWelcomeTwitterHandler : NSObject {
+struct QKWelcomeTwitterHandler : objc::View<QKWelcomeTwitterHandler, NSObject> {
   enum Tag : NSInteger { kInvitation = 1, kChooser = 2 };
 
-  void dealloc();
-  void setUsername(NSString* name) { send<void>(this, "setUsername:"_sel, name); }
+  /// The account to follow, without a leading sign.
+  static constexpr Message<"username", NSString*()> username{};
+  static constexpr Message<"setUsername:", void(NSString*)> setUsername{};
 
-  void clickedButton(UIAlertView* alert, NSInteger index);
+  static constexpr Message<"alertView:clickedButtonAtIndex:", void(UIAlertView*, NSInteger)>
+      clickedButtonAtIndex{};
   /// Asks for the device's accounts. One follows at once, several are to choose from, and without
   /// any the profile opens. Without access nothing happens.
-  void dropMeAFollow();
+  static constexpr Message<"dropMeAFollow", void()> dropMeAFollow{};
   /// Sends the request, whose outcome nobody looks at. From any thread.
-  void followWithAccount(ACAccount* account);
-
-  /// Makes the alert hold its delegate, which alerts do not do by themselves.
-  void heldBy(UIAlertView* alert);
-
-  Strong<NSString> _username;  ///< the account to follow, without a leading sign
+  static constexpr Message<"followWithAccount:", void(ACAccount*)> followWithAccount{};
 };
+OBJC_OWN_EXPORTED_CLASS(QKWelcomeTwitterHandler);
+
+namespace varnix {
+
+/// Makes the alert hold its delegate, which alerts do not do by themselves.
+inline void keepFor(UIAlertView* alert, QKWelcomeTwitterHandler* handler) {
+  objc::associate(alert, "varnixFollowHandler"_sel, handler, AssociationPolicy::retainNonatomic);
+}
+
+}  // namespace varnix

@@ -13,8 +13,14 @@ Strong<UIAlertView> makeAlert(NSString* title, NSString* message, NSObject* dele
                               NSString* cancelTitle, A... others) {
   auto* raw = objc::alloc<UIAlertView>();
   if (raw == nullptr) return nullptr;
-  return Strong<UIAlertView>::adopt(raw->initWithTitle(title, message, delegate, cancelTitle,
-                                                       others..., static_cast<NSString*>(nullptr)));
+  constexpr NSString* kEnd = nullptr;
+  if constexpr (sizeof...(others) == 0) {
+    return Strong<UIAlertView>::adopt(
+        send(raw, UIAlertView::initWithTitle, title, message, delegate, cancelTitle, kEnd));
+  } else {
+    return Strong<UIAlertView>::adopt(send(raw, UIAlertView::initWithTitle, title, message,
+                                           delegate, cancelTitle, others..., kEnd));
+  }
 }
 
 }  // namespace varnix

@@ -7,8 +7,8 @@ int QKKillProcess(NSString* signal, NSString* name) {
   NSString* option = NSString::stringWithFormat("-%@"_ns, signal == nullptr ? "9"_ns : signal);
   // The child gets copies.
   char* const arguments[] = {const_cast<char*>("killall"),
-                             const_cast<char*>(send<const char*>(option, "UTF8String"_sel)),
-                             const_cast<char*>(send<const char*>(name, "UTF8String"_sel)), nullptr};
+                             const_cast<char*>(send(option, NSString::UTF8String)),
+                             const_cast<char*>(send(name, NSString::UTF8String)), nullptr};
   int child = 0;
   return posix_spawn(&child, "/usr/bin/killall", nullptr, nullptr, arguments, nullptr);
 }

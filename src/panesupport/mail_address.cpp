@@ -4,7 +4,7 @@
 
 void QKOpenMailAddress(NSString* address) {
   if (address == nullptr) return;
-  NSURL* url = NSURL::URLWithString("mailto:"_ns->stringByAppendingString(address));
+  NSURL* url = NSURL::URLWithString(send("mailto:"_ns, NSString::stringByAppendingString, address));
   if (url == nullptr) return;
-  send<bool>(UIApplication::sharedApplication(), "openURL:"_sel, url);
+  send(UIApplication::sharedApplication(), UIApplication::openURL, url);
 }

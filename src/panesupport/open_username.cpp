@@ -22,11 +22,12 @@ void QKOpenTwitterUsername(NSString* username) {
   };
   NSString* profile = "https://twitter.com/%@"_ns;
   for (const Client& client : clients) {
-    if (!application->canOpenURL(NSURL::URLWithString(client.scheme))) continue;
+    if (!send(application, UIApplication::canOpenURL, NSURL::URLWithString(client.scheme)))
+      continue;
     profile = client.profile;
     break;
   }
   // Nil where the name cannot stand in a URL.
   NSURL* url = NSURL::URLWithString(NSString::stringWithFormat(profile, username));
-  if (url != nullptr) application->openURL(url);
+  if (url != nullptr) send(application, UIApplication::openURL, url);
 }

@@ -7,19 +7,19 @@ namespace {
 /// What a pane is shown in. Everything is nil where the pane is in no split view.
 struct Shown {
   explicit Shown(UIViewController* pane) {
-    auto* split = send<UISplitViewController*>(pane, "splitViewController"_sel);
-    auto* columns = send<NSArray*>(split, "viewControllers"_sel);
-    auto* navigation = send<UINavigationController*>(columns, "lastObject"_sel);
-    bar = send<UINavigationBar*>(navigation, "navigationBar"_sel);
-    auto* visible = send<UIViewController*>(navigation, "visibleViewController"_sel);
-    page = send<UIView*>(visible, "view"_sel);
+    UISplitViewController* split = send(pane, UIViewController::splitViewController);
+    NSArray* columns = send(split, UISplitViewController::viewControllers);
+    auto* navigation = static_cast<UINavigationController*>(send(columns, NSArray::lastObject));
+    bar = send(navigation, UINavigationController::navigationBar);
+    page = send(send(navigation, UINavigationController::visibleViewController),
+                UIViewController::view);
   }
 
   /// A nil colour is none: the system's then.
   void setTitleColor(UIColor* color) const {
     auto* attributes = NSDictionary::dictionaryWithObjectsAndKeys(
         color, NSForegroundColorAttributeName, static_cast<NSObject*>(nullptr));
-    send<void>(bar, "setTitleTextAttributes:"_sel, attributes);
+    send(bar, UINavigationBar::setTitleTextAttributes, attributes);
   }
 
   UINavigationBar* bar;
@@ -28,9 +28,10 @@ struct Shown {
 
 /// What new controls of the class T look like inside containers of that class.
 template <class T>
-NSObject* appearanceIn(Class container) {
-  return objc::sendVariadic<NSObject*>(objc::classOf<T>(), "appearanceWhenContainedIn:"_sel,
-                                       container, Class{nullptr});
+T* appearanceIn(Class container) {
+  constexpr Class kEnd = nullptr;
+  return static_cast<T*>(
+      send(objc::classOf<T>(), UIView::appearanceWhenContainedIn, container, kEnd));
 }
 
 }  // namespace
@@ -40,23 +41,23 @@ void QKSetPrefsTint(UIViewController* controller, UIColor* color) {
   if (controller == nullptr) return;
   const Shown shown(controller);
   shown.setTitleColor(color);
-  send<void>(shown.bar, "setTintColor:"_sel, color);
-  send<void>(shown.page, "setTintColor:"_sel, color);
-  send<void>(shown.page, "setAutoresizesSubviews:"_sel, true);
-  if (controller->respondsToSelector("edgesForExtendedLayout"_sel))
-    send<void>(controller, "setEdgesForExtendedLayout:"_sel, UIRectEdgeBottom);
-  auto* pane = send<Class>(controller, "class"_sel);
-  send<void>(appearanceIn<UISegmentedControl>(pane), "setTintColor:"_sel, color);
-  send<void>(appearanceIn<UISlider>(pane), "setMaximumTrackTintColor:"_sel, color);
-  send<void>(appearanceIn<UISwitch>(pane), "setOnTintColor:"_sel, color);
+  send(shown.bar, UIView::setTintColor, color);
+  send(shown.page, UIView::setTintColor, color);
+  send(shown.page, UIView::setAutoresizesSubviews, true);
+  if (send(controller, NSObject::respondsToSelector, UIViewController::edgesForExtendedLayout))
+    send(controller, UIViewController::setEdgesForExtendedLayout, UIRectEdgeBottom);
+  Class pane = send(controller, NSObject::class_);
+  send(appearanceIn<UISegmentedControl>(pane), UIView::setTintColor, color);
+  send(appearanceIn<UISlider>(pane), UISlider::setMaximumTrackTintColor, color);
+  send(appearanceIn<UISwitch>(pane), UISwitch::setOnTintColor, color);
 }
 
 void QKResetPrefsTint(UIViewController* controller) {
   constexpr UIColor* kSystems = nullptr;
   const Shown shown(controller);
-  send<void>(shown.bar, "setBarTintColor:"_sel, kSystems);
-  send<void>(shown.bar, "setTintColor:"_sel, kSystems);
+  send(shown.bar, UINavigationBar::setBarTintColor, kSystems);
+  send(shown.bar, UIView::setTintColor, kSystems);
   shown.setTitleColor(UIColor::blackColor());
-  send<void>(shown.page, "setTintColor:"_sel, kSystems);
-  send<void>(shown.page, "setAutoresizesSubviews:"_sel, false);
+  send(shown.page, UIView::setTintColor, kSystems);
+  send(shown.page, UIView::setAutoresizesSubviews, false);
 }

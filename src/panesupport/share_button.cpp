@@ -1,4 +1,5 @@
 // Puts a share button into a settings pane's navigation bar.
+#include "objc/strong.h"
 #include "panesupport/QKTwitterShareHandler.h"
 #include "varnix/pane.h"
 
@@ -18,14 +19,13 @@ UIImage* emptyImage() {
 void QKAddTwitterShareButton(UIViewController* controller, UIImage* image, NSString* text) {
   auto* raw = objc::alloc<QKBarButtonItem>();
   if (raw == nullptr) return;  // a process without buttons
-  auto* handler =
-      send<QKTwitterShareHandler*>(objc::classOf<QKTwitterShareHandler>(), "sharedInstance"_sel);
   auto item = Strong<QKBarButtonItem>::adopt(static_cast<QKBarButtonItem*>(
-      raw->initWithImage(image, UIBarButtonItemStylePlain, handler, "shareTapped:"_sel)));
-  item->setBackgroundImage(emptyImage(), UIControlStateNormal, UIBarMetricsDefault);
-  item->setContainer(controller);
-  item->setShareText(text);
-  auto* navigationItem = send<UINavigationItem*>(controller, "navigationItem"_sel);
-  send<void>(navigationItem, "setRightBarButtonItem:"_sel,
-             static_cast<UIBarButtonItem*>(item.get()));
+      send(raw, UIBarButtonItem::initWithImage, image, UIBarButtonItemStylePlain,
+           QKTwitterShareHandler::sharedInstance(), QKTwitterShareHandler::shareTapped)));
+  send(item, UIBarButtonItem::setBackgroundImage, emptyImage(), UIControlStateNormal,
+       UIBarMetricsDefault);
+  send(item, QKBarButtonItem::setContainer, controller);
+  send(item, QKBarButtonItem::setShareText, text);
+  send(send(controller, UIViewController::navigationItem), UINavigationItem::setRightBarButtonItem,
+       item);
 }

@@ -1,71 +1,72 @@
-#include "picker/CQColorPicker.h"
+#include "picker/CQColorPicker_object.h"
 
-#include "objc/define.h"
+namespace varnix {
 
-using objc::ClassMethod;
-using objc::Ivar;
-using objc::Method;
-
-CQColorPicker* CQColorPicker::init() {
-  if (sendSuper<CQColorPicker*>(this, "init"_sel) == nullptr) return nullptr;
+NSObject* ColorPicker::init() {
+  if (objc::sendSuper<CQColorPicker>(self(), NSObject::init) == nullptr) return nullptr;
   taskQueue = Strong<dispatch_queue_s>::adopt(dispatch_queue_create("CQColorPickerQueue", nullptr));
-  dispatch_set_target_queue(taskQueue,
-                            dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_BACKGROUND, 0));
-  send<void>(this, "addNotificationObservers"_sel);
+  dispatch_set_target_queue(taskQueue, dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_LOW, 0));
+  send(self(), CQColorPicker::addNotificationObservers);
   return this;
 }
 
-bool CQColorPicker::isAppActive() {
-  return send<NSInteger>(UIApplication::sharedApplication(), "applicationState"_sel) !=
+bool ColorPicker::isAppActive() {
+  return send(UIApplication::sharedApplication(), UIApplication::applicationState) !=
          UIApplicationStateBackground;
 }
 
 // The queue and the context go with the last reference; what the context holds goes with it.
-void CQColorPicker::dealloc() { sendSuper<void>(this, "dealloc"_sel); }
+void ColorPicker::dealloc() { objc::sendSuper<CQColorPicker>(self(), NSObject::dealloc); }
 
-OBJC_CLASS(
-    CQColorPicker, NSObject, Ivar<"_vertexBuffer", &CQColorPicker::_vertexBuffer>,
-    Ivar<"_indexBuffer", &CQColorPicker::_indexBuffer>,
-    Ivar<"_colorRenderBuffer", &CQColorPicker::_colorRenderBuffer>,
-    Ivar<"_depthRenderBuffer", &CQColorPicker::_depthRenderBuffer>,
-    Ivar<"_program", &CQColorPicker::_program>,
-    Ivar<"_proccesedWidthSlot", &CQColorPicker::_proccesedWidthSlot>,
-    Ivar<"_totalWidthSlot", &CQColorPicker::_totalWidthSlot>,
-    Ivar<"_positionSlot", &CQColorPicker::_positionSlot>,
-    Ivar<"_colorSlot", &CQColorPicker::_colorSlot>,
-    Ivar<"_texCoordSlot", &CQColorPicker::_texCoordSlot>,
-    Ivar<"_textureUniform", &CQColorPicker::_textureUniform>,
-    Ivar<"_aTexture", &CQColorPicker::_aTexture>, Ivar<"_tolerance", &CQColorPicker::_tolerance>,
-    Ivar<"_colorToFilter", &CQColorPicker::_colorToFilter>,
-    Ivar<"_currentImage", &CQColorPicker::_currentImage>,
-    Ivar<"_eaglLayer", &CQColorPicker::_eaglLayer>, Ivar<"_context", &CQColorPicker::_context>,
-    Ivar<"taskQueue", &CQColorPicker::taskQueue>, Method<"init", &CQColorPicker::init>,
-    Method<"pickColorsFromImage:onComplete:", &CQColorPicker::pickColorsFromImage>,
-    Method<"colorSchemeFromImage:", &CQColorPicker::colorSchemeFromImage>,
-    Method<"setupOpenGL", &CQColorPicker::setupOpenGL>,
-    Method<"renderDominant", &CQColorPicker::renderDominant>,
-    Method<"setupTextureFromImage:", &CQColorPicker::setupTextureFromImage>,
-    Method<"setupContext", &CQColorPicker::setupContext>,
-    Method<"setupFrameBuffer", &CQColorPicker::setupFrameBuffer>,
-    Method<"setupRenderBuffer", &CQColorPicker::setupRenderBuffer>,
-    Method<"setupDepthBuffer", &CQColorPicker::setupDepthBuffer>,
-    Method<"setupVBOs", &CQColorPicker::setupVBOs>,
-    Method<"setupOpenGLForDominantColor", &CQColorPicker::setupOpenGLForDominantColor>,
-    Method<"compileShader:type:string:", &CQColorPicker::compileShader>,
-    Method<"linkProgram:", &CQColorPicker::linkProgram>,
-    Method<"validateProgram:", &CQColorPicker::validateProgram>,
-    Method<"dumpImageWithWidth:height:biggestAlphaColorReturn:", &CQColorPicker::dumpFrame>,
-    Method<"colorWithBiggerCountFromImageWidth:height:", &CQColorPicker::backgroundColorOfFrame>,
-    Method<"colorFromImageWithWidth:height:filteringColor:tolerance:",
-           &CQColorPicker::colorFromFrameFiltering>,
-    Method<"findTextColorsTaskForColorScheme:", &CQColorPicker::findTextColors>,
-    Method<"scaleImage:width:height:", &CQColorPicker::scaleImage>,
-    Method<"isSufficienteContrastBetweenBackground:andForground:",
-           &CQColorPicker::isSufficientContrast>,
-    Method<"imageWithImage:scaledToSize:", &CQColorPicker::imageScaledToSize>,
-    Method<"addNotificationObservers", &CQColorPicker::addNotificationObservers>,
-    Method<"dealloc", &CQColorPicker::dealloc>,
-    Method<"appDidEnterBackground", &CQColorPicker::appDidEnterBackground>,
-    Method<"appDidEnterForeground", &CQColorPicker::appDidEnterForeground>,
-    Method<"isAppActive", &CQColorPicker::isAppActive>,
-    ClassMethod<"pickColorFromImage:onComplete:", &CQColorPicker::pickColorFromImage>)
+}  // namespace varnix
+
+using objc::Implements;
+using objc::Ivar;
+using varnix::ColorPicker;
+
+OBJC_PRIVATE_CLASS_NAMED(
+    CQColorPicker, NSObject, ColorPicker, NSObject,
+    Ivar<"_vertexBuffer", &ColorPicker::_vertexBuffer>,
+    Ivar<"_indexBuffer", &ColorPicker::_indexBuffer>,
+    Ivar<"_colorRenderBuffer", &ColorPicker::_colorRenderBuffer>,
+    Ivar<"_depthRenderBuffer", &ColorPicker::_depthRenderBuffer>,
+    Ivar<"_program", &ColorPicker::_program>,
+    Ivar<"_proccesedWidthSlot", &ColorPicker::_proccesedWidthSlot>,
+    Ivar<"_totalWidthSlot", &ColorPicker::_totalWidthSlot>,
+    Ivar<"_positionSlot", &ColorPicker::_positionSlot>,
+    Ivar<"_colorSlot", &ColorPicker::_colorSlot>,
+    Ivar<"_texCoordSlot", &ColorPicker::_texCoordSlot>,
+    Ivar<"_textureUniform", &ColorPicker::_textureUniform>,
+    Ivar<"_aTexture", &ColorPicker::_aTexture>, Ivar<"_tolerance", &ColorPicker::_tolerance>,
+    Ivar<"_colorToFilter", &ColorPicker::_colorToFilter>,
+    Ivar<"_currentImage", &ColorPicker::_currentImage>,
+    Ivar<"_eaglLayer", &ColorPicker::_eaglLayer>, Ivar<"_context", &ColorPicker::_context>,
+    Ivar<"taskQueue", &ColorPicker::taskQueue>, Implements<NSObject::init, &ColorPicker::init>,
+    Implements<CQColorPicker::pickColorsFromImage, &ColorPicker::pickColorsFromImage>,
+    Implements<CQColorPicker::colorSchemeFromImage, &ColorPicker::colorSchemeFromImage>,
+    Implements<CQColorPicker::setupOpenGL, &ColorPicker::setupOpenGL>,
+    Implements<CQColorPicker::renderDominant, &ColorPicker::renderDominant>,
+    Implements<CQColorPicker::setupTextureFromImage, &ColorPicker::setupTextureFromImage>,
+    Implements<CQColorPicker::setupContext, &ColorPicker::setupContext>,
+    Implements<CQColorPicker::setupFrameBuffer, &ColorPicker::setupFrameBuffer>,
+    Implements<CQColorPicker::setupRenderBuffer, &ColorPicker::setupRenderBuffer>,
+    Implements<CQColorPicker::setupDepthBuffer, &ColorPicker::setupDepthBuffer>,
+    Implements<CQColorPicker::setupVBOs, &ColorPicker::setupVBOs>,
+    Implements<CQColorPicker::setupOpenGLForDominantColor,
+               &ColorPicker::setupOpenGLForDominantColor>,
+    Implements<CQColorPicker::compileShader, &ColorPicker::compileShader>,
+    Implements<CQColorPicker::linkProgram, &ColorPicker::linkProgram>,
+    Implements<CQColorPicker::validateProgram, &ColorPicker::validateProgram>,
+    Implements<CQColorPicker::dumpImage, &ColorPicker::dumpFrame>,
+    Implements<CQColorPicker::colorWithBiggerCount, &ColorPicker::backgroundColorOfFrame>,
+    Implements<CQColorPicker::colorFromImageFiltering, &ColorPicker::colorFromFrameFiltering>,
+    Implements<CQColorPicker::findTextColors, &ColorPicker::findTextColors>,
+    Implements<CQColorPicker::scaleImage, &ColorPicker::scaleImage>,
+    Implements<CQColorPicker::isSufficienteContrast, &ColorPicker::isSufficientContrast>,
+    Implements<CQColorPicker::imageWithImageScaledToSize, &ColorPicker::imageScaledToSize>,
+    Implements<CQColorPicker::addNotificationObservers, &ColorPicker::addNotificationObservers>,
+    Implements<NSObject::dealloc, &ColorPicker::dealloc>,
+    Implements<CQColorPicker::appDidEnterBackground, &ColorPicker::appDidEnterBackground>,
+    Implements<CQColorPicker::appDidEnterForeground, &ColorPicker::appDidEnterForeground>,
+    Implements<CQColorPicker::isAppActive, &ColorPicker::isAppActive>,
+    Implements<CQColorPicker::pickColorFromImage, &ColorPicker::pickColorFromImage>)

@@ -3,12 +3,16 @@
 #include <cstdlib>
 
 #include "objc/owned.h"
-#include "picker/CQColorPicker.h"
+#include "picker/CQColorPicker_object.h"
+#include "picker/context.h"
 #include "picker/frame.h"
 #include "picker/frame_size.h"
 #include "picker/quad.h"
 
-using varnix::picker::Frame;
+namespace varnix {
+
+using picker::Frame;
+using picker::hasContext;
 
 namespace {
 
@@ -21,8 +25,8 @@ void pointAttribute(GLuint slot, GLint components, std::size_t offset) {
 
 }  // namespace
 
-GLuint CQColorPicker::setupTextureFromImage(UIImage* image) {
-  auto cgImage = send<CGImageRef>(image, "CGImage"_sel);
+GLuint ColorPicker::setupTextureFromImage(UIImage* image) {
+  CGImageRef cgImage = send(image, UIImage::CGImage);
   std::size_t width = cgImage == nullptr ? 0 : CGImageGetWidth(cgImage);
   std::size_t height = cgImage == nullptr ? 0 : CGImageGetHeight(cgImage);
   const std::size_t bytesPerRow = width * 4;
@@ -35,6 +39,7 @@ GLuint CQColorPicker::setupTextureFromImage(UIImage* image) {
     const CGRect whole{{0, 0}, {static_cast<CGFloat>(width), static_cast<CGFloat>(height)}};
     if (context != nullptr) CGContextDrawImage(context, whole, cgImage);
   }
+  if (!hasContext()) return _aTexture;
   if (glIsTexture(_aTexture) == GL_FALSE) glGenTextures(1, &_aTexture);
   glBindTexture(GL_TEXTURE_2D, _aTexture);
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
@@ -43,7 +48,8 @@ GLuint CQColorPicker::setupTextureFromImage(UIImage* image) {
   return _aTexture;
 }
 
-void CQColorPicker::renderDominant() {
+void ColorPicker::renderDominant() {
+  if (!hasContext()) return;
   glEnable(GL_BLEND);
   glBlendFunc(GL_ONE, GL_ZERO);
   glEnable(GL_TEXTURE_2D);  // no capability of OpenGL ES 2.0, which says so and goes on
@@ -64,12 +70,11 @@ void CQColorPicker::renderDominant() {
   glDrawElements(GL_TRIANGLES, sizeof Indices, GL_UNSIGNED_BYTE, atOffset(0));
 }
 
-UIColor* CQColorPicker::backgroundColorOfFrame(NSUInteger width, NSUInteger height) {
+UIColor* ColorPicker::backgroundColorOfFrame(NSUInteger width, NSUInteger height) {
   return Frame(width, height).mostFrequent().opaque();
 }
 
-UIImage* CQColorPicker::dumpFrame(NSUInteger width, NSUInteger height,
-                                  UIColor** biggestAlphaColor) {
+UIImage* ColorPicker::dumpFrame(NSUInteger width, NSUInteger height, UIColor** biggestAlphaColor) {
   Frame frame(width, height);
   if (biggestAlphaColor != nullptr) *biggestAlphaColor = frame.mostFrequent().opaque();
   const std::size_t bytesPerRow = width * 4;
@@ -84,3 +89,5 @@ UIImage* CQColorPicker::dumpFrame(NSUInteger width, NSUInteger height,
 }
 
 void freeImageData(void*, const void* data, std::size_t) { std::free(const_cast<void*>(data)); }
+
+}  // namespace varnix

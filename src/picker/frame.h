@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "color/CQRGBPixel.h"
-#include "platform/OpenGLES.h"
+#include "picker/context.h"
 #include "platform/UIKit.h"
 
 namespace varnix::picker {
@@ -30,7 +30,7 @@ inline FramePixel* readFrame(NSUInteger width, NSUInteger height) {
   if (width > kLongest || height > kLongest || __builtin_mul_overflow(width, height, &count))
     return nullptr;
   auto* pixels = static_cast<FramePixel*>(std::calloc(count, sizeof(FramePixel)));
-  if (pixels != nullptr) {
+  if (pixels != nullptr && hasContext()) {
     glReadPixels(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height), GL_RGBA,
                  GL_UNSIGNED_BYTE, pixels);
   }

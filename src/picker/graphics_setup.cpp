@@ -1,10 +1,15 @@
 // What a pass needs in the picker's context: made where the context does not hold it yet. Nothing
 // is deleted; it all goes with the context.
 #include "objc/association.h"
-#include "picker/CQColorPicker.h"
+#include "picker/CQColorPicker_object.h"
+#include "picker/context.h"
 #include "picker/frame_size.h"
 #include "picker/quad.h"
 #include "picker/shaders.h"
+
+namespace varnix {
+
+using picker::hasContext;
 
 namespace {
 
@@ -14,7 +19,7 @@ SEL waitingShaderKey() { return objc::Selector<"waitingVertexShader">::get(); }
 
 GLuint waitingShader(EAGLContext* context) {
   auto* name = objc::associated<NSNumber>(context, waitingShaderKey());
-  const auto shader = static_cast<GLuint>(send<long long>(name, "longLongValue"_sel));
+  const auto shader = static_cast<GLuint>(send(name, NSNumber::longLongValue));
   return glIsShader(shader) != GL_FALSE ? shader : 0;
 }
 
@@ -57,20 +62,19 @@ void setupBuffer(GLuint& buffer, GLenum target, const Table& table) {
 
 }  // namespace
 
-void CQColorPicker::setupOpenGL() {
-  if (!send<bool>(this, "setupContext"_sel)) return;
-  send<void>(this, "setupFrameBuffer"_sel);
-  send<void>(this, "setupRenderBuffer"_sel);
-  send<void>(this, "setupDepthBuffer"_sel);
-  send<bool>(this, "setupOpenGLForDominantColor"_sel);
-  send<void>(this, "setupVBOs"_sel);
+void ColorPicker::setupOpenGL() {
+  if (!send(self(), CQColorPicker::setupContext)) return;
+  send(self(), CQColorPicker::setupFrameBuffer);
+  send(self(), CQColorPicker::setupRenderBuffer);
+  send(self(), CQColorPicker::setupDepthBuffer);
+  send(self(), CQColorPicker::setupOpenGLForDominantColor);
+  send(self(), CQColorPicker::setupVBOs);
 }
 
-bool CQColorPicker::setupContext() {
+bool ColorPicker::setupContext() {
   if (_context == nullptr) {
-    auto* context = objc::alloc<EAGLContext>();
     _context = Strong<EAGLContext>::adopt(
-        send<EAGLContext*>(context, "initWithAPI:"_sel, kEAGLRenderingAPIOpenGLES2));
+        send(objc::alloc<EAGLContext>(), EAGLContext::initWithAPI, kEAGLRenderingAPIOpenGLES2));
   }
   if (_context == nullptr) {
     NSLog("Failed to initialize OpenGLES 2.0 context"_ns);
@@ -84,7 +88,8 @@ bool CQColorPicker::setupContext() {
   return false;
 }
 
-void CQColorPicker::setupFrameBuffer() {
+void ColorPicker::setupFrameBuffer() {
+  if (!hasContext()) return;
   GLint bound = 0;
   glGetIntegerv(GL_FRAMEBUFFER_BINDING, &bound);
   if (bound != 0) return;
@@ -93,24 +98,28 @@ void CQColorPicker::setupFrameBuffer() {
   glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
 }
 
-void CQColorPicker::setupRenderBuffer() {
+void ColorPicker::setupRenderBuffer() {
+  if (!hasContext()) return;
   setupStorage(_colorRenderBuffer, GL_RGBA8_OES, GL_COLOR_ATTACHMENT0);
 }
 
-void CQColorPicker::setupDepthBuffer() {
+void ColorPicker::setupDepthBuffer() {
+  if (!hasContext()) return;
   setupStorage(_depthRenderBuffer, GL_DEPTH_COMPONENT16, GL_DEPTH_ATTACHMENT);
 }
 
-void CQColorPicker::setupVBOs() {
+void ColorPicker::setupVBOs() {
+  if (!hasContext()) return;
   setupBuffer(_vertexBuffer, GL_ARRAY_BUFFER, Vertices);
   setupBuffer(_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, Indices);
 }
 
-bool CQColorPicker::setupOpenGLForDominantColor() {
+bool ColorPicker::setupOpenGLForDominantColor() {
+  if (!hasContext()) return false;
   if (glIsProgram(_program) != GL_FALSE) return true;
   auto compile = [this](GLuint* shader, GLenum type, const char* source) {
-    return send<bool>(this, "compileShader:type:string:"_sel, shader, type,
-                      NSString::stringWithUTF8String(source));
+    return send(self(), CQColorPicker::compileShader, shader, type,
+                NSString::stringWithUTF8String(source));
   };
   GLuint vertexShader = waitingShader(_context);
   if (vertexShader == 0 && !compile(&vertexShader, GL_VERTEX_SHADER, kDominantVertexShaderString)) {
@@ -124,7 +133,7 @@ bool CQColorPicker::setupOpenGLForDominantColor() {
   _program = glCreateProgram();
   glAttachShader(_program, vertexShader);
   glAttachShader(_program, fragmentShader);
-  if (!send<bool>(this, "linkProgram:"_sel, _program)) {
+  if (!send(self(), CQColorPicker::linkProgram, _program)) {
     if (vertexShader != 0) glDeleteShader(vertexShader);
     if (fragmentShader != 0) glDeleteShader(fragmentShader);
     if (_program != 0) glDeleteProgram(_program);
@@ -144,9 +153,9 @@ bool CQColorPicker::setupOpenGLForDominantColor() {
   return true;
 }
 
-bool CQColorPicker::compileShader(GLuint* shader, GLenum type, NSString* source) {
-  const auto* text = send<const char*>(source, "UTF8String"_sel);
-  if (text == nullptr) return false;
+bool ColorPicker::compileShader(GLuint* shader, GLenum type, NSString* source) {
+  const char* text = send(source, NSString::UTF8String);
+  if (text == nullptr || !hasContext()) return false;
   *shader = glCreateShader(type);
   glShaderSource(*shader, 1, &text, nullptr);
   glCompileShader(*shader);
@@ -156,9 +165,12 @@ bool CQColorPicker::compileShader(GLuint* shader, GLenum type, NSString* source)
   return compiled != 0;
 }
 
-bool CQColorPicker::linkProgram(GLuint program) {
+bool ColorPicker::linkProgram(GLuint program) {
+  if (!hasContext()) return false;
   glLinkProgram(program);
   GLint linked = 0;
   glGetProgramiv(program, GL_LINK_STATUS, &linked);
   return linked != 0;
 }
+
+}  // namespace varnix

@@ -1,59 +1,60 @@
 // The picker's steps in order, and its requests from other threads.
-#include "picker/CQColorPicker.h"
+#include "picker/CQColorPicker_object.h"
+#include "picker/context.h"
 #include "picker/frame_size.h"
 
-namespace {
+namespace varnix {
 
 using objc::keepBlock;
 using objc::makeBlock;
 
+namespace {
+
 NSDictionary* dictionaryOf(CQColorScheme* scheme) {
   // The list ends at its first nil.
   return NSDictionary::dictionaryWithObjectsAndKeys(
-      send<UIColor*>(scheme, "backgroundColor"_sel), "BackgroundColor"_ns,
-      send<UIColor*>(scheme, "primaryTextColor"_sel), "PrimaryTextColor"_ns,
-      send<UIColor*>(scheme, "secondaryTextColor"_sel), "SecondaryTextColor"_ns,
+      send(scheme, CQColorScheme::backgroundColor), "BackgroundColor"_ns,
+      send(scheme, CQColorScheme::primaryTextColor), "PrimaryTextColor"_ns,
+      send(scheme, CQColorScheme::secondaryTextColor), "SecondaryTextColor"_ns,
       static_cast<NSObject*>(nullptr));
 }
 
 }  // namespace
 
 // Nothing here asks how the set-up went: what could not be drawn reads back as black.
-CQColorScheme* CQColorPicker::colorSchemeFromImage(UIImage* image) {
-  if (!send<bool>(this, "isAppActive"_sel)) return nullptr;
-  auto* scaled = send<UIImage*>(this, "scaleImage:width:height:"_sel, image, double{kTotalWidth},
-                                double{kTotalWidth});
-  send<void>(this, "setupOpenGL"_sel);
-  _aTexture = send<GLuint>(this, "setupTextureFromImage:"_sel, scaled);
-  send<void>(this, "renderDominant"_sel);
-  auto scheme =
-      Strong<CQColorScheme>::adopt(send<CQColorScheme*>(objc::alloc<CQColorScheme>(), "init"_sel));
-  auto* background = send<UIColor*>(this, "colorWithBiggerCountFromImageWidth:height:"_sel,
-                                    NSUInteger{kTotalWidth}, NSUInteger{kTotalWidth});
-  send<void>(scheme.get(), "setBackgroundColor:"_sel, background);
-  send<void>(this, "findTextColorsTaskForColorScheme:"_sel, scheme.get());
+CQColorScheme* ColorPicker::colorSchemeFromImage(UIImage* image) {
+  if (!send(self(), CQColorPicker::isAppActive)) return nullptr;
+  const picker::RestoredContext restored;
+  UIImage* scaled = send(self(), CQColorPicker::scaleImage, image, kTotalWidth, kTotalWidth);
+  send(self(), CQColorPicker::setupOpenGL);
+  _aTexture = send(self(), CQColorPicker::setupTextureFromImage, scaled);
+  send(self(), CQColorPicker::renderDominant);
+  auto scheme = objc::make<CQColorScheme>();
+  UIColor* background = send(self(), CQColorPicker::colorWithBiggerCount, kTotalWidth, kTotalWidth);
+  send(scheme, CQColorScheme::setBackgroundColor, background);
+  send(self(), CQColorPicker::findTextColors, scheme);
   return scheme.autorelease();
 }
 
-UIImage* CQColorPicker::scaleImage(UIImage* image, double width, double height) {
+UIImage* ColorPicker::scaleImage(UIImage* image, double width, double height) {
   const CGSize size{static_cast<CGFloat>(width), static_cast<CGFloat>(height)};
-  return send<UIImage*>(this, "imageWithImage:scaledToSize:"_sel, image, size);
+  return send(self(), CQColorPicker::imageWithImageScaledToSize, image, size);
 }
 
-UIImage* CQColorPicker::imageScaledToSize(UIImage* image, CGSize size) {
+UIImage* ColorPicker::imageScaledToSize(UIImage* image, CGSize size) {
   UIGraphicsBeginImageContextWithOptions(size, false, 1);
-  send<void>(image, "drawInRect:"_sel, CGRect{{0, 0}, size});
+  send(image, UIImage::drawInRect, CGRect{{0, 0}, size});
   UIImage* scaled = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
   return scaled;
 }
 
-void CQColorPicker::pickColorsFromImage(UIImage* image, Completion completion) {
-  if (!send<bool>(this, "isAppActive"_sel)) return;
-  auto compute = makeBlock<void()>([picker = Strong<CQColorPicker>::retain(this),
+void ColorPicker::pickColorsFromImage(UIImage* image, CQColorPicker::Completion completion) {
+  if (!send(self(), CQColorPicker::isAppActive)) return;
+  auto compute = makeBlock<void()>([picker = Strong<CQColorPicker>::retain(self()),
                                     kept = Strong<UIImage>::retain(image),
                                     done = keepBlock(completion)] {
-    auto* scheme = send<CQColorScheme*>(picker.get(), "colorSchemeFromImage:"_sel, kept.get());
+    CQColorScheme* scheme = send(picker, CQColorPicker::colorSchemeFromImage, kept);
     auto answer =
         makeBlock<void()>([found = Strong<CQColorScheme>::retain(scheme), done] { done(found); });
     dispatch_async(dispatch_get_main_queue(), answer);
@@ -61,11 +62,11 @@ void CQColorPicker::pickColorsFromImage(UIImage* image, Completion completion) {
   dispatch_async(taskQueue, compute);
 }
 
-void CQColorPicker::pickColorFromImage(UIImage* image, DictionaryCompletion completion) {
+void ColorPicker::pickColorFromImage(UIImage* image,
+                                     CQColorPicker::DictionaryCompletion completion) {
   static constinit dispatch_once_t once = 0;
   static constinit CQColorPicker* shared = nullptr;
-  auto create = makeBlock<void()>(
-      [] { shared = send<CQColorPicker*>(objc::alloc<CQColorPicker>(), "init"_sel); });
+  auto create = makeBlock<void()>([] { shared = objc::make<CQColorPicker>().leak(); });
   dispatch_once(&once, create);
 
   auto answer =
@@ -76,5 +77,7 @@ void CQColorPicker::pickColorFromImage(UIImage* image, DictionaryCompletion comp
             makeBlock<void()>([kept = Strong<NSDictionary>::retain(colors), done] { done(kept); });
         dispatch_async(dispatch_get_main_queue(), later);
       });
-  send<void>(shared, "pickColorsFromImage:onComplete:"_sel, image, static_cast<Completion>(answer));
+  send(shared, CQColorPicker::pickColorsFromImage, image, answer);
 }
+
+}  // namespace varnix

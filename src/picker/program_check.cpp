@@ -2,9 +2,13 @@
 #include <cstdlib>
 
 #include "objc/owned.h"
-#include "picker/CQColorPicker.h"
+#include "picker/CQColorPicker_object.h"
+#include "picker/context.h"
 
-bool CQColorPicker::validateProgram(GLuint program) {
+namespace varnix {
+
+bool ColorPicker::validateProgram(GLuint program) {
+  if (!picker::hasContext()) return false;
   glValidateProgram(program);
   GLint length = 0;
   glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
@@ -18,3 +22,5 @@ bool CQColorPicker::validateProgram(GLuint program) {
   glGetProgramiv(program, GL_VALIDATE_STATUS, &valid);
   return valid != 0;
 }
+
+}  // namespace varnix

@@ -1,13 +1,16 @@
 // The two text colours, from the frame of the background.
-#include "color/YUVSpace.h"
 #include "color/components.h"
-#include "picker/CQColorPicker.h"
+#include "color/yuv.h"
+#include "picker/CQColorPicker_object.h"
 #include "picker/frame.h"
 #include "picker/frame_size.h"
 
-using varnix::Color::Rgb;
-using varnix::picker::Frame;
-using varnix::picker::FramePixel;
+namespace varnix {
+
+using Color::Rgb;
+using Color::yComponent;
+using picker::Frame;
+using picker::FramePixel;
 
 namespace {
 
@@ -30,8 +33,7 @@ CQRGBPixel wholeNumbers(UIColor* color) {
   CGFloat red = 0;
   CGFloat green = 0;
   CGFloat blue = 0;
-  send<bool>(color, "getRed:green:blue:alpha:"_sel, &red, &green, &blue,
-             static_cast<CGFloat*>(nullptr));
+  send(color, UIColor::getRed, &red, &green, &blue, nullptr);
   return {wholeNumber(red), wholeNumber(green), wholeNumber(blue)};
 }
 
@@ -45,9 +47,9 @@ NSUInteger squaredLimit(float tolerance) {
 
 }  // namespace
 
-void CQColorPicker::findTextColors(CQColorScheme* scheme) {
+void ColorPicker::findTextColors(CQColorScheme* scheme) {
   const Frame frame(kTotalWidth, kTotalWidth);
-  auto* backgroundColor = send<UIColor*>(scheme, "backgroundColor"_sel);
+  UIColor* backgroundColor = send(scheme, CQColorScheme::backgroundColor);
   const CQRGBPixel background = wholeNumbers(backgroundColor);
   auto isFar = [](const CQRGBPixel& from, const CQRGBPixel& color, NSUInteger limit) {
     return squareDistanceInRGBSpaceBetweenColor(from, color) > limit;
@@ -55,34 +57,32 @@ void CQColorPicker::findTextColors(CQColorScheme* scheme) {
 
   const FramePixel primary = frame.mostFrequent(
       [&](const CQRGBPixel& color) { return isFar(background, color, kFarFromBackground); });
-  send<void>(scheme, "setPrimaryTextColor:"_sel, primary.opaque());
+  send(scheme, CQColorScheme::setPrimaryTextColor, primary.opaque());
 
   const FramePixel secondary = frame.mostFrequent([&](const CQRGBPixel& color) {
     return isFar(background, color, kFarFromBackground) &&
            isFar(primary.color(), color, kFarFromPrimary);
   });
   UIColor* text = secondary.opaque();
-  if (!send<bool>(this, "isSufficienteContrastBetweenBackground:andForground:"_sel, backgroundColor,
-                  text)) {
-    const bool isDark = varnix::Color::yComponentFromColor(backgroundColor) < 0.5F;
+  if (!send(self(), CQColorPicker::isSufficienteContrast, backgroundColor, text)) {
+    const bool isDark = yComponent(backgroundColor) < 0.5F;
     text = isDark ? UIColor::whiteColor() : UIColor::blackColor();
   }
-  send<void>(scheme, "setSecondaryTextColor:"_sel, text);
+  send(scheme, CQColorScheme::setSecondaryTextColor, text);
 }
 
-bool CQColorPicker::isSufficientContrast(UIColor* background, UIColor* foreground) {
-  using varnix::Color::yComponentFromColor;
-  const float brightness = yComponentFromColor(background) - yComponentFromColor(foreground);
+bool ColorPicker::isSufficientContrast(UIColor* background, UIColor* foreground) {
+  const float brightness = yComponent(background) - yComponent(foreground);
   if (__builtin_fabsf(brightness) * 255 < kBrightnessDifference) return false;
-  const Rgb a = varnix::Color::rgb(background);
-  const Rgb b = varnix::Color::rgb(foreground);
+  const Rgb a = Color::rgb(background);
+  const Rgb b = Color::rgb(foreground);
   const float color = __builtin_fabsf(a.red - b.red) + __builtin_fabsf(a.green - b.green) +
                       __builtin_fabsf(a.blue - b.blue);
   return color * 255 > kColorDifference;
 }
 
-UIColor* CQColorPicker::colorFromFrameFiltering(NSUInteger width, NSUInteger height, UIColor* color,
-                                                float tolerance) {
+UIColor* ColorPicker::colorFromFrameFiltering(NSUInteger width, NSUInteger height, UIColor* color,
+                                              float tolerance) {
   const CQRGBPixel filtered = wholeNumbers(color);
   const NSUInteger limit = squaredLimit(tolerance);
   return Frame(width, height)
@@ -91,3 +91,5 @@ UIColor* CQColorPicker::colorFromFrameFiltering(NSUInteger width, NSUInteger hei
       })
       .opaque();
 }
+
+}  // namespace varnix

@@ -5,25 +5,22 @@
 #include "objc/block.h"
 #include "platform/Foundation.h"
 
-struct ACAccountType : NSObject {};
+struct ACAccountType : objc::View<ACAccountType, NSObject> {};
 
-struct ACAccount : NSObject {
-  NSString* username() { return send<NSString*>(this, "username"_sel); }
+struct ACAccount : objc::View<ACAccount, NSObject> {
+  static constexpr Message<"username", NSString*()> username{};
 };
 
-struct ACAccountStore : NSObject {
-  ACAccountType* accountTypeWithAccountTypeIdentifier(NSString* identifier) {
-    return send<ACAccountType*>(this, "accountTypeWithAccountTypeIdentifier:"_sel, identifier);
-  }
+struct ACAccountStore : objc::View<ACAccountStore, NSObject> {
+  static constexpr Message<"accountTypeWithAccountTypeIdentifier:", ACAccountType*(NSString*)>
+      accountTypeWithAccountTypeIdentifier{};
   /// Asks the user where that was not done before. The handler is called on any thread.
-  void requestAccessToAccountsWithType(ACAccountType* type,
-                                       objc::Block<void(bool granted, NSError*)> handler) {
-    send<void>(this, "requestAccessToAccountsWithType:withCompletionHandler:"_sel, type, handler);
-  }
+  static constexpr Message<"requestAccessToAccountsWithType:withCompletionHandler:",
+                           void(ACAccountType*, objc::Block<void(bool granted, NSError*)>)>
+      requestAccessToAccountsWithType{};
   /// Nil without access.
-  NSArray* accountsWithAccountType(ACAccountType* type) {
-    return send<NSArray*>(this, "accountsWithAccountType:"_sel, type);
-  }
+  static constexpr Message<"accountsWithAccountType:", NSArray*(ACAccountType*)>
+      accountsWithAccountType{};
 };
 
 /// The value of the framework's constant.

@@ -3,12 +3,13 @@
 
 #include "platform/UIKit.h"
 
-struct ALApplicationList : NSObject {
+struct ALApplicationList : objc::View<ALApplicationList, NSObject> {
   /// May be nil.
-  static ALApplicationList* sharedApplicationList() {
-    return send<ALApplicationList*>(objc::classOf<ALApplicationList>(),
-                                    "sharedApplicationList"_sel);
-  }
+  static constexpr ClassMessage<"sharedApplicationList", ALApplicationList*()>
+      sharedApplicationList{};
+  /// Of that size in points; nil for an application without icon.
+  static constexpr Message<"iconOfSize:forDisplayIdentifier:", UIImage*(NSUInteger, NSString*)>
+      iconOfSize{};
 };
 
 /// In points.

@@ -3,5 +3,9 @@
 
 #include "platform/UIKit.h"
 
-struct CKColoredBalloonView : UIView {};
-struct CKGradientView : UIView {};
+struct CKColoredBalloonView : objc::View<CKColoredBalloonView, UIView> {};
+
+struct CKGradientView : objc::View<CKGradientView, UIView> {
+  /// From top to bottom.
+  static constexpr Message<"colors", NSArray*()> colors{};
+};

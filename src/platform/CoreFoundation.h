@@ -1,6 +1,7 @@
 // CoreFoundation: the Darwin notify centre and the log.
 #pragma once
 
+#include "objc/metadata.h"
 #include "platform/Foundation.h"
 
 // These types are bridged: a CFStringRef is an NSString*.
@@ -38,11 +39,12 @@ void CFNotificationCenterPostNotification(CFNotificationCenterRef center, CFStri
 using CFTypeRef = const void*;
 using CFTypeID = unsigned long;
 CFTypeID CFGetTypeID(CFTypeRef object);
-/// The type of the references between the objects of a keyed archive, and the index that one holds.
-CFTypeID _CFKeyedArchiverUIDGetTypeID();
-std::uint32_t _CFKeyedArchiverUIDGetValue(CFTypeRef uid);
 
+// Private: null on a system without them.
+/// The type of the references between the objects of a keyed archive, and the index that one holds.
+OBJC_WEAK CFTypeID _CFKeyedArchiverUIDGetTypeID();
+OBJC_WEAK std::uint32_t _CFKeyedArchiverUIDGetValue(CFTypeRef uid);
 /// Writes a line to the system log. The format may mix %s, %d and %@. Level 3 is an error.
-void CFLog(std::int32_t level, CFStringRef format, ...);
+OBJC_WEAK void CFLog(std::int32_t level, CFStringRef format, ...);
 }
 #pragma GCC visibility pop

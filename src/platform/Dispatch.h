@@ -2,16 +2,16 @@
 #pragma once
 
 #include "objc/block.h"
+#include "objc/object.h"
 
 /// A queue is an object: it is retained and released as one.
-struct dispatch_queue_s : NSObject {};
+struct dispatch_queue_s : objc::View<dispatch_queue_s, NSObject> {};
 using dispatch_queue_t = dispatch_queue_s*;
 struct dispatch_queue_attr_s;
 using dispatch_block_t = objc::Block<void()>;
 using dispatch_once_t = long;
 
-/// The number that the picker's queue has always asked for: the lowest of 2, 0 and -2.
-inline constexpr long DISPATCH_QUEUE_PRIORITY_BACKGROUND = -2;
+inline constexpr long DISPATCH_QUEUE_PRIORITY_LOW = -2;
 
 #pragma GCC visibility push(default)
 extern "C" {

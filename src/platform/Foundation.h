@@ -18,267 +18,215 @@ struct NSData;
 
 inline constexpr NSUInteger NSASCIIStringEncoding = 1;
 
-struct NSString : NSObject {
+struct NSString : objc::View<NSString, NSObject> {
   /// Nil for text that is not UTF-8.
-  static NSString* stringWithUTF8String(const char* text) {
-    return send<NSString*>(objc::classOf<NSString>(), "stringWithUTF8String:"_sel, text);
-  }
-  template <class... A>
-  static NSString* stringWithFormat(NSString* format, A... arguments) {
-    return objc::sendVariadic<NSString*>(objc::classOf<NSString>(), "stringWithFormat:"_sel, format,
-                                         arguments...);
-  }
+  static constexpr ClassMessage<"stringWithUTF8String:", NSString*(const char*)>
+      stringWithUTF8String{};
+  static constexpr ClassMessage<"stringWithFormat:", NSString*(NSString*, ...)> stringWithFormat{};
 
   /// In UTF-16 units.
-  NSUInteger length() { return send<NSUInteger>(this, "length"_sel); }
-  const char* UTF8String() { return send<const char*>(this, "UTF8String"_sel); }
+  static constexpr Message<"length", NSUInteger()> length{};
+  static constexpr Message<"UTF8String", const char*()> UTF8String{};
   /// Nil for bytes that the encoding does not have. The receiver comes from alloc.
-  NSString* initWithData(NSData* data, NSUInteger encoding) {
-    return send<NSString*>(this, "initWithData:encoding:"_sel, data, encoding);
-  }
-  NSString* stringByAppendingString(NSString* tail) {
-    return send<NSString*>(this, "stringByAppendingString:"_sel, tail);
-  }
-  bool isEqualToString(NSString* other) { return send<bool>(this, "isEqualToString:"_sel, other); }
-  NSString* lastPathComponent() { return send<NSString*>(this, "lastPathComponent"_sel); }
-  NSString* stringByDeletingPathExtension() {
-    return send<NSString*>(this, "stringByDeletingPathExtension"_sel);
-  }
+  static constexpr Message<"initWithData:encoding:", NSString*(NSData*, NSUInteger)> initWithData{};
+  static constexpr Message<"stringByAppendingString:", NSString*(NSString*)>
+      stringByAppendingString{};
+  static constexpr Message<"isEqualToString:", bool(NSString*)> isEqualToString{};
+  static constexpr Message<"lastPathComponent", NSString*()> lastPathComponent{};
+  static constexpr Message<"stringByDeletingPathExtension", NSString*()>
+      stringByDeletingPathExtension{};
+
+  // The reading of the leading text; 0 and NO where it has none.
+  static constexpr Message<"boolValue", bool()> boolValue{};
+  static constexpr Message<"intValue", int()> intValue{};
+  static constexpr Message<"integerValue", NSInteger()> integerValue{};
+  static constexpr Message<"floatValue", float()> floatValue{};
 };
 
-struct NSNumber : NSObject {
-  static NSNumber* numberWithBool(bool value) {
-    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithBool:"_sel, value);
-  }
-  static NSNumber* numberWithLongLong(long long value) {
-    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithLongLong:"_sel, value);
-  }
-  static NSNumber* numberWithDouble(double value) {
-    return send<NSNumber*>(objc::classOf<NSNumber>(), "numberWithDouble:"_sel, value);
-  }
+struct NSNumber : objc::View<NSNumber, NSObject> {
+  static constexpr ClassMessage<"numberWithBool:", NSNumber*(bool)> numberWithBool{};
+  static constexpr ClassMessage<"numberWithLongLong:", NSNumber*(long long)> numberWithLongLong{};
+  static constexpr ClassMessage<"numberWithDouble:", NSNumber*(double)> numberWithDouble{};
 
-  bool boolValue() { return send<bool>(this, "boolValue"_sel); }
-  int intValue() { return send<int>(this, "intValue"_sel); }
-  long long longLongValue() { return send<long long>(this, "longLongValue"_sel); }
-  float floatValue() { return send<float>(this, "floatValue"_sel); }
-  double doubleValue() { return send<double>(this, "doubleValue"_sel); }
+  static constexpr Message<"boolValue", bool()> boolValue{};
+  static constexpr Message<"intValue", int()> intValue{};
+  static constexpr Message<"integerValue", NSInteger()> integerValue{};
+  static constexpr Message<"longLongValue", long long()> longLongValue{};
+  static constexpr Message<"floatValue", float()> floatValue{};
+  static constexpr Message<"doubleValue", double()> doubleValue{};
+  /// The encoding of what it was made from; "c" for a boolean.
+  static constexpr Message<"objCType", const char*()> objCType{};
 };
 
-struct NSURL : NSObject {
+struct NSURL : objc::View<NSURL, NSObject> {
   /// Nil for text that is no URL: one with a blank or another character that must be escaped.
   /// Raises for nil.
-  static NSURL* URLWithString(NSString* text) {
-    return send<NSURL*>(objc::classOf<NSURL>(), "URLWithString:"_sel, text);
-  }
-  NSString* absoluteString() { return send<NSString*>(this, "absoluteString"_sel); }
+  static constexpr ClassMessage<"URLWithString:", NSURL*(NSString*)> URLWithString{};
+  static constexpr Message<"absoluteString", NSString*()> absoluteString{};
 };
 
-struct NSData : NSObject {
-  static NSData* dataWithBytes(const void* bytes, NSUInteger length) {
-    return send<NSData*>(objc::classOf<NSData>(), "dataWithBytes:length:"_sel, bytes, length);
-  }
+struct NSData : objc::View<NSData, NSObject> {
+  static constexpr ClassMessage<"dataWithBytes:length:", NSData*(const void*, NSUInteger)>
+      dataWithBytes{};
 
-  const void* bytes() { return send<const void*>(this, "bytes"_sel); }
-  NSUInteger length() { return send<NSUInteger>(this, "length"_sel); }
+  static constexpr Message<"bytes", const void*()> bytes{};
+  static constexpr Message<"length", NSUInteger()> length{};
 };
 
 /// Seconds since the first moment of 2001, GMT.
-struct NSDate : NSObject {
+struct NSDate : objc::View<NSDate, NSObject> {
   /// Now.
-  static NSDate* date() { return send<NSDate*>(objc::classOf<NSDate>(), "date"_sel); }
-  static NSDate* dateWithTimeIntervalSinceReferenceDate(double seconds) {
-    return send<NSDate*>(objc::classOf<NSDate>(), "dateWithTimeIntervalSinceReferenceDate:"_sel,
-                         seconds);
-  }
+  static constexpr ClassMessage<"date", NSDate*()> date{};
+  static constexpr ClassMessage<"dateWithTimeIntervalSinceReferenceDate:", NSDate*(double)>
+      dateWithTimeIntervalSinceReferenceDate{};
 
-  double timeIntervalSinceReferenceDate() {
-    return send<double>(this, "timeIntervalSinceReferenceDate"_sel);
-  }
+  static constexpr Message<"timeIntervalSinceReferenceDate", double()>
+      timeIntervalSinceReferenceDate{};
 };
 
-struct NSArray : NSObject {
-  static NSArray* arrayWithObjects(NSObject* const* objects, NSUInteger count) {
-    return send<NSArray*>(objc::classOf<NSArray>(), "arrayWithObjects:count:"_sel, objects, count);
-  }
+struct NSArray : objc::View<NSArray, NSObject> {
+  static constexpr ClassMessage<"arrayWithObjects:count:", NSArray*(NSObject* const*, NSUInteger)>
+      arrayWithObjects{};
 
-  NSUInteger count() { return send<NSUInteger>(this, "count"_sel); }
+  static constexpr Message<"count", NSUInteger()> count{};
+  /// Nil where it is empty.
+  static constexpr Message<"lastObject", NSObject*()> lastObject{};
   /// Raises beyond the end.
-  NSObject* objectAtIndex(NSUInteger index) {
-    return send<NSObject*>(this, "objectAtIndex:"_sel, index);
-  }
+  static constexpr Message<"objectAtIndex:", NSObject*(NSUInteger)> objectAtIndex{};
 };
 
-struct NSMutableArray : NSArray {
-  static NSMutableArray* array() {
-    return send<NSMutableArray*>(objc::classOf<NSMutableArray>(), "array"_sel);
-  }
+struct NSMutableArray : objc::View<NSMutableArray, NSArray> {
+  static constexpr ClassMessage<"array", NSMutableArray*()> array{};
 
   /// Raises for nil.
-  void addObject(NSObject* object) { send<void>(this, "addObject:"_sel, object); }
+  static constexpr Message<"addObject:", void(NSObject*)> addObject{};
 };
 
-struct NSDictionary : NSObject {
-  static NSDictionary* dictionaryWithObjectForKey(NSObject* object, NSString* key) {
-    return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithObject:forKey:"_sel,
-                               object, key);
-  }
+struct NSDictionary : objc::View<NSDictionary, NSObject> {
+  static constexpr ClassMessage<"dictionaryWithObject:forKey:", NSDictionary*(NSObject*, NSString*)>
+      dictionaryWithObjectForKey{};
   /// A nil ends the list, wherever it stands.
-  template <class... A>
-  static NSDictionary* dictionaryWithObjectsAndKeys(NSObject* first, A... rest) {
-    return objc::sendVariadic<NSDictionary*>(objc::classOf<NSDictionary>(),
-                                             "dictionaryWithObjectsAndKeys:"_sel, first, rest...);
-  }
+  static constexpr ClassMessage<"dictionaryWithObjectsAndKeys:", NSDictionary*(NSObject*, ...)>
+      dictionaryWithObjectsAndKeys{};
   /// Nil where the file is missing, is no property list or holds no dictionary on top.
-  static NSDictionary* dictionaryWithContentsOfFile(NSString* path) {
-    return send<NSDictionary*>(objc::classOf<NSDictionary>(), "dictionaryWithContentsOfFile:"_sel,
-                               path);
-  }
+  static constexpr ClassMessage<"dictionaryWithContentsOfFile:", NSDictionary*(NSString*)>
+      dictionaryWithContentsOfFile{};
 
-  NSUInteger count() { return send<NSUInteger>(this, "count"_sel); }
+  static constexpr Message<"count", NSUInteger()> count{};
   /// Nil for an absent or nil key.
-  NSObject* objectForKey(NSObject* key) { return send<NSObject*>(this, "objectForKey:"_sel, key); }
-  NSArray* allKeys() { return send<NSArray*>(this, "allKeys"_sel); }
+  static constexpr Message<"objectForKey:", NSObject*(NSObject*)> objectForKey{};
+  static constexpr Message<"allKeys", NSArray*()> allKeys{};
   /// As an XML property list. NO where the file cannot be written.
-  bool writeToFile(NSString* path, bool atomically) {
-    return send<bool>(this, "writeToFile:atomically:"_sel, path, atomically);
-  }
+  static constexpr Message<"writeToFile:atomically:", bool(NSString*, bool)> writeToFile{};
 };
 
-struct NSMutableDictionary : NSDictionary {
-  static NSMutableDictionary* dictionary() {
-    return send<NSMutableDictionary*>(objc::classOf<NSMutableDictionary>(), "dictionary"_sel);
-  }
+struct NSMutableDictionary : objc::View<NSMutableDictionary, NSDictionary> {
+  static constexpr ClassMessage<"dictionary", NSMutableDictionary*()> dictionary{};
 
-  static NSMutableDictionary* dictionaryWithCapacity(NSUInteger count) {
-    return send<NSMutableDictionary*>(objc::classOf<NSMutableDictionary>(),
-                                      "dictionaryWithCapacity:"_sel, count);
-  }
+  static constexpr ClassMessage<"dictionaryWithCapacity:", NSMutableDictionary*(NSUInteger)>
+      dictionaryWithCapacity{};
 
   /// Raises for a nil object or key.
-  void setObjectForKey(NSObject* object, NSObject* key) {
-    send<void>(this, "setObject:forKey:"_sel, object, key);
-  }
-  void removeObjectForKey(NSObject* key) { send<void>(this, "removeObjectForKey:"_sel, key); }
+  static constexpr Message<"setObject:forKey:", void(NSObject*, NSObject*)> setObjectForKey{};
+  static constexpr Message<"removeObjectForKey:", void(NSObject*)> removeObjectForKey{};
   /// The other's entries replace those of the same key.
-  void addEntriesFromDictionary(NSDictionary* other) {
-    send<void>(this, "addEntriesFromDictionary:"_sel, other);
-  }
+  static constexpr Message<"addEntriesFromDictionary:", void(NSDictionary*)>
+      addEntriesFromDictionary{};
 };
 
-struct NSBundle : NSObject {
-  static NSBundle* mainBundle() {
-    return send<NSBundle*>(objc::classOf<NSBundle>(), "mainBundle"_sel);
-  }
+struct NSBundle : objc::View<NSBundle, NSObject> {
+  static constexpr ClassMessage<"mainBundle", NSBundle*()> mainBundle{};
 
   /// Nil for a process that is no bundle.
-  NSString* bundleIdentifier() { return send<NSString*>(this, "bundleIdentifier"_sel); }
+  static constexpr Message<"bundleIdentifier", NSString*()> bundleIdentifier{};
 };
 
 /// Notifications inside this process.
-struct NSNotificationCenter : NSObject {
-  static NSNotificationCenter* defaultCenter() {
-    return send<NSNotificationCenter*>(objc::classOf<NSNotificationCenter>(), "defaultCenter"_sel);
-  }
+struct NSNotificationCenter : objc::View<NSNotificationCenter, NSObject> {
+  static constexpr ClassMessage<"defaultCenter", NSNotificationCenter*()> defaultCenter{};
 
   /// The observer is not kept alive. A nil object is any sender.
-  void addObserver(NSObject* observer, SEL selector, NSString* name, NSObject* object) {
-    send<void>(this, "addObserver:selector:name:object:"_sel, observer, selector, name, object);
-  }
+  static constexpr Message<"addObserver:selector:name:object:",
+                           void(NSObject*, SEL, NSString*, NSObject*)>
+      addObserver{};
   /// For all names.
-  void removeObserver(NSObject* observer) { send<void>(this, "removeObserver:"_sel, observer); }
+  static constexpr Message<"removeObserver:", void(NSObject*)> removeObserver{};
   /// To every observer, before it returns.
-  void postNotificationName(NSString* name, NSObject* object) {
-    send<void>(this, "postNotificationName:object:"_sel, name, object);
-  }
+  static constexpr Message<"postNotificationName:object:", void(NSString*, NSObject*)>
+      postNotificationName{};
 };
 
-struct NSThread : NSObject {
-  static bool isMainThread() { return send<bool>(objc::classOf<NSThread>(), "isMainThread"_sel); }
+struct NSThread : objc::View<NSThread, NSObject> {
+  static constexpr ClassMessage<"isMainThread", bool()> isMainThread{};
 };
 
-struct NSKeyedArchiver : NSObject {
+struct NSKeyedArchiver : objc::View<NSKeyedArchiver, NSObject> {
   /// A binary property list. Raises for an object that cannot be encoded.
-  static NSData* archivedDataWithRootObject(NSObject* root) {
-    return send<NSData*>(objc::classOf<NSKeyedArchiver>(), "archivedDataWithRootObject:"_sel, root);
-  }
+  static constexpr ClassMessage<"archivedDataWithRootObject:", NSData*(NSObject*)>
+      archivedDataWithRootObject{};
 };
 
-struct NSKeyedUnarchiver : NSObject {
+struct NSKeyedUnarchiver : objc::View<NSKeyedUnarchiver, NSObject> {
   /// Raises for data that is no archive, and for one of classes that the process lacks.
-  static NSObject* unarchiveObjectWithData(NSData* data) {
-    return send<NSObject*>(objc::classOf<NSKeyedUnarchiver>(), "unarchiveObjectWithData:"_sel,
-                           data);
-  }
+  static constexpr ClassMessage<"unarchiveObjectWithData:", NSObject*(NSData*)>
+      unarchiveObjectWithData{};
 };
 
-struct NSLocale : NSObject {
-  static NSLocale* localeWithLocaleIdentifier(NSString* identifier) {
-    return send<NSLocale*>(objc::classOf<NSLocale>(), "localeWithLocaleIdentifier:"_sel,
-                           identifier);
-  }
+struct NSLocale : objc::View<NSLocale, NSObject> {
+  static constexpr ClassMessage<"localeWithLocaleIdentifier:", NSLocale*(NSString*)>
+      localeWithLocaleIdentifier{};
 };
 
-struct NSTimeZone : NSObject {
-  static NSTimeZone* timeZoneForSecondsFromGMT(NSInteger seconds) {
-    return send<NSTimeZone*>(objc::classOf<NSTimeZone>(), "timeZoneForSecondsFromGMT:"_sel,
-                             seconds);
-  }
+struct NSTimeZone : objc::View<NSTimeZone, NSObject> {
+  static constexpr ClassMessage<"timeZoneForSecondsFromGMT:", NSTimeZone*(NSInteger)>
+      timeZoneForSecondsFromGMT{};
 };
 
 /// New ones have the user's locale, with its calendar, and the device's time zone.
-struct NSDateFormatter : NSObject {
-  void setLocale(NSLocale* locale) { send<void>(this, "setLocale:"_sel, locale); }
-  void setDateFormat(NSString* format) { send<void>(this, "setDateFormat:"_sel, format); }
-  void setTimeZone(NSTimeZone* zone) { send<void>(this, "setTimeZone:"_sel, zone); }
-  NSString* stringFromDate(NSDate* date) {
-    return send<NSString*>(this, "stringFromDate:"_sel, date);
-  }
+struct NSDateFormatter : objc::View<NSDateFormatter, NSObject> {
+  static constexpr Message<"setLocale:", void(NSLocale*)> setLocale{};
+  static constexpr Message<"setDateFormat:", void(NSString*)> setDateFormat{};
+  static constexpr Message<"setTimeZone:", void(NSTimeZone*)> setTimeZone{};
+  static constexpr Message<"stringFromDate:", NSString*(NSDate*)> stringFromDate{};
 };
 
-struct NSFileManager : NSObject {
-  static NSFileManager* defaultManager() {
-    return send<NSFileManager*>(objc::classOf<NSFileManager>(), "defaultManager"_sel);
-  }
-  bool isExecutableFileAtPath(NSString* path) {
-    return send<bool>(this, "isExecutableFileAtPath:"_sel, path);
-  }
+struct NSFileManager : objc::View<NSFileManager, NSObject> {
+  static constexpr ClassMessage<"defaultManager", NSFileManager*()> defaultManager{};
+  static constexpr Message<"isExecutableFileAtPath:", bool(NSString*)> isExecutableFileAtPath{};
 };
 
-struct NSFileHandle : NSObject {
+struct NSFileHandle : objc::View<NSFileHandle, NSObject> {
   /// Waits for the end.
-  NSData* readDataToEndOfFile() { return send<NSData*>(this, "readDataToEndOfFile"_sel); }
+  static constexpr Message<"readDataToEndOfFile", NSData*()> readDataToEndOfFile{};
 };
 
-struct NSPipe : NSObject {
-  static NSPipe* pipe() { return send<NSPipe*>(objc::classOf<NSPipe>(), "pipe"_sel); }
+struct NSPipe : objc::View<NSPipe, NSObject> {
+  static constexpr ClassMessage<"pipe", NSPipe*()> pipe{};
 
-  NSFileHandle* fileHandleForReading() {
-    return send<NSFileHandle*>(this, "fileHandleForReading"_sel);
-  }
+  static constexpr Message<"fileHandleForReading", NSFileHandle*()> fileHandleForReading{};
 };
 
 /// A child process, launched once.
-struct NSTask : NSObject {
-  void setLaunchPath(NSString* path) { send<void>(this, "setLaunchPath:"_sel, path); }
-  void setArguments(NSArray* arguments) { send<void>(this, "setArguments:"_sel, arguments); }
+struct NSTask : objc::View<NSTask, NSObject> {
+  static constexpr Message<"setLaunchPath:", void(NSString*)> setLaunchPath{};
+  static constexpr Message<"setArguments:", void(NSArray*)> setArguments{};
   /// A pipe's writing end is closed here once the child has it.
-  void setStandardOutput(NSObject* pipe) { send<void>(this, "setStandardOutput:"_sel, pipe); }
+  static constexpr Message<"setStandardOutput:", void(NSObject*)> setStandardOutput{};
   /// Raises where the file cannot be run.
-  void launch() { send<void>(this, "launch"_sel); }
+  static constexpr Message<"launch", void()> launch{};
 };
 
-struct NSError : NSObject {
-  NSInteger code() { return send<NSInteger>(this, "code"_sel); }
+struct NSError : objc::View<NSError, NSObject> {
+  static constexpr Message<"code", NSInteger()> code{};
 };
 
-struct NSPropertyListSerialization : NSObject {
+struct NSPropertyListSerialization : objc::View<NSPropertyListSerialization, NSObject> {
   /// The tree of a property list in any form; nil where it cannot be read. The references of a
   /// keyed archive are objects of CoreFoundation's own.
-  static NSObject* propertyListWithData(NSData* data) {
-    return send<NSObject*>(objc::classOf<NSPropertyListSerialization>(),
-                           "propertyListWithData:options:format:error:"_sel, data, NSUInteger{0},
-                           static_cast<NSUInteger*>(nullptr), static_cast<NSError**>(nullptr));
-  }
+  static constexpr ClassMessage<"propertyListWithData:options:format:error:",
+                                NSObject*(NSData*, NSUInteger options, NSUInteger* format,
+                                          NSError** error)>
+      propertyListWithData{};
 };
 
 #pragma GCC visibility push(default)

@@ -3,4 +3,7 @@
 
 #include "platform/UIKit.h"
 
-struct IGStringStyle : NSObject {};
+struct IGStringStyle : objc::View<IGStringStyle, NSObject> {
+  static constexpr Message<"linkColor", UIColor*()> linkColor{};
+  static constexpr Message<"setLinkColor:", void(UIColor*)> setLinkColor{};
+};

@@ -3,4 +3,12 @@
 
 #include "platform/UIKit.h"
 
-struct MPUNowPlayingController : NSObject {};
+struct MPUNowPlayingController : objc::View<MPUNowPlayingController, NSObject> {
+  /// Not kept alive.
+  static constexpr Message<"setDelegate:", void(NSObject*)> setDelegate{};
+  static constexpr Message<"startUpdating", void()> startUpdating{};
+  /// A byte of which the lowest bit counts.
+  static constexpr Message<"isPlaying", unsigned char()> isPlaying{};
+  /// Nil without a track, and for one without artwork.
+  static constexpr Message<"currentNowPlayingArtwork", UIImage*()> currentNowPlayingArtwork{};
+};

@@ -20,18 +20,16 @@ using GLuint = std::uint32_t;
 
 inline constexpr NSUInteger kEAGLRenderingAPIOpenGLES2 = 2;
 
-struct EAGLContext : NSObject {
+struct EAGLContext : objc::View<EAGLContext, NSObject> {
   /// Nil where there is no such API.
-  EAGLContext* initWithAPI(NSUInteger api) {
-    return send<EAGLContext*>(this, "initWithAPI:"_sel, api);
-  }
-  /// The context of the calling thread's GL calls from now on; it is kept alive. Nil for none.
-  static bool setCurrentContext(EAGLContext* context) {
-    return send<bool>(objc::classOf<EAGLContext>(), "setCurrentContext:"_sel, context);
-  }
+  static constexpr Message<"initWithAPI:", EAGLContext*(NSUInteger)> initWithAPI{};
+  /// The context of the calling thread's GL calls; nil for none.
+  static constexpr ClassMessage<"currentContext", EAGLContext*()> currentContext{};
+  /// It is kept alive while it is current. NO where that fails.
+  static constexpr ClassMessage<"setCurrentContext:", bool(EAGLContext*)> setCurrentContext{};
 };
 
-struct CAEAGLLayer : NSObject {};
+struct CAEAGLLayer : objc::View<CAEAGLLayer, NSObject> {};
 
 inline constexpr GLboolean GL_FALSE = 0;
 inline constexpr GLboolean GL_TRUE = 1;

@@ -6,17 +6,13 @@
 using PSCellType = NSInteger;
 inline constexpr PSCellType PSGroupCell = 0;
 
-struct PSSpecifier : NSObject {
-  static PSSpecifier* preferenceSpecifierNamed(NSString* name, NSObject* target, SEL set, SEL get,
-                                               Class detail, PSCellType cell, Class edit) {
-    return send<PSSpecifier*>(objc::classOf<PSSpecifier>(),
-                              "preferenceSpecifierNamed:target:set:get:detail:cell:edit:"_sel, name,
-                              target, set, get, detail, cell, edit);
-  }
+struct PSSpecifier : objc::View<PSSpecifier, NSObject> {
+  static constexpr ClassMessage<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
+                                PSSpecifier*(NSString*, NSObject*, SEL, SEL, Class, PSCellType,
+                                             Class)>
+      preferenceSpecifierNamed{};
 
-  NSMutableDictionary* properties() { return send<NSMutableDictionary*>(this, "properties"_sel); }
+  static constexpr Message<"properties", NSMutableDictionary*()> properties{};
   /// Raises for nil.
-  void setProperty(NSObject* value, NSString* key) {
-    send<void>(this, "setProperty:forKey:"_sel, value, key);
-  }
+  static constexpr Message<"setProperty:forKey:", void(NSObject*, NSString*)> setProperty{};
 };

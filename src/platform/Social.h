@@ -5,33 +5,29 @@
 #include "platform/Accounts.h"
 #include "platform/UIKit.h"
 
-struct NSHTTPURLResponse : NSObject {
-  NSInteger statusCode() { return send<NSInteger>(this, "statusCode"_sel); }
+struct NSHTTPURLResponse : objc::View<NSHTTPURLResponse, NSObject> {
+  static constexpr Message<"statusCode", NSInteger()> statusCode{};
 };
 
 inline constexpr NSInteger SLRequestMethodPOST = 1;
 
-struct SLRequest : NSObject {
-  static SLRequest* requestForServiceType(NSString* service, NSInteger method, NSURL* url,
-                                          NSDictionary* parameters) {
-    return send<SLRequest*>(objc::classOf<SLRequest>(),
-                            "requestForServiceType:requestMethod:URL:parameters:"_sel, service,
-                            method, url, parameters);
-  }
-  void setAccount(ACAccount* account) { send<void>(this, "setAccount:"_sel, account); }
+struct SLRequest : objc::View<SLRequest, NSObject> {
+  static constexpr ClassMessage<"requestForServiceType:requestMethod:URL:parameters:",
+                                SLRequest*(NSString*, NSInteger, NSURL*, NSDictionary*)>
+      requestForServiceType{};
+  static constexpr Message<"setAccount:", void(ACAccount*)> setAccount{};
   /// Returns at once; the handler is called on any thread. It may not be nil.
-  void performRequestWithHandler(objc::Block<void(NSData*, NSHTTPURLResponse*, NSError*)> handler) {
-    send<void>(this, "performRequestWithHandler:"_sel, handler);
-  }
+  static constexpr Message<"performRequestWithHandler:",
+                           void(objc::Block<void(NSData*, NSHTTPURLResponse*, NSError*)>)>
+      performRequestWithHandler{};
 };
 
-struct SLComposeViewController : UIViewController {
-  static SLComposeViewController* composeViewControllerForServiceType(NSString* service) {
-    return send<SLComposeViewController*>(objc::classOf<SLComposeViewController>(),
-                                          "composeViewControllerForServiceType:"_sel, service);
-  }
+struct SLComposeViewController : objc::View<SLComposeViewController, UIViewController> {
+  static constexpr ClassMessage<"composeViewControllerForServiceType:",
+                                SLComposeViewController*(NSString*)>
+      composeViewControllerForServiceType{};
   /// NO once the sheet has been presented.
-  bool setInitialText(NSString* text) { return send<bool>(this, "setInitialText:"_sel, text); }
+  static constexpr Message<"setInitialText:", bool(NSString*)> setInitialText{};
 };
 
 /// The value of the framework's constant.

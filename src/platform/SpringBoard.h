@@ -1,25 +1,67 @@
 // SpringBoard's private classes.
 #pragma once
 
+#include "objc/variable.h"
 #include "platform/UIKit.h"
 
 /// An application as SpringBoard knows it.
-struct SBApplication : NSObject {
-  NSString* displayIdentifier() { return send<NSString*>(this, "displayIdentifier"_sel); }
+struct SBApplication : objc::View<SBApplication, NSObject> {
+  static constexpr Message<"bundleIdentifier", NSString*()> bundleIdentifier{};
+  /// What earlier systems call it.
+  static constexpr Message<"displayIdentifier", NSString*()> displayIdentifier{};
 };
 
-struct SBControlCenterContentContainerView : UIView {};
-struct SBNotificationCenterViewController : NSObject {};
-struct SBFolderIconBackgroundView : UIView {};
-struct SBIconBlurryBackgroundView : UIView {};
-struct SBIconBadgeView : UIView {};
-struct SBIconAccessoryImage : NSObject {};
-struct SBHUDView : UIView {};
-
 /// SpringBoard's own application object.
-struct SpringBoard : UIApplication {
+struct SpringBoard : objc::View<SpringBoard, UIApplication> {
   /// The application in front, or nil on the home screen.
-  SBApplication* frontMostApplication() {
-    return send<SBApplication*>(this, "_accessibilityFrontMostApplication"_sel);
-  }
+  static constexpr Message<"_accessibilityFrontMostApplication", SBApplication*()>
+      frontMostApplication{};
+};
+
+struct SBControlCenterContentContainerView
+    : objc::View<SBControlCenterContentContainerView, UIView> {
+  static constexpr Message<"_accessibilityBackgroundContrastDidChange:", void(NSObject*)>
+      contrastDidChange{};
+  static constexpr Message<"controlCenterWillPresent", void()> willPresent{};
+  static constexpr Message<"_updateBackground", void()> updateBackground{};
+  static constexpr Message<"backdropView", UIView*()> backdropView{};
+  /// What lies behind the content where contrast is enhanced.
+  static constexpr objc::Variable<SBControlCenterContentContainerView,
+                                  "_accessibilityBackgroundView", UIView>
+      accessibilityBackgroundView{};
+};
+
+struct SBNotificationCenterViewController
+    : objc::View<SBNotificationCenterViewController, UIViewController> {
+  /// Nobody looks at what it answers, where it answers anything.
+  static constexpr Message<"hostWillPresent", NSObject*()> hostWillPresent{};
+  static constexpr Message<"_backgroundContrastDidChange:", void(NSObject*)> contrastDidChange{};
+  static constexpr Message<"backdropView", UIView*()> backdropView{};
+};
+
+/// What lies behind an icon with a blurred backing; a folder's derives from it.
+struct SBIconBlurryBackgroundView : objc::View<SBIconBlurryBackgroundView, UIView> {
+  static constexpr Message<"setWallpaperColor:phase:", void(CGColorRef, CGSize phase)>
+      setWallpaperColor{};
+  /// Not in every system.
+  static constexpr Message<"setWallpaperBackgroundRect:forContents:withFallbackColor:",
+                           void(CGRect, NSObject* contents, CGColorRef fallback)>
+      setWallpaperBackgroundRect{};
+};
+struct SBFolderIconBackgroundView
+    : objc::View<SBFolderIconBackgroundView, SBIconBlurryBackgroundView> {};
+
+/// An image that a pool hands out and takes back by its key.
+struct SBIconAccessoryImage : objc::View<SBIconAccessoryImage, UIImage> {
+  static constexpr Message<"initWithImage:", SBIconAccessoryImage*(UIImage*)> initWithImage{};
+  static constexpr Message<"countedMapKey", NSObject*()> countedMapKey{};
+  static constexpr Message<"setCountedMapKey:", void(NSObject*)> setCountedMapKey{};
+};
+struct SBIconBadgeView : objc::View<SBIconBadgeView, UIView> {
+  static constexpr ClassMessage<"_checkoutBackgroundImage", SBIconAccessoryImage*()>
+      checkoutBackgroundImage{};
+};
+
+struct SBHUDView : objc::View<SBHUDView, UIView> {
+  static constexpr objc::Variable<SBHUDView, "_backdropView", _UIBackdropView> backdropView{};
 };

@@ -2,84 +2,131 @@
 #pragma once
 
 #include "objc/block.h"
+#include "objc/metadata.h"
 #include "platform/CoreGraphics.h"
 #include "platform/Foundation.h"
 
-struct UIColor : NSObject {
-  static UIColor* colorWithRed(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-    return send<UIColor*>(objc::classOf<UIColor>(), "colorWithRed:green:blue:alpha:"_sel, red,
-                          green, blue, alpha);
-  }
+struct UIColor : objc::View<UIColor, NSObject> {
+  static constexpr ClassMessage<"colorWithRed:green:blue:alpha:",
+                                UIColor*(CGFloat, CGFloat, CGFloat, CGFloat)>
+      colorWithRed{};
 
-  static UIColor* colorWithHue(CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha) {
-    return send<UIColor*>(objc::classOf<UIColor>(), "colorWithHue:saturation:brightness:alpha:"_sel,
-                          hue, saturation, brightness, alpha);
-  }
-  /// Both in the grey colour space.
-  static UIColor* whiteColor() {
-    return send<UIColor*>(objc::classOf<UIColor>(), "whiteColor"_sel);
-  }
-  void set() { send<void>(this, "set"_sel); }
-  static UIColor* blackColor() {
-    return send<UIColor*>(objc::classOf<UIColor>(), "blackColor"_sel);
-  }
+  static constexpr ClassMessage<"colorWithHue:saturation:brightness:alpha:",
+                                UIColor*(CGFloat, CGFloat, CGFloat, CGFloat)>
+      colorWithHue{};
+  static constexpr ClassMessage<"yellowColor", UIColor*()> yellowColor{};
+  /// These two are in the grey colour space.
+  static constexpr ClassMessage<"whiteColor", UIColor*()> whiteColor{};
+  static constexpr ClassMessage<"blackColor", UIColor*()> blackColor{};
 
-  /// The library's own mark: the colour was handed out for an element.
-  void setIsVarnixColor(bool isOurs) { send<void>(this, "setIsVarnixColor:"_sel, isOurs); }
+  /// The fill and stroke colour of the current context.
+  static constexpr Message<"set", void()> set{};
+  /// As long as the colour lives.
+  static constexpr Message<"CGColor", CGColorRef()> CGColor{};
+  static constexpr Message<"colorWithAlphaComponent:", UIColor*(CGFloat)> colorWithAlphaComponent{};
+  /// Each 0 to 1; a null place is left out. NO, and nothing written, for a colour without
+  /// components.
+  static constexpr Message<"getHue:saturation:brightness:alpha:",
+                           bool(CGFloat*, CGFloat*, CGFloat*, CGFloat*)>
+      getHue{};
+  static constexpr Message<"getRed:green:blue:alpha:", bool(CGFloat*, CGFloat*, CGFloat*, CGFloat*)>
+      getRed{};
 };
 
-struct UIView : NSObject {
-  UIColor* tintColor() { return send<UIColor*>(this, "tintColor"_sel); }
-  void setTintColor(UIColor* color) { send<void>(this, "setTintColor:"_sel, color); }
-  void setOpaque(bool opaque) { send<void>(this, "setOpaque:"_sel, opaque); }
-  void setBackgroundColor(UIColor* color) { send<void>(this, "setBackgroundColor:"_sel, color); }
+struct UIView : objc::View<UIView, NSObject> {
+  static constexpr Message<"tintColor", UIColor*()> tintColor{};
+  static constexpr Message<"setTintColor:", void(UIColor*)> setTintColor{};
+  static constexpr Message<"initWithFrame:", UIView*(CGRect)> initWithFrame{};
+  static constexpr Message<"layoutSubviews", void()> layoutSubviews{};
+  static constexpr Message<"setOpaque:", void(bool)> setOpaque{};
+  static constexpr Message<"setAutoresizesSubviews:", void(bool)> setAutoresizesSubviews{};
+  static constexpr Message<"setBackgroundColor:", void(UIColor*)> setBackgroundColor{};
+  /// What new instances look like inside containers of that class; a nil ends the containers.
+  static constexpr ClassMessage<"appearanceWhenContainedIn:", NSObject*(Class, ...)>
+      appearanceWhenContainedIn{};
 };
 
 struct UINavigationItem;
-
-/// Its edgesForExtendedLayout (a UIRectEdge) is how far its page may reach below the bars.
-struct UIViewController : NSObject {
-  UIView* view() { return send<UIView*>(this, "view"_sel); }
-  UINavigationItem* navigationItem() { return send<UINavigationItem*>(this, "navigationItem"_sel); }
-  /// Raises for nil. The completion may be nil.
-  void presentViewController(UIViewController* controller, bool animated,
-                             objc::Block<void()> completion) {
-    send<void>(this, "presentViewController:animated:completion:"_sel, controller, animated,
-               completion);
-  }
-};
+struct UISplitViewController;
 
 using UIRectEdge = NSUInteger;
 inline constexpr UIRectEdge UIRectEdgeBottom = 4;
 
-/// viewControllers: the columns, the detail last.
-struct UISplitViewController : UIViewController {};
-/// visibleViewController: the page on screen.
-struct UINavigationController : UIViewController {};
-/// titleTextAttributes, barTintColor, tintColor: nil for the system's.
-struct UINavigationBar : UIView {};
-
-struct UISegment : UIView {};
-struct UISegmentedControl : UIView {};
-struct UISlider : UIView {};
-
-struct UISwitch : UIView {
-  void setOnTintColor(UIColor* color) { send<void>(this, "setOnTintColor:"_sel, color); }
+struct UIViewController : objc::View<UIViewController, NSObject> {
+  static constexpr Message<"initWithNibName:bundle:", UIViewController*(NSString*, NSBundle*)>
+      initWithNibName{};
+  static constexpr Message<"view", UIView*()> view{};
+  /// The one that it is in, near or far; nil for none.
+  static constexpr Message<"splitViewController", UISplitViewController*()> splitViewController{};
+  /// How far its page may reach below the bars.
+  static constexpr Message<"edgesForExtendedLayout", UIRectEdge()> edgesForExtendedLayout{};
+  static constexpr Message<"setEdgesForExtendedLayout:", void(UIRectEdge)>
+      setEdgesForExtendedLayout{};
+  static constexpr Message<"navigationItem", UINavigationItem*()> navigationItem{};
+  /// Raises for nil. The completion may be nil.
+  static constexpr Message<"presentViewController:animated:completion:",
+                           void(UIViewController*, bool, objc::Block<void()>)>
+      presentViewController{};
 };
 
-struct UIKeyboard : UIView {};
-struct UIKBRenderConfig : NSObject {};
-struct UIStatusBarNewUIStyleAttributes : NSObject {};
+struct UISplitViewController : objc::View<UISplitViewController, UIViewController> {
+  /// The columns, the detail last.
+  static constexpr Message<"viewControllers", NSArray*()> viewControllers{};
+};
 
-struct UIApplication : NSObject {
+struct UINavigationBar : objc::View<UINavigationBar, UIView> {
+  // Nil for the system's.
+  static constexpr Message<"setTitleTextAttributes:", void(NSDictionary*)> setTitleTextAttributes{};
+  static constexpr Message<"setBarTintColor:", void(UIColor*)> setBarTintColor{};
+};
+
+struct UINavigationController : objc::View<UINavigationController, UIViewController> {
+  static constexpr Message<"navigationBar", UINavigationBar*()> navigationBar{};
+  /// The page on screen.
+  static constexpr Message<"visibleViewController", UIViewController*()> visibleViewController{};
+};
+
+struct UISegment : objc::View<UISegment, UIView> {};
+struct UISegmentedControl : objc::View<UISegmentedControl, UIView> {};
+struct UISlider : objc::View<UISlider, UIView> {
+  static constexpr Message<"setMaximumTrackTintColor:", void(UIColor*)> setMaximumTrackTintColor{};
+};
+
+struct UISwitch : objc::View<UISwitch, UIView> {
+  static constexpr Message<"setOnTintColor:", void(UIColor*)> setOnTintColor{};
+};
+
+struct UIKeyboard : objc::View<UIKeyboard, UIView> {};
+struct UIKBRenderConfig : objc::View<UIKBRenderConfig, NSObject> {
+  static constexpr Message<"lightKeyboard", bool()> lightKeyboard{};
+};
+struct UIStatusBarNewUIStyleAttributes : objc::View<UIStatusBarNewUIStyleAttributes, NSObject> {
+  static constexpr Message<"initWithRequest:backgroundColor:foregroundColor:",
+                           UIStatusBarNewUIStyleAttributes*(NSObject* request, UIColor* background,
+                                                            UIColor* foreground)>
+      initWithRequest{};
+};
+
+/// What draws the blur behind a surface; its settings are replaced now and then.
+struct _UIBackdropViewSettings : objc::View<_UIBackdropViewSettings, NSObject> {
+  static constexpr Message<"setRequiresColorStatistics:", void(bool)> setRequiresColorStatistics{};
+  static constexpr Message<"setUsesColorTintView:", void(bool)> setUsesColorTintView{};
+  static constexpr Message<"setColorTint:", void(UIColor*)> setColorTint{};
+  static constexpr Message<"setColorTintAlpha:", void(CGFloat)> setColorTintAlpha{};
+  static constexpr Message<"setColorTintMaskAlpha:", void(CGFloat)> setColorTintMaskAlpha{};
+};
+struct _UIBackdropView : objc::View<_UIBackdropView, UIView> {
+  static constexpr Message<"inputSettings", _UIBackdropViewSettings*()> inputSettings{};
+};
+
+struct UIApplication : objc::View<UIApplication, NSObject> {
   /// Nil in a process that runs no application.
-  static UIApplication* sharedApplication() {
-    return send<UIApplication*>(objc::classOf<UIApplication>(), "sharedApplication"_sel);
-  }
+  static constexpr ClassMessage<"sharedApplication", UIApplication*()> sharedApplication{};
   /// Whether an installed application takes URLs of that scheme.
-  bool canOpenURL(NSURL* url) { return send<bool>(this, "canOpenURL:"_sel, url); }
+  static constexpr Message<"canOpenURL:", bool(NSURL*)> canOpenURL{};
   /// NO where no application takes the URL, and for nil.
-  bool openURL(NSURL* url) { return send<bool>(this, "openURL:"_sel, url); }
+  static constexpr Message<"openURL:", bool(NSURL*)> openURL{};
+  static constexpr Message<"applicationState", NSInteger()> applicationState{};
 };
 
 inline constexpr NSInteger UIApplicationStateBackground = 2;
@@ -89,59 +136,64 @@ struct UIEdgeInsets {
 };
 OBJC_STRUCT(UIEdgeInsets, CGFloat, CGFloat, CGFloat, CGFloat);
 
-struct UIImage : NSObject {
-  static UIImage* imageWithCGImage(CGImageRef image) {
-    return send<UIImage*>(objc::classOf<UIImage>(), "imageWithCGImage:"_sel, image);
-  }
+struct UIImage : objc::View<UIImage, NSObject> {
+  static constexpr ClassMessage<"imageWithCGImage:", UIImage*(CGImageRef)> imageWithCGImage{};
   /// PNG or JPEG, turned as its orientation says. Nil for anything else.
-  UIImage* initWithData(NSData* data) { return send<UIImage*>(this, "initWithData:"_sel, data); }
-  /// Stretched to the rectangle of the current image context, in points.
-  void drawInRect(CGRect rect) { send<void>(this, "drawInRect:"_sel, rect); }
+  static constexpr Message<"initWithData:", UIImage*(NSData*)> initWithData{};
+  /// In points, and pixels a point.
+  static constexpr Message<"size", CGSize()> size{};
+  static constexpr Message<"scale", CGFloat()> scale{};
+  /// As long as the image lives; nil for one without bitmap.
+  static constexpr Message<"CGImage", CGImageRef()> CGImage{};
+  static constexpr Message<"capInsets", UIEdgeInsets()> capInsets{};
+  static constexpr Message<"alignmentRectInsets", UIEdgeInsets()> alignmentRectInsets{};
+  static constexpr Message<"renderingMode", NSInteger()> renderingMode{};
+  // Copies that differ in one of these.
+  static constexpr Message<"resizableImageWithCapInsets:", UIImage*(UIEdgeInsets)>
+      resizableImageWithCapInsets{};
+  static constexpr Message<"imageWithAlignmentRectInsets:", UIImage*(UIEdgeInsets)>
+      imageWithAlignmentRectInsets{};
+  static constexpr Message<"imageWithRenderingMode:", UIImage*(NSInteger)> imageWithRenderingMode{};
+
+  // In the current image context, in points; the former stretches to the rectangle.
+  static constexpr Message<"drawInRect:", void(CGRect)> drawInRect{};
+  static constexpr Message<"drawAtPoint:", void(CGPoint)> drawAtPoint{};
 };
 
-struct UIBarButtonItem : NSObject {
+struct UIBarButtonItem : objc::View<UIBarButtonItem, NSObject> {
   /// The target is not kept alive.
-  UIBarButtonItem* initWithImage(UIImage* image, NSInteger style, NSObject* target, SEL action) {
-    return send<UIBarButtonItem*>(this, "initWithImage:style:target:action:"_sel, image, style,
-                                  target, action);
-  }
-  void setBackgroundImage(UIImage* image, NSUInteger state, NSInteger barMetrics) {
-    send<void>(this, "setBackgroundImage:forState:barMetrics:"_sel, image, state, barMetrics);
-  }
+  static constexpr Message<"initWithImage:style:target:action:",
+                           UIBarButtonItem*(UIImage*, NSInteger, NSObject*, SEL)>
+      initWithImage{};
+  static constexpr Message<"setBackgroundImage:forState:barMetrics:",
+                           void(UIImage*, NSUInteger, NSInteger)>
+      setBackgroundImage{};
 };
 
 inline constexpr NSInteger UIBarButtonItemStylePlain = 0;
 inline constexpr NSUInteger UIControlStateNormal = 0;
 inline constexpr NSInteger UIBarMetricsDefault = 0;
 
-struct UINavigationItem : NSObject {
-  UIBarButtonItem* rightBarButtonItem() {
-    return send<UIBarButtonItem*>(this, "rightBarButtonItem"_sel);
-  }
-  void setRightBarButtonItem(UIBarButtonItem* item) {
-    send<void>(this, "setRightBarButtonItem:"_sel, item);
-  }
+struct UINavigationItem : objc::View<UINavigationItem, NSObject> {
+  static constexpr Message<"rightBarButtonItem", UIBarButtonItem*()> rightBarButtonItem{};
+  static constexpr Message<"setRightBarButtonItem:", void(UIBarButtonItem*)>
+      setRightBarButtonItem{};
 };
 
 /// Used on the main thread. Does not keep its delegate alive.
-struct UIAlertView : UIView {
+struct UIAlertView : objc::View<UIAlertView, UIView> {
   /// A nil text is left out, a button too. More titles follow the first other button's; a nil ends
   /// them.
-  template <class... A>
-  UIAlertView* initWithTitle(NSString* title, NSString* message, NSObject* delegate,
-                             NSString* cancelTitle, NSString* firstOther, A... others) {
-    return objc::sendVariadic<UIAlertView*, NSString*, NSString*, NSObject*, NSString*, NSString*>(
-        this, "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:"_sel, title,
-        message, delegate, cancelTitle, firstOther, others...);
-  }
+  static constexpr Message<"initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:",
+                           UIAlertView*(NSString* title, NSString* message, NSObject* delegate,
+                                        NSString* cancelTitle, NSString* firstOther, ...)>
+      initWithTitle{};
   /// The new button's index.
-  NSInteger addButtonWithTitle(NSString* title) {
-    return send<NSInteger>(this, "addButtonWithTitle:"_sel, title);
-  }
-  NSInteger tag() { return send<NSInteger>(this, "tag"_sel); }
-  void setTag(NSInteger tag) { send<void>(this, "setTag:"_sel, tag); }
+  static constexpr Message<"addButtonWithTitle:", NSInteger(NSString*)> addButtonWithTitle{};
+  static constexpr Message<"tag", NSInteger()> tag{};
+  static constexpr Message<"setTag:", void(NSInteger)> setTag{};
   /// The screen keeps it alive until it is dismissed.
-  void show() { send<void>(this, "show"_sel); }
+  static constexpr Message<"show", void()> show{};
 };
 
 #pragma GCC visibility push(default)
@@ -157,8 +209,9 @@ UIImage* UIGraphicsGetImageFromCurrentImageContext();
 void UIGraphicsEndImageContext();
 /// Nil without one.
 CGContextRef UIGraphicsGetCurrentContext();
-/// Whether the user asks for backgrounds that are less see-through.
-bool _UIAccessibilityEnhanceBackgroundContrast();
+/// Whether the user asks for backgrounds that are less see-through: any byte but zero is yes.
+/// Private: null on a system without it.
+OBJC_WEAK unsigned char _UIAccessibilityEnhanceBackgroundContrast();
 /// Quality 0 to 1. The image's transparent parts are laid on white. Nil for an image without
 /// bitmap.
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);

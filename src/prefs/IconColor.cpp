@@ -1,6 +1,7 @@
 #include "prefs/IconColor.h"
 
 #include "color/ImportantColor.h"
+#include "objc/strong.h"
 #include "platform/AppList.h"
 #include "prefs/keyed_archive.h"
 
@@ -9,9 +10,7 @@ namespace varnix::Color {
 namespace {
 
 /// Asked of the manager anew each time; nil without one.
-VXPrefsManager* storeOf(VNXManager* manager) {
-  return send<VXPrefsManager*>(manager, "prefsMan"_sel);
-}
+VXPrefsManager* storeOf(VNXManager* manager) { return send(manager, VNXManager::prefsMan); }
 
 NSString* cacheKey(NSString* identifier) {
   return NSString::stringWithFormat("cached_icon_color_%@"_ns, identifier);
@@ -20,7 +19,7 @@ NSString* cacheKey(NSString* identifier) {
 NSObject* cachedColor(VNXManager* manager, NSString* identifier) {
   if (storeOf(manager) == nullptr) return nullptr;
   NSString* key = cacheKey(identifier);
-  auto entry = [&] { return send<NSObject*>(storeOf(manager), "objectForKey:"_sel, key); };
+  auto entry = [&] { return send(storeOf(manager), KTPrefsManager::objectForKey, key); };
   // Unarchiving raises for anything else, and there is nobody here to catch it.
   if (!isDecodableArchive(entry())) return nullptr;
   return NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry()));
@@ -30,15 +29,14 @@ void keepColor(UIColor* color, VNXManager* manager, NSString* identifier) {
   if (storeOf(manager) == nullptr || color == nullptr) return;
   NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(color);
   if (archive == nullptr) return;
-  send<void>(storeOf(manager), "setObject:forKey:"_sel, static_cast<NSObject*>(archive),
-             cacheKey(identifier));
-  send<void>(storeOf(manager), "save"_sel);
+  send(storeOf(manager), KTPrefsManager::setObject, archive, cacheKey(identifier));
+  send(storeOf(manager), KTPrefsManager::save);
 }
 
 /// Without the icon's alpha: its transparent corners become pixels like others.
 UIImage* opaqueCopy(UIImage* icon) {
   NSData* data = UIImageJPEGRepresentation(icon, 1);
-  return Strong<UIImage>::adopt(send<UIImage*>(objc::alloc<UIImage>(), "initWithData:"_sel, data))
+  return Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData, data))
       .autorelease();
 }
 
@@ -48,8 +46,7 @@ UIColor* IconColor(NSString* identifier, UIColor* fallback, VNXManager* manager)
   if (NSObject* cached = cachedColor(manager, identifier)) return static_cast<UIColor*>(cached);
 
   ALApplicationList* list = ALApplicationList::sharedApplicationList();
-  auto* icon = send<UIImage*>(list, "iconOfSize:forDisplayIdentifier:"_sel,
-                              ALApplicationIconSizeLarge, identifier);
+  UIImage* icon = send(list, ALApplicationList::iconOfSize, ALApplicationIconSizeLarge, identifier);
   if (identifier == nullptr || list == nullptr || icon == nullptr) return fallback;
 
   UIImage* image = opaqueCopy(icon);

@@ -1,40 +1,59 @@
-#include "prefs/KTPrefsManager.h"
+#include "prefs/KTPrefsManager_object.h"
 
-#include "objc/define.h"
 #include "platform/CoreFoundation.h"
 #include "prefs/value.h"
 
+namespace varnix {
+
+using objc::Accessors;
 using objc::Atomicity;
-using objc::Method;
-using objc::Property;
+using objc::Implements;
 using objc::Setter;
 using objc::Storage;
-using varnix::readable;
 
 namespace {
 
 // A table row is also the way to store past an accessor that another extension may have replaced.
 using NotificationCallback =
-    Property<"notificationCallback", &KTPrefsManager::_notificationCallback, Storage::assign,
-             Atomicity::atomic>;
+    Accessors<KTPrefsManager::notificationCallback, KTPrefsManager::setNotificationCallback,
+              &PrefsManager::_notificationCallback, Storage::assign, Atomicity::atomic>;
 using NotificationName =
-    Property<"notificationName", &KTPrefsManager::_notificationName, Storage::copy>;
-using CurrentPrefsImplementation =
-    Property<"currentPrefsImplementation", &KTPrefsManager::_currentPrefsImplementation>;
-using DefaultValues = Property<"defaultValues", &KTPrefsManager::_defaultValues, Storage::copy>;
-using PlistPath = Property<"plistPath", &KTPrefsManager::_plistPath, Storage::strong,
-                           Atomicity::nonatomic, Setter::custom>;
+    Accessors<KTPrefsManager::notificationName, KTPrefsManager::setNotificationName,
+              &PrefsManager::_notificationName, Storage::copy>;
+using CurrentPrefsImplementation = Accessors<KTPrefsManager::currentPrefsImplementation,
+                                             KTPrefsManager::setCurrentPrefsImplementation,
+                                             &PrefsManager::_currentPrefsImplementation>;
+using DefaultValues = Accessors<KTPrefsManager::defaultValues, KTPrefsManager::setDefaultValues,
+                                &PrefsManager::_defaultValues, Storage::copy>;
+using PlistPath =
+    Accessors<KTPrefsManager::plistPath, KTPrefsManager::setPlistPath, &PrefsManager::_plistPath,
+              Storage::strong, Atomicity::nonatomic, Setter::custom>;
 
 void notificationArrived(CFNotificationCenterRef, void* observer, CFStringRef, const void*,
                          CFDictionaryRef) {
-  send<void>(observer, "notificationReceived"_sel);
+  send(static_cast<KTPrefsManager*>(observer), KTPrefsManager::notificationReceived);
+}
+
+/// Changes a copy of the merged view and puts it in the view's place: another thread may be looking
+/// into the view itself.
+template <class Change>
+void changeView(PrefsManager& store, Change change) {
+  for (;;) {
+    const auto view = store._currentPrefsImplementation.read();
+    if (view == nullptr) return;
+    NSMutableDictionary* changed = NSMutableDictionary::dictionary();
+    send(changed, NSMutableDictionary::addEntriesFromDictionary, view);
+    change(changed);
+    if (store._currentPrefsImplementation.replaceIf(view, decltype(view)::retain(changed))) return;
+  }
 }
 
 }  // namespace
 
-KTPrefsManager* KTPrefsManager::initWithId(NSString* identifier, NSDictionary* defaults,
-                                           NSString* notification, Callback callback) {
-  sendSuper<KTPrefsManager*>(this, "init"_sel);
+KTPrefsManager* PrefsManager::initWithId(NSString* identifier, NSDictionary* defaults,
+                                         NSString* notification,
+                                         KTPrefsManager::Callback callback) {
+  objc::sendSuper<KTPrefsManager>(self(), NSObject::init);
   PlistPath::store(
       this, NSString::stringWithFormat("/var/mobile/Library/Preferences/%@.plist"_ns, identifier));
   DefaultValues::store(this, defaults);
@@ -45,114 +64,127 @@ KTPrefsManager* KTPrefsManager::initWithId(NSString* identifier, NSDictionary* d
                                     &notificationArrived, notification, nullptr,
                                     CFNotificationSuspensionBehavior::coalesce);
   }
-  send<void>(this, "updateCurrentImplementation"_sel);
-  return this;
+  send(self(), KTPrefsManager::updateCurrentImplementation);
+  return self();
 }
 
 // The path goes through its setter, which reloads once more: by then there are neither defaults
 // nor a path, so that it builds an empty view.
-void KTPrefsManager::dealloc() {
-  send<void>(this, "setDefaultValues:"_sel, static_cast<NSDictionary*>(nullptr));
-  send<void>(this, "setNotificationName:"_sel, static_cast<NSString*>(nullptr));
-  send<void>(this, "setPlistPath:"_sel, static_cast<NSString*>(nullptr));
-  send<void>(this, "setCurrentPrefsImplementation:"_sel,
-             static_cast<NSMutableDictionary*>(nullptr));
-  sendSuper<void>(this, "dealloc"_sel);
+void PrefsManager::dealloc() {
+  send(self(), KTPrefsManager::setDefaultValues, nullptr);
+  send(self(), KTPrefsManager::setNotificationName, nullptr);
+  send(self(), KTPrefsManager::setPlistPath, nullptr);
+  send(self(), KTPrefsManager::setCurrentPrefsImplementation, nullptr);
+  objc::sendSuper<KTPrefsManager>(self(), NSObject::dealloc);
 }
 
-NSString* KTPrefsManager::identifier() {
-  auto* name = send<NSString*>(_plistPath, "lastPathComponent"_sel);
-  return send<NSString*>(name, "stringByDeletingPathExtension"_sel);
+NSString* PrefsManager::identifier() {
+  NSString* name = send(_plistPath, NSString::lastPathComponent);
+  return send(name, NSString::stringByDeletingPathExtension);
 }
 
-void KTPrefsManager::setPlistPath(NSString* path) {
+void PrefsManager::setPlistPath(NSString* path) {
   PlistPath::store(this, path);
-  send<void>(this, "updateCurrentImplementation"_sel);
+  send(self(), KTPrefsManager::updateCurrentImplementation);
 }
 
-void KTPrefsManager::updateCurrentImplementation() {
+void PrefsManager::updateCurrentImplementation() {
   NSMutableDictionary* merged = NSMutableDictionary::dictionary();
-  merged->addEntriesFromDictionary(_defaultValues);
-  merged->addEntriesFromDictionary(NSDictionary::dictionaryWithContentsOfFile(_plistPath));
-  send<void>(this, "setCurrentPrefsImplementation:"_sel, merged);
+  send(merged, NSMutableDictionary::addEntriesFromDictionary, _defaultValues);
+  send(merged, NSMutableDictionary::addEntriesFromDictionary,
+       NSDictionary::dictionaryWithContentsOfFile(_plistPath));
+  send(self(), KTPrefsManager::setCurrentPrefsImplementation, merged);
 }
 
-void KTPrefsManager::notificationReceived() {
-  send<void>(this, "updateCurrentImplementation"_sel);
-  if (_notificationCallback != nullptr) (*_notificationCallback)(this);
+void PrefsManager::notificationReceived() {
+  send(self(), KTPrefsManager::updateCurrentImplementation);
+  if (_notificationCallback != nullptr) (*_notificationCallback)(self());
 }
 
-NSObject* KTPrefsManager::objectForKey(NSString* key) {
-  return send<NSObject*>(_currentPrefsImplementation, "objectForKey:"_sel, key);
+// The object is the caller's beyond the view's end.
+NSObject* PrefsManager::objectForKey(NSString* key) {
+  const auto view = _currentPrefsImplementation.read();
+  return Strong<NSObject>::retain(send(view, NSDictionary::objectForKey, key)).autorelease();
 }
 
-bool KTPrefsManager::boolForKey(NSString* key) {
-  return send<bool>(readable(objectForKey(key)), "boolValue"_sel);
+bool PrefsManager::boolForKey(NSString* key) {
+  return boolOf(send(self(), KTPrefsManager::objectForKey, key));
 }
 
-int KTPrefsManager::intForKey(NSString* key) {
-  return send<int>(readable(objectForKey(key)), "intValue"_sel);
+int PrefsManager::intForKey(NSString* key) {
+  return intOf(send(self(), KTPrefsManager::objectForKey, key));
 }
 
-float KTPrefsManager::floatForKey(NSString* key) {
-  return send<float>(readable(objectForKey(key)), "floatValue"_sel);
+float PrefsManager::floatForKey(NSString* key) {
+  return floatOf(send(self(), KTPrefsManager::objectForKey, key));
 }
 
-void KTPrefsManager::setObjectForKey(NSObject* object, NSString* key) {
-  send<void>(_currentPrefsImplementation, "setObject:forKey:"_sel, object, key);
+void PrefsManager::setObjectForKey(NSObject* object, NSString* key) {
+  changeView(*this, [&](NSMutableDictionary* view) {
+    send(view, NSMutableDictionary::setObjectForKey, object, key);
+  });
 }
 
-void KTPrefsManager::removeObjectForKey(NSString* key) {
-  send<void>(_currentPrefsImplementation, "removeObjectForKey:"_sel, key);
+void PrefsManager::removeObjectForKey(NSString* key) {
+  changeView(*this, [&](NSMutableDictionary* view) {
+    send(view, NSMutableDictionary::removeObjectForKey, key);
+  });
 }
 
 // In place, not through a temporary file: the file may be a link, and keeps its owner and mode.
-void KTPrefsManager::save() {
-  send<bool>(_currentPrefsImplementation, "writeToFile:atomically:"_sel, _plistPath.get(), false);
+void PrefsManager::save() {
+  send(_currentPrefsImplementation.read(), NSDictionary::writeToFile, _plistPath, false);
 }
 
-void KTPrefsManager::notifyEveryone() {
+void PrefsManager::notifyEveryone() {
   if (_notificationName == nullptr) return;
   CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(),
                                        _notificationName, nullptr, nullptr, true);
 }
 
-void KTPrefsManager::saveAndNotify() {
-  send<void>(this, "save"_sel);
-  send<void>(this, "notifyEveryone"_sel);
+void PrefsManager::saveAndNotify() {
+  send(self(), KTPrefsManager::save);
+  send(self(), KTPrefsManager::notifyEveryone);
 }
 
-NSObject* KTPrefsManager::readPreferenceValue(PSSpecifier* specifier) {
-  auto* properties = send<NSMutableDictionary*>(specifier, "properties"_sel);
-  auto* key = send<NSString*>(properties, "objectForKey:"_sel, "key"_ns);
-  if (NSObject* stored = objectForKey(key)) return stored;
-  return send<NSObject*>(properties, "objectForKey:"_sel, "default"_ns);
+NSObject* PrefsManager::readPreferenceValue(PSSpecifier* specifier) {
+  NSMutableDictionary* properties = send(specifier, PSSpecifier::properties);
+  auto* key = static_cast<NSString*>(send(properties, NSDictionary::objectForKey, "key"_ns));
+  if (NSObject* stored = send(self(), KTPrefsManager::objectForKey, key)) return stored;
+  return send(properties, NSDictionary::objectForKey, "default"_ns);
 }
 
-void KTPrefsManager::setPreferenceValue(NSObject* value, PSSpecifier* specifier) {
+void PrefsManager::setPreferenceValue(NSObject* value, PSSpecifier* specifier) {
   if (specifier == nullptr) return;
-  auto* key = send<NSString*>(specifier->properties(), "objectForKey:"_sel, "key"_ns);
-  send<void>(this, "setObject:forKey:"_sel, value, key);
-  send<void>(this, "saveAndNotify"_sel);
+  NSMutableDictionary* properties = send(specifier, PSSpecifier::properties);
+  auto* key = static_cast<NSString*>(send(properties, NSDictionary::objectForKey, "key"_ns));
+  send(self(), KTPrefsManager::setObject, value, key);
+  send(self(), KTPrefsManager::saveAndNotify);
 }
 
-OBJC_EXPORTED_CLASS(
-    KTPrefsManager, NSObject, NotificationCallback, NotificationName, CurrentPrefsImplementation,
-    DefaultValues, PlistPath,
-    Method<"initWithId:defaultValues:notification:notificationCallback:",
-           &KTPrefsManager::initWithId>,
-    Method<"dealloc", &KTPrefsManager::dealloc>, Method<"identifier", &KTPrefsManager::identifier>,
-    Method<"setPlistPath:", &KTPrefsManager::setPlistPath>,
-    Method<"updateCurrentImplementation", &KTPrefsManager::updateCurrentImplementation>,
-    Method<"notificationReceived", &KTPrefsManager::notificationReceived>,
-    Method<"objectForKey:", &KTPrefsManager::objectForKey>,
-    Method<"boolForKey:", &KTPrefsManager::boolForKey>,
-    Method<"intForKey:", &KTPrefsManager::intForKey>,
-    Method<"floatForKey:", &KTPrefsManager::floatForKey>,
-    Method<"setObject:forKey:", &KTPrefsManager::setObjectForKey>,
-    Method<"removeObjectForKey:", &KTPrefsManager::removeObjectForKey>,
-    Method<"save", &KTPrefsManager::save>,
-    Method<"notifyEveryone", &KTPrefsManager::notifyEveryone>,
-    Method<"saveAndNotify", &KTPrefsManager::saveAndNotify>,
-    Method<"readPreferenceValue:", &KTPrefsManager::readPreferenceValue>,
-    Method<"setPreferenceValue:specifier:", &KTPrefsManager::setPreferenceValue>)
+}  // namespace varnix
+
+OBJC_CLASS_NAMED(
+    KTPrefsManager, NSObject, varnix::PrefsManager, NSObject, varnix::NotificationCallback,
+    varnix::NotificationName, varnix::CurrentPrefsImplementation, varnix::DefaultValues,
+    varnix::PlistPath,
+    objc::Implements<KTPrefsManager::initWithId, &varnix::PrefsManager::initWithId>,
+    objc::Implements<NSObject::dealloc, &varnix::PrefsManager::dealloc>,
+    objc::Implements<KTPrefsManager::identifier, &varnix::PrefsManager::identifier>,
+    objc::Implements<KTPrefsManager::setPlistPath, &varnix::PrefsManager::setPlistPath>,
+    objc::Implements<KTPrefsManager::updateCurrentImplementation,
+                     &varnix::PrefsManager::updateCurrentImplementation>,
+    objc::Implements<KTPrefsManager::notificationReceived,
+                     &varnix::PrefsManager::notificationReceived>,
+    objc::Implements<KTPrefsManager::objectForKey, &varnix::PrefsManager::objectForKey>,
+    objc::Implements<KTPrefsManager::boolForKey, &varnix::PrefsManager::boolForKey>,
+    objc::Implements<KTPrefsManager::intForKey, &varnix::PrefsManager::intForKey>,
+    objc::Implements<KTPrefsManager::floatForKey, &varnix::PrefsManager::floatForKey>,
+    objc::Implements<KTPrefsManager::setObject, &varnix::PrefsManager::setObjectForKey>,
+    objc::Implements<KTPrefsManager::removeObject, &varnix::PrefsManager::removeObjectForKey>,
+    objc::Implements<KTPrefsManager::save, &varnix::PrefsManager::save>,
+    objc::Implements<KTPrefsManager::notifyEveryone, &varnix::PrefsManager::notifyEveryone>,
+    objc::Implements<KTPrefsManager::saveAndNotify, &varnix::PrefsManager::saveAndNotify>,
+    objc::Implements<KTPrefsManager::readPreferenceValue,
+                     &varnix::PrefsManager::readPreferenceValue>,
+    objc::Implements<KTPrefsManager::setPreferenceValue, &varnix::PrefsManager::setPreferenceValue>)

@@ -2,57 +2,67 @@
 #pragma once
 
 #include "objc/block.h"
-#include "objc/strong.h"
+#include "objc/own_class.h"
 #include "platform/Foundation.h"
 #include "platform/Preferences.h"
 
 /// Defaults overlaid by a property-list file, reloaded whenever a Darwin notification says that
-/// the file has changed. Used on the main thread; takes no lock.
-struct KTPrefsManager : NSObject {
+/// the file has changed. It is changed on the main thread; other threads may read meanwhile, and no
+/// lock is taken.
+struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   using Callback = objc::Block<void(KTPrefsManager*)>;
 
   /// A store for /var/mobile/Library/Preferences/IDENTIFIER.plist. Defaults may be nil. Without a
   /// notification name the store neither observes nor posts and the callback is ignored. The
   /// callback is not kept alive: its owner keeps it as long as the store lives.
-  KTPrefsManager* initWithId(NSString* identifier, NSDictionary* defaults, NSString* notification,
-                             Callback callback);
-  void dealloc();
+  static constexpr Message<"initWithId:defaultValues:notification:notificationCallback:",
+                           KTPrefsManager*(NSString* identifier, NSDictionary* defaults,
+                                           NSString* notification, Callback)>
+      initWithId{};
 
-  /// The file's name without folder and extension.
-  NSString* identifier();
+  static constexpr Message<"notificationCallback", Callback()> notificationCallback{};
+  static constexpr Message<"setNotificationCallback:", void(Callback)> setNotificationCallback{};
+  static constexpr Message<"notificationName", NSString*()> notificationName{};
+  static constexpr Message<"setNotificationName:", void(NSString*)> setNotificationName{};
+  /// The merged view. It is replaced as a whole, and never changes.
+  static constexpr Message<"currentPrefsImplementation", NSMutableDictionary*()>
+      currentPrefsImplementation{};
+  static constexpr Message<"setCurrentPrefsImplementation:", void(NSMutableDictionary*)>
+      setCurrentPrefsImplementation{};
+  static constexpr Message<"defaultValues", NSDictionary*()> defaultValues{};
+  static constexpr Message<"setDefaultValues:", void(NSDictionary*)> setDefaultValues{};
+  static constexpr Message<"plistPath", NSString*()> plistPath{};
   /// Keeps the path and reloads from it at once.
-  void setPlistPath(NSString* path);
+  static constexpr Message<"setPlistPath:", void(NSString*)> setPlistPath{};
+  /// The file's name without folder and extension.
+  static constexpr Message<"identifier", NSString*()> identifier{};
 
   /// Rebuilds the merged view; changes that were not saved are lost. A file that is missing or
   /// holds no dictionary contributes nothing.
-  void updateCurrentImplementation();
+  static constexpr Message<"updateCurrentImplementation", void()> updateCurrentImplementation{};
   /// What the notification does: reload, then the callback.
-  void notificationReceived();
+  static constexpr Message<"notificationReceived", void()> notificationReceived{};
 
   /// What is stored, of whatever kind; nil for none.
-  NSObject* objectForKey(NSString* key);
-  /// A value's reading; zero for none and for a value that is neither number nor string.
-  bool boolForKey(NSString* key);
-  int intForKey(NSString* key);
-  float floatForKey(NSString* key);
+  static constexpr Message<"objectForKey:", NSObject*(NSString*)> objectForKey{};
+  // A value's reading; zero for none and for a value that is neither number nor string.
+  static constexpr Message<"boolForKey:", bool(NSString*)> boolForKey{};
+  static constexpr Message<"intForKey:", int(NSString*)> intForKey{};
+  static constexpr Message<"floatForKey:", float(NSString*)> floatForKey{};
 
-  /// In memory only, until save.
-  void setObjectForKey(NSObject* object, NSString* key);
-  void removeObjectForKey(NSString* key);
+  // In memory only, until save.
+  static constexpr Message<"setObject:forKey:", void(NSObject*, NSString*)> setObject{};
+  static constexpr Message<"removeObjectForKey:", void(NSString*)> removeObject{};
 
   /// Writes the whole merged view, defaults included, in place. A failure is ignored.
-  void save();
-  void notifyEveryone();
-  void saveAndNotify();
+  static constexpr Message<"save", void()> save{};
+  static constexpr Message<"notifyEveryone", void()> notifyEveryone{};
+  static constexpr Message<"saveAndNotify", void()> saveAndNotify{};
 
   /// A pane's row: the value under its "key", else its "default".
-  NSObject* readPreferenceValue(PSSpecifier* specifier);
+  static constexpr Message<"readPreferenceValue:", NSObject*(PSSpecifier*)> readPreferenceValue{};
   /// Stores, saves and announces at once. Nothing happens for a nil specifier.
-  void setPreferenceValue(NSObject* value, PSSpecifier* specifier);
-
-  Callback _notificationCallback;
-  Strong<NSString> _notificationName;
-  Strong<NSMutableDictionary> _currentPrefsImplementation;
-  Strong<NSDictionary> _defaultValues;
-  Strong<NSString> _plistPath;
+  static constexpr Message<"setPreferenceValue:specifier:", void(NSObject*, PSSpecifier*)>
+      setPreferenceValue{};
 };
+OBJC_OWN_EXPORTED_CLASS(KTPrefsManager);

@@ -1,22 +1,17 @@
 #include "prefs/VNXManager.h"
 
-#include "objc/define.h"
+#include "color/marks.h"
+#include "objc/answers.h"
+#include "objc/implementation.h"
 #include "platform/SpringBoard.h"
 #include "prefs/IconColor.h"
 #include "prefs/color_string.h"
 #include "prefs/main_bundle.h"
 #include "prefs/value.h"
 
-using objc::Method;
-using objc::Property;
-using objc::Storage;
-using varnix::parseColor;
-using varnix::readable;
+namespace varnix {
 
 namespace {
-
-using PrefsMan = Property<"prefsMan", &VNXManager::_prefsMan>;
-using CachedIconColor = Property<"cachedIconColor", &VNXManager::_cachedIconColor, Storage::copy>;
 
 constexpr NSInteger kNotDyed = 1;
 constexpr NSInteger kOwnColor = 2;
@@ -28,146 +23,174 @@ NSString* defaultGlobalColor() { return "#de3027"_ns; }
 // Answers read the store at every question: there is nothing to do when the settings change.
 void settingsChanged(KTPrefsManager*) {}
 
-NSInteger integerOf(NSObject* value) {
-  return send<NSInteger>(readable(value), "integerValue"_sel);
-}
+struct Manager : objc::Implementation<VNXManager> {
+  NSObject* init();
+  void dealloc();
+  bool tweakEnabled();
+  bool appIsDisabled(NSString* identifier);
+  NSString* bundleId();
+  bool isSpringBoard();
+  NSString* getOpenAppId();
+  bool wantsIconColor();
+  bool useAlbumArt();
+  UIColor* dye();
+  NSInteger getEnabled(NSString* typeKey, bool inSpringBoardContext);
+  UIColor* getDyeColor(NSString* colorKey, NSString* fallback, SEL enabledOperation);
 
-}  // namespace
+  UIColor* plainGlobalColor() {
+    return parseColor(send(_prefsMan, KTPrefsManager::objectForKey, "global_color"_ns),
+                      defaultGlobalColor());
+  }
 
-VNXManager* VNXManager::init() {
-  sendSuper<VNXManager*>(this, "init"_sel);
+  Strong<VXPrefsManager> _prefsMan;
+  /// Asked for on any thread. The first one that is found stays.
+  Published<UIColor> _cachedIconColor;
+};
+
+using PrefsMan =
+    objc::Accessors<VNXManager::prefsMan, VNXManager::setPrefsMan, &Manager::_prefsMan>;
+using CachedIconColor = objc::Accessors<VNXManager::cachedIconColor, VNXManager::setCachedIconColor,
+                                        &Manager::_cachedIconColor, objc::Storage::copy>;
+
+/// An element: its type and its colour, under two keys. Its type is asked for the application in
+/// front where a surface of SpringBoard's lies over it.
+template <auto Enabled, auto Dye, objc::FixedString Key, bool FollowsOpenApp>
+struct Element {
+  static NSInteger enabled(VNXManager* self, SEL) {
+    return send(self, VNXManager::getEnabledForKey, objc::constantString<Key + "_color_type">(),
+                FollowsOpenApp);
+  }
+  static UIColor* dye(VNXManager* self, SEL) {
+    return send(self, VNXManager::getDyeColorWithKey, objc::constantString<Key + "_color">(),
+                "#FFFFFF"_ns, Enabled);
+  }
+
+  using InstanceMethods =
+      objc::List<objc::Implements<Enabled, &enabled>, objc::Implements<Dye, &dye>>;
+  using ClassMethods = objc::List<>;
+  using Ivars = objc::List<>;
+  using Properties = objc::List<>;
+};
+
+NSObject* Manager::init() {
+  objc::sendSuper<VNXManager>(self(), NSObject::init);
   NSDictionary* defaults =
       NSDictionary::dictionaryWithObjectForKey(NSNumber::numberWithBool(true), "enabled"_ns);
-  auto store = Strong<VXPrefsManager>::adopt(send<VXPrefsManager*>(
-      objc::alloc<VXPrefsManager>(),
-      "initWithId:defaultValues:notification:notificationCallback:"_sel,
-      "com.quillmarsh.varnix2"_ns, defaults, "com.quillmarsh.varnix2.changed"_ns,
-      objc::globalBlock<&settingsChanged>()));
-  send<void>(this, "setPrefsMan:"_sel, store.get());
+  auto store = Strong<KTPrefsManager>::adopt(
+      send(objc::alloc<VXPrefsManager>(), KTPrefsManager::initWithId, "com.quillmarsh.varnix2"_ns,
+           defaults, "com.quillmarsh.varnix2.changed"_ns, objc::globalBlock<&settingsChanged>()));
+  send(self(), VNXManager::setPrefsMan, static_cast<VXPrefsManager*>(store.get()));
   return this;
 }
 
-void VNXManager::dealloc() {
-  send<void>(this, "setPrefsMan:"_sel, static_cast<VXPrefsManager*>(nullptr));
-  send<void>(this, "setCachedIconColor:"_sel, static_cast<UIColor*>(nullptr));
-  sendSuper<void>(this, "dealloc"_sel);
+void Manager::dealloc() {
+  send(self(), VNXManager::setPrefsMan, nullptr);
+  send(self(), VNXManager::setCachedIconColor, nullptr);
+  objc::sendSuper<VNXManager>(self(), NSObject::dealloc);
 }
 
-bool VNXManager::tweakEnabled() {
-  NSObject* stored = send<NSObject*>(_prefsMan.get(), "objectForKey:"_sel, "enabled"_ns);
-  return readable(stored) == nullptr ||
-         send<bool>(_prefsMan.get(), "boolForKey:"_sel, "enabled"_ns);
+bool Manager::tweakEnabled() {
+  return !isReadable(send(_prefsMan, KTPrefsManager::objectForKey, "enabled"_ns)) ||
+         send(_prefsMan, KTPrefsManager::boolForKey, "enabled"_ns);
 }
 
-bool VNXManager::appIsDisabled(NSString* identifier) {
+bool Manager::appIsDisabled(NSString* identifier) {
   NSString* key = NSString::stringWithFormat("%@_enabled"_ns, identifier);
-  NSObject* stored = readable(send<NSObject*>(_prefsMan.get(), "objectForKey:"_sel, key));
-  return stored != nullptr && !send<bool>(stored, "boolValue"_sel);
+  NSObject* stored = send(_prefsMan, KTPrefsManager::objectForKey, key);
+  return isReadable(stored) && !boolOf(stored);
 }
 
-NSString* VNXManager::bundleId() { return varnix::mainBundleIdentifier(); }
+NSString* Manager::bundleId() { return mainBundleIdentifier(); }
 
-bool VNXManager::isSpringBoard() {
-  return send<bool>(bundleId(), "isEqualToString:"_sel, springBoardId());
+bool Manager::isSpringBoard() {
+  return send(send(self(), VNXManager::bundleId), NSString::isEqualToString, springBoardId());
 }
 
-NSString* VNXManager::getOpenAppId() {
-  // SpringBoard's alone has it.
-  auto* shared = UIApplication::sharedApplication();
-  if (shared == nullptr || !shared->respondsToSelector("_accessibilityFrontMostApplication"_sel))
-    return nullptr;
-  auto* application = send<SBApplication*>(shared, "_accessibilityFrontMostApplication"_sel);
-  if (application == nullptr) return nullptr;
-  // It says its identifier by one name or the other.
-  if (application->respondsToSelector("displayIdentifier"_sel))
-    return application->displayIdentifier();
-  if (!application->respondsToSelector("bundleIdentifier"_sel)) return nullptr;
-  return send<NSString*>(application, "bundleIdentifier"_sel);
+// What is in front says its identifier by one name or the other; without either it has none.
+NSString* Manager::getOpenAppId() {
+  auto* application = static_cast<SpringBoard*>(UIApplication::sharedApplication());
+  if (!objc::answers(application, SpringBoard::frontMostApplication)) return nullptr;
+  SBApplication* open = send(application, SpringBoard::frontMostApplication);
+  if (objc::answers(open, SBApplication::displayIdentifier))
+    return send(open, SBApplication::displayIdentifier);
+  if (objc::answers(open, SBApplication::bundleIdentifier))
+    return send(open, SBApplication::bundleIdentifier);
+  return nullptr;
 }
 
-bool VNXManager::wantsIconColor() {
-  return send<int>(_prefsMan.get(), "intForKey:"_sel, "global_color_type"_ns) == kIconColor;
+bool Manager::wantsIconColor() {
+  return send(_prefsMan, KTPrefsManager::intForKey, "global_color_type"_ns) == kIconColor;
 }
 
-bool VNXManager::useAlbumArt() {
-  NSObject* value = send<NSObject*>(_prefsMan.get(), "getPref:"_sel, "use_album_art"_ns);
-  return send<bool>(readable(value), "boolValue"_sel);
+bool Manager::useAlbumArt() {
+  return boolOf(send(_prefsMan, VXPrefsManager::getPref, "use_album_art"_ns));
 }
 
-UIColor* VNXManager::dye() {
-  if (!isSpringBoard() && integerOf(send<NSObject*>(_prefsMan.get(), "getPref:"_sel,
-                                                    "global_color_type"_ns)) == kIconColor) {
-    auto plainGlobalColor = [this] {
-      return parseColor(send<NSObject*>(_prefsMan.get(), "objectForKey:"_sel, "global_color"_ns),
-                        defaultGlobalColor());
-    };
-    // Never so here, where the process is not SpringBoard: the test stays as a guard.
-    if (_cachedIconColor == nullptr && isSpringBoard())
-      CachedIconColor::store(this, plainGlobalColor());
-    if (_cachedIconColor == nullptr) {
-      CachedIconColor::store(this, varnix::Color::IconColor(bundleId(), plainGlobalColor(), this));
-    }
-    return _cachedIconColor;
+UIColor* Manager::dye() {
+  if (send(self(), VNXManager::isSpringBoard) ||
+      integerOf(send(_prefsMan, VXPrefsManager::getPref, "global_color_type"_ns)) != kIconColor) {
+    return parseColor(send(_prefsMan, VXPrefsManager::getPref, "global_color"_ns),
+                      defaultGlobalColor());
   }
-  return parseColor(send<NSObject*>(_prefsMan.get(), "getPref:"_sel, "global_color"_ns),
-                    defaultGlobalColor());
+  auto remember = [this](UIColor* color) {
+    _cachedIconColor.replaceIf(
+        nullptr, Strong<UIColor>::adopt(static_cast<UIColor*>(send(color, NSObject::copy))));
+    return _cachedIconColor.read();
+  };
+  auto cached = _cachedIconColor.read();
+  // Never so here, where the process is not SpringBoard: the test stays as a guard.
+  if (cached == nullptr && send(self(), VNXManager::isSpringBoard))
+    cached = remember(plainGlobalColor());
+  if (cached == nullptr) {
+    cached =
+        remember(Color::IconColor(send(self(), VNXManager::bundleId), plainGlobalColor(), self()));
+  }
+  return cached.autorelease();
 }
 
-NSInteger VNXManager::getEnabled(NSString* typeKey, bool inSpringBoardContext) {
-  NSString* identifier = bundleId();
+NSInteger Manager::getEnabled(NSString* typeKey, bool inSpringBoardContext) {
+  NSString* identifier = send(self(), VNXManager::bundleId);
   if (inSpringBoardContext) {
-    if (NSString* open = getOpenAppId()) identifier = open;
+    if (NSString* open = send(self(), VNXManager::getOpenAppId)) identifier = open;
   }
-  return integerOf(send<NSObject*>(_prefsMan.get(), "getPref:ident:"_sel, typeKey, identifier));
+  return integerOf(send(_prefsMan, VXPrefsManager::getPrefIdent, typeKey, identifier));
 }
 
 // An own colour is read for this process even where the type was the open application's.
-UIColor* VNXManager::getDyeColor(NSString* colorKey, NSString* fallback, SEL enabledOperation) {
-  const auto type = objc::sendDynamic<NSInteger>(this, enabledOperation);
+UIColor* Manager::getDyeColor(NSString* colorKey, NSString* fallback, SEL enabledOperation) {
+  const auto type = objc::perform<NSInteger>(this, enabledOperation);
   if (type == kNotDyed) return nullptr;
-  UIColor* color =
-      type == kOwnColor
-          ? parseColor(send<NSObject*>(_prefsMan.get(), "getPref:"_sel, colorKey), fallback)
-          : send<UIColor*>(this, "dye"_sel);
-  if (auto* ours = objc::as<UIColor>(color)) ours->setIsVarnixColor(true);
+  UIColor* color = type == kOwnColor
+                       ? parseColor(send(_prefsMan, VXPrefsManager::getPref, colorKey), fallback)
+                       : send(self(), VNXManager::dye);
+  if (auto* ours = objc::as<UIColor>(color)) send(ours, Color::setIsVarnixColor, true);
   return color;
 }
 
-// The elements: what is dyed, its two settings, and whether its type is asked for the application
-// in front. Each becomes a pair of operations.
-#define VARNIX_ELEMENTS(ELEMENT)         \
-  ELEMENT(statusBar, "statusbar", false) \
-  ELEMENT(folder, "folder", false)       \
-  ELEMENT(cc, "cc", true)                \
-  ELEMENT(nc, "nc", true)                \
-  ELEMENT(sms, "sms", false)             \
-  ELEMENT(keyboard, "keyboard", false)   \
-  ELEMENT(vol, "volume", true)
+}  // namespace
+}  // namespace varnix
 
-#define VARNIX_ELEMENT_OPERATIONS(name, key, followsOpenApp)                           \
-  NSInteger VNXManager::name##Enabled() {                                              \
-    return send<NSInteger>(this, "_getEnabledForKey:sbContext:"_sel,                   \
-                           objc::constantString<key "_color_type">(), followsOpenApp); \
-  }                                                                                    \
-  UIColor* VNXManager::name##Dye() {                                                   \
-    return send<UIColor*>(this, "_getDyeColorWithKey:fallback:enabledSel:"_sel,        \
-                          objc::constantString<key "_color">(), "#FFFFFF"_ns,          \
-                          objc::Selector<#name "Enabled">::get());                     \
-  }
-VARNIX_ELEMENTS(VARNIX_ELEMENT_OPERATIONS)
+using objc::Implements;
+using varnix::Element;
+using varnix::Manager;
 
-#define VARNIX_ELEMENT_METHODS(name, key, followsOpenApp) \
-  , Method<#name "Enabled", &VNXManager::name##Enabled>, Method<#name "Dye", &VNXManager::name##Dye>
-
-OBJC_CLASS(VNXManager, NSObject, PrefsMan, CachedIconColor, Method<"init", &VNXManager::init>,
-           Method<"dealloc", &VNXManager::dealloc>,
-           Method<"tweakEnabled", &VNXManager::tweakEnabled>,
-           Method<"appIsDisabled:", &VNXManager::appIsDisabled>,
-           Method<"bundleId", &VNXManager::bundleId>,
-           Method<"isSpringBoard", &VNXManager::isSpringBoard>,
-           Method<"getOpenAppId", &VNXManager::getOpenAppId>,
-           Method<"wantsIconColor", &VNXManager::wantsIconColor>,
-           Method<"useAlbumArt", &VNXManager::useAlbumArt>, Method<"dye", &VNXManager::dye>,
-           Method<"_getEnabledForKey:sbContext:", &VNXManager::getEnabled>,
-           Method<"_getDyeColorWithKey:fallback:enabledSel:", &VNXManager::getDyeColor>
-               VARNIX_ELEMENTS(VARNIX_ELEMENT_METHODS))
+OBJC_PRIVATE_CLASS_NAMED(
+    VNXManager, NSObject, Manager, NSObject, varnix::PrefsMan, varnix::CachedIconColor,
+    Implements<NSObject::init, &Manager::init>, Implements<NSObject::dealloc, &Manager::dealloc>,
+    Implements<VNXManager::tweakEnabled, &Manager::tweakEnabled>,
+    Implements<VNXManager::appIsDisabled, &Manager::appIsDisabled>,
+    Implements<VNXManager::bundleId, &Manager::bundleId>,
+    Implements<VNXManager::isSpringBoard, &Manager::isSpringBoard>,
+    Implements<VNXManager::getOpenAppId, &Manager::getOpenAppId>,
+    Implements<VNXManager::wantsIconColor, &Manager::wantsIconColor>,
+    Implements<VNXManager::useAlbumArt, &Manager::useAlbumArt>,
+    Implements<VNXManager::dye, &Manager::dye>,
+    Implements<VNXManager::getEnabledForKey, &Manager::getEnabled>,
+    Implements<VNXManager::getDyeColorWithKey, &Manager::getDyeColor>,
+    Element<VNXManager::statusBarEnabled, VNXManager::statusBarDye, "statusbar", false>,
+    Element<VNXManager::folderEnabled, VNXManager::folderDye, "folder", false>,
+    Element<VNXManager::ccEnabled, VNXManager::ccDye, "cc", true>,
+    Element<VNXManager::ncEnabled, VNXManager::ncDye, "nc", true>,
+    Element<VNXManager::smsEnabled, VNXManager::smsDye, "sms", false>,
+    Element<VNXManager::keyboardEnabled, VNXManager::keyboardDye, "keyboard", false>,
+    Element<VNXManager::volEnabled, VNXManager::volDye, "volume", true>)

@@ -5,51 +5,55 @@
 #include "prefs/VXPrefsManager.h"
 
 /// One a process, made when the library is loaded and never released. It reads the store at every
-/// question, so that answers follow the settings at once. Main thread.
-struct VNXManager : NSObject {
-  VNXManager* init();
-  void dealloc();
+/// question, so that answers follow the settings at once. Questions may come from any thread.
+struct VNXManager : objc::View<VNXManager, NSObject> {
+  static constexpr Message<"prefsMan", VXPrefsManager*()> prefsMan{};
+  static constexpr Message<"setPrefsMan:", void(VXPrefsManager*)> setPrefsMan{};
+  /// This process's icon colour once it was asked for.
+  static constexpr Message<"cachedIconColor", UIColor*()> cachedIconColor{};
+  static constexpr Message<"setCachedIconColor:", void(UIColor*)> setCachedIconColor{};
 
   /// The master switch; yes where nothing is stored.
-  bool tweakEnabled();
+  static constexpr Message<"tweakEnabled", bool()> tweakEnabled{};
   /// Whether the settings exclude that application: only an explicit no does.
-  bool appIsDisabled(NSString* identifier);
+  static constexpr Message<"appIsDisabled:", bool(NSString* identifier)> appIsDisabled{};
   /// The main bundle's identifier, or nil.
-  NSString* bundleId();
-  bool isSpringBoard();
+  static constexpr Message<"bundleId", NSString*()> bundleId{};
+  static constexpr Message<"isSpringBoard", bool()> isSpringBoard{};
   /// SpringBoard: the frontmost application's identifier; nil on the home screen.
-  NSString* getOpenAppId();
+  static constexpr Message<"getOpenAppId", NSString*()> getOpenAppId{};
   /// Whether the plain global colour type asks for icon colours.
-  bool wantsIconColor();
+  static constexpr Message<"wantsIconColor", bool()> wantsIconColor{};
   /// Whether SpringBoard's surfaces follow the playing track's artwork.
-  bool useAlbumArt();
+  static constexpr Message<"useAlbumArt", bool()> useAlbumArt{};
 
   /// The colour of whatever follows the dye. Not marked as ours: elements do that.
-  UIColor* dye();
+  static constexpr Message<"dye", UIColor*()> dye{};
 
-  /// An element's colour type: 1 not dyed, 2 its own colour, anything else follows the dye.
-  NSInteger statusBarEnabled();
-  NSInteger folderEnabled();
-  NSInteger ccEnabled();
-  NSInteger ncEnabled();
-  NSInteger smsEnabled();
-  NSInteger keyboardEnabled();
-  NSInteger volEnabled();
+  // An element's colour type: 1 not dyed, 2 its own colour, anything else follows the dye.
+  static constexpr Message<"statusBarEnabled", NSInteger()> statusBarEnabled{};
+  static constexpr Message<"folderEnabled", NSInteger()> folderEnabled{};
+  static constexpr Message<"ccEnabled", NSInteger()> ccEnabled{};
+  static constexpr Message<"ncEnabled", NSInteger()> ncEnabled{};
+  static constexpr Message<"smsEnabled", NSInteger()> smsEnabled{};
+  static constexpr Message<"keyboardEnabled", NSInteger()> keyboardEnabled{};
+  static constexpr Message<"volEnabled", NSInteger()> volEnabled{};
 
-  /// An element's colour, marked as ours; nil where it is not dyed.
-  UIColor* statusBarDye();
-  UIColor* folderDye();
-  UIColor* ccDye();
-  UIColor* ncDye();
-  UIColor* smsDye();
-  UIColor* keyboardDye();
-  UIColor* volDye();
+  // An element's colour, marked as ours; nil where it is not dyed.
+  static constexpr Message<"statusBarDye", UIColor*()> statusBarDye{};
+  static constexpr Message<"folderDye", UIColor*()> folderDye{};
+  static constexpr Message<"ccDye", UIColor*()> ccDye{};
+  static constexpr Message<"ncDye", UIColor*()> ncDye{};
+  static constexpr Message<"smsDye", UIColor*()> smsDye{};
+  static constexpr Message<"keyboardDye", UIColor*()> keyboardDye{};
+  static constexpr Message<"volDye", UIColor*()> volDye{};
 
   /// The type under the key: for this process, or with the flag for the open application.
-  NSInteger getEnabled(NSString* typeKey, bool inSpringBoardContext);
+  static constexpr Message<"_getEnabledForKey:sbContext:", NSInteger(NSString* typeKey, bool)>
+      getEnabledForKey{};
   /// The colour that goes with the answer of one of the operations above.
-  UIColor* getDyeColor(NSString* colorKey, NSString* fallback, SEL enabledOperation);
-
-  Strong<VXPrefsManager> _prefsMan;
-  Strong<UIColor> _cachedIconColor;
+  static constexpr Message<"_getDyeColorWithKey:fallback:enabledSel:",
+                           UIColor*(NSString* colorKey, NSString* fallback, SEL enabledOperation)>
+      getDyeColorWithKey{};
 };
+OBJC_OWN_CLASS(VNXManager);

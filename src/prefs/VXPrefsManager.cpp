@@ -1,23 +1,32 @@
 #include "prefs/VXPrefsManager.h"
 
-#include "objc/define.h"
+#include "prefs/KTPrefsManager_object.h"
 #include "prefs/main_bundle.h"
 #include "prefs/scope_keys.h"
 #include "prefs/value.h"
 
-using objc::Method;
+namespace varnix {
 
-NSObject* VXPrefsManager::getPref(NSString* key) {
-  return getPrefIdent(key, varnix::mainBundleIdentifier());
-}
+namespace {
 
-NSObject* VXPrefsManager::getPrefIdent(NSString* key, NSString* identifier) {
-  const varnix::ScopeKeys keys = varnix::scopeKeys(identifier, key);
-  NSObject* scope = varnix::readable(objectForKey(keys.switchKey));
-  NSObject* own = varnix::readable(objectForKey(keys.overrideKey));
-  if (scope != nullptr && own != nullptr && send<bool>(scope, "boolValue"_sel)) return own;
-  return objectForKey(key);
-}
+struct ScopedPrefsManager : objc::Implementation<VXPrefsManager, PrefsManager> {
+  NSObject* getPref(NSString* key) {
+    return send(self(), VXPrefsManager::getPrefIdent, key, mainBundleIdentifier());
+  }
 
-OBJC_CLASS(VXPrefsManager, KTPrefsManager, Method<"getPref:", &VXPrefsManager::getPref>,
-           Method<"getPref:ident:", &VXPrefsManager::getPrefIdent>)
+  NSObject* getPrefIdent(NSString* key, NSString* identifier) {
+    const ScopeKeys keys = scopeKeys(identifier, key);
+    NSObject* scope = send(self(), KTPrefsManager::objectForKey, keys.switchKey);
+    NSObject* own = send(self(), KTPrefsManager::objectForKey, keys.overrideKey);
+    if (isReadable(own) && boolOf(scope)) return own;
+    return send(self(), KTPrefsManager::objectForKey, key);
+  }
+};
+
+}  // namespace
+}  // namespace varnix
+
+OBJC_PRIVATE_CLASS_NAMED(
+    VXPrefsManager, KTPrefsManager, varnix::ScopedPrefsManager, varnix::PrefsManager,
+    objc::Implements<VXPrefsManager::getPref, &varnix::ScopedPrefsManager::getPref>,
+    objc::Implements<VXPrefsManager::getPrefIdent, &varnix::ScopedPrefsManager::getPrefIdent>)

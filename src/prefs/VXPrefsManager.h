@@ -3,10 +3,12 @@
 
 #include "prefs/KTPrefsManager.h"
 
-struct VXPrefsManager : KTPrefsManager {
+struct VXPrefsManager : objc::View<VXPrefsManager, KTPrefsManager> {
   /// The key's value for the main bundle: its own "IDENTIFIER_KEY" where "IDENTIFIER_scope_enabled"
   /// is true, else the plain one; nil for none.
-  NSObject* getPref(NSString* key);
+  static constexpr Message<"getPref:", NSObject*(NSString*)> getPref{};
   /// The same for an application's identifier. Nil reads as "(null)".
-  NSObject* getPrefIdent(NSString* key, NSString* identifier);
+  static constexpr Message<"getPref:ident:", NSObject*(NSString* key, NSString* identifier)>
+      getPrefIdent{};
 };
+OBJC_OWN_CLASS(VXPrefsManager);

@@ -9,15 +9,15 @@ namespace {
 bool isFiniteNumber(NSObject* value) {
   auto* number = archivedNumber(value);
   if (number == nullptr) return false;
-  const float read = number->floatValue();
+  const float read = send(number, NSNumber::floatValue);
   return read - read == 0;  // infinity and what is no number give something else
 }
 
 bool isSmallInteger(NSObject* value) {
   auto* number = archivedNumber(value);
   if (number == nullptr) return false;
-  const char type = *send<const char*>(number, "objCType"_sel);
-  const long long read = number->longLongValue();
+  const char type = *send(number, NSNumber::objCType);
+  const long long read = send(number, NSNumber::longLongValue);
   return type != 'd' && type != 'f' && read >= 0 && read <= INT32_MAX;
 }
 
@@ -26,7 +26,7 @@ bool isData(NSObject* value) { return objc::as<NSData>(value) != nullptr; }
 template <NSUInteger N>
 bool areAbsentOr(bool (*isOfKind)(NSObject*), NSDictionary* fields, NSString* const (&keys)[N]) {
   for (NSString* key : keys) {
-    NSObject* value = fields->objectForKey(key);
+    NSObject* value = send(fields, NSDictionary::objectForKey, key);
     if (value != nullptr && !isOfKind(value)) return false;
   }
   return true;

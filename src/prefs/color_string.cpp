@@ -6,7 +6,7 @@ namespace varnix {
 
 UIColor* parseColor(NSObject* value, NSString* fallback) {
   auto* string = objc::as<NSString>(value);
-  const char* text = string == nullptr ? nullptr : string->UTF8String();
+  const char* text = send(string, NSString::UTF8String);
   Rgba color{};
   return parsedColor(readColor(text, color) ? string : nullptr, fallback);
 }

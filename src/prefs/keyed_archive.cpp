@@ -17,16 +17,22 @@ bool inherits(Class cls, Class from) {
   return cls != nullptr;
 }
 
+/// Whether the system can tell references.
+bool knowsReferences() {
+  return &_CFKeyedArchiverUIDGetTypeID != nullptr && &_CFKeyedArchiverUIDGetValue != nullptr;
+}
+
 /// The objects of an archive. References are followed as decoding follows them, each object once.
 class ArchivedObjects {
  public:
-  explicit ArchivedObjects(NSArray* objects) : objects_(objects), count_(objects->count()) {}
+  explicit ArchivedObjects(NSArray* objects)
+      : objects_(objects), count_(send(objects, NSArray::count)) {}
 
   /// Whether they are few enough, and the first of them stands for nil.
   bool canBeRead() const {
     if (count_ == 0 || count_ > kMaximumObjects) return false;
-    auto* first = objc::as<NSString>(objects_->objectAtIndex(0));
-    return first != nullptr && first->isEqualToString("$null"_ns);
+    auto* first = objc::as<NSString>(send(objects_, NSArray::objectAtIndex, 0));
+    return first != nullptr && send(first, NSString::isEqualToString, "$null"_ns);
   }
 
   /// Whether the value is a reference to nil or to an object that can be decoded.
@@ -36,7 +42,7 @@ class ArchivedObjects {
     if (index >= count_) return false;
     if (states_[index] != State::unseen) return states_[index] == State::sound;  // else a cycle
     states_[index] = State::open;
-    NSObject* object = objects_->objectAtIndex(index);
+    NSObject* object = send(objects_, NSArray::objectAtIndex, index);
     auto* fields = objc::as<NSDictionary>(object);
     const bool sound = fields == nullptr ? isPlainValue(object) : isSoundInstance(fields, depth);
     if (sound) states_[index] = State::sound;
@@ -54,10 +60,10 @@ class ArchivedObjects {
   }
 
   bool isSoundInstance(NSDictionary* fields, int depth) {
-    Class cls = decodableClass(fields->objectForKey("$class"_ns));
+    Class cls = decodableClass(send(fields, NSDictionary::objectForKey, "$class"_ns));
     if (cls == nullptr || !haveDecodableKinds(fields)) return false;
-    NSObject* keys = fields->objectForKey("NS.keys"_ns);
-    NSObject* objects = fields->objectForKey("NS.objects"_ns);
+    NSObject* keys = send(fields, NSDictionary::objectForKey, "NS.keys"_ns);
+    NSObject* objects = send(fields, NSDictionary::objectForKey, "NS.objects"_ns);
     const bool inPairs = keys != nullptr || inherits(cls, objc::classOf<NSDictionary>());
     return areSoundFields(fields, depth + 1) && isList(keys) && arePlain(keys) && isList(objects) &&
            (!inPairs || countOf(keys) == countOf(objects));
@@ -67,19 +73,20 @@ class ArchivedObjects {
   Class decodableClass(NSObject* reference) const {
     const NSUInteger index = indexOf(reference);
     if (index >= count_) return nullptr;
-    auto* description = objc::as<NSDictionary>(objects_->objectAtIndex(index));
+    auto* description = objc::as<NSDictionary>(send(objects_, NSArray::objectAtIndex, index));
     if (description == nullptr) return nullptr;
-    auto* name = objc::as<NSString>(description->objectForKey("$classname"_ns));
+    auto* name = objc::as<NSString>(send(description, NSDictionary::objectForKey, "$classname"_ns));
     if (name == nullptr) return nullptr;
-    Class cls = objc_getClass(name->UTF8String());
-    return class_respondsToSelector(cls, "initWithCoder:"_sel) ? cls : nullptr;
+    Class cls = objc_getClass(send(name, NSString::UTF8String));
+    return class_respondsToSelector(cls, NSObject::initWithCoder) ? cls : nullptr;
   }
 
   bool areSoundFields(NSDictionary* fields, int depth) {
-    NSArray* keys = fields->allKeys();
-    for (NSUInteger i = 0; i < keys->count(); ++i) {
-      NSObject* key = keys->objectAtIndex(i);
-      if (!key->isEqual("$class"_ns) && !isSoundValue(fields->objectForKey(key), depth))
+    NSArray* keys = send(fields, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      NSObject* key = send(keys, NSArray::objectAtIndex, i);
+      if (!send(key, NSObject::isEqual, "$class"_ns) &&
+          !isSoundValue(send(fields, NSDictionary::objectForKey, key), depth))
         return false;
     }
     return true;
@@ -91,8 +98,8 @@ class ArchivedObjects {
     if (auto* fields = objc::as<NSDictionary>(value)) return areSoundFields(fields, depth + 1);
     auto* list = objc::as<NSArray>(value);
     if (list == nullptr) return isSoundReference(value, depth);
-    for (NSUInteger i = 0; i < list->count(); ++i) {
-      if (!isSoundValue(list->objectAtIndex(i), depth + 1)) return false;
+    for (NSUInteger i = 0; i < send(list, NSArray::count); ++i) {
+      if (!isSoundValue(send(list, NSArray::objectAtIndex, i), depth + 1)) return false;
     }
     return true;
   }
@@ -102,8 +109,8 @@ class ArchivedObjects {
     if (value == nullptr) return true;
     auto* list = objc::as<NSArray>(value);
     if (list == nullptr) return false;
-    for (NSUInteger i = 0; i < list->count(); ++i) {
-      const NSUInteger index = indexOf(list->objectAtIndex(i));
+    for (NSUInteger i = 0; i < send(list, NSArray::count); ++i) {
+      const NSUInteger index = indexOf(send(list, NSArray::objectAtIndex, i));
       if (index == 0 || index >= count_) return false;
     }
     return true;
@@ -113,13 +120,15 @@ class ArchivedObjects {
   bool arePlain(NSObject* keys) const {
     const NSUInteger count = countOf(keys);
     for (NSUInteger i = 0; i < count; ++i) {
-      NSObject* key = send<NSObject*>(keys, "objectAtIndex:"_sel, i);
-      if (!isPlainValue(objects_->objectAtIndex(indexOf(key)))) return false;
+      NSObject* key = send(static_cast<NSArray*>(keys), NSArray::objectAtIndex, i);
+      if (!isPlainValue(send(objects_, NSArray::objectAtIndex, indexOf(key)))) return false;
     }
     return true;
   }
 
-  static NSUInteger countOf(NSObject* list) { return send<NSUInteger>(list, "count"_sel); }
+  static NSUInteger countOf(NSObject* list) {
+    return send(static_cast<NSArray*>(list), NSArray::count);
+  }
 
   NSArray* objects_;
   NSUInteger count_;
@@ -130,18 +139,21 @@ class ArchivedObjects {
 
 bool isDecodableArchive(NSObject* value) {
   auto* data = objc::as<NSData>(value);
-  if (data == nullptr) return false;
-  auto* archive = objc::as<NSDictionary>(NSPropertyListSerialization::propertyListWithData(data));
+  if (data == nullptr || !knowsReferences()) return false;
+  auto* archive = objc::as<NSDictionary>(
+      NSPropertyListSerialization::propertyListWithData(data, 0, nullptr, nullptr));
   if (archive == nullptr) return false;
-  auto* archiver = objc::as<NSString>(archive->objectForKey("$archiver"_ns));
-  auto* version = archivedNumber(archive->objectForKey("$version"_ns));
-  auto* top = objc::as<NSDictionary>(archive->objectForKey("$top"_ns));
-  auto* list = objc::as<NSArray>(archive->objectForKey("$objects"_ns));
+  auto* archiver = objc::as<NSString>(send(archive, NSDictionary::objectForKey, "$archiver"_ns));
+  auto* version = archivedNumber(send(archive, NSDictionary::objectForKey, "$version"_ns));
+  auto* top = objc::as<NSDictionary>(send(archive, NSDictionary::objectForKey, "$top"_ns));
+  auto* list = objc::as<NSArray>(send(archive, NSDictionary::objectForKey, "$objects"_ns));
   if (archiver == nullptr || version == nullptr || top == nullptr || list == nullptr) return false;
-  if (!archiver->isEqualToString("NSKeyedArchiver"_ns) || version->longLongValue() != kVersion)
+  if (!send(archiver, NSString::isEqualToString, "NSKeyedArchiver"_ns) ||
+      send(version, NSNumber::longLongValue) != kVersion)
     return false;
   ArchivedObjects objects(list);
-  return objects.canBeRead() && objects.isSoundReference(top->objectForKey("root"_ns), 0);
+  return objects.canBeRead() &&
+         objects.isSoundReference(send(top, NSDictionary::objectForKey, "root"_ns), 0);
 }
 
 }  // namespace varnix

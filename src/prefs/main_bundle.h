@@ -14,7 +14,7 @@ inline NSString* mainBundleIdentifier() {
     bundle = NSBundle::mainBundle();
     __atomic_store_n(&remembered, bundle, __ATOMIC_RELAXED);
   }
-  return send<NSString*>(bundle, "bundleIdentifier"_sel);
+  return send(bundle, NSBundle::bundleIdentifier);
 }
 
 }  // namespace varnix

@@ -65,7 +65,7 @@ UIColor* parsedColor(NSString* value, NSString* fallback) {
   if (LCPParseColorString != nullptr) return LCPParseColorString(value, fallback);
   for (NSString* string : {value, fallback}) {
     Rgba color{};
-    if (string == nullptr || !readColor(string->UTF8String(), color)) continue;
+    if (!readColor(send(string, NSString::UTF8String), color)) continue;
     return UIColor::colorWithRed(static_cast<CGFloat>(color.red), static_cast<CGFloat>(color.green),
                                  static_cast<CGFloat>(color.blue),
                                  static_cast<CGFloat>(color.alpha));

@@ -32,7 +32,7 @@ ScopeKeys format(NSString* identifier, NSString* key) {
 }
 
 /// A string that may change later gives another object when it is copied, and is never met again.
-NSString* copyOf(NSString* string) { return send<NSString*>(string, "copy"_sel); }
+NSString* copyOf(NSString* string) { return static_cast<NSString*>(send(string, NSObject::copy)); }
 
 }  // namespace
 

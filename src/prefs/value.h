@@ -5,11 +5,34 @@
 
 namespace varnix {
 
-/// The value if it is a number or a string, else nil: nothing else has a boolean or integer
-/// reading, and asking would raise.
-inline NSObject* readable(NSObject* value) {
-  if (objc::as<NSNumber>(value) != nullptr || objc::as<NSString>(value) != nullptr) return value;
-  return nullptr;
+/// Whether a stored value has a reading. Only a number and a string have one; asking anything else
+/// would raise.
+inline bool isReadable(NSObject* value) {
+  return objc::as<NSNumber>(value) != nullptr || objc::as<NSString>(value) != nullptr;
+}
+
+namespace detail {
+
+template <auto OfNumber, auto OfString>
+auto reading(NSObject* value) {
+  if (auto* number = objc::as<NSNumber>(value)) return send(number, OfNumber);
+  return send(objc::as<NSString>(value), OfString);
+}
+
+}  // namespace detail
+
+// The readings of a stored value; zero and no for one without.
+inline bool boolOf(NSObject* value) {
+  return detail::reading<NSNumber::boolValue, NSString::boolValue>(value);
+}
+inline int intOf(NSObject* value) {
+  return detail::reading<NSNumber::intValue, NSString::intValue>(value);
+}
+inline NSInteger integerOf(NSObject* value) {
+  return detail::reading<NSNumber::integerValue, NSString::integerValue>(value);
+}
+inline float floatOf(NSObject* value) {
+  return detail::reading<NSNumber::floatValue, NSString::floatValue>(value);
 }
 
 }  // namespace varnix

@@ -15,6 +15,7 @@
 #include "objc/hook.h"
 #include "platform/CoreGraphics.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -152,39 +153,46 @@ void superSends() {
   }
 }
 
-objc::Hook<int(ArmSibling*)> numberSlot;
-objc::Hook<double(ArmSibling*, double, int, float)> scaledSlot;
-objc::Hook<CGRect(ArmSibling*, CGRect, CGFloat)> insetSlot;
-objc::Hook<Triple(ArmSibling*, long)> tripleSlot;
-objc::Hook<int(ArmSibling*, int, long, short, int, int, int, int, int)> sumSlot;
+constexpr objc::Message<ArmParent, "number", int()> kNumber;
+constexpr objc::Message<ArmParent, "scaled:times:plus:", double(double, int, float)> kScaled;
+constexpr objc::Message<ArmParent, "inset:by:", CGRect(CGRect, CGFloat)> kInset;
+constexpr objc::Message<ArmParent, "triple:", Triple(long)> kTriple;
+constexpr objc::Message<ArmParent, "sum::::::::", int(int, long, short, int, int, int, int, int)>
+    kSum;
+objc::Hook<kNumber, ArmSibling> numberSlot;
+objc::Hook<kScaled, ArmSibling> scaledSlot;
+objc::Hook<kInset, ArmSibling> insetSlot;
+objc::Hook<kTriple, ArmSibling> tripleSlot;
+objc::Hook<kSum, ArmSibling> sumSlot;
+
+int hookedNumber(ArmSibling* self, SEL command) { return 100 + numberSlot.original(self, command); }
+double hookedScaled(ArmSibling* self, SEL command, double by, int times, float plus) {
+  return 100 + scaledSlot.original(self, command, by, times, plus);
+}
+CGRect hookedInset(ArmSibling* self, SEL command, CGRect rect, CGFloat by) {
+  CGRect answer = insetSlot.original(self, command, rect, by);
+  answer.size.height = 99;
+  return answer;
+}
+Triple hookedTriple(ArmSibling* self, SEL command, long start) {
+  Triple answer = tripleSlot.original(self, command, start);
+  answer.a = -answer.a;
+  return answer;
+}
+int hookedSum(ArmSibling* self, SEL command, int a, long b, short c, int d, int e, int f, int g,
+              int h) {
+  return -sumSlot.original(self, command, a, b, c, d, e, f, g, h);
+}
 
 void hooks() {
   auto object = make<ArmSibling>();
   auto parent = make<ArmParent>();
   Class cls = object->isa;
-  numberSlot.install(cls, "number"_sel, [](ArmSibling* self, SEL command) {
-    return 100 + numberSlot.original(self, command);
-  });
-  scaledSlot.install(cls, "scaled:times:plus:"_sel,
-                     [](ArmSibling* self, SEL command, double by, int times, float plus) {
-                       return 100 + scaledSlot.original(self, command, by, times, plus);
-                     });
-  insetSlot.install(cls, "inset:by:"_sel,
-                    [](ArmSibling* self, SEL command, CGRect rect, CGFloat by) {
-                      CGRect answer = insetSlot.original(self, command, rect, by);
-                      answer.size.height = 99;
-                      return answer;
-                    });
-  tripleSlot.install(cls, "triple:"_sel, [](ArmSibling* self, SEL command, long start) {
-    Triple answer = tripleSlot.original(self, command, start);
-    answer.a = -answer.a;
-    return answer;
-  });
-  sumSlot.install(
-      cls, "sum::::::::"_sel,
-      [](ArmSibling* self, SEL command, int a, long b, short c, int d, int e, int f, int g, int h) {
-        return -sumSlot.original(self, command, a, b, c, d, e, f, g, h);
-      });
+  numberSlot.install<&hookedNumber>(cls, kNumber);
+  scaledSlot.install<&hookedScaled>(cls, kScaled);
+  insetSlot.install<&hookedInset>(cls, kInset);
+  tripleSlot.install<&hookedTriple>(cls, kTriple);
+  sumSlot.install<&hookedSum>(cls, kSum);
   for (int i = 0; i < 2; ++i) {
     EXPECT(send<int>(object, "number"_sel) == 107);
     EXPECT(send<int>(parent, "number"_sel) == 7);

@@ -7,6 +7,7 @@
 #include "objc/strong.h"
 #include "platform/CoreFoundation.h"
 #include "platform/UIKit.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -16,7 +17,8 @@ void show() {
   objc::AutoreleasePool pool;
   auto view = Strong<UIView>::adopt(send<UIView*>(objc::alloc<UIView>(), "init"_sel));
   CGFloat c[4] = {};
-  send<bool>(view->tintColor(), "getRed:green:blue:alpha:"_sel, &c[0], &c[1], &c[2], &c[3]);
+  send<bool>(send(view, UIView::tintColor), "getRed:green:blue:alpha:"_sel, &c[0], &c[1], &c[2],
+             &c[3]);
   std::printf("dye #%02x%02x%02x%02x\n", byteOf(c[0]), byteOf(c[1]), byteOf(c[2]), byteOf(c[3]));
   std::fflush(stdout);
 }

@@ -73,7 +73,9 @@ class Boundary : public test::Hosted {
   objc::AutoreleasePool pool_;
 };
 
-std::string textOf(NSObject* object) { return object->description()->UTF8String(); }
+std::string textOf(NSObject* object) {
+  return send(send(object, NSObject::description), NSString::UTF8String);
+}
 
 TEST_F(Boundary, VariadicFunctionsFindTheirArguments) {
   exported<void()>("probe_log")();
@@ -86,11 +88,12 @@ TEST_F(Boundary, FormatsFindTheirArguments) {
 
 TEST_F(Boundary, VariadicMessagesFindTheirArguments) {
   auto* dictionary = exported<NSDictionary*()>("probe_dictionary")();
-  ASSERT_EQ(dictionary->count(), 5u);
+  ASSERT_EQ(send(dictionary, NSDictionary::count), 5u);
   for (const char* pair : {"a1", "b2", "c3", "d4", "e5"})
-    EXPECT_EQ(textOf(dictionary->objectForKey(test::string(std::string(pair, 1).c_str()))),
+    EXPECT_EQ(textOf(send(dictionary, NSDictionary::objectForKey,
+                          test::string(std::string(pair, 1).c_str()))),
               pair + 1);
-  EXPECT_EQ(exported<NSDictionary*()>("probe_noDictionary")()->count(), 0u);
+  EXPECT_EQ(send(exported<NSDictionary*()>("probe_noDictionary")(), NSDictionary::count), 0u);
   auto* alert = exported<NSObject*()>("probe_alert")();
   ASSERT_EQ(send<NSInteger>(alert, "numberOfButtons"_sel), 4);
   const char* titles[] = {"cancel", "first", "second", "third"};

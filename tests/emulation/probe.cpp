@@ -36,24 +36,37 @@ EXPORTED NSDictionary* probe_noDictionary() {
 
 EXPORTED UIAlertView* probe_alert() {
   auto* made = objc::alloc<UIAlertView>();
-  return made->initWithTitle("title"_ns, "message"_ns, nullptr, "cancel"_ns, "first"_ns,
-                             "second"_ns, "third"_ns, static_cast<NSString*>(nullptr));
+  return send(made, UIAlertView::initWithTitle, "title"_ns, "message"_ns, nullptr, "cancel"_ns,
+              "first"_ns, "second"_ns, "third"_ns, static_cast<NSString*>(nullptr));
 }
 
 // --- small integers ------------------------------------------------------------------------------
 
-EXPORTED long probe_smallResult(NSObject* receiver, int index) {
+namespace {
+
+/// What the test's own classes answer.
+struct Small : objc::View<Small, NSObject> {
+  static constexpr Message<"flag", bool()> flag{};
+  static constexpr Message<"signedByte", signed char()> signedByte{};
+  static constexpr Message<"byte", unsigned char()> byte{};
+  static constexpr Message<"signedShort", short()> signedShort{};
+  static constexpr Message<"unsignedShort", unsigned short()> unsignedShort{};
+};
+
+}  // namespace
+
+EXPORTED long probe_smallResult(Small* receiver, int index) {
   switch (index) {
     case 0:
-      return send<bool>(receiver, "flag"_sel);
+      return send(receiver, Small::flag);
     case 1:
-      return send<signed char>(receiver, "signedByte"_sel);
+      return send(receiver, Small::signedByte);
     case 2:
-      return send<unsigned char>(receiver, "byte"_sel);
+      return send(receiver, Small::byte);
     case 3:
-      return send<short>(receiver, "signedShort"_sel);
+      return send(receiver, Small::signedShort);
     default:
-      return send<unsigned short>(receiver, "unsignedShort"_sel);
+      return send(receiver, Small::unsignedShort);
   }
 }
 
@@ -78,9 +91,39 @@ struct Probe : NSObject {
   CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
-objc::Hook<signed char(NSObject*, signed char)> negated;
-objc::Hook<signed char(NSObject*, signed char)> inherited;
-objc::Hook<double(NSObject*, int, double, int, long long)> wide;
+/// What the library and the test say to each other's objects.
+struct Said : objc::View<Said, NSObject> {
+  static constexpr Message<"negated:", signed char(signed char)> negated{};
+  static constexpr Message<"inherited:", signed char(signed char)> inherited{};
+  static constexpr Message<"call:", void(objc::Block<void(bool, signed char, NSObject*)>)> call{};
+  static constexpr Message<"packed::::::::::::",
+                           double(long, long, long, long, long, long, signed char, short, int, bool,
+                                  long, unsigned char)>
+      packed{};
+  static constexpr Message<"deep::::", long(long, long, long, long)> deep{};
+  static constexpr Message<"wide::::", double(int, double, int, long long)> wide{};
+  static constexpr Message<"wideRect:", CGRect(double)> wideRect{};
+  static constexpr Message<"callWide:", void(objc::Block<void(double, int, long long)>)> callWide{};
+  static constexpr Message<"moved:by:", CGRect(CGRect, CGFloat)> moved{};
+  static constexpr Message<"large:by:", ProbeLarge(ProbeLarge, long)> large{};
+};
+
+objc::Hook<Said::negated> negated;
+objc::Hook<Said::inherited> inherited;
+objc::Hook<Said::wide> wide;
+
+signed char negatedAndOne(Said* self, SEL command, signed char value) {
+  const long original = negated.original(self, command, value);
+  // A long sees whatever stands above the byte.
+  return static_cast<signed char>(original == -value ? value + 1 : 0);
+}
+signed char inheritedAndTwo(Said* self, SEL command, signed char value) {
+  const long original = inherited.original(self, command, value);
+  return static_cast<signed char>(original == -value ? value + 2 : 0);
+}
+double wideTwice(Said* self, SEL command, int a, double b, int c, long long d) {
+  return 2 * wide.original(self, command, a, b, c, d);
+}
 
 }  // namespace
 
@@ -92,15 +135,8 @@ OBJC_EXPORTED_CLASS(Probe, NSObject, objc::Method<"small:::::", &Probe::small>,
                     objc::Method<"wideRect:", &Probe::wideRect>)
 
 EXPORTED void probe_hook(Class cls) {
-  negated.install(cls, "negated:"_sel, [](NSObject* self, SEL command, signed char value) {
-    const long original = negated.original(self, command, value);
-    // A long sees whatever stands above the byte.
-    return static_cast<signed char>(original == -value ? value + 1 : 0);
-  });
-  inherited.install(cls, "inherited:"_sel, [](NSObject* self, SEL command, signed char value) {
-    const long original = inherited.original(self, command, value);
-    return static_cast<signed char>(original == -value ? value + 2 : 0);
-  });
+  negated.install<&negatedAndOne>(cls, Said::negated);
+  inherited.install<&inheritedAndTwo>(cls, Said::inherited);
 }
 
 EXPORTED void probe_addMethod(Class cls) {
@@ -108,15 +144,14 @@ EXPORTED void probe_addMethod(Class cls) {
   class_addMethod(cls, sel_registerName("added:"), reinterpret_cast<IMP>(added), "q@:c");
 }
 
-EXPORTED double probe_block(NSObject* receiver) {
+EXPORTED double probe_block(Said* receiver) {
   double sum = 0;
   auto block = objc::makeBlock<void(bool, signed char, NSObject*)>(
       [&sum](bool flag, signed char byte, NSObject* object) {
         sum += (flag ? 1000.0 : 0.0) + static_cast<double>(long{byte}) +
                (object == nullptr ? 0.5 : 0.25);
       });
-  send<void>(receiver, "call:"_sel,
-             static_cast<objc::Block<void(bool, signed char, NSObject*)>>(block));
+  send(receiver, Said::call, block);
   return sum;
 }
 
@@ -126,10 +161,8 @@ EXPORTED long probe_responds(Class cls, SEL selector) {
 
 // --- stack arguments -----------------------------------------------------------------------------
 
-EXPORTED double probe_packed(NSObject* receiver) {
-  return send<double>(receiver, "packed::::::::::::"_sel, 1L, 2L, 3L, 4L, 5L, 6L,
-                      static_cast<signed char>(-7), static_cast<short>(8), 9, true, 11L,
-                      static_cast<unsigned char>(12));
+EXPORTED double probe_packed(Said* receiver) {
+  return send(receiver, Said::packed, 1, 2, 3, 4, 5, 6, -7, 8, 9, true, 11, 12);
 }
 
 EXPORTED void probe_image(CGColorSpaceRef space, CGDataProviderRef provider) {
@@ -139,61 +172,52 @@ EXPORTED void probe_image(CGColorSpaceRef space, CGDataProviderRef provider) {
 }
 
 /// With stacks of four depths.
-EXPORTED long probe_depths(NSObject* receiver) {
+EXPORTED long probe_depths(Said* receiver) {
   long sum = 0;
   for (int words = 0; words < 4; ++words) {
     auto* room = static_cast<volatile char*>(__builtin_alloca(4 * words + 4));
     room[0] = 1;
-    sum += send<long>(receiver, "deep::::"_sel, 1L, 2L, 3L, 4L) + room[0];
+    sum += send(receiver, Said::deep, 1, 2, 3, 4) + room[0];
   }
   return sum;
 }
 
 // --- numbers of 64 bits --------------------------------------------------------------------------
 
-EXPORTED double probe_wide(NSObject* receiver) {
-  return send<double>(receiver, "wide::::"_sel, 1, 2.5, 3, 4LL);
-}
+EXPORTED double probe_wide(Said* receiver) { return send(receiver, Said::wide, 1, 2.5, 3, 4); }
 
-EXPORTED double probe_wideOfSuper(NSObject* receiver) {
+EXPORTED double probe_wideOfSuper(Said* receiver) {
   objc_super target{receiver, class_getSuperclass(object_getClass(receiver))};
   auto entry = reinterpret_cast<double (*)(objc_super*, SEL, int, double, int, long long)>(
       &objc_msgSendSuper);
-  return entry(&target, "wide::::"_sel, 1, 2.5, 3, 4);
+  return entry(&target, Said::wide, 1, 2.5, 3, 4);
 }
 
-EXPORTED double probe_wideRect(NSObject* receiver) {
-  return send<CGRect>(receiver, "wideRect:"_sel, 4.5).size.height;
+EXPORTED double probe_wideRect(Said* receiver) {
+  return send(receiver, Said::wideRect, 4.5).size.height;
 }
 
-EXPORTED void probe_hookWide(Class cls) {
-  wide.install(cls, "wide::::"_sel,
-               [](NSObject* self, SEL command, int a, double b, int c, long long d) {
-                 return 2 * wide.original(self, command, a, b, c, d);
-               });
-}
+EXPORTED void probe_hookWide(Class cls) { wide.install<&wideTwice>(cls, Said::wide); }
 
 EXPORTED void probe_addWide(Class cls) {
   auto added = +[](NSObject*, SEL, int a, double b) { return a + b; };
   class_addMethod(cls, sel_registerName("added::"), reinterpret_cast<IMP>(added), "d@:id");
 }
 
-EXPORTED double probe_wideBlock(NSObject* receiver) {
+EXPORTED double probe_wideBlock(Said* receiver) {
   double sum = 0;
   auto block = objc::makeBlock<void(double, int, long long)>(
       [&sum](double a, int b, long long c) { sum += a + 10 * b + 100 * static_cast<double>(c); });
-  send<void>(receiver, "callWide:"_sel,
-             static_cast<objc::Block<void(double, int, long long)>>(block));
+  send(receiver, Said::callWide, block);
   return sum;
 }
 
 // --- structures ----------------------------------------------------------------------------------
 
-EXPORTED double probe_structures(NSObject* receiver) {
-  const auto rect = send<CGRect>(receiver, "moved:by:"_sel, CGRect{{1, 2}, {3, 4}}, CGFloat{10});
-  const auto large = send<ProbeLarge>(receiver, "large:by:"_sel, ProbeLarge{1, 2, 3}, 20L);
-  const auto none =
-      send<CGRect>(static_cast<NSObject*>(nullptr), "moved:by:"_sel, rect, CGFloat{1});
+EXPORTED double probe_structures(Said* receiver) {
+  const CGRect rect = send(receiver, Said::moved, {{1, 2}, {3, 4}}, 10);
+  const ProbeLarge large = send(receiver, Said::large, {1, 2, 3}, 20);
+  const CGRect none = send(nullptr, Said::moved, rect, 1);
   return rect.origin.x + 100 * rect.size.height + 10000.0 * static_cast<double>(large.c) +
          none.origin.x + none.size.height;
 }

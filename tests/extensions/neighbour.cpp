@@ -16,27 +16,30 @@ extern "C" {
 
 namespace {
 
-constinit objc::Hook<UIColor*(UIView*)> viewTint;
-constinit objc::Hook<UIColor*(UIView*)> sliderTint;
-constinit objc::Hook<void(UIView*)> viewLayout;
+constinit objc::Hook<UIView::tintColor> viewTint;
+constinit objc::Hook<UIView::tintColor, UISlider> sliderTint;
+constinit objc::Hook<UIView::layoutSubviews> viewLayout;
+
+UIColor* countedViewTint(UIView* self, SEL command) {
+  ++neighbour_viewTints;
+  return viewTint.original(self, command);
+}
+UIColor* countedSliderTint(UISlider* self, SEL command) {
+  ++neighbour_sliderTints;
+  return sliderTint.original(self, command);
+}
+void countedViewLayout(UIView* self, SEL command) {
+  ++neighbour_viewLayouts;
+  viewLayout.original(self, command);
+}
 
 [[gnu::constructor]] void start() {
-  viewTint.install(objc_getClass("UIView"), "tintColor"_sel, [](UIView* self, SEL command) {
-    ++neighbour_viewTints;
-    return viewTint.original(self, command);
-  });
-  sliderTint.install(objc_getClass("UISlider"), "tintColor"_sel, [](UIView* self, SEL command) {
-    ++neighbour_sliderTints;
-    return sliderTint.original(self, command);
-  });
-  viewLayout.install(objc_getClass("UIView"), "layoutSubviews"_sel, [](UIView* self, SEL command) {
-    ++neighbour_viewLayouts;
-    viewLayout.original(self, command);
-  });
+  viewTint.install<&countedViewTint>(objc_getClass("UIView"), UIView::tintColor);
+  sliderTint.install<&countedSliderTint>(objc_getClass("UISlider"), UIView::tintColor);
+  viewLayout.install<&countedViewLayout>(objc_getClass("UIView"), UIView::layoutSubviews);
   if (std::getenv("NEIGHBOUR_PRINTS") == nullptr) return;
-  auto* raw = send<UIView*>(objc_getClass("UISwitch"), "alloc"_sel);
-  const auto view = objc::Strong<UIView>::adopt(send<UIView*>(raw, "init"_sel));
-  send<void>(view, "layoutSubviews"_sel);
+  const auto view = objc::make<UISwitch>();
+  send(view, UIView::layoutSubviews);
   std::printf("layouts of a switch: %d\n", neighbour_viewLayouts);
   std::fflush(stdout);
 }

@@ -1,34 +1,41 @@
-// An extension that has classes of our names, as a copy of our sources in another one has.
+// An extension that has classes of all our names, as a copy of our sources in another one has. Each
+// answers a number of its own.
 #include "objc/define.h"
 #include "platform/Foundation.h"
 
 namespace {
 
-struct OtherManager : NSObject {
-  int number() { return 7; }
-};
-struct OtherPrefsManager : NSObject {
-  int number() { return 8; }
+template <int N>
+struct Other : NSObject {
+  int number() { return N; }
 };
 
 }  // namespace
 
-OBJC_CLASS_NAMED(VNXManager, NSObject, OtherManager, NSObject,
-                 objc::Method<"number", &OtherManager::number>)
-OBJC_CLASS_NAMED(KTPrefsManager, NSObject, OtherPrefsManager, NSObject,
-                 objc::Method<"number", &OtherPrefsManager::number>)
+#define OTHER_CLASS(Name, N) \
+  OBJC_CLASS_NAMED(Name, NSObject, Other<N>, NSObject, objc::Method<"number", &Other<N>::number>)
 
-extern "C" {
-/// Its own classes, however they are found by name.
-[[gnu::visibility("default")]] Class same_manager = nullptr;
-[[gnu::visibility("default")]] Class same_prefsManager = nullptr;
-}
+OTHER_CLASS(KTPrefsManager, 1)
+OTHER_CLASS(VXPrefsManager, 2)
+OTHER_CLASS(VNXManager, 3)
+OTHER_CLASS(CQColorPicker, 4)
+OTHER_CLASS(CQColorScheme, 5)
+OTHER_CLASS(VarnixNowPlayingDelegate, 6)
+OTHER_CLASS(VarnixInstallation, 7)
+OTHER_CLASS(QKBarButtonItem, 8)
+OTHER_CLASS(QKTwitterShareHandler, 9)
+OTHER_CLASS(QKWelcomeTwitterHandler, 10)
 
-namespace {
-
-[[gnu::constructor]] void start() {
-  same_manager = &objc_class_VNXManager;
-  same_prefsManager = &objc_class_KTPrefsManager;
-}
-
-}  // namespace
+/// Its own classes, in the order of their numbers, however they are found by name.
+extern "C" [[gnu::visibility("default")]] const Class same_classes[] = {
+    &objc_class_KTPrefsManager,
+    &objc_class_VXPrefsManager,
+    &objc_class_VNXManager,
+    &objc_class_CQColorPicker,
+    &objc_class_CQColorScheme,
+    &objc_class_VarnixNowPlayingDelegate,
+    &objc_class_VarnixInstallation,
+    &objc_class_QKBarButtonItem,
+    &objc_class_QKTwitterShareHandler,
+    &objc_class_QKWelcomeTwitterHandler,
+};

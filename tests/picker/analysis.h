@@ -81,6 +81,10 @@ class Analysis : public Hosted {
     ASSERT_NE(picker, nullptr);
   }
 
+  /// For steps of a request that a test asks for by themselves: without a context there is no
+  /// frame.
+  void makeContextCurrent() { ASSERT_TRUE(send<bool>(picker, "setupContext"_sel)); }
+
   NSObject* schemeOf(UIImage* image) {
     return send<NSObject*>(picker, "colorSchemeFromImage:"_sel, image);
   }
@@ -108,15 +112,16 @@ class Analysis : public Hosted {
   /// The last pass's frame. The library leaves the dumped image's provider behind, which is let go
   /// here.
   reference::Pixels dumpedFrame(UIColor** biggest = nullptr) {
+    makeContextCurrent();
     auto* image =
         send<UIImage*>(picker, "dumpImageWithWidth:height:biggestAlphaColorReturn:"_sel,
                        NSUInteger{reference::kSide}, NSUInteger{reference::kSide}, biggest);
     CGDataProviderRef provider = CGImageGetDataProvider(send<CGImageRef>(image, "CGImage"_sel));
     auto* data = static_cast<NSData*>(objc_autorelease(CGDataProviderCopyData(provider)));
     reference::Pixels pixels{};
-    EXPECT_EQ(data->length(), sizeof pixels);
-    if (data->length() == sizeof pixels)
-      __builtin_memcpy(pixels.data(), data->bytes(), sizeof pixels);
+    EXPECT_EQ(send(data, NSData::length), sizeof pixels);
+    if (send(data, NSData::length) == sizeof pixels)
+      __builtin_memcpy(pixels.data(), send(data, NSData::bytes), sizeof pixels);
     CGDataProviderRelease(provider);
     return pixels;
   }

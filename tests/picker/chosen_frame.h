@@ -39,6 +39,10 @@ class ChosenFrame : public Analysis {
   static constexpr reference::Color kGreyWhite{1, 1, 1, true};
   static constexpr reference::Color kGreyBlack{0, 0, 0, true};
 
+  void SetUp() override {
+    Analysis::SetUp();
+    makeContextCurrent();
+  }
   void TearDown() override { chosenFrame.clear(); }
 
   /// Empty frames of that size are what is read from now on.

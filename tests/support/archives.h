@@ -24,7 +24,7 @@ inline NSArray* list(const std::vector<NSObject*>& items) {
 inline NSMutableDictionary* fields(const Entries& entries) {
   NSMutableDictionary* made = NSMutableDictionary::dictionary();
   for (const auto& [key, value] : entries) {
-    if (value != nullptr) made->setObjectForKey(value, string(key));
+    if (value != nullptr) send(made, NSMutableDictionary::setObjectForKey, value, string(key));
   }
   return made;
 }
@@ -55,7 +55,7 @@ inline NSData* archive(const std::vector<NSObject*>& objects, NSObject* root = u
 inline NSData* archiveOf(const char* className, const Entries& entries,
                          const std::vector<NSObject*>& others = {}) {
   NSMutableDictionary* object = fields(entries);
-  object->setObjectForKey(uid(2), string("$class"));
+  send(object, NSMutableDictionary::setObjectForKey, uid(2), string("$class"));
   std::vector<NSObject*> all{object, classNamed(className)};
   all.insert(all.end(), others.begin(), others.end());
   return archive(all);
@@ -80,8 +80,8 @@ inline std::vector<NamedArchive> brokenSurroundings() {
   NSArray* objects = list({string("$null"), string("text")});
   auto with = [&](const char* key, NSObject* value) {
     NSMutableDictionary* archive = archiveAround(objects);
-    if (value == nullptr) archive->removeObjectForKey(string(key));
-    else archive->setObjectForKey(value, string(key));
+    if (value == nullptr) send(archive, NSMutableDictionary::removeObjectForKey, string(key));
+    else send(archive, NSMutableDictionary::setObjectForKey, value, string(key));
     return binary(archive);
   };
   return {{"empty", NSData::dataWithBytes("", 0)},
@@ -195,7 +195,7 @@ inline NSData* colorArchive() {
 }
 
 inline std::string bytesOf(NSData* data) {
-  return {static_cast<const char*>(data->bytes()), data->length()};
+  return {static_cast<const char*>(send(data, NSData::bytes)), send(data, NSData::length)};
 }
 inline NSData* dataOf(const std::string& bytes) {
   return NSData::dataWithBytes(bytes.data(), bytes.size());

@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "objc/ivar.h"
+#include "runtime/instance_variable.h"
 #include "support/springboard.h"
 
 namespace test {
@@ -33,7 +33,8 @@ class Centers : public SpringBoard {
   }
 
   static void post() {
-    NSNotificationCenter::defaultCenter()->postNotificationName(string(kTrackChanged), nullptr);
+    send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::postNotificationName,
+         string(kTrackChanged), nullptr);
   }
   static void drain() { host::MainRunLoop::instance().drain(); }
   /// What lies behind Control Centre's content.
@@ -49,13 +50,13 @@ class Centers : public SpringBoard {
   /// Two classes have a slot each for the same name.
   template <int Slot>
   struct RecordedTint {
-    static void install(Class cls) { hook.install(cls, "colorBackdrop"_sel, &noted); }
+    static void install(Class cls) { hook.template install<&noted>(cls, "colorBackdrop"_sel); }
     static void noted(NSObject* self, SEL command) {
       calls().emplace_back("colorBackdrop");
       tintedOn.push_back(std::this_thread::get_id());
       hook.original(self, command);
     }
-    static inline constinit objc::Hook<void(NSObject*)> hook;
+    static inline constinit objc::Hook<objc::Message<NSObject, "colorBackdrop", void()>{}> hook;
   };
 
  protected:

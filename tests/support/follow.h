@@ -19,13 +19,14 @@ using Lines = std::vector<std::string>;
 
 inline NSArray* strings(const Lines& lines) {
   NSMutableArray* list = NSMutableArray::array();
-  for (const std::string& line : lines) list->addObject(host::makeString(line));
+  for (const std::string& line : lines)
+    send(list, NSMutableArray::addObject, host::makeString(line));
   return list;
 }
 
 /// An object's description; "nil" for none.
 inline std::string words(NSObject* object) {
-  return object == nullptr ? "nil" : std::string(host::text(object->description()));
+  return object == nullptr ? "nil" : std::string(host::text(send(object, NSObject::description)));
 }
 
 /// What an object answers to a message without arguments.
@@ -78,7 +79,7 @@ class Follow : public Pane {
     Lines lines;
     NSArray* urls = host::openedURLs();
     for (NSUInteger i = 0; i < send<NSUInteger>(urls, "count"_sel); ++i)
-      lines.push_back(words(urls->objectAtIndex(i)));
+      lines.push_back(words(send(urls, NSArray::objectAtIndex, i)));
     return lines;
   }
   /// One line a request: the account's name and what it asks for.
@@ -86,15 +87,16 @@ class Follow : public Pane {
     Lines lines;
     NSArray* list = host::performedRequests();
     for (NSUInteger i = 0; i < send<NSUInteger>(list, "count"_sel); ++i) {
-      NSObject* request = list->objectAtIndex(i);
+      NSObject* request = send(list, NSArray::objectAtIndex, i);
       auto* parameters = send<NSDictionary*>(request, "parameters"_sel);
-      lines.push_back(answer(send<NSObject*>(request, "account"_sel), "username"_sel) + ": " +
-                      answer(request, "serviceType"_sel) + " " +
-                      std::to_string(send<NSInteger>(request, "requestMethod"_sel)) + " " +
-                      answer(request, "URL"_sel) +
-                      " screen_name=" + words(parameters->objectForKey("screen_name"_ns)) +
-                      " follow=" + words(parameters->objectForKey("follow"_ns)) + " of " +
-                      std::to_string(parameters->count()));
+      lines.push_back(
+          answer(send<NSObject*>(request, "account"_sel), "username"_sel) + ": " +
+          answer(request, "serviceType"_sel) + " " +
+          std::to_string(send<NSInteger>(request, "requestMethod"_sel)) + " " +
+          answer(request, "URL"_sel) +
+          " screen_name=" + words(send(parameters, NSDictionary::objectForKey, "screen_name"_ns)) +
+          " follow=" + words(send(parameters, NSDictionary::objectForKey, "follow"_ns)) + " of " +
+          std::to_string(send(parameters, NSDictionary::count)));
     }
     return lines;
   }

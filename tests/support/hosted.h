@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -20,6 +21,7 @@
 #include "process/absence.h"
 #include "process/process.h"
 #include "runtime/runtime.h"
+#include "runtime/send.h"
 
 namespace test {
 
@@ -105,6 +107,19 @@ class Hosted : public testing::Test {
     return lines;
   }
 
+  /// What the library left as it is, "METHOD: REASON", in order.
+  static std::vector<std::string> passedOver() {
+    auto* pairs = send<NSArray*>(objc_getClass("VarnixInstallation"), "skipped"_sel);
+    auto text = [pairs](NSUInteger index) {
+      auto* string = static_cast<NSString*>(send(pairs, NSArray::objectAtIndex, index));
+      return std::string(send(string, NSString::UTF8String));
+    };
+    std::vector<std::string> lines;
+    for (NSUInteger i = 0; i < send(pairs, NSArray::count); i += 2)
+      lines.push_back(text(i) + ": " + text(i + 1));
+    return lines;
+  }
+
   Folder folder;
   std::map<std::string, std::string> icons;       ///< to be set before start()
   std::vector<std::string> withoutLibraries;      ///< the same
@@ -123,6 +138,13 @@ inline std::string hex(UIColor* color) {
   auto byte = [&](int i) { return static_cast<unsigned>(c[i] * 255 + CGFloat{0.5}); };
   std::snprintf(text, sizeof text, "#%02x%02x%02x%02x", byte(0), byte(1), byte(2), byte(3));
   return text;
+}
+
+/// Hue, saturation, brightness, alpha; zeros for a colour without.
+inline std::array<CGFloat, 4> hsbOf(UIColor* color) {
+  std::array<CGFloat, 4> parts{};
+  send(color, UIColor::getHue, &parts[0], &parts[1], &parts[2], &parts[3]);
+  return parts;
 }
 
 inline UIColor* rgb(double red, double green, double blue) {

@@ -20,14 +20,16 @@ class Recorded;
 template <objc::FixedString Name, class R, class... A>
 class Recorded<Name, R(A...)> {
  public:
-  static void install(Class cls) { hook_.install(cls, objc::Selector<Name>::get(), &noted); }
+  static void install(Class cls) {
+    hook_.template install<&noted>(cls, objc::Selector<Name>::get());
+  }
 
  private:
   static R noted(NSObject* self, SEL command, A... arguments) {
     calls().emplace_back(Name.text);
     return hook_.original(self, command, arguments...);
   }
-  static inline constinit objc::Hook<R(NSObject*, A...)> hook_;
+  static inline constinit objc::Hook<objc::Message<NSObject, Name, R(A...)>{}> hook_;
 };
 
 }  // namespace test

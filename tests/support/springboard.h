@@ -7,6 +7,7 @@
 #include "platform/MediaPlayerUI.h"
 #include "platform/SpringBoard.h"
 #include "platform/dlfcn.h"
+#include "prefs/KTPrefsManager.h"
 #include "process/container.h"
 #include "support/base64.h"
 #include "support/hosted.h"
@@ -35,7 +36,8 @@ template <objc::FixedString Name, class Value>
 class RecordedSetter {
  public:
   static void install() {
-    hook_.install(objc_getClass("_UIBackdropViewSettings"), objc::Selector<Name>::get(), &noted);
+    hook_.template install<&noted>(objc_getClass("_UIBackdropViewSettings"),
+                                   objc::Selector<Name>::get());
   }
 
  private:
@@ -43,7 +45,7 @@ class RecordedSetter {
     writes().push_back(std::string(Name.text) + " " + written(value));
     hook_.original(self, command, value);
   }
-  static inline constinit objc::Hook<void(NSObject*, Value)> hook_;
+  static inline constinit objc::Hook<objc::Message<NSObject, Name, void(Value)>{}> hook_;
 };
 
 }  // namespace detail
@@ -90,12 +92,12 @@ class SpringBoard : public Hosted {
   /// which shows the store.
   static void reload() {
     if (libraryStore == nullptr) {
-      notificationReceived.install(objc_getClass("KTPrefsManager"), "notificationReceived"_sel,
-                                   &noteStore);
+      notificationReceived.install<&noteStore>(objc_getClass("KTPrefsManager"),
+                                               KTPrefsManager::notificationReceived);
       host::postDarwinNotification("com.quillmarsh.varnix2.changed");
       ASSERT_TRUE(eventually([] { return libraryStore != nullptr; }));
     } else {
-      send<void>(libraryStore, "notificationReceived"_sel);
+      send(libraryStore, KTPrefsManager::notificationReceived);
     }
   }
   void settingsNow(const std::string& entries) {
@@ -160,12 +162,12 @@ class SpringBoard : public Hosted {
   }
 
  private:
-  static void noteStore(NSObject* self, SEL command) {
+  static void noteStore(KTPrefsManager* self, SEL command) {
     if (libraryStore == nullptr) libraryStore = self;
     notificationReceived.original(self, command);
   }
-  static inline NSObject* libraryStore = nullptr;
-  static inline constinit objc::Hook<void(NSObject*)> notificationReceived;
+  static inline KTPrefsManager* libraryStore = nullptr;
+  static inline constinit objc::Hook<KTPrefsManager::notificationReceived> notificationReceived;
 
   Strong<NSObject> controlCenter_;
   Strong<NSObject> notificationCenter_;

@@ -1,4 +1,4 @@
-// Instance variables of platform objects, by name.
+// Instance variables by name, for who looks into any object.
 #pragma once
 
 #include "objc/object.h"

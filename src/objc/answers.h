@@ -1,0 +1,34 @@
+// Whether private methods are there, asked before they are relied on.
+#pragma once
+
+#include "objc/agreement.h"
+#include "objc/object.h"
+
+namespace objc {
+
+/// Whether instances of the class answer the message, with arguments that travel as declared.
+template <class T, FixedString Name, class Signature>
+bool understands(Class cls, Message<T, Name, Signature>) {
+  objc_method* method = class_getInstanceMethod(cls, Selector<Name>::get());
+  return method != nullptr &&
+         agree(method_getTypeEncoding(method), kStored<Message<T, Name, Signature>::types()>.text);
+}
+
+/// Whether the object answers all of these. Found out once for a class; the last one that was asked
+/// is remembered, so that the usual question costs a comparison. No for nil.
+template <class... M>
+bool answers(NSObject* object, M... messages) {
+  if (object == nullptr) return false;
+  // The answer stands in the lowest bit, which no class's address has.
+  constexpr std::uintptr_t kYes = 1;
+  static constinit std::uintptr_t remembered = 0;
+  Class cls = object_getClass(object);
+  const auto asked = reinterpret_cast<std::uintptr_t>(cls);
+  const std::uintptr_t last = __atomic_load_n(&remembered, __ATOMIC_RELAXED);
+  if ((last & ~kYes) == asked) return (last & kYes) != 0;
+  const bool all = (understands(cls, messages) && ...);
+  __atomic_store_n(&remembered, all ? asked | kYes : asked, __ATOMIC_RELAXED);
+  return all;
+}
+
+}  // namespace objc

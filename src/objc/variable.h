@@ -1,0 +1,45 @@
+// Instance variables of platform objects, read by name.
+#pragma once
+
+#include "objc/object.h"
+
+namespace objc {
+
+/// An instance variable of the class that T mirrors, which holds an object that V mirrors.
+template <class T, FixedString Name, class V>
+struct Variable {};
+
+namespace detail {
+
+/// Where a class has its variable of that name; -1 where it has none, or one that holds no object.
+inline std::ptrdiff_t offsetOfObject(Class cls, const char* name) {
+  objc_ivar* found = class_getInstanceVariable(cls, name);
+  const char* types = found == nullptr ? nullptr : ivar_getTypeEncoding(found);
+  return types != nullptr && *types == '@' ? ivar_getOffset(found) : -1;
+}
+
+}  // namespace detail
+
+/// Whether the class has the variable, and an object in it.
+template <class T, FixedString Name, class V>
+bool hasVariable(Class cls, Variable<T, Name, V>) {
+  return detail::offsetOfObject(cls, kStored<Name>.text) >= 0;
+}
+
+/// What the variable holds; nil where the object's class has none of that name. Looked up once.
+template <class T, FixedString Name, class V>
+V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
+  OBJC_USES("variable " + kClassName<T> + " " + Name + " " + kClassName<V>);
+  constexpr std::ptrdiff_t kUnknown = 0;
+  static constinit std::ptrdiff_t remembered = kUnknown;
+  if (object == nullptr) return nullptr;
+  std::ptrdiff_t offset = __atomic_load_n(&remembered, __ATOMIC_RELAXED);
+  if (offset == kUnknown) {
+    offset = detail::offsetOfObject(object_getClass(object), kStored<Name>.text);
+    __atomic_store_n(&remembered, offset, __ATOMIC_RELAXED);
+  }
+  if (offset < 0) return nullptr;
+  return *reinterpret_cast<V**>(reinterpret_cast<char*>(object) + offset);
+}
+
+}  // namespace objc
