@@ -39,6 +39,7 @@ std::optional<std::string> complaints(const std::string& architecture, const Byt
   device::writeFile(folder / "slice", replacement);
   printed("llvm-lipo-19 -create " + (folder / "slice") + " " + kBuilt + "/" +
           otherThan(architecture) + ".dylib -output " + (folder / "Varnix.dylib"));
+  printed("cp " + kBuilt + "/uses-* " + (folder / ""));
   const Ran ran = run(kCheck + (folder / "Varnix.dylib"));
   return ran.status == 0 ? std::nullopt : std::optional(ran.output);
 }
@@ -299,7 +300,8 @@ TEST(DeviceChecks, ALibraryThatIsReachedByLookUpAlone) {
 /// The checks with an altered copy of device/.
 Ran checkedIn(const std::string& change) {
   const Folder folder;
-  printed("cp -r " VARNIX_DEVICE " " VARNIX_DEVICE "/../facts " + (folder / "") + " && cd " +
+  const std::string root = VARNIX_DEVICE "/../";
+  printed("cd " + root + " && cp -r device docs facts " + (folder / "") + " && cd " +
           (folder / "device") + " && " + change);
   return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + kBuilt +
              "/Varnix.dylib");
