@@ -255,7 +255,7 @@ TEST(DeviceChecks, RuntimeLibraries) {
 
 TEST(DeviceChecks, Classes) {
   expectComplaint("classes differ", replacing("VXPrefsManager", "VXPrefsManagex"));
-  expectComplaint("classes differ", replacing("YUVSpaceDistance", "YUVSpaceDistense"));
+  expectComplaint("classes differ", replacing("scaledToSize", "scaledToSise"));
 }
 
 /// The 32-bit library linked again, with other stubs, of which those in the folder weak may be
@@ -322,6 +322,65 @@ TEST(DeviceChecks, EverySymbolHasAReason) {
     EXPECT_NE(ran.status, 0);
     EXPECT_THAT(ran.output, HasSubstr("device/symbols.txt gives no reason"));
   }
+}
+
+/// That a check ended with this line of varnix-contract.
+void expectContract(const Ran& ran, const std::string& line) {
+  EXPECT_NE(ran.status, 0);
+  EXPECT_THAT(ran.output, HasSubstr("varnix-contract: " + line + "\n"));
+  EXPECT_THAT(
+      ran.output,
+      HasSubstr("device: contract: what is used of the platform is not what is known of it"));
+}
+
+TEST(DeviceChecks, ContractWithThePlatform) {
+  expectContract(checkedIn("sed -i '/^UIView\t-\tsetTintColor:/d' ../facts/methods.tsv"),
+                 "hook -[UIView setTintColor:]: the platform has no such method");
+  expectContract(checkedIn("sed -i 's/\tinitWithImage:style:target:action:\t@@i@:/"
+                           "\tinitWithImage:style:target:action:\t@@i:@/' ../facts/methods.tsv"),
+                 "message -[UIBarButtonItem initWithImage:style:target:action:]: argument 3 is "
+                 "object, not selector as the platform has it");
+  expectContract(checkedIn("sed -i '/^_CGContextDrawImage\t/d' ../facts/exports.tsv"),
+                 "symbol _CGContextDrawImage: no library is known to have it");
+  expectContract(checkedIn("sed -i '/\t_accessibilityBackgroundView\t/d' ../facts/variables.tsv"),
+                 "variable SBControlCenterContentContainerView._accessibilityBackgroundView: the "
+                 "class has no such variable");
+  expectContract(checkedIn("sed -i '/^class UISegment\t/d' lists/unchecked.tsv"),
+                 "class UISegment: no such class is known");
+}
+
+TEST(DeviceChecks, ContractThatNobodyWroteDown) {
+  const std::string spoil = "sed -i '$d' ../docs/contract.md";
+  const Ran ran = checkedIn(spoil);
+  EXPECT_NE(ran.status, 0);
+  EXPECT_THAT(ran.output, HasSubstr("device: contract: docs/contract.md is not up to date"));
+  EXPECT_EQ(checkedIn(spoil + " && VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " ./check --update-lists " +
+                      kBuilt + "/Varnix.dylib")
+                .status,
+            0);
+}
+
+TEST(DeviceChecks, AListOfUsesThatIsNotThere) {
+  const Folder folder;
+  printed("cp " + kBuilt + "/Varnix.dylib " + (folder / ""));
+  const Ran ran = run(kCheck + (folder / "Varnix.dylib"));
+  EXPECT_NE(ran.status, 0);
+  EXPECT_THAT(ran.output, HasSubstr("uses-arm64 is not there; device/uses writes it"));
+}
+
+TEST(DeviceChecks, ADeclarationThatDiffersFromThePlatform) {
+  const Folder folder;
+  const std::string root = VARNIX_DEVICE "/../";
+  printed("cd " + root + " && cp -r device docs facts src include " + (folder / "") + " && cp " +
+          kBuilt + "/flags " + kBuilt + "/Varnix.dylib " + (folder / "") + " && cd " +
+          (folder / "") +
+          " && sed -i 's/Message<\"tag\", NSInteger()>/Message<\"tag\", int()>/' "
+          "src/platform/UIKit.h && device/uses .");
+  const Ran ran = run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " +
+                      (folder / "Varnix.dylib"));
+  expectContract(ran,
+                 "arm64: message -[UIAlertView tag]: result is int, not long long as the "
+                 "platform has it");
 }
 
 }  // namespace

@@ -180,6 +180,16 @@ TEST(DeviceContract, WrongArguments) {
             "it");
 }
 
+TEST(DeviceContract, AHandleOfAnotherKind) {
+  EXPECT_EQ(complaintsOfBoth("setTitle:forState: v@:@", "setTitle:forState: v@::"),
+            "message -[Button setTitle:forState:]: argument 1 is selector, not object as the "
+            "platform has it");
+  EXPECT_EQ(
+      complaintsOfBoth("{Data=ii}@?", "{Data=ii}^v"),
+      "message -[Button read:done:]: argument 2 is pointer, not block as the platform has it");
+  EXPECT_EQ(complaintsOfBoth("{Data=ii}@?", "{Data=ii}#"), "");
+}
+
 TEST(DeviceContract, NumbersThatAreTooShortOn64Bits) {
   EXPECT_EQ(complaints({{kArm64, "Button width d", "Button width f"}}),
             "arm64: message -[Button width]: result is float, not double as the platform has it");

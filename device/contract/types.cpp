@@ -87,6 +87,14 @@ struct Wider {
 };
 constexpr std::array kWider{Wider{"i", "q"}, Wider{"I", "Q"}, Wider{"f", "d"}};
 
+/// Of what has the size of a pointer: an object 'o', a selector ':', other data '^'; else ' '.
+char handleKind(const std::string& value) {
+  const char type = value[value.find_first_not_of(kQualifiers)];
+  if (type == '@' || type == '#') return 'o';
+  if (type == ':') return ':';
+  return type == '^' || type == '*' ? '^' : ' ';
+}
+
 bool isLong(const std::string& value) { return value == "q" || value == "Q"; }
 
 struct Word {
@@ -133,6 +141,7 @@ bool travelAlike(const std::string& one, const std::string& other, Width width) 
   // Pointers have this machine's size in the comparison. On 32 bits a long long takes two
   // registers.
   if (width == Width::narrow && isLong(one) != isLong(other)) return false;
+  if (handleKind(one) != handleKind(other)) return false;
   return objc::agree(("v" + one).c_str(), ("v" + other).c_str());
 }
 

@@ -22,7 +22,8 @@ std::vector<std::string> valuesOfFact(const std::string& types);
 /// NSInteger, float and CGFloat have one letter: on 64 bits it is taken for the latter.
 std::string widened(const std::string& value, Width width);
 
-/// Whether two values of encodings travel in the same registers.
+/// Whether two values of encodings travel in the same registers, and are both objects, selectors or
+/// pointers to something else, where they are one of these.
 bool travelAlike(const std::string& one, const std::string& other, Width width);
 
 /// A value in words: "object", "CGRect", "pointer".
