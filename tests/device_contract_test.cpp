@@ -313,6 +313,14 @@ TEST(DeviceContract, TableOfAllThatIsUsed) {
   const Ran ran = contract({{kArm64, "symbol libSystem _copy\n", ""}}, " --table");
   EXPECT_EQ(ran.status, 0);
   EXPECT_EQ(ran.output, R"(
+## Systems
+
+| SDK | has | does not tell of |
+| --- | --- | --- |
+| 9.3 | 1 of 3 symbols | `_copy`, `_hook` |
+| 10.3 | 2 of 3 symbols | `_hook` |
+| 11.4 | 2 of 3 symbols | `_hook` |
+
 ## Classes
 
 ### Button

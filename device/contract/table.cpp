@@ -1,5 +1,6 @@
 #include "contract/table.h"
 
+#include <array>
 #include <initializer_list>
 #include <map>
 #include <set>
@@ -120,6 +121,25 @@ std::string classTable(const std::string& name, const Lines& lines) {
   return text;
 }
 
+constexpr std::array kSystems{"9.3", "10.3", "11.4"};
+
+/// What each SDK says of all symbols together.
+std::string systemTable(const std::map<std::string, Symbol>& symbols, const Facts& facts) {
+  std::string text = "\n## Systems\n\n" + head({"SDK", "has", "does not tell of"});
+  for (std::size_t system = 0; system < kSystems.size(); ++system) {
+    std::set<std::string> unknown;
+    for (const auto& each : symbols) {
+      const ExportFact* fact = facts.exported(each.first);
+      if (fact == nullptr || fact->systems[system] == "?") unknown.insert("`" + each.first + "`");
+    }
+    text += row({kSystems[system],
+                 std::to_string(symbols.size() - unknown.size()) + " of " +
+                     std::to_string(symbols.size()) + " symbols",
+                 joined(unknown)});
+  }
+  return text;
+}
+
 std::string nameOf(const Symbol& symbol, const std::string& name) {
   std::string text = "`" + name + "`";
   if (symbol.isWeak) text += ", weakly";
@@ -153,7 +173,7 @@ std::string contractTable(const std::vector<Judged>& narrow, const std::vector<J
   Contract contract;
   collect(narrow, Width::narrow, contract);
   collect(wide, Width::wide, contract);
-  std::string text = "\n## Classes\n";
+  std::string text = systemTable(contract.symbols, facts) + "\n## Classes\n";
   for (const auto& [name, lines] : contract.classes) text += classTable(name, lines);
   return text + "\n## Functions, constants and classes that are linked\n" +
          symbolTable(contract.symbols, facts);
