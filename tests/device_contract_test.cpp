@@ -291,6 +291,8 @@ TEST(DeviceContract, FilesThatCannotBeRead) {
             "facts/variables.tsv:1: not 3 fields, separated by tabs");
   EXPECT_EQ(complaints({{kExports, "_draw\tUIKit", "_draw"}}),
             "facts/exports.tsv:1: not 5 fields, separated by tabs");
+  EXPECT_EQ(complaints({{kExports, "_draw\tUIKit", "_draw\t"}}),
+            "facts/exports.tsv:1: not 5 fields, separated by tabs");
   EXPECT_EQ(complaints({{kList, "\tof an application\nmethod", "\nmethod"}}),
             "unchecked.tsv:3: not 2 fields, separated by tabs");
   EXPECT_EQ(complaints({{kList, "# a comment", "symbol _copy\ttwice"}}),
@@ -299,9 +301,13 @@ TEST(DeviceContract, FilesThatCannotBeRead) {
             "unchecked.tsv:7: not \"superclass CLASS SUPERCLASS\"");
   EXPECT_EQ(complaints({{kArmv7, "class Guest", "class Guest Guest"}}),
             "armv7: a line that cannot be read: class Guest Guest");
+  EXPECT_EQ(complaints({{kArmv7, "_draw (weak_import)", "_draw (strong)"}}),
+            "armv7: a line that cannot be read: symbol UIKit _draw (strong)");
   EXPECT_EQ(complaints({{kArm64, "own class Ours\n", "own pet Ours\n"}}),
             "arm64: a line that cannot be read: own pet Ours");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@"}}), "arm64: no method's types: i@");
+  EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i:@"}}),
+            "arm64: no method's types: i:@");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue ?@:"}}),
             "arm64: types that cannot be read: ?@:");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@:^"}}),

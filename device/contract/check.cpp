@@ -69,7 +69,7 @@ class Judge {
   bool fits(const Use& use, std::size_t place, const std::string& theirs, const std::string& ours) {
     // A replacement may leave an answer where nobody looks for one.
     if (place == 0 && use.kind == UseKind::hook && theirs == "v" && ours == "@") return true;
-    return travelAlike(theirs, ours, width_);
+    return travelAlike(theirs, ours);
   }
 
   void compare(Judged& judged, const std::vector<std::string>& theirs, const std::string& where) {

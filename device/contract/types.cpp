@@ -95,8 +95,6 @@ char handleKind(const std::string& value) {
   return type == '^' || type == '*' ? '^' : ' ';
 }
 
-bool isLong(const std::string& value) { return value == "q" || value == "Q"; }
-
 struct Word {
   std::string_view letter, word;
 };
@@ -137,12 +135,10 @@ std::string widened(const std::string& value, Width width) {
   return value;
 }
 
-bool travelAlike(const std::string& one, const std::string& other, Width width) {
-  // Pointers have this machine's size in the comparison. On 32 bits a long long takes two
-  // registers.
-  if (width == Width::narrow && isLong(one) != isLong(other)) return false;
-  if (handleKind(one) != handleKind(other)) return false;
-  return objc::agree(("v" + one).c_str(), ("v" + other).c_str());
+bool travelAlike(const std::string& one, const std::string& other) {
+  // Asked first, since pointers have this machine's size in the comparison.
+  return handleKind(one) == handleKind(other) &&
+         objc::agree(("v" + one).c_str(), ("v" + other).c_str());
 }
 
 std::string inWords(const std::string& value) {

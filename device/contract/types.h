@@ -24,7 +24,7 @@ std::string widened(const std::string& value, Width width);
 
 /// Whether two values of encodings travel in the same registers, and are both objects, selectors or
 /// pointers to something else, where they are one of these.
-bool travelAlike(const std::string& one, const std::string& other, Width width);
+bool travelAlike(const std::string& one, const std::string& other);
 
 /// A value in words: "object", "CGRect", "pointer".
 std::string inWords(const std::string& value);

@@ -1,7 +1,6 @@
 #include "contract/use.h"
 
 #include <array>
-#include <set>
 #include <sstream>
 #include <string_view>
 
@@ -108,10 +107,8 @@ std::string Use::text() const {
 Uses readUses(const std::string& text) {
   Uses uses;
   std::istringstream lines(text);
-  std::set<std::string> seen;
   for (std::string line; std::getline(lines, line);) {
-    // Each source file that is compiled by itself has its own.
-    if (line.empty() || !seen.insert(line).second) continue;
+    if (line.empty()) continue;
     if (!readLine(split(line), uses)) throw Error("a line that cannot be read: " + line);
   }
   return uses;
