@@ -66,7 +66,8 @@ class Judge {
   }
 
   /// Whether our value may stand where theirs does.
-  bool fits(const Use& use, std::size_t place, const std::string& theirs, const std::string& ours) {
+  static bool fits(const Use& use, std::size_t place, const std::string& theirs,
+                   const std::string& ours) {
     // A replacement may leave an answer where nobody looks for one.
     if (place == 0 && use.kind == UseKind::hook && theirs == "v" && ours == "@") return true;
     return travelAlike(theirs, ours);
