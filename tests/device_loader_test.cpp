@@ -6,10 +6,10 @@
 #include "device/loadable.h"
 #include "loader/exports.h"
 #include "loader/fixups.h"
-#include "loader/format.h"
 #include "loader/mapped_image.h"
 #include "macho/error.h"
 #include "macho/format.h"
+#include "macho/loading.h"
 
 namespace {
 

@@ -21,6 +21,8 @@ class Reader {
   uint16_t u16(uint64_t offset) const;
   uint32_t u32(uint64_t offset) const;
   uint64_t u64(uint64_t offset) const;
+  /// Most significant byte first, as in signatures and in the header of a universal file.
+  uint32_t big32(uint64_t offset) const { return __builtin_bswap32(u32(offset)); }
   std::span<const uint8_t> at(uint64_t offset, uint64_t size) const;
   Reader part(uint64_t offset, uint64_t size) const { return Reader(at(offset, size)); }
   /// Up to a NUL, which must be there within 64 KiB.

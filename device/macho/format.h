@@ -10,7 +10,7 @@ inline constexpr uint32_t kHeaderSize32 = 28, kHeaderSize64 = 32;
 inline constexpr uint32_t kCpuArm = 12, kCpuArm64 = 0x0100000c;
 inline constexpr uint32_t kSubtypeArmV7 = 9;
 
-enum FileType : uint32_t { kObject = 1, kDylib = 6 };
+enum FileType : uint32_t { kObject = 1, kDylib = 6, kBundle = 8 };
 
 enum HeaderFlag : uint32_t {
   kNoUndefs = 0x1,

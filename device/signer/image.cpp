@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "macho/commands.h"
 #include "macho/error.h"
 #include "macho/format.h"
 
@@ -49,10 +50,11 @@ void check(const SignedImage& image, uint64_t size) {
 
 SignedImage readImage(Reader file) {
   SignedImage image;
-  const uint32_t magic = file.u32(0), cpu = file.u32(4);
+  const uint32_t magic = file.u32(0), cpu = file.u32(4), type = file.u32(12);
   image.is64 = magic == macho::kMagic64;
   if ((!image.is64 && magic != macho::kMagic32) ||
-      cpu != (image.is64 ? macho::kCpuArm64 : macho::kCpuArm) || file.u32(12) != macho::kDylib)
+      cpu != (image.is64 ? macho::kCpuArm64 : macho::kCpuArm) ||
+      (type != macho::kDylib && type != macho::kBundle))
     throw Error("not a library for one Arm architecture");
   if (file.size() > 0x7fffffff) throw Error("larger than 2 GiB");
   image.firstContent = static_cast<uint32_t>(file.size());
@@ -61,22 +63,16 @@ SignedImage readImage(Reader file) {
   const uint32_t headerSize = image.is64 ? macho::kHeaderSize64 : macho::kHeaderSize32;
   file.at(headerSize, image.commandSize);
   image.headerEnd = headerSize + image.commandSize;
-  uint64_t at = headerSize;
-  for (uint32_t i = 0; i < image.commandCount; ++i) {
-    const uint32_t size = file.u32(at + 4);
-    if (size < 8 || at + size > image.headerEnd) throw Error("a load command leaves the header");
-    const Reader command = file.part(at, size);
-    const uint32_t kind = command.u32(0);
-    if (kind == (image.is64 ? macho::kSegment64 : macho::kSegment)) {
-      readSegment(command, at, image);
-    } else if (kind == macho::kCodeSignature) {
+  forEachCommand(file, [&](const LoadCommand& command) {
+    if (command.kind == (image.is64 ? macho::kSegment64 : macho::kSegment)) {
+      readSegment(command.bytes, command.at, image);
+    } else if (command.kind == macho::kCodeSignature) {
       if (image.command) throw Error("two signatures");
-      image.command = at;
-      image.signatureOffset = command.u32(8);
-      image.signatureSize = command.u32(12);
+      image.command = command.at;
+      image.signatureOffset = command.bytes.u32(8);
+      image.signatureSize = command.bytes.u32(12);
     }
-    at += size;
-  }
+  });
   check(image, file.size());
   return image;
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "abi/type.h"
+#include "macho/type.h"
 
 namespace varnix::device {
 

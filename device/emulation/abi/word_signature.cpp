@@ -1,8 +1,8 @@
 #include "abi/word_signature.h"
 
-#include "abi/type.h"
 #include "macho/bytes.h"
 #include "macho/error.h"
+#include "macho/type.h"
 
 namespace varnix::device {
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "loader/cursor.h"
-#include "loader/format.h"
 #include "macho/error.h"
 #include "macho/format.h"
+#include "macho/loading.h"
+#include "macho/opcodes.h"
 
 namespace varnix::device {
 
@@ -57,10 +57,6 @@ class Place {
   uint64_t count_ = 0;
 };
 
-[[noreturn]] void unknown(uint8_t opcode) {
-  throw Error("an unknown opcode of the loader: " + std::to_string(opcode));
-}
-
 /// The state of the binding opcodes, and what they have given so far.
 class Binder {
  public:
@@ -69,73 +65,47 @@ class Binder {
 
   /// A lazy stream has an end after each bind, and goes on.
   void read(Reader part, bool endsAtDone) {
-    for (Cursor cursor(part); !cursor.atEnd();) {
-      const uint8_t byte = cursor.u8();
-      const uint8_t immediate = byte & macho::kImmediateMask;
-      switch (byte & macho::kOpcodeMask) {
-        case macho::kBindDone:
+    FixupSteps steps(FixupStream::binds, part, image_.pointerSize());
+    while (const auto step = steps.next()) {
+      switch (step->kind) {
+        case FixupStep::Kind::done:
           if (endsAtDone) return;
           break;
-        case macho::kBindSetDylibOrdinalImm:
-          setLibrary(immediate);
+        case FixupStep::Kind::library:
+          setLibrary(step->value);
           break;
-        case macho::kBindSetDylibOrdinalUleb:
-          setLibrary(cursor.uleb());
+        case FixupStep::Kind::symbol:
+          next_.symbol = step->symbol;
+          next_.mayBeMissing = (step->number & macho::kWeakImport) != 0;
           break;
-        case macho::kBindSetDylibSpecialImm:
-          setSpecial(immediate);
+        case FixupStep::Kind::type:
+          next_.kind = kindOf(step->number);
           break;
-        case macho::kBindSetSymbolTrailingFlagsImm:
-          next_.symbol = cursor.text();
-          next_.mayBeMissing = (immediate & macho::kWeakImport) != 0;
+        case FixupStep::Kind::addend:
+          next_.addend = step->value;
           break;
-        case macho::kBindSetTypeImm:
-          next_.kind = kindOf(immediate);
+        case FixupStep::Kind::segment:
+          place_.set(step->number, step->distance);
           break;
-        case macho::kBindSetAddendSleb:
-          next_.addend = cursor.sleb();
+        case FixupStep::Kind::move:
+          place_.move(step->distance);
           break;
-        case macho::kBindSetSegmentAndOffsetUleb:
-          place_.set(immediate, cursor.uleb());
-          break;
-        case macho::kBindAddAddressUleb:
-          place_.move(cursor.uleb());
-          break;
-        case macho::kBindDo:
-          bind();
-          break;
-        case macho::kBindDoAddAddressUleb:
-          bind();
-          place_.move(cursor.uleb());
-          break;
-        case macho::kBindDoAddAddressImmScaled:
-          bind();
-          place_.move(immediate * image_.pointerSize());
-          break;
-        case macho::kBindDoUlebTimesSkippingUleb: {
-          const uint64_t times = cursor.uleb();
-          const uint64_t skip = cursor.uleb();
-          for (uint64_t i = 0; i < times; ++i) {
+        case FixupStep::Kind::write:
+          for (uint64_t i = 0; i < step->times; ++i) {
             bind();
-            place_.move(skip);
+            place_.move(step->distance);
           }
           break;
-        }
-        default:
-          unknown(byte);
       }
     }
   }
 
  private:
-  void setLibrary(uint64_t number) {
-    if (number > image_.libraries.size()) throw Error("a bind to a library that is not there");
+  void setLibrary(int64_t number) {
+    if (number > static_cast<int64_t>(image_.libraries.size()))
+      throw Error("a bind to a library that is not there");
+    if (number < macho::kWeakLookup) throw Error("a bind to an unknown kind of library");
     next_.library = static_cast<int>(number);
-  }
-  void setSpecial(uint8_t immediate) {
-    // The number is negative, in four bits; none is the image itself.
-    next_.library = immediate == 0 ? macho::kSelf : static_cast<int>(immediate) - 16;
-    if (next_.library < macho::kWeakLookup) throw Error("a bind to an unknown kind of library");
   }
   void bind() {
     if (next_.symbol.empty()) throw Error("a bind without a symbol");
@@ -155,46 +125,28 @@ std::vector<ImageRebase> readRebases(const ImageFile& image) {
   std::vector<ImageRebase> rebases;
   Place place(image);
   FixupKind kind = FixupKind::pointer;
-  auto rebase = [&](uint64_t times, uint64_t skip) {
-    for (uint64_t i = 0; i < times; ++i) {
-      rebases.push_back({place.word(kind), kind});
-      place.move(skip);
-    }
-  };
-  for (Cursor cursor(image.rebases); !cursor.atEnd();) {
-    const uint8_t byte = cursor.u8();
-    const uint8_t immediate = byte & macho::kImmediateMask;
-    switch (byte & macho::kOpcodeMask) {
-      case macho::kRebaseDone:
+  FixupSteps steps(FixupStream::rebases, image.rebases, image.pointerSize());
+  while (const auto step = steps.next()) {
+    switch (step->kind) {
+      case FixupStep::Kind::done:
         return rebases;
-      case macho::kRebaseSetTypeImm:
-        kind = kindOf(immediate);
+      case FixupStep::Kind::type:
+        kind = kindOf(step->number);
         break;
-      case macho::kRebaseSetSegmentAndOffsetUleb:
-        place.set(immediate, cursor.uleb());
+      case FixupStep::Kind::segment:
+        place.set(step->number, step->distance);
         break;
-      case macho::kRebaseAddAddressUleb:
-        place.move(cursor.uleb());
+      case FixupStep::Kind::move:
+        place.move(step->distance);
         break;
-      case macho::kRebaseAddAddressImmScaled:
-        place.move(immediate * image.pointerSize());
+      case FixupStep::Kind::write:
+        for (uint64_t i = 0; i < step->times; ++i) {
+          rebases.push_back({place.word(kind), kind});
+          place.move(step->distance);
+        }
         break;
-      case macho::kRebaseDoImmTimes:
-        rebase(immediate, 0);
-        break;
-      case macho::kRebaseDoUlebTimes:
-        rebase(cursor.uleb(), 0);
-        break;
-      case macho::kRebaseDoAddAddressUleb:
-        rebase(1, cursor.uleb());
-        break;
-      case macho::kRebaseDoUlebTimesSkippingUleb: {
-        const uint64_t times = cursor.uleb();
-        rebase(times, cursor.uleb());
-        break;
-      }
       default:
-        unknown(byte);
+        break;
     }
   }
   return rebases;

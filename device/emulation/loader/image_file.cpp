@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-#include "loader/format.h"
+#include "macho/commands.h"
 #include "macho/error.h"
 #include "macho/format.h"
+#include "macho/loading.h"
+#include "macho/universal.h"
 
 namespace varnix::device {
 
@@ -15,6 +17,11 @@ constexpr uint32_t kLargestCommandCount = 1024, kLargestSliceCount = 32;
 
 uint32_t cpuOf(Architecture architecture) {
   return architecture == Architecture::arm64 ? macho::kCpuArm64 : macho::kCpuArm;
+}
+
+/// What the platform loads into a process that runs.
+bool isLoadable(uint32_t fileType) {
+  return fileType == macho::kDylib || fileType == macho::kBundle;
 }
 
 bool covers(uint64_t address, uint64_t size, uint64_t innerAddress, uint64_t innerSize) {
@@ -139,14 +146,12 @@ const ImageSection* ImageFile::section(std::string_view name) const {
 }
 
 Reader sliceFor(Architecture architecture, Reader file) {
-  // Fields are turned around: the header is the one part that is written the other way.
-  auto big = [&](uint64_t offset) { return __builtin_bswap32(file.u32(offset)); };
-  if (big(0) != macho::kUniversalMagic) return file;
-  const uint32_t count = big(4);
+  if (!isUniversal(file)) return file;
+  const uint32_t count = sliceCount(file);
   if (count > kLargestSliceCount) throw Error("a universal file of too many slices");
   for (uint32_t i = 0; i < count; ++i) {
-    const uint64_t entry = 8 + uint64_t{20} * i;
-    if (big(entry) == cpuOf(architecture)) return file.part(big(entry + 8), big(entry + 12));
+    const UniversalSlice slice = universalSlice(file, i);
+    if (slice.cpu == cpuOf(architecture)) return file.part(slice.offset, slice.size);
   }
   throw Error("no slice for " + std::string(nameOf(architecture)));
 }
@@ -154,23 +159,15 @@ Reader sliceFor(Architecture architecture, Reader file) {
 ImageFile readImageFile(Architecture architecture, Reader slice) {
   const bool is64 = architecture == Architecture::arm64;
   if (slice.u32(0) != (is64 ? macho::kMagic64 : macho::kMagic32) ||
-      slice.u32(4) != cpuOf(architecture) || slice.u32(12) != macho::kDylib)
+      slice.u32(4) != cpuOf(architecture) || !isLoadable(slice.u32(12)))
     throw Error("no dynamic library for " + std::string(nameOf(architecture)));
   ImageFile image;
   image.architecture = architecture;
   image.bytes = slice;
-  const uint32_t count = slice.u32(16);
-  if (count > kLargestCommandCount) throw Error("too many load commands");
-  const Reader commands =
-      slice.part(is64 ? macho::kHeaderSize64 : macho::kHeaderSize32, slice.u32(20));
+  if (slice.u32(16) > kLargestCommandCount) throw Error("too many load commands");
   Commands each(image);
-  uint64_t at = 0;
-  for (uint32_t i = 0; i < count; ++i) {
-    const uint32_t size = commands.u32(at + 4);
-    if (size < 8) throw Error("a load command without a size");
-    each.read(commands.u32(at), commands.part(at, size));
-    at += size;
-  }
+  forEachCommand(slice,
+                 [&](const LoadCommand& command) { each.read(command.kind, command.bytes); });
   measure(image);
   return image;
 }

@@ -7,9 +7,9 @@
 
 #include "loader/exports.h"
 #include "loader/fixups.h"
-#include "loader/format.h"
 #include "macho/error.h"
 #include "macho/format.h"
+#include "macho/loading.h"
 
 namespace varnix::device {
 

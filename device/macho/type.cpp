@@ -1,4 +1,4 @@
-#include "abi/type.h"
+#include "macho/type.h"
 
 #include <algorithm>
 #include <string>

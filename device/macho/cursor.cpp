@@ -1,4 +1,4 @@
-#include "loader/cursor.h"
+#include "macho/cursor.h"
 
 #include "macho/error.h"
 
