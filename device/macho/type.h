@@ -1,6 +1,7 @@
 // The platform's type encodings, read for the sizes of what travels.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -24,6 +25,7 @@ class Encoding {
   Encoding(std::string_view text, uint32_t word) : text_(text), word_(word) {}
 
   bool atEnd() const { return at_ == text_.size(); }
+  size_t position() const { return at_; }
 
   /// One type, and the offset that may stand behind it. Throws Error for an encoding that is none,
   /// or of a union, an array or a bit field.

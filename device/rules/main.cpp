@@ -1,0 +1,85 @@
+// varnix-check: holds finished libraries and bundles against the platform's rules.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "linker/stub_library.h"
+#include "macho/error.h"
+#include "macho/files.h"
+#include "rules/check.h"
+
+namespace {
+
+using namespace varnix::device;
+
+Offers readOffers(const std::vector<std::string>& paths) {
+  Offers offers;
+  for (const std::string& path : paths) {
+    try {
+      StubLibrary stub = readStubLibrary(readTextFile(path));
+      offers[stub.installName] = {stub.compatibilityVersion, std::move(stub.symbols)};
+    } catch (const Error& error) {
+      throw Error(path + ": " + error.what());
+    }
+  }
+  return offers;
+}
+
+/// How many rules are broken.
+size_t check(const std::string& path, const Offers& offers) {
+  const auto broken = checkLibrary(readFile(path), offers);
+  for (const Broken& each : broken)
+    std::printf("%s: %s: %.*s: %s\n", path.c_str(), each.slice.c_str(),
+                static_cast<int>(each.rule.size()), each.rule.data(), each.what.c_str());
+  return broken.size();
+}
+
+void listRules() {
+  for (const RuleName& rule : allRules())
+    std::printf("%-28.*s %.*s\n", static_cast<int>(rule.name.size()), rule.name.data(),
+                static_cast<int>(rule.sentence.size()), rule.sentence.data());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  constexpr int kUnusable = 2;
+  std::vector<std::string> files, stubs;
+  bool isListing = false;
+  CLI::App app(
+      "Holds libraries and bundles against the rules of the platform's loader, kernel and "
+      "run-time\n"
+      "of classes. Prints a line for each that is broken, as FILE: SLICE: RULE: what is wrong. "
+      "The\n"
+      "exit status is 1 where one is, and 2 where a file cannot be read.",
+      "varnix-check");
+  app.add_option("file", files, "libraries and bundles, of one processor or of several");
+  app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated");
+  app.add_flag("--rules", isListing, "list every rule");
+  try {
+    app.parse(argc, argv);
+    if (!isListing && files.empty()) throw CLI::RequiredError("file");
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kUnusable;
+  }
+  if (isListing) {
+    listRules();
+    return 0;
+  }
+  int status = 0;
+  try {
+    const Offers offers = readOffers(stubs);
+    for (const std::string& path : files) {
+      // The others are checked all the same.
+      try {
+        if (check(path, offers) != 0 && status == 0) status = 1;
+      } catch (const Error& error) {
+        std::fprintf(stderr, "varnix-check: %s\n", error.what());
+        status = kUnusable;
+      }
+    }
+  } catch (const Error& error) {
+    std::fprintf(stderr, "varnix-check: %s\n", error.what());
+    return kUnusable;
+  }
+  return status;
+}

@@ -1,0 +1,50 @@
+// The tables of rules, by what they are about.
+#pragma once
+
+#include <span>
+
+#include "rules/image.h"
+#include "rules/rule.h"
+
+namespace varnix::device {
+
+struct Fixups;
+struct ClassData;
+struct Signature;
+struct UniversalFile;
+
+using FileRule = RuleOf<UniversalFile>;
+using ImageRule = RuleOf<Image>;
+using FixupRule = RuleOf<Fixups>;
+using ClassRule = RuleOf<ClassData>;
+using SignatureRule = RuleOf<Signature>;
+
+inline constexpr std::string_view kSystemLibrary = "/usr/lib/libSystem.B.dylib";
+
+std::span<const FileRule> fileRules();
+/// Of the bytes alone; the rest needs a header.
+std::span<const ImageRule> firstRules();
+std::span<const ImageRule> headerRules();
+/// The rest needs load commands that can be read.
+std::span<const ImageRule> commandRules();
+std::span<const ImageRule> segmentRules();
+std::span<const ImageRule> sectionRules();
+std::span<const ImageRule> linkEditRules();
+std::span<const FixupRule> rebaseRules();
+std::span<const FixupRule> bindRules();
+std::span<const FixupRule> lazyRules();
+std::span<const FixupRule> stubRules();
+std::span<const FixupRule> exportRules();
+std::span<const FixupRule> initialiserRules();
+std::span<const ClassRule> classRules();
+std::span<const ClassRule> methodRules();
+std::span<const ClassRule> variableRules();
+std::span<const ClassRule> categoryRules();
+std::span<const ClassRule> constantRules();
+std::span<const SignatureRule> signatureRules();
+std::span<const SignatureRule> directoryRules();
+
+/// The version that a linked library is known to have.
+uint32_t compatibilityOf(const Image& image, std::string_view library);
+
+}  // namespace varnix::device
