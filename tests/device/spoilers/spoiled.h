@@ -1,0 +1,145 @@
+// A sound library and its spoiled copies, for the tests of the platform's rules.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/toolbox.h"
+#include "macho/opcodes.h"
+#include "rules/class_data.h"
+#include "rules/signature.h"
+
+namespace device_test {
+
+namespace device = varnix::device;
+
+/// tests/device/ruled.m, built for one processor.
+struct Sound {
+  Bytes bytes;
+  device::Image image;
+  device::Fixups fixups;
+  device::ClassData classes;
+  device::Signature signature;
+
+  /// Nil, and a failed test, where there is none.
+  const device::ClassHalf& classNamed(std::string_view name) const;
+  const device::ClassHalf& metaclassNamed(std::string_view name) const;
+  const device::CategoryEntry& categoryNamed(std::string_view name) const;
+};
+
+/// The architecture is "armv7" or "arm64". Built once.
+const Sound& soundLibrary(const std::string& architecture);
+/// The same as a bundle, which only the 64-bit linker makes.
+Bytes soundBundle();
+/// Both.
+Bytes soundUniversalFile();
+/// Options that name the stubs of what the library links.
+const std::string& stubOptions();
+
+/// Fields of load commands, which stand elsewhere in each width.
+enum class SegmentField : uint8_t {
+  address,
+  size,
+  fileOffset,
+  fileSize,
+  maxProtection,
+  protection
+};
+enum class SectionField : uint8_t {
+  address,
+  size,
+  offset,
+  alignment,
+  relocationCount,
+  flags,
+  firstIndirect,
+  stubSize
+};
+/// Of the loader's instructions.
+enum class Info : uint8_t { rebases = 0, binds = 2, weakBinds = 4, lazyBinds = 6, exports = 8 };
+
+/// A copy that is being spoiled. Places are those of the sound file.
+class Spoiled {
+ public:
+  explicit Spoiled(const Sound& sound) : sound(sound), bytes(sound.bytes) {}
+
+  const Sound& sound;
+  Bytes bytes;
+
+  bool is64() const { return sound.image.is64; }
+  uint64_t word() const { return sound.image.pointerSize(); }
+
+  void put8(uint64_t place, uint8_t value) { bytes.at(place) = value; }
+  void put32(uint64_t place, uint32_t value);
+  void putBig32(uint64_t place, uint32_t value);
+  void putText(uint64_t place, std::string_view text);
+  /// In the width of the library.
+  void putWord(uint64_t place, uint64_t value);
+  uint32_t u32(uint64_t place) const;
+
+  /// Where an address stands in the file.
+  uint64_t at(uint64_t address) const;
+  void put32At(uint64_t address, uint32_t value) { put32(at(address), value); }
+  void putWordAt(uint64_t address, uint64_t value) { putWord(at(address), value); }
+  uint64_t wordAt(uint64_t address) const;
+  uint32_t u32At(uint64_t address) const { return u32(at(address)); }
+
+  /// Where a load command stands.
+  uint64_t command(uint32_t kind, size_t index = 0) const;
+  uint64_t segment(std::string_view name) const;
+  void segment(std::string_view name, SegmentField field, uint64_t value);
+  uint64_t section(std::string_view name) const;
+  void section(std::string_view name, SectionField field, uint64_t value);
+
+  uint64_t info(Info table) const;
+  uint64_t infoSize(Info table) const;
+  void info(Info table, uint32_t offset, uint32_t size);
+  /// Where an opcode with that step stands.
+  uint64_t step(Info table, device::FixupStep::Kind kind, size_t index = 0) const;
+  /// Puts opcodes in the place of a table, and nothing behind them.
+  void replace(Info table, std::span<const uint8_t> opcodes);
+
+  uint64_t signature() const { return sound.signature.table->offset; }
+  /// The first or the second directory of digests.
+  uint64_t directory(size_t index) const;
+  /// The place of a name's terminal in the tree of exports, behind its size.
+  uint64_t terminal(std::string_view name) const;
+  /// A symbol's entry.
+  uint64_t symbol(std::string_view name) const;
+
+  /// Gives each page the digests that it has now.
+  void seal();
+};
+
+/// One way to break a rule.
+struct Spoiler {
+  const char* rule;
+  const char* how;
+  void (*spoil)(Spoiled& it);
+  /// Rules that it cannot but break as well.
+  std::vector<std::string> also = {};
+  const char* only = nullptr;  ///< The architecture that the rule is of.
+  bool isSealed = true;        ///< Whether digests follow.
+};
+
+std::span<const Spoiler> commandSpoilers();
+std::span<const Spoiler> segmentSpoilers();
+std::span<const Spoiler> fixupSpoilers();
+std::span<const Spoiler> codeSpoilers();
+std::span<const Spoiler> classSpoilers();
+std::span<const Spoiler> memberSpoilers();
+std::span<const Spoiler> signatureSpoilers();
+
+/// One way to break a rule of universal files.
+struct UniversalSpoiler {
+  const char* rule;
+  const char* how;
+  void (*spoil)(Bytes& bytes);
+  std::vector<std::string> also = {};
+};
+std::span<const UniversalSpoiler> universalSpoilers();
+
+}  // namespace device_test

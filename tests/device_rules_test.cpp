@@ -1,0 +1,146 @@
+// varnix-check: a library that keeps to every rule, and for each rule copies that break it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "device/spoilers/spoiled.h"
+#include "macho/files.h"
+
+namespace {
+
+using namespace device_test;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
+
+const std::string kCheck = VARNIX_DEVICE_TOOLS "/varnix-check ";
+
+struct Said {
+  int status = 0;
+  std::vector<std::string> rules;  ///< Of the slice, in the order of the lines.
+  std::string output;
+};
+
+/// What the command says of a file. Each line must be "FILE: SLICE: RULE: words".
+Said check(const Bytes& bytes, const std::string& slice) {
+  const Folder folder;
+  const std::string path = folder / "it.dylib";
+  device::writeFile(path, bytes);
+  const Ran ran = run(kCheck + path + stubOptions());
+  Said said{WEXITSTATUS(ran.status), {}, ran.output};
+  for (const auto& line : findAll(ran.output, "([^\n]+): ([^:\n]+): ([a-z0-9.-]+): [^\n]+\n")) {
+    EXPECT_EQ(line[1], path);
+    if (line[2] == slice) said.rules.push_back(line[3]);
+  }
+  EXPECT_EQ(findAll(ran.output, "\n").size(),
+            findAll(ran.output, "[^\n]+: [^:\n]+: [a-z0-9.-]+: ").size())
+      << ran.output;
+  return said;
+}
+
+/// Each copy breaks its rule, and none but those that the table names.
+void expectEachToBite(std::span<const Spoiler> spoilers) {
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    const Sound& sound = soundLibrary(architecture);
+    for (const Spoiler& spoiler : spoilers) {
+      if (spoiler.only != nullptr && spoiler.only != architecture) continue;
+      const std::string name = architecture + " " + spoiler.rule + ": " + spoiler.how;
+      Spoiled it(sound);
+      spoiler.spoil(it);
+      ASSERT_NE(it.bytes, sound.bytes) << name << ": nothing was spoiled";
+      if (spoiler.isSealed) it.seal();
+      const Said said = check(it.bytes, architecture);
+      EXPECT_EQ(said.status, 1) << name;
+      std::vector<std::string> wanted = spoiler.also;
+      wanted.emplace_back(spoiler.rule);
+      EXPECT_THAT(said.rules, UnorderedElementsAreArray(wanted)) << name << "\n" << said.output;
+    }
+  }
+}
+
+TEST(DeviceRules, ASoundLibraryKeepsToAll) {
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    const Said said = check(soundLibrary(architecture).bytes, architecture);
+    EXPECT_EQ(said.status, 0);
+    EXPECT_EQ(said.output, "");
+    // There is something of every kind, or rules would hold of nothing.
+    const Sound& sound = soundLibrary(architecture);
+    EXPECT_EQ(sound.classes.classes.size(), 3u);
+    EXPECT_EQ(sound.classes.categories.size(), 2u);
+    EXPECT_EQ(sound.classes.strings.size(), 3u);
+    EXPECT_EQ(sound.classes.blocks.size(), 1u);
+    EXPECT_EQ(sound.classes.descriptors.size(), 1u);
+    EXPECT_EQ(sound.fixups.exports.size(), 2u);
+    EXPECT_EQ(sound.signature.directories.size(), 2u);
+    EXPECT_EQ(sound.fixups.lazyBinds.words.empty(), architecture == "armv7");
+  }
+}
+
+TEST(DeviceRules, ABundleHasNoName) {
+  const Said said = check(soundBundle(), "arm64");
+  EXPECT_EQ(said.status, 0);
+  EXPECT_EQ(said.output, "");
+}
+
+TEST(DeviceRules, CommandsAndLibraries) { expectEachToBite(commandSpoilers()); }
+TEST(DeviceRules, SegmentsAndSections) { expectEachToBite(segmentSpoilers()); }
+TEST(DeviceRules, RebasesAndBinds) { expectEachToBite(fixupSpoilers()); }
+TEST(DeviceRules, LazyPointersExportsAndInitialisers) { expectEachToBite(codeSpoilers()); }
+TEST(DeviceRules, ClassesAndConstants) { expectEachToBite(classSpoilers()); }
+TEST(DeviceRules, MethodsAndVariables) { expectEachToBite(memberSpoilers()); }
+TEST(DeviceRules, Signatures) { expectEachToBite(signatureSpoilers()); }
+
+TEST(DeviceRules, FilesWithTwoSlices) {
+  const Bytes sound = soundUniversalFile();
+  EXPECT_EQ(check(sound, "file").output, "");
+  for (const UniversalSpoiler& spoiler : universalSpoilers()) {
+    Bytes bytes = sound;
+    spoiler.spoil(bytes);
+    ASSERT_NE(bytes, sound) << spoiler.how;
+    const Said said = check(bytes, "file");
+    EXPECT_EQ(said.status, 1);
+    EXPECT_THAT(said.output, HasSubstr(std::string(": ") + spoiler.rule + ": ")) << spoiler.how;
+    std::vector<std::string> wanted = spoiler.also;
+    if (std::string(spoiler.rule).starts_with("universal.")) wanted.emplace_back(spoiler.rule);
+    EXPECT_THAT(said.rules, UnorderedElementsAreArray(wanted)) << spoiler.how << "\n"
+                                                               << said.output;
+  }
+}
+
+TEST(DeviceRules, EveryRuleIsShownToBite) {
+  std::set<std::string> spoiled, listed;
+  for (const auto spoilers : {commandSpoilers(), segmentSpoilers(), fixupSpoilers(), codeSpoilers(),
+                              classSpoilers(), memberSpoilers(), signatureSpoilers()})
+    for (const Spoiler& each : spoilers) spoiled.insert(each.rule);
+  for (const UniversalSpoiler& each : universalSpoilers()) spoiled.insert(each.rule);
+  for (const auto& line : findAll(printed(kCheck + "--rules"), "([a-z0-9.-]+) +[A-Z][^\n]+\\.\n"))
+    EXPECT_TRUE(listed.insert(line[1]).second) << line[1] << " is listed twice";
+  EXPECT_GT(listed.size(), 150u);
+  EXPECT_EQ(spoiled, listed);
+}
+
+TEST(DeviceRules, WhatCannotBeRead) {
+  const Folder folder;
+  const Ran missing = run(kCheck + (folder / "missing"));
+  EXPECT_EQ(WEXITSTATUS(missing.status), 2);
+  EXPECT_THAT(missing.output, HasSubstr("varnix-check: " + (folder / "missing")));
+  EXPECT_EQ(WEXITSTATUS(run(kCheck).status), 2);
+  EXPECT_EQ(WEXITSTATUS(run(kCheck + "--unknown").status), 2);
+  writeText(folder / "stub.tbd", "no stub");
+  device::writeFile(folder / "it", soundLibrary("arm64").bytes);
+  const Ran stub = run(kCheck + (folder / "it") + " --stub " + (folder / "stub.tbd"));
+  EXPECT_EQ(WEXITSTATUS(stub.status), 2);
+  EXPECT_THAT(stub.output, HasSubstr("stub.tbd: "));
+}
+
+TEST(DeviceRules, AMissingFileHidesNoOther) {
+  const Folder folder;
+  writeText(folder / "empty", "");
+  const Ran ran = run(kCheck + (folder / "missing") + " " + (folder / "empty"));
+  EXPECT_EQ(WEXITSTATUS(ran.status), 2);
+  EXPECT_THAT(ran.output, HasSubstr((folder / "empty") + ": file: header.size: 0 bytes"));
+}
+
+}  // namespace
