@@ -20,8 +20,10 @@ class Findings {
   Findings(std::string slice, std::vector<Broken>& broken)
       : slice_(std::move(slice)), broken_(broken) {}
 
+  /// Whether all of them hold.
   template <class Of>
-  void apply(std::span<const RuleOf<Of>> rules, const Of& of) {
+  bool apply(std::span<const RuleOf<Of>> rules, const Of& of) {
+    const size_t before = broken_.size();
     for (const RuleOf<Of>& rule : rules) {
       std::string first;
       size_t count = 0;
@@ -32,8 +34,9 @@ class Findings {
       });
       if (count > 1) first += " (and " + std::to_string(count - 1) + " more)";
       if (count > 0) add(rule.name, first);
-      if (!isWhole) return;
+      if (!isWhole) break;
     }
+    return broken_.size() == before;
   }
 
   /// False, and said, where `work` runs into something that is not there.
@@ -60,12 +63,7 @@ class Findings {
   std::vector<Broken>& broken_;
 };
 
-void checkFixups(const Image& image, Findings& findings) {
-  Fixups fixups;
-  if (!findings.survives("symbols", [&] { fixups = readFixups(image); })) return;
-  for (const auto rules :
-       {rebaseRules(), bindRules(), lazyRules(), stubRules(), exportRules(), initialiserRules()})
-    findings.apply(rules, fixups);
+void checkClasses(const Fixups& fixups, Findings& findings) {
   ClassData classes;
   if (!findings.survives("classes", [&] { classes = readClassData(fixups); })) return;
   for (const auto rules :
@@ -73,19 +71,31 @@ void checkFixups(const Image& image, Findings& findings) {
     findings.apply(rules, classes);
 }
 
-void checkSlice(Image& image, std::vector<Broken>& broken, std::string name) {
-  const size_t before = broken.size();
-  Findings findings(std::move(name), broken);
-  findings.apply(firstRules(), image);
-  if (broken.size() != before) return;
+void checkFixups(const Image& image, Findings& findings) {
+  Fixups fixups;
+  if (!findings.survives("symbols", [&] { fixups = readFixups(image); })) return;
+  findings.apply(exportRules(), fixups);
+  // The rest is found by way of words that are rebased or bound.
+  bool isFixed = findings.apply(rebaseRules(), fixups);
+  isFixed &= findings.apply(bindRules(), fixups);
+  if (!isFixed) return;
+  for (const auto rules : {lazyRules(), stubRules(), initialiserRules()})
+    findings.apply(rules, fixups);
+  checkClasses(fixups, findings);
+}
+
+void checkSlice(Image& image, Findings findings) {
+  if (!findings.apply(firstRules(), image)) return;
   readHeader(image);
   findings.apply(headerRules(), image);
   if (!findings.survives("load commands", [&] { readCommands(image); })) return;
+  // What is missing may stand behind the command that is none.
+  if (!findings.apply(commandShapeRules(), image)) return;
   findings.apply(commandRules(), image);
-  if (image.commandFault) return;
-  findings.apply(segmentRules(), image);
-  findings.apply(sectionRules(), image);
-  if (image.loaderInfo && image.symbolTable && image.indirectSymbols) {
+  // The rest is found by way of segments.
+  bool isMapped = findings.apply(segmentRules(), image);
+  isMapped &= findings.apply(sectionRules(), image);
+  if (isMapped && image.loaderInfo && image.symbolTable && image.indirectSymbols) {
     findings.apply(linkEditRules(), image);
     checkFixups(image, findings);
   }
@@ -111,8 +121,8 @@ void append(std::vector<RuleName>& names, std::span<const RuleOf<Of>> rules) {
 std::vector<RuleName> allRules() {
   std::vector<RuleName> names = {kWhole};
   append(names, fileRules());
-  for (const auto rules : {firstRules(), headerRules(), commandRules(), segmentRules(),
-                           sectionRules(), linkEditRules()})
+  for (const auto rules : {firstRules(), headerRules(), commandShapeRules(), commandRules(),
+                           segmentRules(), sectionRules(), linkEditRules()})
     append(names, rules);
   for (const auto rules :
        {rebaseRules(), bindRules(), lazyRules(), stubRules(), exportRules(), initialiserRules()})
@@ -137,7 +147,7 @@ std::vector<Broken> checkLibrary(std::span<const uint8_t> bytes, const Offers& o
     image.bytes = *slice.bytes;
     image.offset = slice.entry.offset;
     image.offers = &offers;
-    checkSlice(image, broken, nameOf(file, slice));
+    checkSlice(image, Findings(nameOf(file, slice), broken));
   }
   return broken;
 }

@@ -24,7 +24,9 @@ struct Broken {
 };
 
 /// The rules that a file breaks, each once for a slice, in the order in which they are applied.
-/// Where something cannot be read, rules that need it are left out. Throws nothing for any bytes.
+/// Rules that read by way of something unsound are left out: all of a slice without load commands,
+/// what segments hold where these are wrong, and what is behind pointers where rebases or binds
+/// are. Throws nothing for any bytes.
 std::vector<Broken> checkLibrary(std::span<const uint8_t> file, const Offers& offers = {});
 
 }  // namespace varnix::device

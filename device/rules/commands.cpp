@@ -37,12 +37,15 @@ std::string versionText(uint32_t version) {
 
 constexpr uint32_t kNewestMinimum = 0x90300;
 
-constexpr ImageRule kCommands[] = {
+constexpr ImageRule kShapes[] = {
     {"commands.size", "A load command has the eight bytes that all begin with.",
      whole<[](const Image& image) { return faultOf(image, Fault::tooSmall); }>},
     {"commands.room",
      "Load commands and their sections lie in the room that the header gives them.",
      whole<[](const Image& image) { return faultOf(image, Fault::leavesHeader); }>},
+};
+
+constexpr ImageRule kCommands[] = {
     {"commands.width", "Segments have the width of their file.",
      each<&Image::commands,
           [](const Image& image, const LoadCommand& command) {
@@ -120,6 +123,7 @@ constexpr ImageRule kCommands[] = {
 
 }  // namespace
 
+std::span<const ImageRule> commandShapeRules() { return kShapes; }
 std::span<const ImageRule> commandRules() { return kCommands; }
 
 uint32_t compatibilityOf(const Image& image, std::string_view library) {

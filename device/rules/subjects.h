@@ -25,7 +25,8 @@ std::span<const FileRule> fileRules();
 /// Of the bytes alone; the rest needs a header.
 std::span<const ImageRule> firstRules();
 std::span<const ImageRule> headerRules();
-/// The rest needs load commands that can be read.
+/// Whether load commands can be read to the last, which the rest needs.
+std::span<const ImageRule> commandShapeRules();
 std::span<const ImageRule> commandRules();
 std::span<const ImageRule> segmentRules();
 std::span<const ImageRule> sectionRules();

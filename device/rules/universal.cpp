@@ -83,8 +83,10 @@ constexpr FileRule kUniversal[] = {
     {"universal.once", "There is one slice for a processor.", pairs<isSameProcessor>},
     {"universal.both", "There is a slice for armv7 and one for arm64.",
      whole<[](const UniversalFile& file) {
-       return unless(!file.isUniversal || (std::ranges::any_of(file.slices, isArmV7) &&
-                                           std::ranges::any_of(file.slices, isArm64)),
+       // Where the table cannot be read there is another rule to say so.
+       return unless(file.slices.empty() || !file.isUniversal ||
+                         (std::ranges::any_of(file.slices, isArmV7) &&
+                          std::ranges::any_of(file.slices, isArm64)),
                      "one is missing");
      }>},
 };

@@ -83,14 +83,14 @@ void callLater(void (^block)(void));
 @end
 
 static int zeros[64];
-void (^const constantBlock)(void) = ^{
-  zeros[0] = 1;
+void (^const constantBlock)(int) = ^(int number) {
+  zeros[0] = number;
 };
 NSString *const names[] = {@"first", @"second"};
 
 __attribute__((visibility("default"))) void ruledBegin(void) {
-  callLater(constantBlock);
-  zeros[1] = 2;
+  use((const void *)constantBlock);
+  use(zeros);
   use(names[zeros[3]]);
 }
 

@@ -33,10 +33,8 @@ void flags(Spoiled& it, const Half& half, uint32_t value) {
 /// Puts the address that one word holds into another.
 void copyWord(Spoiled& it, uint64_t from, uint64_t to) { it.putWordAt(to, it.wordAt(from)); }
 
-uint64_t listed(const Spoiled& it) { return it.sound.image.section("__objc_classlist")->address; }
-uint64_t imageInfo(const Spoiled& it) {
-  return it.sound.image.section("__objc_imageinfo")->address;
-}
+uint64_t listed(const Spoiled& it) { return it.header("__objc_classlist").address; }
+uint64_t imageInfo(const Spoiled& it) { return it.header("__objc_imageinfo").address; }
 
 const device::CategoryEntry& category(const Spoiled& it) { return it.sound.categoryNamed("Ruled"); }
 
@@ -62,17 +60,29 @@ const device::BlockDescriptor& descriptor(const Spoiled& it) {
 }
 
 const Spoiler kClassSpoilers[] = {
-    {"classes.pointers", "nothing is rebased", [](Spoiled& it) { it.info(Info::rebases, 0, 0); }},
-    {"classes.pointers", "nil, but rebased",
-     [](Spoiled& it) { it.putWordAt(dataWord(it, triple(it), 4), 0); }},
-    {"classes.writable", "data to read only",
-     [](Spoiled& it) { it.segment("__DATA", SegmentField::protection, 1); }},
+    {"classes.pointers",
+     "nothing is rebased",
+     [](Spoiled& it) { it.info(Info::rebases, 0, 0); },
+     {"class-lists.fixed", "initialisers.rebased"},
+     nullptr,
+     true,
+     {"lazy.rebased"}},
+    {"classes.pointers",
+     "nil, but rebased",
+     [](Spoiled& it) { it.putWordAt(dataWord(it, triple(it), 4), 0); },
+     {"variables.filled"}},
+    {"classes.writable", "a segment that is no data's",
+     [](Spoiled& it) { it.put8(it.segment("__DATA") + 8 + 5, 'X'); }},
     {"classes.listed", "twice",
      [](Spoiled& it) { copyWord(it, listed(it), listed(it) + it.word()); }},
-    {"classes.aligned", "two bytes along",
-     [](Spoiled& it) { it.putWordAt(listed(it), it.wordAt(listed(it)) + 2); }},
-    {"classes.isa", "another's",
-     [](Spoiled& it) { copyWord(it, classWord(it, triple(it), 0), classWord(it, pair(it), 0)); }},
+    {"classes.aligned",
+     "two bytes along",
+     [](Spoiled& it) { it.putWordAt(listed(it), it.wordAt(listed(it)) + 2); },
+     {"classes.cache", "classes.data", "classes.isa", "classes.no-table", "classes.superclass"}},
+    {"classes.isa",
+     "another's",
+     [](Spoiled& it) { copyWord(it, classWord(it, triple(it), 0), classWord(it, pair(it), 0)); },
+     {"classes.name", "classes.superclass", "classes.weak-pair"}},
     {"classes.superclass", "no class",
      [](Spoiled& it) {
        it.putWordAt(classWord(it, triple(it), 1), pair(it).address + 5 * it.word());
@@ -86,12 +96,14 @@ const Spoiler kClassSpoilers[] = {
     {"classes.weak-pair", "the metaclass must be there",
      [](Spoiled& it) { toggleWeak(it, "_OBJC_METACLASS_$_UIBarButtonItem"); }},
     {"classes.cache", "called otherwise",
-     [](Spoiled& it) { it.put8(bindOf(it, "__objc_empty_cache") + 8, 'X'); }},
+     [](Spoiled& it) { it.renameSymbol("__objc_empty_cache", "__objc_empty_cachf"); }},
     {"classes.cache", "may be missing", [](Spoiled& it) { toggleWeak(it, "__objc_empty_cache"); }},
     {"classes.no-table", "a number",
      [](Spoiled& it) { it.putWordAt(classWord(it, pair(it), 3), 1); }},
-    {"classes.data", "with a bit",
-     [](Spoiled& it) { it.putWordAt(classWord(it, pair(it), 4), pair(it).data.target + 1); }},
+    {"classes.data",
+     "with a bit",
+     [](Spoiled& it) { it.putWordAt(classWord(it, pair(it), 4), pair(it).data.target + 1); },
+     {"classes.instance-size"}},
     {"classes.flags", "a metaclass that says it is none",
      [](Spoiled& it) { flags(it, meta(it), 0); }},
     {"classes.flags", "a class that says it is a metaclass",
@@ -109,14 +121,18 @@ const Spoiler kClassSpoilers[] = {
      [](Spoiled& it) { flags(it, pair(it), 4 | pair(it).flags); }},
     {"classes.destruction", "destructs nothing",
      [](Spoiled& it) { flags(it, pair(it), 0x104 | pair(it).flags); }},
-    {"classes.instance-size", "starts behind the root's end",
+    {"classes.instance-size",
+     "starts behind the root's end",
      [](Spoiled& it) {
        it.put32At(pair(it).data.target + kStart, static_cast<uint32_t>(3 * it.word()));
-     }},
-    {"classes.instance-size", "starts within the superclass",
+     },
+     {"variables.filled", "variables.offset"}},
+    {"classes.instance-size",
+     "starts within the superclass",
      [](Spoiled& it) {
        it.put32At(triple(it).data.target + kStart, static_cast<uint32_t>(it.word()));
-     }},
+     },
+     {"variables.filled"}},
     {"classes.meta-size", "a word less",
      [](Spoiled& it) {
        it.put32At(meta(it).data.target + kStart, static_cast<uint32_t>(4 * it.word()));
@@ -125,14 +141,18 @@ const Spoiler kClassSpoilers[] = {
      [](Spoiled& it) {
        it.put32At(meta(it).data.target + kSize, static_cast<uint32_t>(6 * it.word()));
      }},
-    {"classes.no-layout", "one",
+    {"classes.no-layout",
+     "one",
      [](Spoiled& it) {
        copyWord(it, dataWord(it, pair(it), kName), dataWord(it, pair(it), kLayout));
-     }},
-    {"classes.no-protocols", "some",
+     },
+     {"classes.pointers"}},
+    {"classes.no-protocols",
+     "some",
      [](Spoiled& it) {
        copyWord(it, dataWord(it, pair(it), kName), dataWord(it, pair(it), kProtocols));
-     }},
+     },
+     {"classes.pointers"}},
     {"classes.name", "the metaclass's is another",
      [](Spoiled& it) {
        copyWord(it, dataWord(it, triple(it), kName), dataWord(it, meta(it), kName));
@@ -161,18 +181,23 @@ const Spoiler kClassSpoilers[] = {
      [](Spoiled& it) { toggleWeak(it, "_OBJC_CLASS_$_UIColor"); }},
     {"categories.name", "none",
      [](Spoiled& it) { it.put8(it.at(category(it).name.pointer.target), '('); }},
-    {"categories.methods", "none",
+    {"categories.methods",
+     "none",
      [](Spoiled& it) {
        it.putWordAt(category(it).target.at + it.word(), 0);
        it.putWordAt(category(it).target.at + 2 * it.word(), 0);
-     }},
-    {"categories.methods", "protocols",
+     },
+     {"classes.pointers"}},
+    {"categories.methods",
+     "protocols",
      [](Spoiled& it) {
        copyWord(it, category(it).name.pointer.at, category(it).target.at + 3 * it.word());
-     }},
+     },
+     {"classes.pointers"}},
     {"categories.load", "is not listed",
      [](Spoiled& it) { it.put8(it.section("__objc_nlcatlist") + 2, 'x'); }},
-    {"strings.aligned", "two bytes along",
+    {"strings.aligned",
+     "two bytes along",
      [](Spoiled& it) {
        // Every bound word after it moves as well, so that this takes one that stands alone.
        const uint64_t data = it.sound.image.segment("__DATA")->address;
@@ -187,7 +212,12 @@ const Spoiler kClassSpoilers[] = {
        out.uleb(string(it).address + 2 - data);
        out.u8(device::macho::kBindDo);
        it.replace(Info::binds, out.take());
-     }},
+     },
+     {"categories.class", "classes.cache", "classes.isa", "classes.pointers", "classes.superclass",
+      "strings.flags", "strings.text", "stubs.target"},
+     nullptr,
+     true,
+     {"lazy.binder"}},
     {"strings.flags", "16-bit characters",
      [](Spoiled& it) { it.put32At(string(it).address + it.word(), 0x7d0); }},
     {"strings.text", "no ASCII",

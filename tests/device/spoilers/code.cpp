@@ -13,7 +13,7 @@ using Kind = device::FixupStep::Kind;
 using Section = SectionField;
 
 const device::SectionHeader& sectionOf(const Spoiled& it, const char* name) {
-  return *it.sound.image.section(name);
+  return it.header(name);
 }
 
 /// Where the first lazy pointer and its helper are.
@@ -32,22 +32,25 @@ const Spoiler kCodeSpoilers[] = {
     {"lazy.opcodes",
      "an addend",
      [](Spoiled& it) { it.put8(it.step(Info::lazyBinds, Kind::library), 0x61); },
-     {},
+     {"lazy.info", "lazy.streams", "stubs.target"},
      k64},
     {"lazy.opcodes",
      "unknown",
      [](Spoiled& it) { it.put8(it.step(Info::lazyBinds, Kind::library), 0xd0); },
-     {},
+     {"lazy.info", "lazy.streams", "stubs.target"},
      k64},
     {"lazy.opcodes",
      "many at once",
      [](Spoiled& it) { it.put8(it.step(Info::lazyBinds, Kind::write), 0xb0); },
-     {},
+     {"lazy.info", "lazy.streams", "stubs.target"},
      k64},
     {"lazy.streams",
      "one that binds nothing",
-     [](Spoiled& it) { it.put8(it.info(Info::lazyBinds), 0); },
-     {},
+     [](Spoiled& it) {
+       for (uint64_t i = it.info(Info::lazyBinds); i < it.step(Info::lazyBinds, Kind::done); ++i)
+         it.put8(i, 0);
+     },
+     {"stubs.target"},
      k64},
     {"lazy.streams",
      "without an end",
@@ -63,17 +66,29 @@ const Spoiler kCodeSpoilers[] = {
      k64},
     {"lazy.must-be-there",
      "may be missing",
-     [](Spoiled& it) { it.put8(it.step(Info::lazyBinds, Kind::symbol), 0x41); },
+     [](Spoiled& it) {
+       it.put8(it.step(Info::lazyBinds, Kind::symbol), 0x41);
+       const uint64_t description = it.symbol(it.sound.fixups.lazyBinds.words[0].symbol) + 6;
+       it.put8(description, device::macho::kWeakReference);
+     },
      {},
      k64},
-    {"lazy.rebased", "not at all", [](Spoiled& it) { it.info(Info::rebases, 0, 0); }, {}, k64},
-    {"lazy.info", "none", [](Spoiled& it) { it.info(Info::lazyBinds, 0, 0); }, {}, k64},
+    {"lazy.rebased",
+     "not at all",
+     [](Spoiled& it) { it.info(Info::rebases, 0, 0); },
+     {"class-lists.fixed", "classes.pointers", "initialisers.rebased"},
+     k64},
+    {"lazy.info",
+     "none",
+     [](Spoiled& it) { it.info(Info::lazyBinds, 0, 0); },
+     {"stubs.target"},
+     k64},
     {"lazy.info",
      "of a pointer that is bound at once",
      [](Spoiled& it) {
        it.section("__nl_symbol_ptr", Section::flags, device::macho::kLazySymbolPointers);
      },
-     {},
+     {"stubs.target"},
      k32},
     {"lazy.helper", "another bind", [](Spoiled& it) { it.put32(helper(it) + 8, 1); }, {}, k64},
     {"lazy.helper",
@@ -89,18 +104,11 @@ const Spoiler kCodeSpoilers[] = {
     {"lazy.helper",
      "no helpers",
      [](Spoiled& it) { it.put8(it.section("__stub_helper") + 2, 'x'); },
-     {},
+     {"lazy.binder"},
      k64},
     {"lazy.binder",
      "called otherwise",
-     [](Spoiled& it) {
-       for (size_t i = 0;; ++i) {
-         const uint64_t place = it.step(Info::binds, Kind::symbol, i) + 1;
-         if (it.sound.image.bytes.text(place) != "dyld_stub_binder") continue;
-         it.put8(place, 'x');
-         return;
-       }
-     },
+     [](Spoiled& it) { it.renameSymbol("dyld_stub_binder", "dyld_stub_bindex"); },
      {},
      k64},
     {"lazy.binder",
@@ -137,14 +145,18 @@ const Spoiler kCodeSpoilers[] = {
        it.put32(entry, it.u32(entry + 4));
      }},
     {"exports.tree", "200 edges", [](Spoiled& it) { it.put8(it.info(Info::exports) + 1, 200); }},
-    {"exports.tree", "a loop",
+    {"exports.tree",
+     "a loop",
      [](Spoiled& it) {
        // The only edge of the root leads back to it.
        const uint64_t edge = it.info(Info::exports) + 2;
        it.put8(edge + it.sound.image.bytes.text(edge).size() + 1, 0);
-     }},
-    {"exports.found", "another edge",
-     [](Spoiled& it) { it.put8(it.info(Info::exports) + 2, 'x'); }},
+     },
+     {"exports.found"}},
+    {"exports.found",
+     "another edge",
+     [](Spoiled& it) { it.put8(it.info(Info::exports) + 2, 'x'); },
+     {"exports.listed"}},
     {"exports.kind", "of a thread", [](Spoiled& it) { it.put8(terminal(it), 1); }},
     {"exports.kind", "of another library", [](Spoiled& it) { it.put8(terminal(it), 8); }},
     {"exports.address", "elsewhere",
@@ -168,13 +180,16 @@ const Spoiler kCodeSpoilers[] = {
      }},
     {"initialisers.size", "half a word",
      [](Spoiled& it) { it.section("__mod_init_func", Section::size, 2); }},
-    {"initialisers.rebased", "not",
+    {"initialisers.rebased",
+     "not",
      [](Spoiled& it) {
        it.section("__mod_init_func", Section::address, initialiser(it));
        it.info(Info::rebases, 0, 0);
-     }},
-    {"initialisers.code", "outside",
-     [](Spoiled& it) { it.putWordAt(initialiser(it), it.is64() ? 0x7ffff000 : 0x7ffff001); }},
+     },
+     {"class-lists.fixed", "classes.pointers"},
+     nullptr,
+     true,
+     {"lazy.rebased"}},
     {"initialisers.code", "data",
      [](Spoiled& it) {
        it.putWordAt(initialiser(it),
@@ -189,9 +204,17 @@ const Spoiler kCodeSpoilers[] = {
      [](Spoiled& it) {
        it.section("__data", Section::flags, device::macho::kModTermFuncPointers);
      }},
-    {"class-lists.size", "half a word more",
-     [](Spoiled& it) { it.section("__objc_classlist", Section::size, 3 * it.word() + 2); }},
-    {"class-lists.fixed", "not", [](Spoiled& it) { it.info(Info::rebases, 0, 0); }},
+    {"class-lists.size",
+     "half a word more",
+     [](Spoiled& it) { it.section("__objc_classlist", Section::size, 3 * it.word() + 2); },
+     {"classes.sections"}},
+    {"class-lists.fixed",
+     "not",
+     [](Spoiled& it) { it.info(Info::rebases, 0, 0); },
+     {"classes.pointers", "initialisers.rebased"},
+     nullptr,
+     true,
+     {"lazy.rebased"}},
 };
 
 }  // namespace

@@ -16,15 +16,21 @@ void addFlags(Spoiled& it, uint32_t flags) { it.put32(kFlags, it.u32(kFlags) | f
 
 uint64_t lastCommand(const Spoiled& it) { return it.sound.image.commands.back().at; }
 
-/// The load command of the library with that number, from one.
-uint64_t libraryCommand(const Spoiled& it, size_t number) {
-  return it.command(macho::kLoadDylib, number - 1);
+/// The load commands of libraries.
+std::vector<const device::LoadCommand*> libraryCommands(const Spoiled& it) {
+  std::vector<const device::LoadCommand*> result;
+  for (const device::LoadCommand& each : it.sound.image.commands)
+    if (each.kind == macho::kLoadDylib || each.kind == macho::kLoadWeakDylib)
+      result.push_back(&each);
+  return result;
 }
 
-uint64_t systemLibrary(const Spoiled& it) {
-  for (size_t number = 1;; ++number)
-    if (it.sound.image.libraries.at(number - 1).name == "/usr/lib/libSystem.B.dylib")
-      return libraryCommand(it, number);
+/// Where that of the library is whose name ends so.
+uint64_t libraryNamed(const Spoiled& it, std::string_view end) {
+  const auto& libraries = it.sound.image.libraries;
+  size_t index = 0;
+  while (!libraries.at(index).name.ends_with(end)) ++index;
+  return libraryCommands(it).at(index)->at;
 }
 
 const Spoiler kCommandSpoilers[] = {
@@ -55,7 +61,7 @@ const Spoiler kCommandSpoilers[] = {
     {"commands.size", "one more",
      [](Spoiled& it) {
        it.put32(kCommandCount, it.u32(kCommandCount) + 1);
-       it.put32(kCommandRoom, it.u32(kCommandRoom) + 8);
+       it.put32(it.sound.image.headerSize() + it.u32(kCommandRoom) + 4, 0);
      }},
     {"commands.room", "too little room",
      [](Spoiled& it) { it.put32(kCommandRoom, it.u32(kCommandRoom) - 8); }},
@@ -67,7 +73,7 @@ const Spoiler kCommandSpoilers[] = {
      [](Spoiled& it) {
        it.put32(it.segment("__LINKEDIT"), it.is64() ? macho::kSegment : macho::kSegment64);
      },
-     {"segments.link-edit-last", "link-edit.inside"}},
+     {"segments.link-edit-last"}},
     {"commands.known", "an unknown one that is required",
      [](Spoiled& it) { it.put32(it.command(macho::kUuid), 0x80000033); }},
     {"commands.known", "chained fixups",
@@ -86,7 +92,7 @@ const Spoiler kCommandSpoilers[] = {
     {"commands.one-signature",
      "two",
      [](Spoiled& it) {
-       const uint64_t second = it.command(macho::kDataInCode), first = it.command(0x1d);
+       const uint64_t second = it.tableCommand(), first = it.command(0x1d);
        it.put32(second, macho::kCodeSignature);
        for (const uint64_t field : {8, 12}) it.put32(second + field, it.u32(first + field));
      },
@@ -105,24 +111,25 @@ const Spoiler kCommandSpoilers[] = {
     {"libraries.count",
      "none",
      [](Spoiled& it) {
-       for (size_t i = 1; i <= it.sound.image.libraries.size(); ++i)
-         it.put32(it.command(macho::kLoadDylib, i - 1), 0x16);
+       for (const auto* each : libraryCommands(it)) it.put32(each->at, 0x16);
      },
      {"libraries.system", "binds.library", "binds.home"}},
     {"libraries.name",
      "outside of its command",
-     [](Spoiled& it) { it.put32(libraryCommand(it, 1) + 8, 4096); },
-     {}},
+     [](Spoiled& it) { it.put32(libraryNamed(it, "UIKit") + 8, 4096); },
+     {"binds.home"}},
     {"libraries.name",
      "no path",
-     [](Spoiled& it) { it.put8(libraryCommand(it, 1) + macho::kDylibSize, 'x'); },
+     [](Spoiled& it) { it.put8(libraryNamed(it, "UIKit") + macho::kDylibSize, 'x'); },
      {}},
     {"libraries.compatibility", "999",
-     [](Spoiled& it) { it.put32(libraryCommand(it, 1) + 20, 999 << 16); }},
+     [](Spoiled& it) { it.put32(libraryNamed(it, "UIKit") + 20, 999 << 16); }},
     {"libraries.system",
      "called otherwise",
-     [](Spoiled& it) { it.putText(systemLibrary(it) + macho::kDylibSize, "/usr/lib/libSystex"); },
-     {}},
+     [](Spoiled& it) {
+       it.putText(libraryNamed(it, "libSystem.B.dylib") + macho::kDylibSize, "/usr/lib/libSystex");
+     },
+     {"binds.home"}},
 };
 
 }  // namespace

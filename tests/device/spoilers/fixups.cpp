@@ -76,12 +76,21 @@ const Spoiler kFixupSpoilers[] = {
      [](Spoiled& it) { it.replace(Info::rebases, rebasing(0, {0x1000})); }},
     {"rebases.writable", "link information",
      [](Spoiled& it) { it.replace(Info::rebases, rebasing(2, {8})); }},
-    {"rebases.inside", "behind the segment",
-     [](Spoiled& it) { it.replace(Info::rebases, rebasing(1, {dataOf(it).size})); }},
+    {"rebases.inside",
+     "behind the segment",
+     [](Spoiled& it) { it.replace(Info::rebases, rebasing(1, {dataOf(it).size})); },
+     {"rebases.target"}},
     {"rebases.in-file", "a zero of no file",
-     [](Spoiled& it) { it.segment("__DATA", SegmentField::fileSize, plainWord(it)); }},
+     [](Spoiled& it) {
+       const uint64_t zeros = it.header("__bss").address - dataOf(it).address;
+       it.segment("__DATA", SegmentField::fileSize, zeros);
+       it.replace(Info::rebases, rebasing(1, {zeros}));
+     }},
     {"rebases.aligned", "in the middle of one",
-     [](Spoiled& it) { it.replace(Info::rebases, rebasing(1, {plainWord(it) + 2})); }},
+     [](Spoiled& it) {
+       const uint64_t zeros = it.header("__bss").address - dataOf(it).address;
+       it.replace(Info::rebases, rebasing(1, {zeros + 2}));
+     }},
     {"rebases.once", "twice",
      [](Spoiled& it) {
        const uint64_t word = it.sound.fixups.rebases.words[0].address - dataOf(it).address;
@@ -93,7 +102,6 @@ const Spoiler kFixupSpoilers[] = {
      [](Spoiled& it) { it.put8(it.step(Info::binds, Kind::library), 0xd0); }},
     {"binds.opcodes", "a name without an end",
      [](Spoiled& it) {
-       it.replace(Info::binds, binding(it, {plainWord(it)}));
        const uint64_t place = it.step(Info::binds, Kind::symbol);
        for (uint64_t i = place + 1; i < it.info(Info::binds) + it.infoSize(Info::binds); ++i)
          it.put8(i, 'x');
@@ -111,10 +119,14 @@ const Spoiler kFixupSpoilers[] = {
      [](Spoiled& it) { immediate(it, it.step(Info::binds, Kind::segment), 0); }},
     {"binds.inside", "behind the segment",
      [](Spoiled& it) { it.replace(Info::binds, binding(it, {dataOf(it).size})); }},
-    {"binds.symbol", "none",
-     [](Spoiled& it) { it.replace(Info::binds, binding(it, {plainWord(it)}, nullptr)); }},
-    {"binds.library", "the fourteenth",
-     [](Spoiled& it) { immediate(it, it.step(Info::binds, Kind::library), 14); }},
+    {"binds.symbol",
+     "none",
+     [](Spoiled& it) { it.replace(Info::binds, binding(it, {plainWord(it)}, nullptr)); },
+     {"binds.offered", "binds.symbol-table"}},
+    {"binds.library",
+     "the fourteenth",
+     [](Spoiled& it) { immediate(it, it.step(Info::binds, Kind::library), 14); },
+     {"binds.home", "binds.symbol-table"}},
     {"binds.once", "twice",
      [](Spoiled& it) { it.replace(Info::binds, binding(it, {plainWord(it), plainWord(it)})); }},
     {"binds.not-rebased", "a rebased word",
@@ -122,8 +134,10 @@ const Spoiler kFixupSpoilers[] = {
        const uint64_t word = it.sound.fixups.rebases.words[0].address - dataOf(it).address;
        it.replace(Info::binds, binding(it, {word}));
      }},
-    {"binds.symbol-table", "another name",
-     [](Spoiled& it) { it.put8(it.step(Info::binds, Kind::symbol) + 3, 'X'); }},
+    {"binds.symbol-table",
+     "another name",
+     [](Spoiled& it) { it.put8(it.step(Info::binds, Kind::symbol) + 3, 'X'); },
+     {"binds.offered"}},
     {"binds.symbol-table", "another library",
      [](Spoiled& it) {
        const uint64_t field = it.symbol("_use") + 6;
@@ -134,18 +148,9 @@ const Spoiler kFixupSpoilers[] = {
        const uint64_t field = it.symbol("_use") + 6;
        it.put8(field, static_cast<uint8_t>(it.bytes[field] | macho::kWeakReference));
      }},
-    {"binds.offered", "another library's",
-     [](Spoiled& it) {
-       const uint64_t names = (*it.sound.image.symbolTable)[2];
-       // In the binds and in the table of symbols.
-       for (const uint64_t start : {it.info(it.is64() ? Info::lazyBinds : Info::binds), names})
-         for (uint64_t i = start;; ++i)
-           if (it.sound.image.bytes.at(i, 5)[0] == '_' && it.sound.image.bytes.text(i) == "_use") {
-             it.putText(i, "_abc");
-             break;
-           }
-     }},
-    {"binds.home", "a class of another library",
+    {"binds.offered", "what no library has", [](Spoiled& it) { it.renameSymbol("_use", "_abc"); }},
+    {"binds.home",
+     "a class of another library",
      [](Spoiled& it) {
        const auto libraries = it.sound.image.libraries;
        uint8_t other = 1;
@@ -159,9 +164,12 @@ const Spoiler kFixupSpoilers[] = {
        out.uleb(plainWord(it));
        out.u8(macho::kBindDo);
        it.replace(Info::binds, out.take());
-     }},
-    {"binds.not-weak", "some",
-     [](Spoiled& it) { it.info(Info::weakBinds, static_cast<uint32_t>(it.info(Info::binds)), 4); }},
+     },
+     {"binds.offered", "binds.symbol-table"}},
+    {"binds.not-weak",
+     "some",
+     [](Spoiled& it) { it.info(Info::weakBinds, static_cast<uint32_t>(it.info(Info::binds)), 4); },
+     {"link-edit.apart"}},
 };
 
 }  // namespace

@@ -62,6 +62,10 @@ uint64_t Spoiled::command(uint32_t kind, size_t index) const {
   missing("load command of a kind");
 }
 
+uint64_t Spoiled::tableCommand() const {
+  return command(is64() ? uint32_t{macho::kFunctionStarts} : uint32_t{macho::kDataInCode});
+}
+
 uint64_t Spoiled::segment(std::string_view name) const {
   for (const device::LoadCommand& each : sound.image.commands)
     if ((each.kind == macho::kSegment || each.kind == macho::kSegment64) &&
@@ -92,6 +96,12 @@ void Spoiled::section(std::string_view name, SectionField field, uint64_t value)
   const uint64_t where = section(name) + (is64() ? place.wide : place.narrow);
   if (place.isWord) putWord(where, value);
   else put32(where, static_cast<uint32_t>(value));
+}
+
+const device::SectionHeader& Spoiled::header(std::string_view name) const {
+  const device::SectionHeader* found = sound.image.section(name);
+  if (found == nullptr) missing(name);
+  return *found;
 }
 
 uint64_t Spoiled::info(Info table) const {
@@ -159,6 +169,16 @@ uint64_t Spoiled::symbol(std::string_view name) const {
   if (found == symbols.end()) missing(name);
   return (*sound.image.symbolTable)[0] +
          static_cast<uint64_t>(found - symbols.begin()) * (is64() ? 16 : 12);
+}
+
+void Spoiled::renameSymbol(std::string_view old, std::string_view name) {
+  const std::string wanted = std::string(old) + '\0';
+  for (auto at = bytes.begin() + static_cast<long>(info(Info::rebases));; ++at) {
+    at = std::search(at, bytes.begin() + static_cast<long>(signature()), wanted.begin(),
+                     wanted.end());
+    if (at == bytes.begin() + static_cast<long>(signature())) return;
+    std::copy(name.begin(), name.end(), at);
+  }
 }
 
 void Spoiled::seal() {

@@ -89,9 +89,13 @@ class Spoiled {
 
   /// Where a load command stands.
   uint64_t command(uint32_t kind, size_t index = 0) const;
+  /// One that points to a table, of which nothing but its place matters to the loader.
+  uint64_t tableCommand() const;
   uint64_t segment(std::string_view name) const;
   void segment(std::string_view name, SegmentField field, uint64_t value);
   uint64_t section(std::string_view name) const;
+  /// What the sound library says of it.
+  const device::SectionHeader& header(std::string_view name) const;
   void section(std::string_view name, SectionField field, uint64_t value);
 
   uint64_t info(Info table) const;
@@ -110,6 +114,9 @@ class Spoiled {
   /// A symbol's entry.
   uint64_t symbol(std::string_view name) const;
 
+  /// Calls an import otherwise, wherever its name stands. Both have one length.
+  void renameSymbol(std::string_view old, std::string_view name);
+
   /// Gives each page the digests that it has now.
   void seal();
 };
@@ -123,6 +130,8 @@ struct Spoiler {
   std::vector<std::string> also = {};
   const char* only = nullptr;  ///< The architecture that the rule is of.
   bool isSealed = true;        ///< Whether digests follow.
+  /// Those that a 64-bit library breaks besides.
+  std::vector<std::string> also64 = {};
 };
 
 std::span<const Spoiler> commandSpoilers();
