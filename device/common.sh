@@ -37,7 +37,7 @@ find_stubs() {
   done
 }
 
-# Where varnix-link-armv7, varnix-sign and varnix-contract are: built by whoever calls, or now.
+# Where varnix-link-armv7, varnix-sign, varnix-contract and varnix-check are: built by whoever calls, or now.
 find_tools() {
   tools=${VARNIX_TOOLS-}
   [ -z "$tools" ] || return 0
@@ -46,6 +46,6 @@ find_tools() {
   local output parts=(-DVARNIX_DEVICE=ON)
   [ -e build/CMakeCache.txt ] || parts+=(-DVARNIX_TESTS=OFF -DVARNIX_BENCH=OFF)
   output=$(cmake --log-level=WARNING --preset clang "${parts[@]}" 2>&1 &&
-    cmake --build --preset clang --target varnix-link-armv7 varnix-sign varnix-contract 2>&1) ||
+    cmake --build --preset clang --target varnix-link-armv7 varnix-sign varnix-contract varnix_check 2>&1) ||
     fail "the tools do not build: $output"
 }

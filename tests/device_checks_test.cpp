@@ -112,12 +112,13 @@ TEST(DeviceChecks, MinimumVersion) {
 }
 
 TEST(DeviceChecks, LoaderInformation) {
-  expectComplaint("LC_DYLD_INFO_ONLY is missing", setting(0x80000022, 0, 0x22));
+  expectComplaint("commands.loader-info: LC_DYLD_INFO_ONLY is missing",
+                  setting(0x80000022, 0, 0x16));
 }
 
 TEST(DeviceChecks, ChainedFixups) {
   // An empty table of them in place of that of data in code.
-  expectComplaint("chained fixups, which iOS 9.3 cannot read", [](Bytes& bytes) {
+  expectComplaint("commands.known: ", [](Bytes& bytes) {
     const size_t at = command(bytes, 0x29);
     device::put32(bytes, at, 0x80000034);
     device::put32(bytes, at + 8, 0);
@@ -141,7 +142,7 @@ TEST(DeviceChecks, InstallName) {
 }
 
 TEST(DeviceChecks, ImageInfo) {
-  expectComplaint("no image info", replacing("__objc_imageinfo", "__objc_imageinfa"));
+  expectComplaint("classes.image-info: missing", replacing("__objc_imageinfo", "__objc_imageinfa"));
 }
 
 TEST(DeviceChecks, Initialiser) {
@@ -198,7 +199,7 @@ TEST(DeviceChecks, UnwindInformation) {
 }
 
 TEST(DeviceChecks, CodeThatCanBeWrittenTo) {
-  expectComplaint("code that can be written to, or relocations of old", [](Bytes& bytes) {
+  expectComplaint("segments.protection: __TEXT", [](Bytes& bytes) {
     device::put32(bytes, segment(bytes, "__TEXT") + (isWide(bytes) ? 60 : 44), 7);
   });
 }

@@ -32,7 +32,7 @@ Said check(const Bytes& bytes, const std::string& slice = "") {
   const Folder folder;
   const std::string path = folder / "it.dylib";
   device::writeFile(path, bytes);
-  const Ran ran = run(kCheck + path + stubOptions());
+  const Ran ran = run(kCheck + stubOptions() + " " + path);
   Said said{WEXITSTATUS(ran.status), {}, ran.output};
   std::istringstream lines(ran.output);
   for (std::string line; std::getline(lines, line);) {

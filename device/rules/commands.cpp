@@ -65,6 +65,10 @@ constexpr ImageRule kCommands[] = {
      whole<[](const Image& image) {
        return unless(image.symbolTable && image.indirectSymbols, "one is missing");
      }>},
+    {"commands.no-relocations", "There are no relocations in the way of old.",
+     whole<[](const Image& image) {
+       return unless(image.relocations == 0, std::to_string(image.relocations) + " relocations");
+     }>},
     {"commands.install-name", "A library gives an absolute path as its name; a bundle has no name.",
      whole<[](const Image& image) {
        if (!image.isDylib()) return unless(!image.installName, "a bundle with a name");

@@ -106,6 +106,7 @@ void readCommand(Image& image, const LoadCommand& command) {
     case macho::kDysymtab:
       image.indirectSymbols = {"indirect symbols", command.bytes.u32(56),
                                uint64_t{4} * command.bytes.u32(60)};
+      image.relocations = uint64_t{command.bytes.u32(68)} + command.bytes.u32(76);
       break;
     case macho::kIdDylib:
       image.installName = dylibName(command);

@@ -79,6 +79,7 @@ struct Image {
   /// Symbols, their number, names, their size.
   std::optional<std::array<uint32_t, 4>> symbolTable;
   std::optional<LinkTable> indirectSymbols;
+  uint64_t relocations = 0;           ///< Of the image as a whole, in the way of old.
   std::vector<LinkTable> linkTables;  ///< Of commands that have one table each.
   std::vector<LinkTable> signatures;
 

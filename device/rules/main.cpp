@@ -53,7 +53,8 @@ int main(int argc, char** argv) {
       "exit status is 1 where one is, and 2 where a file cannot be read.",
       "varnix-check");
   app.add_option("file", files, "libraries and bundles, of one processor or of several");
-  app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated");
+  app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated")
+      ->allow_extra_args(false);
   app.add_flag("--rules", isListing, "list every rule");
   try {
     app.parse(argc, argv);
