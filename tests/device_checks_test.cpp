@@ -113,7 +113,7 @@ TEST(DeviceChecks, MinimumVersion) {
 
 TEST(DeviceChecks, LoaderInformation) {
   expectComplaint("commands.loader-info: LC_DYLD_INFO_ONLY is missing",
-                  setting(0x80000022, 0, 0x16));
+                  setting(0x80000022, 0, 0x7f));
 }
 
 TEST(DeviceChecks, ChainedFixups) {

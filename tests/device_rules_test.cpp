@@ -2,12 +2,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <random>
 #include <set>
 #include <sstream>
 
 #include "device/spoilers/spoiled.h"
 #include "macho/files.h"
+#include "rules/check.h"
 
 namespace {
 
@@ -136,6 +139,52 @@ TEST(DeviceRules, EveryRuleIsShownToBite) {
     EXPECT_TRUE(listed.insert(line[1]).second) << line[1] << " is listed twice";
   EXPECT_GT(listed.size(), 150u);
   EXPECT_EQ(spoiled, listed);
+}
+
+/// A few bytes changed, where it matters most at every second time.
+Bytes damaged(const Bytes& bytes, std::mt19937& random) {
+  constexpr uint8_t edges[] = {0, 1, 0x7f, 0x80, 0xff};
+  Bytes result = bytes;
+  for (uint32_t count = random() % 4 + 1; count > 0; --count) {
+    const size_t limit = random() % 2 == 0 ? 2200 : result.size();
+    uint8_t& byte = result[random() % limit];
+    byte = random() % 2 == 0 ? edges[random() % std::size(edges)] : static_cast<uint8_t>(random());
+  }
+  return result;
+}
+
+TEST(DeviceRules, EveryDamageIsSeen) {
+  std::mt19937 random(20163);
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    const Bytes& sound = soundLibrary(architecture).bytes;
+    const device::Offers none;
+    // Digests see any change, so that what follows them has to be seen by itself.
+    const size_t end = soundLibrary(architecture).signature.table->offset;
+    for (int i = 0; i < 1500; ++i) {
+      const Bytes bytes = damaged(sound, random);
+      const bool isChanged =
+          !std::equal(bytes.begin(), bytes.begin() + static_cast<long>(end), sound.begin());
+      EXPECT_TRUE(!isChanged || !device::checkLibrary(bytes, none).empty()) << i;
+    }
+    for (size_t size = 0; size < sound.size(); size += 37)
+      EXPECT_FALSE(device::checkLibrary(std::span(sound).first(size), none).empty()) << size;
+  }
+}
+
+TEST(DeviceRules, DamageThatWasSigned) {
+  std::mt19937 random(20164);
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    int found = 0;
+    for (int i = 0; i < 1500; ++i) {
+      Spoiled it(soundLibrary(architecture));
+      it.bytes = damaged(it.bytes, random);
+      it.seal();
+      found += device::checkLibrary(it.bytes).empty() ? 0 : 1;
+    }
+    // Both ways have been gone: code may hold anything, load commands may not.
+    EXPECT_GT(found, 500);
+    EXPECT_LT(found, 1500);
+  }
 }
 
 TEST(DeviceRules, WhatCannotBeRead) {

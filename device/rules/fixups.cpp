@@ -95,6 +95,8 @@ class Walk {
 
   bool write(const FixupStep& step) {
     for (uint64_t i = 0; i < step.times; ++i) {
+      // None writes more words than the file has bytes, but memory without an end would ask for it.
+      if (result_.words.size() > image_.bytes.size()) throw Error("words without number");
       result_.words.push_back(word_);
       wroteInStream_ = true;
       if (!isWithin(image_, word_.address, word_.segment)) return false;
