@@ -108,7 +108,8 @@ TEST(DeviceRules, CommandsAndLibraries) { expectEachToBite(commandSpoilers()); }
 TEST(DeviceRules, SegmentsAndSections) { expectEachToBite(segmentSpoilers()); }
 TEST(DeviceRules, RebasesAndBinds) { expectEachToBite(fixupSpoilers()); }
 TEST(DeviceRules, LazyPointersExportsAndInitialisers) { expectEachToBite(codeSpoilers()); }
-TEST(DeviceRules, ClassesAndConstants) { expectEachToBite(classSpoilers()); }
+TEST(DeviceRules, Classes) { expectEachToBite(classSpoilers()); }
+TEST(DeviceRules, CategoriesAndConstants) { expectEachToBite(constantSpoilers()); }
 TEST(DeviceRules, MethodsAndVariables) { expectEachToBite(memberSpoilers()); }
 TEST(DeviceRules, Signatures) { expectEachToBite(signatureSpoilers()); }
 
@@ -131,8 +132,9 @@ TEST(DeviceRules, FilesWithTwoSlices) {
 
 TEST(DeviceRules, EveryRuleIsShownToBite) {
   std::set<std::string> spoiled, listed;
-  for (const auto spoilers : {commandSpoilers(), segmentSpoilers(), fixupSpoilers(), codeSpoilers(),
-                              classSpoilers(), memberSpoilers(), signatureSpoilers()})
+  for (const auto spoilers :
+       {commandSpoilers(), segmentSpoilers(), fixupSpoilers(), codeSpoilers(), classSpoilers(),
+        constantSpoilers(), memberSpoilers(), signatureSpoilers()})
     for (const Spoiler& each : spoilers) spoiled.insert(each.rule);
   for (const UniversalSpoiler& each : universalSpoilers()) spoiled.insert(each.rule);
   for (const auto& line : findAll(printed(kCheck + "--rules"), "([a-z0-9.-]+) +[A-Z_][^\n]+\\.\n"))

@@ -66,8 +66,8 @@ class Findings {
 void checkClasses(const Fixups& fixups, Findings& findings) {
   ClassData classes;
   if (!findings.survives("classes", [&] { classes = readClassData(fixups); })) return;
-  for (const auto rules :
-       {classRules(), methodRules(), variableRules(), categoryRules(), constantRules()})
+  for (const auto rules : {classRules(), classShapeRules(), methodRules(), variableRules(),
+                           categoryRules(), constantRules()})
     findings.apply(rules, classes);
 }
 
@@ -127,8 +127,8 @@ std::vector<RuleName> allRules() {
   for (const auto rules :
        {rebaseRules(), bindRules(), lazyRules(), stubRules(), exportRules(), initialiserRules()})
     append(names, rules);
-  for (const auto rules :
-       {classRules(), methodRules(), variableRules(), categoryRules(), constantRules()})
+  for (const auto rules : {classRules(), classShapeRules(), methodRules(), variableRules(),
+                           categoryRules(), constantRules()})
     append(names, rules);
   append(names, signatureRules());
   append(names, directoryRules());

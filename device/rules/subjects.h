@@ -38,6 +38,7 @@ std::span<const FixupRule> stubRules();
 std::span<const FixupRule> exportRules();
 std::span<const FixupRule> initialiserRules();
 std::span<const ClassRule> classRules();
+std::span<const ClassRule> classShapeRules();
 std::span<const ClassRule> methodRules();
 std::span<const ClassRule> variableRules();
 std::span<const ClassRule> categoryRules();

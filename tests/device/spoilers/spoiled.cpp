@@ -171,6 +171,17 @@ uint64_t Spoiled::symbol(std::string_view name) const {
          static_cast<uint64_t>(found - symbols.begin()) * (is64() ? 16 : 12);
 }
 
+void Spoiled::toggleWeak(std::string_view name) {
+  for (size_t i = 0;; ++i) {
+    const uint64_t place = step(Info::binds, device::FixupStep::Kind::symbol, i);
+    if (sound.image.bytes.text(place + 1) != name) continue;
+    const uint64_t description = symbol(name) + 6;
+    put8(place, static_cast<uint8_t>(bytes[place] ^ macho::kWeakImport));
+    put8(description, static_cast<uint8_t>(bytes[description] ^ macho::kWeakReference));
+    return;
+  }
+}
+
 void Spoiled::renameSymbol(std::string_view old, std::string_view name) {
   const std::string wanted = std::string(old) + '\0';
   for (auto at = bytes.begin() + static_cast<long>(info(Info::rebases));; ++at) {

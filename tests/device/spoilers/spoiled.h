@@ -114,6 +114,8 @@ class Spoiled {
   /// A symbol's entry.
   uint64_t symbol(std::string_view name) const;
 
+  /// Says of an import that it may be missing, or that it may not.
+  void toggleWeak(std::string_view symbol);
   /// Calls an import otherwise, wherever its name stands. Both have one length.
   void renameSymbol(std::string_view old, std::string_view name);
 
@@ -139,6 +141,7 @@ std::span<const Spoiler> segmentSpoilers();
 std::span<const Spoiler> fixupSpoilers();
 std::span<const Spoiler> codeSpoilers();
 std::span<const Spoiler> classSpoilers();
+std::span<const Spoiler> constantSpoilers();
 std::span<const Spoiler> memberSpoilers();
 std::span<const Spoiler> signatureSpoilers();
 

@@ -1,0 +1,108 @@
+// A class's flags, sizes and name.
+#include <algorithm>
+#include <cctype>
+
+#include "rules/class_views.h"
+#include "rules/subjects.h"
+
+namespace varnix::device {
+
+namespace {
+
+constexpr uint32_t kConstructs = 4, kDestructsAlone = 0x100;
+/// Besides these: hidden.
+constexpr uint32_t kKnownFlags = kClassIsMeta | kClassIsRoot | kConstructs | 0x10 | kDestructsAlone;
+
+const std::vector<ClassEntry>& everyClass(const ClassData& data) { return data.classes; }
+
+std::string flagsFit(const ClassData&, const ClassHalf& it) {
+  if (!it.hasData) return {};
+  return unless(((it.flags & kClassIsMeta) != 0) == it.isMeta && (it.flags & ~kKnownFlags) == 0 &&
+                    it.reserved == 0,
+                hex(it.flags) + ", reserved " + hex(it.reserved));
+}
+
+std::string destructionFits(const ClassData&, const ClassHalf& it) {
+  if (!it.hasData) return {};
+  const bool constructs = it.has(".cxx_construct"), destructs = it.has(".cxx_destruct");
+  return unless(((it.flags & kConstructs) != 0) == (constructs || destructs) &&
+                    ((it.flags & kDestructsAlone) != 0) == (destructs && !constructs),
+                hex(it.flags));
+}
+
+std::string instanceSizeFits(const ClassData& data, const ClassEntry& it) {
+  const ClassHalf& half = *it.half;
+  const std::string words = std::to_string(half.start) + " to " + std::to_string(half.size);
+  if (half.start > half.size || half.size >= 1 << 16) return words;
+  if (half.superclass.isNil()) return {};
+  if (half.superclass.bound == nullptr) {
+    const ClassHalf* listed = listedAt(data, half.superclass.target);
+    return unless(listed == nullptr || listed->size == half.start,
+                  words + ", behind " + std::to_string(listed == nullptr ? 0 : listed->size));
+  }
+  const bool isExact = half.superclass.isBoundTo("_OBJC_CLASS_$_NSObject");
+  return unless(isExact ? half.start == data.pointerSize() : half.start >= data.pointerSize(),
+                words);
+}
+
+bool isNameOfClass(std::string_view name) {
+  return !name.empty() && std::ranges::all_of(name, [](unsigned char c) {
+    return std::isalnum(c) != 0 || c == '_' || c == '$' || c == '.';
+  });
+}
+
+std::string classNameFits(const ClassData&, const ClassEntry& it) {
+  for (const auto& half : {it.half, it.meta}) {
+    if (!half || !half->hasData) continue;
+    if (!half->name.wrong.empty()) return half->name.wrong;
+    if (!isNameOfClass(half->name.text)) return printable(half->name.text) + " is no name";
+  }
+  return unless(!it.meta || !it.meta->hasData || it.meta->name.text == it.half->name.text,
+                "its metaclass is called otherwise");
+}
+
+std::string nameIsItsOwn(const ClassData& data, const ClassEntry& it) {
+  const auto count = std::ranges::count_if(data.classes, [&](const ClassEntry& other) {
+    return other.half && other.half->name.text == it.half->name.text;
+  });
+  return unless(count == 1, "another class has this name");
+}
+
+constexpr ClassRule kClassShapes[] = {
+    {"classes.flags", "A class says whether it is a metaclass, and nothing that compilers do not.",
+     each<halves, flagsFit>},
+    {"classes.destruction", "A class says so where it constructs or destructs what it holds.",
+     each<halves, destructionFits>},
+    {"classes.instance-size", "Instances begin where those of the superclass end.",
+     each<wholeClasses, instanceSizeFits>},
+    {"classes.meta-size", "A metaclass's instance is a class, of five words.",
+     each<wholeClasses,
+          [](const ClassData& data, const ClassEntry& it) {
+            const uint64_t size = 5 * data.pointerSize();
+            return unless(it.meta->start == size && it.meta->size == size,
+                          std::to_string(it.meta->start) + " to " + std::to_string(it.meta->size));
+          }>},
+    {"classes.no-layout", "No class says which variables hold references.",
+     each<halves,
+          [](const ClassData&, const ClassHalf& it) {
+            return unless(it.layout.isNil() && it.weakLayout.isNil(), "it does");
+          }>},
+    {"classes.no-protocols", "No class adopts a protocol, which nothing here would check.",
+     each<halves, [](const ClassData&,
+                     const ClassHalf& it) { return unless(it.protocols.isNil(), "it does"); }>},
+    {"classes.name", "A class has a name, and its metaclass the same.",
+     each<everyClass, classNameFits>},
+    {"classes.name-once", "No two classes have one name.", each<wholeClasses, nameIsItsOwn>},
+    {"classes.load", "A class with +load is listed among those that the run-time sends it to.",
+     each<wholeClasses,
+          [](const ClassData& data, const ClassEntry& it) {
+            return unless(!it.meta->has("load") || data.loadedEarly.contains(it.half->address),
+                          "nobody calls it");
+          }>},
+};
+
+}  // namespace
+
+std::span<const ClassRule> classShapeRules() { return kClassShapes; }
+
+}  // namespace varnix::device

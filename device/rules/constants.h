@@ -1,0 +1,12 @@
+// Constant strings and blocks, which no list leads to.
+#pragma once
+
+#include "rules/class_data.h"
+#include "rules/class_reader.h"
+
+namespace varnix::device {
+
+/// Adds strings, blocks and the descriptors of blocks.
+void readConstants(ClassData& data, ClassReader& reader);
+
+}  // namespace varnix::device
