@@ -13,7 +13,7 @@ namespace varnix::device {
 class CommandError : public Error {
  public:
   enum class Kind : uint8_t { tooSmall, leavesHeader };
-  CommandError(Kind kind, const std::string& words) : Error(words), kind(kind) {}
+  CommandError(Kind which, const std::string& words) : Error(words), kind(which) {}
   Kind kind;
 };
 

@@ -68,10 +68,10 @@ std::optional<BlockDescriptor> descriptorAt(const ClassReader& reader, const Fix
   const std::string_view types = reader.image().bytes.text(*place);
   const auto each = splitTypes(types, size);
   if (!each || each->size() < 2 || (*each)[1] != "@?") return std::nullopt;
-  const auto helper = [&](uint64_t place) {
+  const auto helper = [&](uint64_t word) {
     ClassPointer it;
-    it.at = place;
-    it.target = reader.word(place);
+    it.at = word;
+    it.target = reader.word(word);
     it.isRebased = true;
     return it;
   };

@@ -64,7 +64,7 @@ enum class Info : uint8_t { rebases = 0, binds = 2, weakBinds = 4, lazyBinds = 6
 /// A copy that is being spoiled. Places are those of the sound file.
 class Spoiled {
  public:
-  explicit Spoiled(const Sound& sound) : sound(sound), bytes(sound.bytes) {}
+  explicit Spoiled(const Sound& of) : sound(of), bytes(of.bytes) {}
 
   const Sound& sound;
   Bytes bytes;
