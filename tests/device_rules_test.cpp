@@ -203,6 +203,24 @@ TEST(DeviceRules, WhatCannotBeRead) {
   EXPECT_THAT(stub.output, HasSubstr("stub.tbd: "));
 }
 
+TEST(DeviceRules, VersionsStandAboveStubs) {
+  const Folder folder;
+  device::writeFile(folder / "it", soundLibrary("arm64").bytes);
+  const std::string command = kCheck + (folder / "it") + " --versions " + (folder / "versions");
+  writeText(folder / "versions", "# name, version\n/usr/lib/libSystem.B.dylib\t1\t1226\n");
+  EXPECT_EQ(run(command + stubOptions()).status, 0);
+  writeText(folder / "versions", "/usr/lib/libSystem.B.dylib\t0.9.1\n");
+  const Ran ran = run(command + stubOptions());
+  EXPECT_EQ(WEXITSTATUS(ran.status), 1);
+  EXPECT_THAT(ran.output, HasSubstr("arm64: libraries.compatibility: /usr/lib/libSystem.B.dylib: "
+                                    "1.0.0, but it has 0.9.1\n"));
+  for (const char* wrong :
+       {"/usr/lib/libSystem.B.dylib 1\n", "/usr/lib/libSystem.B.dylib\tnew\n"}) {
+    writeText(folder / "versions", wrong);
+    EXPECT_EQ(WEXITSTATUS(run(command).status), 2);
+  }
+}
+
 TEST(DeviceRules, AMissingFileHidesNoOther) {
   const Folder folder;
   writeText(folder / "empty", "");

@@ -45,9 +45,10 @@ bool agrees(const Fixups& fixups, const BoundWord& word) {
 /// Whether what is known of the library rules the symbol out.
 bool isRefused(const Fixups& fixups, const BoundWord& word) {
   const LibraryCommand* library = libraryOf(fixups, word);
-  if (library == nullptr || fixups.image->offers == nullptr || word.mayBeMissing()) return false;
+  if (library == nullptr || word.mayBeMissing()) return false;
   const auto offer = fixups.image->offers->find(library->name);
-  return offer != fixups.image->offers->end() && !offer->second.symbols.contains(word.symbol);
+  return offer != fixups.image->offers->end() && offer->second.symbols &&
+         !offer->second.symbols->contains(word.symbol);
 }
 
 /// Whether it is taken from where such a symbol is.

@@ -35,6 +35,16 @@ std::string versionText(uint32_t version) {
          std::to_string(version & 0xff);
 }
 
+std::string versionFits(const Image& image, const LibraryCommand& library) {
+  constexpr uint32_t any = 0xffffffff;
+  const uint32_t wanted = library.compatibilityVersion;
+  const auto known = image.offers->find(library.name);
+  if (known == image.offers->end() || !known->second.compatibilityVersion) return {};
+  const uint32_t there = *known->second.compatibilityVersion;
+  return unless(wanted == any || wanted <= there,
+                versionText(wanted) + ", but it has " + versionText(there));
+}
+
 constexpr uint32_t kNewestMinimum = 0x90300;
 
 constexpr ImageRule kShapes[] = {
@@ -106,15 +116,9 @@ constexpr ImageRule kCommands[] = {
             return unless(library.name.starts_with('/') || library.name.starts_with('@'),
                           "no path: " + printable(library.name));
           }>},
-    {"libraries.compatibility", "A linked library is asked for no later version than it has.",
-     each<&Image::libraries,
-          [](const Image& image, const LibraryCommand& library) {
-            constexpr uint32_t any = 0xffffffff;
-            const uint32_t wanted = library.compatibilityVersion;
-            const uint32_t there = compatibilityOf(image, library.name);
-            return unless(wanted == any || wanted <= there,
-                          versionText(wanted) + ", but it has " + versionText(there));
-          }>},
+    {"libraries.compatibility",
+     "A linked library is asked for no later version than it has, where that is known.",
+     each<&Image::libraries, versionFits>},
     {"libraries.system", "The system's library is linked, which has the binder of lazy pointers.",
      whole<[](const Image& image) {
        return unless(std::ranges::any_of(image.libraries,
@@ -129,16 +133,5 @@ constexpr ImageRule kCommands[] = {
 
 std::span<const ImageRule> commandShapeRules() { return kShapes; }
 std::span<const ImageRule> commandRules() { return kCommands; }
-
-uint32_t compatibilityOf(const Image& image, std::string_view library) {
-  if (image.offers != nullptr)
-    if (const auto found = image.offers->find(library); found != image.offers->end())
-      return found->second.compatibilityVersion;
-  // These were linked without a version. The system's own have 1.0 at least.
-  constexpr std::string_view without[] = {
-      "/Library/Frameworks/CydiaSubstrate.framework/CydiaSubstrate", "/usr/lib/libapplist.dylib",
-      "/usr/lib/libcolorpicker.dylib"};
-  return std::ranges::find(without, library) == std::end(without) ? 0x10000 : 0;
-}
 
 }  // namespace varnix::device

@@ -17,8 +17,8 @@ namespace varnix::device {
 
 /// What is known of a library that others link.
 struct Offer {
-  uint32_t compatibilityVersion = 0;
-  std::set<std::string, std::less<>> symbols;
+  std::optional<uint32_t> compatibilityVersion;  ///< 1.0 is 0x00010000.
+  std::optional<std::set<std::string, std::less<>>> symbols;
 };
 /// By install names.
 using Offers = std::map<std::string, Offer, std::less<>>;

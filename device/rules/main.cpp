@@ -1,6 +1,7 @@
 // varnix-check: holds finished libraries and bundles against the platform's rules.
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <sstream>
 
 #include "linker/stub_library.h"
 #include "macho/error.h"
@@ -10,6 +11,26 @@
 namespace {
 
 using namespace varnix::device;
+
+/// "150" or "1290.11" as load commands have it.
+uint32_t versionOf(const std::string& text) {
+  unsigned major = 0, minor = 0, patch = 0;
+  if (std::sscanf(text.c_str(), "%u.%u.%u", &major, &minor, &patch) < 1)
+    throw Error("no version: " + text);
+  return major << 16 | minor << 8 | patch;
+}
+
+/// Lines of an install name, a tabulator and a version; # begins a comment.
+void readVersions(const std::string& path, Offers& offers) {
+  if (path.empty()) return;
+  std::istringstream lines(readTextFile(path));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    const size_t tabulator = line.find('\t');
+    if (tabulator == std::string::npos) throw Error(path + ": no version: " + line);
+    offers[line.substr(0, tabulator)].compatibilityVersion = versionOf(line.substr(tabulator + 1));
+  }
+}
 
 Offers readOffers(const std::vector<std::string>& paths) {
   Offers offers;
@@ -44,6 +65,7 @@ void listRules() {
 int main(int argc, char** argv) {
   constexpr int kUnusable = 2;
   std::vector<std::string> files, stubs;
+  std::string versions;
   bool isListing = false;
   CLI::App app(
       "Holds libraries and bundles against the rules of the platform's loader, kernel and "
@@ -55,6 +77,8 @@ int main(int argc, char** argv) {
   app.add_option("file", files, "libraries and bundles, of one processor or of several");
   app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated")
       ->allow_extra_args(false);
+  app.add_option("--versions", versions,
+                 "a table of libraries and the versions that they have; stands above stubs");
   app.add_flag("--rules", isListing, "list every rule");
   try {
     app.parse(argc, argv);
@@ -68,7 +92,8 @@ int main(int argc, char** argv) {
   }
   int status = 0;
   try {
-    const Offers offers = readOffers(stubs);
+    Offers offers = readOffers(stubs);
+    readVersions(versions, offers);
     for (const std::string& path : files) {
       // The others are checked all the same.
       try {

@@ -46,7 +46,4 @@ std::span<const ClassRule> constantRules();
 std::span<const SignatureRule> signatureRules();
 std::span<const SignatureRule> directoryRules();
 
-/// The version that a linked library is known to have.
-uint32_t compatibilityOf(const Image& image, std::string_view library);
-
 }  // namespace varnix::device
