@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kClassSections[] = {
     "__objc_classlist", "__objc_catlist",   "__objc_selrefs",   "__objc_classrefs",
     "__objc_superrefs", "__objc_protolist", "__objc_nlclslist", "__objc_nlcatlist"};
-/// A library's own are these at least; a bundle may have no category.
-constexpr std::string_view kNeeded[] = {"__objc_classlist", "__objc_catlist"};
+/// A library of ours has classes. Whether it has categories too is told by lists/classes.txt.
+constexpr std::string_view kNeeded = "__objc_classlist";
 /// Bits of the image info that iOS 9.3 takes for garbage collection, signed data or other
 /// platforms.
 constexpr uint32_t kForeignInfo = 0xffffff2f;
@@ -37,8 +37,7 @@ void sectionsFit(const ClassData& data, const Say& say) {
   const uint64_t size = data.pointerSize();
   for (const std::string_view name : kClassSections) {
     const auto found = named(data, name);
-    const bool isNeeded =
-        data.image().isDylib() && std::ranges::find(kNeeded, name) != std::end(kNeeded);
+    const bool isNeeded = data.image().isDylib() && name == kNeeded;
     if (found.empty() && !isNeeded) continue;
     if (found.size() != 1 || !isInData(found[0]) || found[0].size == 0 ||
         found[0].size % size != 0 || found[0].address % size != 0)
