@@ -6,6 +6,10 @@
 
 namespace objc {
 
+/// Whether instances of the class, which may be nil, have a method of that name whose encoding
+/// agrees.
+bool hasMethod(Class cls, const char* name, const char* types);
+
 /// Whether instances of the class answer the message, with arguments that travel as declared.
 template <class T, FixedString Name, class Signature>
 bool understands(Class cls, Message<T, Name, Signature>) {

@@ -44,15 +44,23 @@ consteval auto bareName() {
 template <class T>
 inline constexpr auto kClassName = detail::bareName<T>();
 
+namespace detail {
+
+/// Apart from the many places that find the class there already.
+[[gnu::noinline, gnu::cold]] inline Class findClass(const char* name, Class* place) {
+  Class cls = objc_getClass(name);
+  __atomic_store_n(place, cls, __ATOMIC_RELAXED);
+  return cls;
+}
+
+}  // namespace detail
+
 /// The class of that name, or nil. Looked up at first use and remembered once found.
 template <FixedString Name>
 inline Class classNamed() {
   static constinit Class found = nullptr;
   Class cls = __atomic_load_n(&found, __ATOMIC_RELAXED);
-  if (cls == nullptr) {
-    cls = objc_getClass(kStored<Name>.text);
-    __atomic_store_n(&found, cls, __ATOMIC_RELAXED);
-  }
+  if (cls == nullptr) return detail::findClass(kStored<Name>.text, &found);
   return cls;
 }
 

@@ -28,7 +28,7 @@ inline void putBack(Retired* first, Retired* last) {
 
 /// Lets go of what was replaced, now where nobody reads, else at a later replacement. Who read a
 /// replaced reference counted itself in before it was replaced.
-inline void retire(id object) {
+[[gnu::noinline]] inline void retire(id object) {
   if (object == nullptr) return;
   auto* kept = static_cast<Retired*>(std::malloc(sizeof(Retired)));
   if (kept == nullptr) return;

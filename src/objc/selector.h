@@ -6,6 +6,17 @@
 
 namespace objc {
 
+namespace detail {
+
+/// Apart from the many places that find the selector there already.
+[[gnu::noinline, gnu::cold]] inline SEL registerSelector(const char* name, SEL* place) {
+  SEL selector = sel_registerName(name);
+  __atomic_store_n(place, selector, __ATOMIC_RELAXED);
+  return selector;
+}
+
+}  // namespace detail
+
 template <FixedString Name>
 struct Selector {
   static constexpr std::size_t kArguments = Name.count(':');
@@ -15,10 +26,7 @@ struct Selector {
   static SEL get() {
     static constinit SEL registered = nullptr;
     SEL selector = __atomic_load_n(&registered, __ATOMIC_RELAXED);
-    if (selector == nullptr) {
-      selector = sel_registerName(kStored<Name>.text);
-      __atomic_store_n(&registered, selector, __ATOMIC_RELAXED);
-    }
+    if (selector == nullptr) return detail::registerSelector(kStored<Name>.text, &registered);
     return selector;
   }
 
