@@ -42,6 +42,11 @@ struct ColorPicker : objc::Implementation<CQColorPicker> {
   UIColor* colorFromFrameFiltering(NSUInteger width, NSUInteger height, UIColor* color,
                                    float tolerance);
 
+  /// Whether GL calls reach the picker's context; without, they would reach somebody else's.
+  bool isContextCurrent() const {
+    return _context != nullptr && EAGLContext::currentContext() == _context;
+  }
+
   GLuint _vertexBuffer, _indexBuffer;
   GLuint _colorRenderBuffer, _depthRenderBuffer;
   GLuint _program;

@@ -6,9 +6,6 @@
 
 namespace varnix::picker {
 
-/// Whether GL calls reach anything: without a context they are undefined.
-inline bool hasContext() { return EAGLContext::currentContext() != nullptr; }
-
 /// Makes the context of before current again at the end of the scope.
 class RestoredContext {
  public:

@@ -4,7 +4,6 @@
 
 #include "objc/owned.h"
 #include "picker/CQColorPicker_object.h"
-#include "picker/context.h"
 #include "picker/frame.h"
 #include "picker/frame_size.h"
 #include "picker/quad.h"
@@ -12,7 +11,6 @@
 namespace varnix {
 
 using picker::Frame;
-using picker::hasContext;
 
 namespace {
 
@@ -39,7 +37,7 @@ GLuint ColorPicker::setupTextureFromImage(UIImage* image) {
     const CGRect whole{{0, 0}, {static_cast<CGFloat>(width), static_cast<CGFloat>(height)}};
     if (context != nullptr) CGContextDrawImage(context, whole, cgImage);
   }
-  if (!hasContext()) return _aTexture;
+  if (!isContextCurrent()) return _aTexture;
   if (glIsTexture(_aTexture) == GL_FALSE) glGenTextures(1, &_aTexture);
   glBindTexture(GL_TEXTURE_2D, _aTexture);
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
@@ -49,7 +47,7 @@ GLuint ColorPicker::setupTextureFromImage(UIImage* image) {
 }
 
 void ColorPicker::renderDominant() {
-  if (!hasContext()) return;
+  if (!isContextCurrent()) return;
   glEnable(GL_BLEND);
   glBlendFunc(GL_ONE, GL_ZERO);
   glEnable(GL_TEXTURE_2D);  // no capability of OpenGL ES 2.0, which says so and goes on
@@ -71,11 +69,11 @@ void ColorPicker::renderDominant() {
 }
 
 UIColor* ColorPicker::backgroundColorOfFrame(NSUInteger width, NSUInteger height) {
-  return Frame(width, height).mostFrequent().opaque();
+  return Frame(width, height, isContextCurrent()).mostFrequent().opaque();
 }
 
 UIImage* ColorPicker::dumpFrame(NSUInteger width, NSUInteger height, UIColor** biggestAlphaColor) {
-  Frame frame(width, height);
+  Frame frame(width, height, isContextCurrent());
   if (biggestAlphaColor != nullptr) *biggestAlphaColor = frame.mostFrequent().opaque();
   const std::size_t bytesPerRow = width * 4;
   // The provider stays: it goes when the process does.

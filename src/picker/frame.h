@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "color/CQRGBPixel.h"
-#include "picker/context.h"
+#include "platform/OpenGLES.h"
 #include "platform/UIKit.h"
 
 namespace varnix::picker {
@@ -24,13 +24,13 @@ struct FramePixel {
 
 /// Rows of that many pixels, the image's top row first. All zeros where nothing could be read;
 /// null where there is no memory for it.
-inline FramePixel* readFrame(NSUInteger width, NSUInteger height) {
+inline FramePixel* readFrame(NSUInteger width, NSUInteger height, bool canRead) {
   NSUInteger count = 0;
   constexpr NSUInteger kLongest = 0x7fffffff;
   if (width > kLongest || height > kLongest || __builtin_mul_overflow(width, height, &count))
     return nullptr;
   auto* pixels = static_cast<FramePixel*>(std::calloc(count, sizeof(FramePixel)));
-  if (pixels != nullptr && hasContext()) {
+  if (pixels != nullptr && canRead) {
     glReadPixels(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height), GL_RGBA,
                  GL_UNSIGNED_BYTE, pixels);
   }
@@ -40,8 +40,8 @@ inline FramePixel* readFrame(NSUInteger width, NSUInteger height) {
 /// A frame that is freed at the end of its scope.
 class Frame {
  public:
-  Frame(NSUInteger width, NSUInteger height)
-      : pixels_(readFrame(width, height)), width_(width), height_(height) {}
+  Frame(NSUInteger width, NSUInteger height, bool canRead)
+      : pixels_(readFrame(width, height, canRead)), width_(width), height_(height) {}
   Frame(const Frame&) = delete;
   Frame& operator=(const Frame&) = delete;
   ~Frame() { std::free(pixels_); }

@@ -2,14 +2,11 @@
 // is deleted; it all goes with the context.
 #include "objc/association.h"
 #include "picker/CQColorPicker_object.h"
-#include "picker/context.h"
 #include "picker/frame_size.h"
 #include "picker/quad.h"
 #include "picker/shaders.h"
 
 namespace varnix {
-
-using picker::hasContext;
 
 namespace {
 
@@ -89,7 +86,7 @@ bool ColorPicker::setupContext() {
 }
 
 void ColorPicker::setupFrameBuffer() {
-  if (!hasContext()) return;
+  if (!isContextCurrent()) return;
   GLint bound = 0;
   glGetIntegerv(GL_FRAMEBUFFER_BINDING, &bound);
   if (bound != 0) return;
@@ -99,23 +96,23 @@ void ColorPicker::setupFrameBuffer() {
 }
 
 void ColorPicker::setupRenderBuffer() {
-  if (!hasContext()) return;
+  if (!isContextCurrent()) return;
   setupStorage(_colorRenderBuffer, GL_RGBA8_OES, GL_COLOR_ATTACHMENT0);
 }
 
 void ColorPicker::setupDepthBuffer() {
-  if (!hasContext()) return;
+  if (!isContextCurrent()) return;
   setupStorage(_depthRenderBuffer, GL_DEPTH_COMPONENT16, GL_DEPTH_ATTACHMENT);
 }
 
 void ColorPicker::setupVBOs() {
-  if (!hasContext()) return;
+  if (!isContextCurrent()) return;
   setupBuffer(_vertexBuffer, GL_ARRAY_BUFFER, Vertices);
   setupBuffer(_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, Indices);
 }
 
 bool ColorPicker::setupOpenGLForDominantColor() {
-  if (!hasContext()) return false;
+  if (!isContextCurrent()) return false;
   if (glIsProgram(_program) != GL_FALSE) return true;
   auto compile = [this](GLuint* shader, GLenum type, const char* source) {
     return send(self(), CQColorPicker::compileShader, shader, type,
@@ -155,7 +152,7 @@ bool ColorPicker::setupOpenGLForDominantColor() {
 
 bool ColorPicker::compileShader(GLuint* shader, GLenum type, NSString* source) {
   const char* text = send(source, NSString::UTF8String);
-  if (text == nullptr || !hasContext()) return false;
+  if (text == nullptr || !isContextCurrent()) return false;
   *shader = glCreateShader(type);
   glShaderSource(*shader, 1, &text, nullptr);
   glCompileShader(*shader);
@@ -166,7 +163,7 @@ bool ColorPicker::compileShader(GLuint* shader, GLenum type, NSString* source) {
 }
 
 bool ColorPicker::linkProgram(GLuint program) {
-  if (!hasContext()) return false;
+  if (!isContextCurrent()) return false;
   glLinkProgram(program);
   GLint linked = 0;
   glGetProgramiv(program, GL_LINK_STATUS, &linked);

@@ -3,12 +3,11 @@
 
 #include "objc/owned.h"
 #include "picker/CQColorPicker_object.h"
-#include "picker/context.h"
 
 namespace varnix {
 
 bool ColorPicker::validateProgram(GLuint program) {
-  if (!picker::hasContext()) return false;
+  if (!isContextCurrent()) return false;
   glValidateProgram(program);
   GLint length = 0;
   glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);

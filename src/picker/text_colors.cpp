@@ -48,7 +48,7 @@ NSUInteger squaredLimit(float tolerance) {
 }  // namespace
 
 void ColorPicker::findTextColors(CQColorScheme* scheme) {
-  const Frame frame(kTotalWidth, kTotalWidth);
+  const Frame frame(kTotalWidth, kTotalWidth, isContextCurrent());
   UIColor* backgroundColor = send(scheme, CQColorScheme::backgroundColor);
   const CQRGBPixel background = wholeNumbers(backgroundColor);
   auto isFar = [](const CQRGBPixel& from, const CQRGBPixel& color, NSUInteger limit) {
@@ -85,7 +85,7 @@ UIColor* ColorPicker::colorFromFrameFiltering(NSUInteger width, NSUInteger heigh
                                               float tolerance) {
   const CQRGBPixel filtered = wholeNumbers(color);
   const NSUInteger limit = squaredLimit(tolerance);
-  return Frame(width, height)
+  return Frame(width, height, isContextCurrent())
       .mostFrequent([&](const CQRGBPixel& other) {
         return squareDistanceInRGBSpaceBetweenColor(filtered, other) > limit;
       })
