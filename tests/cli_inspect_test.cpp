@@ -48,6 +48,23 @@ TEST_F(Inspect, TheReportHasItsShape) {
   }
 }
 
+TEST_F(Inspect, WhatWasPassedOverIsListedWithTheReason) {
+  const auto ask = [](const test::Words& more) {
+    test::Words words = {"inspect", "--bundle", "com.apple.springboard", "--without",
+                         "SBHUDView._backdropView"};
+    words.insert(words.end(), more.begin(), more.end());
+    return varnix(words);
+  };
+  EXPECT_EQ(Json::parse(ask({"--json"}).out)["skipped"],
+            Json({{{"method", "-[SBHUDView layoutSubviews]"},
+                   {"reason", "no SBHUDView._backdropView"}}}));
+  EXPECT_NE(ask({}).out.find("\n21 methods replaced, 17 added\n"
+                             "passed over: -[SBHUDView layoutSubviews]: no "
+                             "SBHUDView._backdropView\n"),
+            std::string::npos);
+  EXPECT_EQ(inspectApplication()["skipped"], Json::array());
+}
+
 TEST_F(Inspect, AnApplicationIsDyed) {
   settings(
       "<key>global_color</key><string>#1e88e5</string>"

@@ -66,8 +66,6 @@ TEST_F(ColorMeasures, AreNotThereInAProcessThatIsNotDyed) {
   EXPECT_EQ(passedOver(), Lines());
 }
 
-// The icon's colour is pushed to the saturation of 0.76 all the same: nothing of ours asks a colour
-// for its hue by that name.
 TEST_F(ColorMeasures, OfSomebodyElseStayAndCountForNothing) {
   settings("");
   start("com.example.app");
@@ -81,6 +79,18 @@ TEST_F(ColorMeasures, OfSomebodyElseStayAndCountForNothing) {
   EXPECT_EQ(send<CGFloat>(color, "saturation"_sel), 1);
   EXPECT_EQ(passedOver(), (Lines{"-[UIColor hue]: the class has a method of that name",
                                  "-[UIColor alpha]: the class has a method of that name"}));
+}
+
+// The icon's colour is pushed to a saturation of 0.76 all the same.
+TEST_F(ColorMeasures, OfSomebodyElseAreNotAskedForTheIconsColor) {
+  icons["com.example.app"] = std::string(VARNIX_SAMPLES) + "/icons/com.example.mail.png";
+  settings("<key>global_color_type</key><integer>1</integer>");
+  start("com.example.app");
+  Class cls = objc_getClass("UIColor");
+  for (const char* name : {"hue", "saturation", "brightness", "alpha"})
+    class_addMethod(cls, sel_registerName(name), reinterpret_cast<IMP>(&degrees), "d@:");
+  load();
+  EXPECT_EQ(hex(send(make<UIView>("UIView"), UIView::tintColor)), "#308ff7ff");
 }
 
 }  // namespace

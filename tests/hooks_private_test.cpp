@@ -65,6 +65,8 @@ std::vector<Left> leftOut() {
       // Asked for when they are needed.
       {"-[SpringBoard _accessibilityFrontMostApplication]", {}},
       {"-[SBApplication bundleIdentifier]", {}},
+      {"+[ALApplicationList sharedApplicationList]", {}},
+      {"-[ALApplicationList iconOfSize:forDisplayIdentifier:]", {}},
       {"CFLog", {}},
       {"_CFKeyedArchiverUIDGetTypeID", {}},
       {"_CFKeyedArchiverUIDGetValue", {}},
@@ -221,6 +223,29 @@ TEST_F(PrivateNames, OfOtherTypesStay) {
       return !HasFailure();
     });
   }
+}
+
+// What is somebody else's by a name of ours is not sent with our types.
+TEST_F(PrivateNames, OfOursThatAreTakenAreNotSent) {
+  settings("");
+  startSpringBoard();
+  static int sent = 0;
+  void (*other)(id, SEL, id) = [](id, SEL, id) { ++sent; };
+  class_addMethod(objc_getClass("SBControlCenterContentContainerView"), "colorBackdrop"_sel,
+                  reinterpret_cast<IMP>(other), "v@:@");
+  class_addMethod(objc_getClass("SBNotificationCenterViewController"), "dyeTrackChanged:"_sel,
+                  reinterpret_cast<IMP>(other), "v@:d");
+  load();
+  useSpringBoard();
+  send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::postNotificationName,
+       string("com.quillmarsh.varnix2.track.changed"), nullptr);
+  EXPECT_EQ(sent, 0);
+  const Lines ours = ::controlCenter();
+  EXPECT_EQ(passedOver(),
+            over("the class has a method of that name", {ours[0]}) +
+                over("no -[SBControlCenterContentContainerView colorBackdrop]",
+                     Lines(ours.begin() + 1, ours.end())) +
+                over("the class has a method of that name", {::notificationCenter()[3]}));
 }
 
 // Another kind of view where a backdrop is usual.

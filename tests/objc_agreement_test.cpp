@@ -43,6 +43,15 @@ TEST(Agreement, LooksPastOffsetsAndQualifiers) {
   EXPECT_FALSE(agree("Vv16@0:8", "v@:@"));
 }
 
+// Other extensions add methods with texts that are no method's.
+TEST(Agreement, TakesATextThatEndsEarlyForUnreadable) {
+  for (const char* sloppy : {"", "v", "v@", "4"}) {
+    EXPECT_TRUE(agree(sloppy, "v@:@")) << sloppy;
+    EXPECT_TRUE(agree("v@:@", sloppy)) << sloppy;
+  }
+  EXPECT_FALSE(agree("d", "v@:@")) << "what was read differs";
+}
+
 TEST(Agreement, CountsArguments) {
   EXPECT_FALSE(agree("v@:", "v@:@"));
   EXPECT_FALSE(agree("v@:@", "v@:"));

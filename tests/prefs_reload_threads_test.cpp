@@ -101,6 +101,16 @@ TEST_F(ReloadThreads, TheIconsColorIsOneObject) {
   EXPECT_NE(found[0], nullptr);
   EXPECT_EQ(found[0], found[1]);
   EXPECT_EQ(hex(found[0]), "#308ff7ff");
+  // It is stored on the main thread.
+  auto isStored = [this] {
+    return contentsOf(settingsPath()).find("cached_icon_color_com.example.app") !=
+           std::string::npos;
+  };
+  EXPECT_FALSE(isStored());
+  EXPECT_TRUE(eventually(isStored));
+  auto* stored = NSDictionary::dictionaryWithContentsOfFile(
+      "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
+  EXPECT_NE(stored, nullptr);
 }
 
 // What was answered is the asker's, however often the view was replaced since.

@@ -3,7 +3,6 @@
 #include "color/AverageColor.h"
 #include "color/components.h"
 #include "objc/strong.h"
-#include "objc/synchronized.h"
 #include "picker/CQColorPicker.h"
 
 namespace varnix::Color {
@@ -12,12 +11,33 @@ namespace {
 
 CGFloat saturationOf(UIColor* color) { return hsb(color).saturation; }
 
-/// Apart from the class's shared picker, and kept as long as the process.
-CQColorPicker* picker() {
-  static constinit CQColorPicker* made = nullptr;
-  if (made == nullptr) made = objc::make<CQColorPicker>().leak();
-  return made;
-}
+/// A picker of one's own for as long as a question takes, apart from the class's shared one. The
+/// one that is idle is kept as long as the process; two questions at once have two. Nobody waits,
+/// and what the platform raises in between costs a picker.
+class BorrowedPicker {
+ public:
+  BorrowedPicker()
+      : picker_(
+            Strong<CQColorPicker>::adopt(__atomic_exchange_n(&idle_, nullptr, __ATOMIC_SEQ_CST))) {
+    if (picker_ == nullptr) picker_ = objc::make<CQColorPicker>();
+  }
+  BorrowedPicker(const BorrowedPicker&) = delete;
+  BorrowedPicker& operator=(const BorrowedPicker&) = delete;
+  ~BorrowedPicker() {
+    CQColorPicker* nobodys = nullptr;
+    if (__atomic_compare_exchange_n(&idle_, &nobodys, picker_.get(), false, __ATOMIC_SEQ_CST,
+                                    __ATOMIC_SEQ_CST)) {
+      static_cast<void>(picker_.leak());
+    }
+  }
+
+  CQColorPicker* get() const { return picker_; }
+
+ private:
+  static inline constinit CQColorPicker* idle_ = nullptr;
+
+  Strong<CQColorPicker> picker_;
+};
 
 ImportantChoice mostSaturated(CQColorScheme* scheme) {
   using enum ImportantRule;
@@ -45,10 +65,9 @@ UIColor* vividAverage(UIImage* image) {
 }  // namespace
 
 ImportantChoice chooseImportantColor(UIImage* image) {
-  // Tints are asked for on several threads, and the picker is one.
-  const objc::Synchronized lock(objc::classOf<CQColorPicker>());
+  const BorrowedPicker picker;
   const ImportantChoice choice =
-      mostSaturated(send(picker(), CQColorPicker::colorSchemeFromImage, image));
+      mostSaturated(send(picker.get(), CQColorPicker::colorSchemeFromImage, image));
   UIColor* color = choice.color;
   if (color == nullptr) return {vividAverage(image), ImportantRule::average, false};
   const Hsb parts = hsb(color);

@@ -17,7 +17,7 @@ struct ImportantChoice {
 /// The most saturated of the background and the two text colours of the image's colour scheme,
 /// pushed to saturation 0.76 if it is neither grey (0.1 and less) nor vivid (0.63 and more). While
 /// the application is in the background there is no scheme: the average colour's hue, saturated.
-/// Runs a graphics pass, on the calling thread; others wait for theirs meanwhile.
+/// Runs a graphics pass, on the calling thread, whichever that is.
 UIColor* ImportantColor(UIImage* image);
 
 /// The same, and how it was chosen.

@@ -17,11 +17,13 @@ UIColor* shade(float amount) {
 
 }  // namespace
 
-// Unlike other elements, balloons take to no type but these two.
+// Unlike other elements, balloons are dyed for these two types only.
 NSArray* dyedColors(CKGradientView* self, SEL cmd) {
   NSArray* own = colors.original(self, cmd);
   if (type() != kOwnColor && type() != kFollowsTheDye) return own;
   NSObject* shades[] = {shade(15), shade(30)};
+  // The settings may have changed between the questions.
+  if (shades[0] == nullptr || shades[1] == nullptr) return own;
   return NSArray::arrayWithObjects(shades, 2);
 }
 

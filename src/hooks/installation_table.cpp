@@ -66,13 +66,17 @@ namespace ib = icon_background;
 
 // What the replacements rely on besides what they replace. Without it they would do harm.
 constexpr auto kControlCenter = needs(kBackdropNeeds, kNeedsMethod<cc::View::backdropView>);
+// Methods of ours that are sent: where the class has others of their names, ours are not added.
+constexpr auto kControlCenterTint = needs(kControlCenter, kNeedsMethod<cc::colorBackdrop>);
 constexpr auto kControlCenterContrast =
-    needs(kControlCenter,
+    needs(kControlCenterTint,
           kNeedsFunction<_UIAccessibilityEnhanceBackgroundContrast,
                          "_UIAccessibilityEnhanceBackgroundContrast">,
           kNeedsVariable<cc::View, cc::View::accessibilityBackgroundView>);
 constexpr auto kNotificationCenter =
     needs(kBackdropNeeds, kNeedsMethod<nc::Controller::backdropView>);
+constexpr auto kNotificationCenterTint =
+    needs(kNotificationCenter, kNeedsMethod<nc::colorBackdrop>);
 constexpr auto kBadge = needs(kNeedsMethod<SBIconAccessoryImage::initWithImage>,
                               kNeedsMethod<SBIconAccessoryImage::countedMapKey>,
                               kNeedsMethod<SBIconAccessoryImage::setCountedMapKey>);
@@ -81,18 +85,19 @@ constexpr auto kHud = needs(kBackdropNeeds, kNeedsVariable<SBHUDView, SBHUDView:
 constexpr Replacement kSpringBoard[] = {
     added<cc::colorBackdrop, cc::tint>(kControlCenter),
     replaced<cc::contrastDidChange, cc::dyedContrastDidChange>(kControlCenterContrast),
-    replaced<cc::willPresent, cc::dyedWillPresent>(kControlCenter),
-    replaced<cc::updateBackground, cc::dyedUpdateBackground>(kControlCenter),
-    replaced<cc::initWithFrame, cc::dyedInitWithFrame>(kControlCenter),
-    added<dyeTrackChanged<cc::View>, trackDidChange<cc::View, cc::colorBackdrop>>(kControlCenter),
-    replaced<cc::dealloc, cc::dyedDealloc>(kControlCenter),
+    replaced<cc::willPresent, cc::dyedWillPresent>(kControlCenterTint),
+    replaced<cc::updateBackground, cc::dyedUpdateBackground>(kControlCenterTint),
+    replaced<cc::initWithFrame, cc::dyedInitWithFrame>(kControlCenterTint),
+    added<dyeTrackChanged<cc::View>, trackDidChange<cc::View, cc::colorBackdrop>>(
+        kControlCenterTint),
+    replaced<cc::dealloc, cc::dyedDealloc>(kControlCenterTint),
     added<nc::colorBackdrop, nc::tint>(kNotificationCenter),
-    replaced<nc::hostWillPresent, nc::dyedHostWillPresent>(kNotificationCenter),
-    replaced<nc::initWithNibName, nc::dyedInitWithNibName>(kNotificationCenter),
+    replaced<nc::hostWillPresent, nc::dyedHostWillPresent>(kNotificationCenterTint),
+    replaced<nc::initWithNibName, nc::dyedInitWithNibName>(kNotificationCenterTint),
     added<dyeTrackChanged<nc::Controller>, trackDidChange<nc::Controller, nc::colorBackdrop>>(
-        kNotificationCenter),
-    replaced<nc::dealloc, nc::dyedDealloc>(kNotificationCenter),
-    replaced<nc::contrastDidChange, nc::dyedContrastDidChange>(kNotificationCenter),
+        kNotificationCenterTint),
+    replaced<nc::dealloc, nc::dyedDealloc>(kNotificationCenterTint),
+    replaced<nc::contrastDidChange, nc::dyedContrastDidChange>(kNotificationCenterTint),
     replaced<ib::setWallpaperColor<SBFolderIconBackgroundView>,
              ib::dyedSetWallpaperColor<SBFolderIconBackgroundView>>(),
     replaced<ib::setWallpaperColor<SBIconBlurryBackgroundView>,

@@ -6,7 +6,10 @@
 
 namespace varnix {
 
+// The method is added after the surfaces' initialisers are replaced, and not where the class has
+// another of its name.
 void observeTrack(NSObject* surface) {
+  if (surface != nullptr && !objc::answers(surface, dyeTrackChanged<NSObject>)) return;
   send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, surface,
        dyeTrackChanged<NSObject>, trackChanged(), nullptr);
 }
@@ -19,11 +22,11 @@ void stopObservingTrack(NSObject* surface) {
 // could be the last to let go.
 void performOnMainQueue(NSObject* surface, SEL message) {
   NSObject* kept = Strong<NSObject>::retain(surface).leak();
-  auto send = objc::makeBlock<void()>([kept, message] {
+  auto tint = objc::makeBlock<void()>([kept, message] {
     const auto owned = Strong<NSObject>::adopt(kept);
     objc::perform<void>(owned.get(), message);
   });
-  dispatch_async(dispatch_get_main_queue(), send);
+  dispatch_async(dispatch_get_main_queue(), tint);
 }
 
 }  // namespace varnix

@@ -18,8 +18,15 @@ bool understands(Class cls, Message<T, Name, Signature>) {
          agree(method_getTypeEncoding(method), kStored<Message<T, Name, Signature>::types()>.text);
 }
 
-/// Whether the object answers all of these. Found out once for a class; the last one that was asked
-/// is remembered, so that the usual question costs a comparison. No for nil.
+/// Whether the class that declares the message answers it; no where there is no such class.
+template <class T, FixedString Name, class Signature>
+bool understands(ClassMessage<T, Name, Signature>) {
+  return hasMethod(object_getClass(classOf<T>()), kStored<Name>.text,
+                   kStored<ClassMessage<T, Name, Signature>::types()>.text);
+}
+
+/// Whether the object answers all of these; no for nil. The last class that was asked is remembered
+/// with its answer, so that the usual question costs a comparison.
 template <class... M>
 bool answers(NSObject* object, M... messages) {
   if (object == nullptr) return false;

@@ -26,7 +26,7 @@ bool hasVariable(Class cls, Variable<T, Name, V>) {
   return detail::offsetOfObject(cls, kStored<Name>.text) >= 0;
 }
 
-/// What the variable holds; nil where the object's class has none of that name. Looked up once.
+/// What the variable holds; nil where T's class has none of that name. Looked up once.
 template <class T, FixedString Name, class V>
 V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
   OBJC_USES("variable " + kClassName<T> + " " + Name + " " + kClassName<V>);
@@ -35,7 +35,7 @@ V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
   if (object == nullptr) return nullptr;
   std::ptrdiff_t offset = __atomic_load_n(&remembered, __ATOMIC_RELAXED);
   if (offset == kUnknown) {
-    offset = detail::offsetOfObject(object_getClass(object), kStored<Name>.text);
+    offset = detail::offsetOfObject(classOf<T>(), kStored<Name>.text);
     __atomic_store_n(&remembered, offset, __ATOMIC_RELAXED);
   }
   if (offset < 0) return nullptr;

@@ -1,8 +1,10 @@
 #include "prefs/IconColor.h"
 
 #include "color/ImportantColor.h"
+#include "objc/answers.h"
 #include "objc/strong.h"
 #include "platform/AppList.h"
+#include "platform/Dispatch.h"
 #include "prefs/keyed_archive.h"
 
 namespace varnix::Color {
@@ -25,12 +27,29 @@ NSObject* cachedColor(VNXManager* manager, NSString* identifier) {
   return NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry()));
 }
 
+void storeArchive(NSData* archive, VNXManager* manager, NSString* identifier) {
+  send(storeOf(manager), KTPrefsManager::setObject, archive, cacheKey(identifier));
+  send(storeOf(manager), KTPrefsManager::save);
+}
+
+/// The store is changed and written on the main thread alone: two writers would spoil the file.
 void keepColor(UIColor* color, VNXManager* manager, NSString* identifier) {
   if (storeOf(manager) == nullptr || color == nullptr) return;
   NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(color);
   if (archive == nullptr) return;
-  send(storeOf(manager), KTPrefsManager::setObject, archive, cacheKey(identifier));
-  send(storeOf(manager), KTPrefsManager::save);
+  if (NSThread::isMainThread()) return storeArchive(archive, manager, identifier);
+  auto store = objc::makeBlock<void()>(
+      [kept = Strong<NSData>::retain(archive), owner = Strong<VNXManager>::retain(manager),
+       name = Strong<NSString>::retain(identifier)] { storeArchive(kept, owner, name); });
+  dispatch_async(dispatch_get_main_queue(), store);
+}
+
+/// Nil for an application without icon, and where there is no list or one that cannot tell.
+UIImage* iconOf(NSString* identifier) {
+  if (!objc::understands(ALApplicationList::sharedApplicationList)) return nullptr;
+  ALApplicationList* list = ALApplicationList::sharedApplicationList();
+  if (!objc::answers(list, ALApplicationList::iconOfSize)) return nullptr;
+  return send(list, ALApplicationList::iconOfSize, ALApplicationIconSizeLarge, identifier);
 }
 
 /// Without the icon's alpha: its transparent corners become pixels like others.
@@ -45,9 +64,8 @@ UIImage* opaqueCopy(UIImage* icon) {
 UIColor* IconColor(NSString* identifier, UIColor* fallback, VNXManager* manager) {
   if (NSObject* cached = cachedColor(manager, identifier)) return static_cast<UIColor*>(cached);
 
-  ALApplicationList* list = ALApplicationList::sharedApplicationList();
-  UIImage* icon = send(list, ALApplicationList::iconOfSize, ALApplicationIconSizeLarge, identifier);
-  if (identifier == nullptr || list == nullptr || icon == nullptr) return fallback;
+  UIImage* icon = iconOf(identifier);
+  if (identifier == nullptr || icon == nullptr) return fallback;
 
   UIImage* image = opaqueCopy(icon);
   ImportantColor(image);  // the first answer is dropped: the second is the one that counts

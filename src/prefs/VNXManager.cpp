@@ -138,7 +138,7 @@ UIColor* Manager::dye() {
     return _cachedIconColor.read();
   };
   auto cached = _cachedIconColor.read();
-  // Never so here, where the process is not SpringBoard: the test stays as a guard.
+  // Cannot be: SpringBoard was answered above.
   if (cached == nullptr && send(self(), VNXManager::isSpringBoard))
     cached = remember(plainGlobalColor());
   if (cached == nullptr) {
@@ -163,7 +163,8 @@ UIColor* Manager::getDyeColor(NSString* colorKey, NSString* fallback, SEL enable
   UIColor* color = type == kOwnColor
                        ? parseColor(send(_prefsMan, VXPrefsManager::getPref, colorKey), fallback)
                        : send(self(), VNXManager::dye);
-  if (auto* ours = objc::as<UIColor>(color)) send(ours, Color::setIsVarnixColor, true);
+  auto* ours = objc::as<UIColor>(color);
+  if (objc::answers(ours, Color::setIsVarnixColor)) send(ours, Color::setIsVarnixColor, true);
   return color;
 }
 
