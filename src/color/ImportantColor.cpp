@@ -51,8 +51,7 @@ ImportantChoice mostSaturated(CQColorScheme* scheme) {
   return {backgroundColor, background, false};
 }
 
-/// There is always an average; the platform's yellow, meant for a missing one, is asked for and let
-/// go.
+/// There is always an average. For a missing one the platform's yellow is fetched, and dropped.
 UIColor* vividAverage(UIImage* image) {
   UIColor* average = AverageColor(image);
   if (average == nullptr) {

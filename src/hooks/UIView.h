@@ -1,4 +1,4 @@
-// The tint of views. Getter and setter are no mirror images: in applications the getter dyes even
+// The tint of views. Getter and setter differ: in applications the getter dyes even
 // segments, which the setter spares; in SpringBoard the getter spares segments and the setter
 // changes nothing.
 #pragma once

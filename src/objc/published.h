@@ -63,9 +63,9 @@ class Published {
 
   Strong<T> read() const {
     __atomic_add_fetch(&detail::publishedReaders, 1, __ATOMIC_SEQ_CST);
-    auto read = Strong<T>::retain(__atomic_load_n(&object_, __ATOMIC_SEQ_CST));
+    auto kept = Strong<T>::retain(__atomic_load_n(&object_, __ATOMIC_SEQ_CST));
     __atomic_sub_fetch(&detail::publishedReaders, 1, __ATOMIC_SEQ_CST);
-    return read;
+    return kept;
   }
 
   void replace(Strong<T> object) {

@@ -1,4 +1,4 @@
-// CoreFoundation: the Darwin notify centre and the log.
+// CoreFoundation: the Darwin notify centre, types of objects, the log.
 #pragma once
 
 #include "objc/metadata.h"
