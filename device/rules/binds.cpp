@@ -128,7 +128,8 @@ constexpr FixupRule kBinds[] = {
     {"binds.not-weak", "Nothing is bound among all images.", whole<[](const Fixups& fixups) {
        const uint32_t size = (*fixups.image->loaderInfo)[5];
        return unless(size == 0, std::to_string(size) + " bytes of weak binds");
-     }>},
+     }>,
+     Asker::project},
 };
 
 }  // namespace

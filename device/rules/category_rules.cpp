@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kClassSections[] = {
     "__objc_classlist", "__objc_catlist",   "__objc_selrefs",   "__objc_classrefs",
     "__objc_superrefs", "__objc_protolist", "__objc_nlclslist", "__objc_nlcatlist"};
-/// A library of ours has classes. Whether it has categories too is told by lists/classes.txt.
+/// Whether there are categories too is told by lists/classes.txt.
 constexpr std::string_view kNeeded = "__objc_classlist";
 /// Bits of the image info that iOS 9.3 takes for garbage collection, signed data or other
 /// platforms.
@@ -37,11 +37,10 @@ void sectionsFit(const ClassData& data, const Say& say) {
   const uint64_t size = data.pointerSize();
   for (const std::string_view name : kClassSections) {
     const auto found = named(data, name);
-    const bool isNeeded = data.image().isDylib() && name == kNeeded;
-    if (found.empty() && !isNeeded) continue;
+    if (found.empty()) continue;
     if (found.size() != 1 || !isInData(found[0]) || found[0].size == 0 ||
         found[0].size % size != 0 || found[0].address % size != 0)
-      say(std::string(name) + ": missing, twice, elsewhere, or no whole words");
+      say(std::string(name) + ": twice, elsewhere, or no whole words");
   }
 }
 
@@ -50,7 +49,7 @@ std::string imageInfoFits(const ClassData& data) {
   const auto& sections = data.image().sections;
   const bool hasClassData = std::ranges::any_of(
       sections, [](const SectionHeader& section) { return section.name.starts_with("__objc_"); });
-  if (found.empty() && !hasClassData && !data.image().isDylib()) return {};
+  if (found.empty() && !hasClassData) return {};
   if (found.size() != 1 || !isInData(found[0]) || found[0].size != 8)
     return "missing, twice, elsewhere, or of another size";
   const auto place = data.image().place(found[0].address);
@@ -77,6 +76,11 @@ std::string targetFits(const ClassData& data, const CategoryEntry& it) {
 }
 
 constexpr ClassRule kCategories[] = {
+    {"classes.present", "A library has classes.", whole<[](const ClassData& data) {
+       return unless(!data.image().isDylib() || !named(data, kNeeded).empty(),
+                     std::string(kNeeded) + " is missing");
+     }>,
+     Asker::project},
     {"classes.image-info",
      "Image info is there, of version 0, and says nothing of other platforms.",
      whole<imageInfoFits>},
@@ -84,7 +88,7 @@ constexpr ClassRule kCategories[] = {
      sectionsFit},
     {"categories.class",
      "A category is of the root class or of one that may be missing, in another library.",
-     each<categoriesOf, targetFits>},
+     each<categoriesOf, targetFits>, Asker::project},
     {"categories.name", "A category has a name.",
      each<categoriesOf,
           [](const ClassData&, const CategoryEntry& it) {
@@ -97,7 +101,8 @@ constexpr ClassRule kCategories[] = {
             return unless((!it.methods.empty() || !it.classMethods.empty()) &&
                               it.protocols.isNil() && it.properties.isNil(),
                           "no methods, or more than them");
-          }>},
+          }>,
+     Asker::project},
     {"categories.load",
      "A category with +load is listed among those that the run-time sends it to.",
      each<categoriesOf,

@@ -47,7 +47,8 @@ std::vector<uint64_t> wordsOf(const Image& image, std::string_view name) {
   std::vector<uint64_t> result;
   for (const SectionHeader& section : image.sections) {
     if (section.name != name) continue;
-    for (uint64_t at = 0; at + image.pointerSize() <= std::min(section.size, image.bytes.size());
+    for (uint64_t at = 0;
+         at + image.pointerSize() <= std::min<uint64_t>(section.size, image.bytes.size());
          at += image.pointerSize())
       result.push_back(section.address + at);
   }

@@ -86,10 +86,12 @@ constexpr ClassRule kClassShapes[] = {
      each<halves,
           [](const ClassData&, const ClassHalf& it) {
             return unless(it.layout.isNil() && it.weakLayout.isNil(), "it does");
-          }>},
+          }>,
+     Asker::project},
     {"classes.no-protocols", "No class adopts a protocol, which nothing here would check.",
      each<halves, [](const ClassData&,
-                     const ClassHalf& it) { return unless(it.protocols.isNil(), "it does"); }>},
+                     const ClassHalf& it) { return unless(it.protocols.isNil(), "it does"); }>,
+     Asker::project},
     {"classes.name", "A class has a name, and its metaclass the same.",
      each<everyClass, classNameFits>},
     {"classes.name-once", "No two classes have one name.", each<wholeClasses, nameIsItsOwn>},

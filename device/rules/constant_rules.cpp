@@ -92,7 +92,7 @@ constexpr ClassRule kConstants[] = {
                           hex(it.copy.target) + " and " + hex(it.dispose.target));
           }>},
     {"blocks.result", "A block that holds something returns no structure.",
-     each<descriptorsOf, returnsNoStructure>},
+     each<descriptorsOf, returnsNoStructure>, Asker::project},
 };
 
 }  // namespace

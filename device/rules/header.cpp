@@ -47,7 +47,8 @@ constexpr ImageRule kHeader[] = {
      whole<[](const Image& image) {
        return unless((image.flags & (macho::kWeakDefines | macho::kBindsToWeak)) == 0,
                      hex(image.flags));
-     }>},
+     }>,
+     Asker::project},
 };
 
 }  // namespace

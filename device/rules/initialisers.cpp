@@ -65,7 +65,8 @@ constexpr FixupRule kInitialisers[] = {
        return unless(
            !fixups.image->isDylib() || std::ranges::any_of(fixups.image->sections, runsAtLoad),
            "none");
-     }>},
+     }>,
+     Asker::project},
     {"initialisers.size",
      "A section of initialisers holds whole words at a multiple of their size.",
      each<allSections,
@@ -98,7 +99,8 @@ constexpr FixupRule kInitialisers[] = {
      each<allSections,
           [](const Fixups&, const SectionHeader& section) {
             return unless(section.type() != macho::kModTermFuncPointers, "functions that end it");
-          }>},
+          }>,
+     Asker::project},
     {"class-lists.size", "The lists of classes hold whole words at a multiple of their size.",
      each<allSections,
           [](const Fixups& fixups, const SectionHeader& section) {

@@ -83,7 +83,8 @@ constexpr FixupRule kLazy[] = {
      each<lazilyBound,
           [](const Fixups&, const BoundWord& word) {
             return unless(!word.mayBeMissing(), "may be missing");
-          }>},
+          }>,
+     Asker::project},
     {"lazy.rebased", "A lazy pointer is rebased, for it points to its helper until it is bound.",
      each<lazilyBound,
           [](const Fixups& fixups, const BoundWord& word) {

@@ -1,6 +1,7 @@
 // A rule of the platform: what it is called, what it says, and how something is held against it.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -10,11 +11,18 @@ namespace varnix::device {
 /// Takes what is wrong, in words that begin with the place.
 using Say = std::function<void(const std::string& wrong)>;
 
+/// Who asks for it.
+enum class Asker : uint8_t {
+  platform,
+  project,  ///< Ours alone: the platform takes a library that is otherwise.
+};
+
 template <class Of>
 struct RuleOf {
   std::string_view name;      ///< "subject.rule".
   std::string_view sentence;  ///< What holds for a sound file.
   void (*check)(const Of& of, const Say& say);
+  Asker asker = Asker::platform;
 };
 
 /// Words for what is wrong unless `holds`, else none.

@@ -88,7 +88,8 @@ constexpr FileRule kUniversal[] = {
                          (std::ranges::any_of(file.slices, isArmV7) &&
                           std::ranges::any_of(file.slices, isArm64)),
                      "one is missing");
-     }>},
+     }>,
+     Asker::project},
 };
 
 }  // namespace

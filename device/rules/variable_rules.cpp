@@ -164,7 +164,8 @@ constexpr ClassRule kVariables[] = {
             return unless(bits <= kLargestAlignment || bits == kNobodysAlignment,
                           "2^" + std::to_string(bits));
           }>},
-    {"variables.filled", "Variables follow each other, and the last ends its instance.", filled},
+    {"variables.filled", "Variables follow each other, and the last ends its instance.", filled,
+     Asker::project},
     {"variables.type", "A variable has a name of its own, and its type's size and alignment.",
      each<variablesOf, typeFits>},
     {"properties.attributes", "A property's attributes are a type, known letters, then a variable.",

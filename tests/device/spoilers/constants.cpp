@@ -26,7 +26,7 @@ const Spoiler kConstantSpoilers[] = {
      [](Spoiled& it) { it.put32At(imageInfo(it) + 4, 0x10008); }},
     {"classes.image-info", "none",
      [](Spoiled& it) { it.put8(it.section("__objc_imageinfo") + 2, 'x'); }},
-    {"classes.sections", "no list of classes",
+    {"classes.present", "no list of classes",
      [](Spoiled& it) { it.put8(it.section("__objc_classlist") + 2, 'x'); }},
     {"classes.sections", "a list in code",
      [](Spoiled& it) { it.putText(it.section("__objc_catlist") + 16, "__TEXT"); }},
