@@ -11,7 +11,7 @@ add_custom_command(OUTPUT ${demanding}
   DEPENDS ${sources} emulation/probe.h emulation/newer_libobjc.tbd ${builder} VERBATIM)
 add_custom_target(probe DEPENDS ${probe} ${demanding})
 
-foreach(name IN ITEMS boundary)
+foreach(name IN ITEMS boundary unsound)
   set(test emulation_${name}_test)
   add_executable(${test} emulation/${name}_test.cpp)
   target_link_libraries(${test} PRIVATE varnix_test_support varnix_warnings)
@@ -21,3 +21,5 @@ foreach(name IN ITEMS boundary)
 endforeach()
 target_compile_definitions(emulation_boundary_test PRIVATE VARNIX_PROBE="${probe}"
                            VARNIX_DEMANDING="${demanding}")
+# It looks for what it spoils as the rules do.
+target_link_libraries(emulation_unsound_test PRIVATE varnix_loading_rules)

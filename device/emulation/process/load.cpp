@@ -18,6 +18,7 @@
 #include "process/image_loader.h"
 #include "process/process.h"
 #include "process/unwinding.h"
+#include "rules/slice.h"
 
 extern "C" void objc_mapImage(Class* classes, Class* classesEnd, objc::CategoryData** categories,
                               objc::CategoryData** categoriesEnd);
@@ -110,12 +111,22 @@ void noteLoaded(const std::string& path) {
   std::fclose(file);
 }
 
+/// The platform would refuse such a slice, or its run-time trip over it. Throws with the rule's
+/// name.
+void refuseUnsound(Reader file, Reader slice) {
+  const auto offset = static_cast<uint64_t>(slice.at(0, 0).data() - file.at(0, 0).data());
+  if (const auto broken = firstBroken(slice, offset))
+    throw std::runtime_error(std::string(broken->rule) + ": " + broken->what);
+}
+
 void load(const std::string& path) {
   if (loadedImages().contains(path)) return;
   Loaded& loaded = loadedImages()[path];
   try {
     loaded.bytes = readFile(path);
-    loaded.file = readImageFile(kArchitecture, sliceFor(kArchitecture, Reader(loaded.bytes)));
+    const Reader slice = sliceFor(kArchitecture, Reader(loaded.bytes));
+    refuseUnsound(Reader(loaded.bytes), slice);
+    loaded.file = readImageFile(kArchitecture, slice);
     const auto neighbours = loadNeeded(path, loaded.file);
     loaded.image = std::make_unique<MappedImage>(
         loaded.file,
