@@ -2,6 +2,7 @@
 #include <chrono>
 
 #include "cli/command.h"
+#include "support/encodings.h"
 
 using test::Command;
 using test::varnix;
@@ -24,31 +25,31 @@ std::ptrdiff_t lines(const std::string& text) { return std::count(text.begin(), 
 
 TEST_F(Run, TraceShowsEveryChangeInOrder) {
   const auto outcome = varnix({"run", "--bundle", "com.example.app", "--trace"});
+  std::string numbers;
+  for (const char* name : {"hue", "saturation", "brightness", "alpha"})
+    numbers += std::string("add  -[UIColor ") + name + "] " + test::nativeEncoding("d@:") + "\n";
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.error, "");
   EXPECT_EQ(outcome.out,
             "add  -[UIColor isVarnixColor] B@:\n"
             "add  -[UIColor setIsVarnixColor:] v@:B\n"
             "add  -[UIColor isVarnixAlbumColor] B@:\n"
-            "add  -[UIColor setIsVarnixAlbumColor:] v@:B\n"
-            "add  -[UIColor hue] d@:\n"
-            "add  -[UIColor saturation] d@:\n"
-            "add  -[UIColor brightness] d@:\n"
-            "add  -[UIColor alpha] d@:\n"
-            "add  +[UIColor yComponentFromColor:] f@:@\n"
-            "add  +[UIColor uComponentFromColor:] f@:@\n"
-            "add  +[UIColor vComponentFromColor:] f@:@\n"
-            "add  +[UIColor YUVSpaceDistanceToColor:fromColor:] f@:@@\n"
-            "add  +[UIColor YUVSpaceSquareDistanceToColor:fromColor:] f@:@@\n"
-            "hook -[UIStatusBarNewUIStyleAttributes "
-            "initWithRequest:backgroundColor:foregroundColor:]\n"
-            "hook -[UIView tintColor]\n"
-            "hook -[UIView setTintColor:]\n"
-            "hook -[UISwitch layoutSubviews]\n"
-            "hook -[UISwitch setOnTintColor:]\n"
-            "hook -[UISwitch setTintColor:]\n"
-            "hook -[UIKeyboard initWithFrame:]\n"
-            "hook -[UIKBRenderConfig lightKeyboard]\n");
+            "add  -[UIColor setIsVarnixAlbumColor:] v@:B\n" +
+                numbers +
+                "add  +[UIColor yComponentFromColor:] f@:@\n"
+                "add  +[UIColor uComponentFromColor:] f@:@\n"
+                "add  +[UIColor vComponentFromColor:] f@:@\n"
+                "add  +[UIColor YUVSpaceDistanceToColor:fromColor:] f@:@@\n"
+                "add  +[UIColor YUVSpaceSquareDistanceToColor:fromColor:] f@:@@\n"
+                "hook -[UIStatusBarNewUIStyleAttributes "
+                "initWithRequest:backgroundColor:foregroundColor:]\n"
+                "hook -[UIView tintColor]\n"
+                "hook -[UIView setTintColor:]\n"
+                "hook -[UISwitch layoutSubviews]\n"
+                "hook -[UISwitch setOnTintColor:]\n"
+                "hook -[UISwitch setTintColor:]\n"
+                "hook -[UIKeyboard initWithFrame:]\n"
+                "hook -[UIKBRenderConfig lightKeyboard]\n");
 }
 
 TEST_F(Run, WithoutTheLibraryNothingChanges) {
