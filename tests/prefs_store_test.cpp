@@ -300,7 +300,12 @@ TEST_F(Store, ANilRowChangesWritesAndPostsNothing) {
 
 TEST_F(Store, NilKeysAndValuesAreTheCallersMistake) {
   NSObject* store = open(defaults(), nullptr);
+#if defined(__arm__)
+  // There exceptions jump over frames, which this system's do not: the process ends with this one.
+  EXPECT_DEATH(set(store, nullptr, "k"), "attempt to insert nil into a dictionary");
+#else
   EXPECT_THROW(set(store, nullptr, "k"), host::runtime::Exception);
+#endif
   EXPECT_EQ(send<NSObject*>(store, "objectForKey:"_sel, static_cast<NSString*>(nullptr)), nullptr);
 }
 
