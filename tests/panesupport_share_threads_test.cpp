@@ -83,6 +83,22 @@ TEST_F(PanesupportShareThreads, TakeTurns) {
   EXPECT_NE(objc_sync_exit(object), 0);
 }
 
+// One that is not inside cannot let the others in.
+TEST_F(PanesupportShareThreads, AreNotEndedByAThreadThatIsNotInside) {
+  NSObject* object = test::make<NSObject>("NSObject");
+  EXPECT_EQ(objc_sync_enter(object), 0);
+  EXPECT_EQ(objc_sync_enter(object), 0);
+  std::thread([&] { EXPECT_EQ(objc_sync_exit(object), -1); }).join();
+  EXPECT_EQ(objc_sync_exit(object), 0);
+  std::thread([&] { EXPECT_EQ(objc_sync_exit(object), -1); }).join();
+  EXPECT_EQ(objc_sync_exit(object), 0);
+  EXPECT_EQ(objc_sync_exit(object), -1);
+  std::thread([&] {
+    EXPECT_EQ(objc_sync_enter(object), 0);
+    EXPECT_EQ(objc_sync_exit(object), 0);
+  }).join();
+}
+
 // Completions come on threads of the platform's.
 TEST_F(PanesupportShareThreads, FollowFromManyCompletionsAtOnce) {
   settingsApplication();

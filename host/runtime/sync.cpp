@@ -1,5 +1,7 @@
 // The lock that every object has: made when it is first taken, gone when nobody holds or awaits it.
+#include <atomic>
 #include <mutex>
+#include <thread>
 #include <unordered_map>
 
 #include "objc/runtime.h"
@@ -8,7 +10,9 @@ namespace {
 
 struct ObjectLock {
   std::recursive_mutex mutex;
-  int users = 0;  ///< those who hold it and those who wait
+  int users = 0;                       ///< those who hold it and those who wait
+  std::atomic<std::thread::id> owner;  ///< who holds it; nobody's where it is free
+  int depth = 0;                       ///< how often; the owner's alone
 };
 
 struct Locks {
@@ -37,6 +41,8 @@ int objc_sync_enter(const void* object) {
     ++lock->users;
   }
   lock->mutex.lock();
+  lock->owner = std::this_thread::get_id();
+  ++lock->depth;
   return kSuccess;
 }
 
@@ -45,8 +51,11 @@ int objc_sync_exit(const void* object) {
   const std::lock_guard guard(locks().mutex);
   auto found = locks().byObject.find(object);
   if (found == locks().byObject.end()) return kNotOwner;
-  found->second.mutex.unlock();
-  if (--found->second.users == 0) locks().byObject.erase(found);
+  ObjectLock& lock = found->second;
+  if (lock.owner != std::this_thread::get_id()) return kNotOwner;
+  if (--lock.depth == 0) lock.owner = std::thread::id();
+  lock.mutex.unlock();
+  if (--lock.users == 0) locks().byObject.erase(found);
   return kSuccess;
 }
 }
