@@ -81,6 +81,24 @@ TEST(Block, CarriesItsLayout) {
                "i@?i");
 }
 
+std::string family(void* block) {
+  std::string names;
+  for (Class cls = object_getClass(block); cls != nullptr; cls = class_getSuperclass(cls))
+    names += std::string(names.empty() ? "" : " ") + class_getName(cls);
+  return names;
+}
+
+TEST(Block, IsOfThePlatformsClasses) {
+  auto onStack = objc::makeBlock<void()>([held = std::make_shared<int>(1)] { (void)held; });
+  objc::Block<void()> block = onStack;
+  EXPECT_EQ(family(block), "__NSStackBlock__ __NSStackBlock NSBlock NSObject");
+  auto* heap = copied(block);
+  EXPECT_EQ(family(heap), "__NSMallocBlock__ __NSMallocBlock NSBlock NSObject");
+  _Block_release(heap);
+  EXPECT_EQ(family(objc::globalBlock<&doubled>()),
+            "__NSGlobalBlock__ __NSGlobalBlock NSBlock NSObject");
+}
+
 TEST(Block, OnTheStackDestroysItsCaptureOnce) {
   Tally tally;
   {

@@ -36,21 +36,25 @@ OBJC_CLASS_NAMED(NSBlock, NSObject, AnyBlock, NSObject, objc::Ivar<"flags", &Any
                  objc::Method<"copy", &AnyBlock::copy>)
 
 // Blocks that the compiler laid down or that live on a stack are not counted.
-OBJC_CLASS_NAMED(NSGlobalBlock, NSBlock, AnyBlock, AnyBlock,
+OBJC_CLASS_NAMED(__NSGlobalBlock, NSBlock, AnyBlock, AnyBlock,
                  objc::Method<"retain", &AnyBlock::keep>, objc::Method<"release", &AnyBlock::let>,
                  objc::Method<"autorelease", &AnyBlock::keep>)
-OBJC_CLASS_NAMED(NSStackBlock, NSBlock, AnyBlock, AnyBlock, objc::Method<"retain", &AnyBlock::keep>,
-                 objc::Method<"release", &AnyBlock::let>,
+OBJC_CLASS_NAMED(__NSStackBlock, NSBlock, AnyBlock, AnyBlock,
+                 objc::Method<"retain", &AnyBlock::keep>, objc::Method<"release", &AnyBlock::let>,
                  objc::Method<"autorelease", &AnyBlock::keep>)
-OBJC_CLASS_NAMED(NSMallocBlock, NSBlock, MallocBlock, AnyBlock,
+OBJC_CLASS_NAMED(__NSMallocBlock, NSBlock, MallocBlock, AnyBlock,
                  objc::Method<"dealloc", &MallocBlock::dealloc>)
+// Blocks themselves are of these.
+OBJC_CLASS_NAMED(__NSGlobalBlock__, __NSGlobalBlock, AnyBlock, AnyBlock)
+OBJC_CLASS_NAMED(__NSStackBlock__, __NSStackBlock, AnyBlock, AnyBlock)
+OBJC_CLASS_NAMED(__NSMallocBlock__, __NSMallocBlock, MallocBlock, MallocBlock)
 
 // A block's class pointer is the address of one of these symbols: the classes' own.
 asm(R"(
         .globl _NSConcreteGlobalBlock
-        .set _NSConcreteGlobalBlock, OBJC_CLASS_$_NSGlobalBlock
+        .set _NSConcreteGlobalBlock, OBJC_CLASS_$___NSGlobalBlock__
         .globl _NSConcreteStackBlock
-        .set _NSConcreteStackBlock, OBJC_CLASS_$_NSStackBlock
+        .set _NSConcreteStackBlock, OBJC_CLASS_$___NSStackBlock__
 )");
 
 extern "C" {
@@ -58,12 +62,12 @@ extern "C" {
 void* _Block_copy(const void* block) {
   if (block == nullptr) return nullptr;
   auto* original = static_cast<AnyBlock*>(const_cast<void*>(block));
-  if (original->isa == &objc_class_NSMallocBlock) return objc_retain(original);
+  if (original->isa == &objc_class___NSMallocBlock__) return objc_retain(original);
   if ((original->flags & objc::kBlockIsGlobal) != 0) return original;
   const std::size_t size = original->descriptor->size;
-  const std::size_t head = class_getInstanceSize(&objc_class_NSMallocBlock);
+  const std::size_t head = class_getInstanceSize(&objc_class___NSMallocBlock__);
   auto* copy = static_cast<AnyBlock*>(
-      class_createInstance(&objc_class_NSMallocBlock, size > head ? size - head : 0));
+      class_createInstance(&objc_class___NSMallocBlock__, size > head ? size - head : 0));
   // Everything but the class is the original's; captured variables go through the copy helper.
   std::memcpy(reinterpret_cast<char*>(copy) + sizeof(Class),
               reinterpret_cast<char*>(original) + sizeof(Class), size - sizeof(Class));
