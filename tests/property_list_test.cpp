@@ -126,6 +126,27 @@ TEST_F(PropertyList, ReadsCommentsInstructionsAndByteOrderMark) {
       1u);
 }
 
+TEST_F(PropertyList, ReadsUtf16) {
+  const std::u16string whole =
+      u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<plist><dict><key>Grün</key>"
+      u"<string>色 😀</string></dict></plist>";
+  std::string bigEndian = "\xfe\xff";
+  std::string littleEndian = "\xff\xfe";
+  for (const char16_t unit : whole) {
+    const char high = static_cast<char>(unit >> 8);
+    const char low = static_cast<char>(unit & 0xff);
+    bigEndian += {high, low};
+    littleEndian += {low, high};
+  }
+  for (const std::string& bytes : {bigEndian, littleEndian}) {
+    NSDictionary* contents = read(bytes);
+    ASSERT_NE(contents, nullptr);
+    EXPECT_EQ(
+        host::text(objc::as<NSString>(send(contents, NSDictionary::objectForKey, string("Grün")))),
+        "色 😀");
+  }
+}
+
 TEST_F(PropertyList, LeavesOutWhatHasNoObject) {
   // Text that is not UTF-8.
   const std::string bytes =

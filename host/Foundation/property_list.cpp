@@ -8,6 +8,7 @@
 #include "Foundation/property_list_guard.h"
 #include "Foundation/property_list_node.h"
 #include "Foundation/text.h"
+#include "Foundation/utf16.h"
 #include "objc/autorelease_pool.h"
 
 namespace host {
@@ -170,6 +171,12 @@ plist::Tree parse(std::string_view bytes, PropertyListFormat format) {
 }  // namespace
 
 NSObject* propertyListFromData(std::string_view bytes) {
+  std::optional<std::string> converted;
+  if (isUtf16(bytes) && bytes.size() <= kMaximumBytes) {
+    converted = utf8FromUtf16(bytes);
+    if (!converted) return nullptr;
+    bytes = *converted;
+  }
   Strong<NSObject> result;
   {
     objc::AutoreleasePool pool;
