@@ -68,6 +68,43 @@ TEST(DamagedPropertyList, CutShort) {
   }
 }
 
+/// Its last tag too must be there, and nothing but comments before it.
+TEST(DamagedPropertyList, CutWithinTheLastTag) {
+  for (std::string_view contents :
+       {"<dict><key>a</key><true/></dict>", "<dict/>", "<string>a</string>", "<array></array>"}) {
+    const std::string open = "<plist version=\"1.0\">" + std::string(contents);
+    for (std::string_view end : {"</plist>", " \n</plist >", "<!-- a --><?b?></plist>\n"})
+      EXPECT_TRUE(isRead(open + std::string(end))) << open << end;
+    for (std::string_view end : {"", "\n", "<", "</", "</p", "</plist", "</plist ", "</plists>",
+                                 "<!-- a", "<?b", "<string>b</string></plist>", "b</plist>"})
+      EXPECT_FALSE(isRead(open + std::string(end))) << open << end;
+  }
+  // One that never opened needs none.
+  EXPECT_TRUE(isRead("<dict></dict>"));
+}
+
+TEST(DamagedPropertyList, Utf16) {
+  const std::string whole("\xff\xfe<\0t\0r\0u\0e\0/\0>\0", 16);
+  EXPECT_TRUE(isRead(whole));
+  EXPECT_FALSE(isRead(whole + "\n")) << "half a unit";
+  for (std::string_view unit : {std::string_view("\x3d\xd8", 2), std::string_view("\x00\xde", 2)}) {
+    const std::string open("\xff\xfe<\0s\0t\0r\0i\0n\0g\0>\0", 18);
+    const std::string close("<\0/\0s\0t\0r\0i\0n\0g\0>\0", 18);
+    EXPECT_TRUE(isRead(open + close));
+    EXPECT_FALSE(isRead(open + std::string(unit) + close)) << "half a pair";
+  }
+  EXPECT_FALSE(isRead("\xff\xfe"));
+  EXPECT_FALSE(isRead("\xfe\xff" + whole.substr(2))) << "the other order";
+  for (std::size_t length = 0; length < whole.size(); ++length)
+    EXPECT_FALSE(isRead(whole.substr(0, length)));
+  // Three bytes each once they are UTF-8: what comes of it has the same limit.
+  std::string large("\xff\xfe<\0s\0t\0r\0i\0n\0g\0>\0", 18);
+  for (std::size_t i = 0; i < host::kMaximumBytes / 2 - 20; ++i) large += "\x72\x82";
+  large += std::string("<\0/\0s\0t\0r\0i\0n\0g\0>\0", 18);
+  EXPECT_LE(large.size(), host::kMaximumBytes);
+  EXPECT_FALSE(isRead(large));
+}
+
 TEST(DamagedPropertyList, EveryByteChanged) {
   for (const std::string& whole :
        {std::string(test::kXmlPropertyList), test::binaryPropertyList()}) {

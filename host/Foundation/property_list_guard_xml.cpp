@@ -28,7 +28,7 @@ class XmlGuard {
     if (text_.find('\0') != std::string_view::npos) return false;
     Next next = Next::more;
     while (next == Next::more) next = readTag();
-    return next == Next::end;
+    return next == Next::end && (!inPropertyList_ || readLastTag());
   }
 
  private:
@@ -79,6 +79,19 @@ class XmlGuard {
     return readElement();
   }
 
+  /// Behind the outermost element, where the library no longer looks: a file that was cut there may
+  /// have been cut anywhere.
+  bool readLastTag() {
+    constexpr std::string_view kLast = "</plist";
+    while (moveTo(text_.find_first_not_of(kSpace, at_)) && !rest().starts_with(kLast)) {
+      const bool comment = rest().starts_with("<!--");
+      if (!comment && !rest().starts_with("<?")) return false;
+      if (!movePast(comment ? "-->" : "?>")) return false;
+    }
+    return !atEnd() && moveTo(text_.find_first_not_of(kSpace, at_ + kLast.size())) &&
+           text_[at_] == '>';
+  }
+
   bool readInstruction() {
     while (moveToUnquoted("?")) {
       if (rest().starts_with("?>")) {
@@ -105,7 +118,10 @@ class XmlGuard {
     const bool empty = text_[at_ - 1] == '/';
     if (empty) name = name.substr(0, std::min(name.size(), at_ - 1 - begin));
     ++at_;
-    if (name == "plist" || name == "/plist") return Next::more;
+    if (name == "plist" || name == "/plist") {
+      inPropertyList_ = name == "plist" && !empty;
+      return Next::more;
+    }
     if (name.starts_with('/')) return close();
     const bool container = name == "dict" || name == "array";
     if (!container && std::find(kTexts.begin(), kTexts.end(), name) == kTexts.end())
@@ -160,6 +176,7 @@ class XmlGuard {
   std::size_t at_ = 0;
   std::size_t nodes_ = 0;
   std::uint64_t steps_ = 0;
+  bool inPropertyList_ = false;
   std::vector<Container> open_;
 };
 
