@@ -22,6 +22,10 @@ struct MethodChild : MethodParent {
 };
 struct MethodSibling : MethodParent {};
 struct MethodGrandchild : MethodChild {};
+struct MethodPatched : NSObject {
+  int doubled(int number) { return number * 2; }
+};
+double halved(MethodPatched*, SEL, double number) { return number / 2; }
 
 }  // namespace
 
@@ -30,6 +34,8 @@ OBJC_CLASS(MethodParent, NSObject, objc::Method<"one", &MethodParent::one>,
 OBJC_CLASS(MethodChild, MethodParent, objc::Method<"two", &MethodChild::two>)
 OBJC_CLASS(MethodSibling, MethodParent)
 OBJC_CLASS(MethodGrandchild, MethodChild)
+OBJC_CLASS(MethodPatched, NSObject, objc::Method<"number:", &MethodPatched::doubled>)
+OBJC_CATEGORY_OF_OWN(MethodPatched, Halved, objc::Method<"number:", &halved>)
 
 namespace {
 
@@ -211,6 +217,34 @@ TEST(ClassPairs, WithoutASuperclassAreRoots) {
   EXPECT_EQ(objc_getClass("LoneRoot"), root);
   EXPECT_FALSE(class_respondsToSelector(root, "init"_sel));
   EXPECT_FALSE(class_respondsToSelector(object_getClass(root), "alloc"_sel));
+}
+
+TEST(ClassPairs, WithoutASuperclassHaveRoomForTheirClass) {
+  Class root = objc_allocateClassPair(nullptr, "RoomyRoot", 0);
+  EXPECT_EQ(class_getInstanceSize(root), sizeof(Class));
+  EXPECT_TRUE(class_addIvar(root, "_number", sizeof(void*), sizeof(void*) == 8 ? 3 : 2, "^v"));
+  objc_registerClassPair(root);
+  EXPECT_EQ(ivar_getOffset(class_getInstanceVariable(root, "_number")), sizeof(Class));
+  EXPECT_EQ(class_getInstanceSize(root), 2 * sizeof(Class));
+  id object = class_createInstance(root, 0);
+  EXPECT_EQ(object_getClass(object), root);
+  object_dispose(object);
+}
+
+/// The name is taken when the class is registered, not when it is begun.
+TEST(ClassPairs, OfATakenNameAreFinishedAndUsed) {
+  Class first = objc_allocateClassPair(objc_getClass("NSObject"), "BegunTwice", 0);
+  Class second = objc_allocateClassPair(objc_getClass("NSObject"), "BegunTwice", 0);
+  ASSERT_NE(second, nullptr);
+  objc_registerClassPair(first);
+  EXPECT_TRUE(class_addIvar(second, "_number", 4, 2, "i"));
+  EXPECT_TRUE(class_addMethod(second, "two"_sel, implementation<2>(), "i@:"));
+  objc_registerClassPair(second);
+  EXPECT_FALSE(class_addIvar(second, "_late", 4, 2, "i")) << "instances may exist";
+  EXPECT_EQ(objc_getClass("BegunTwice"), first);
+  auto object = Strong<NSObject>::adopt(send<id>(second, "alloc"_sel));
+  EXPECT_EQ(send<int>(object, "two"_sel), 2);
+  EXPECT_EQ(class_getInstanceVariable(first, "_number"), nullptr);
 }
 
 TEST(ClassPairs, InheritAndOverride) {

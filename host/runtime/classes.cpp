@@ -64,7 +64,9 @@ void addMethods(Class cls, void* list) {
     SEL selector = sel_registerName(entry.name);
     auto& methods = rw(cls)->methods;
     if (auto found = methods.find(selector); found != methods.end()) {
-      found->second->implementation = entry.implementation;  // a category wins over its class
+      // A category wins over its class.
+      found->second->implementation = entry.implementation;
+      found->second->types = entry.types;
     } else {
       insertMethod(cls, selector, entry.types, entry.implementation);
     }
@@ -301,7 +303,7 @@ Class objc_allocateClassPair(Class superclass, const char* name, std::size_t) {
   ro.flags = rootFlag | objc::kMetaClass;
   mapHalf(meta, ro);
   rw(meta)->instanceSize = sizeof(objc_class);
-  rw(cls)->instanceSize = superclass == nullptr ? 0 : rw(superclass)->instanceSize;
+  rw(cls)->instanceSize = superclass == nullptr ? sizeof(Class) : rw(superclass)->instanceSize;
   return cls;
 }
 
@@ -317,7 +319,7 @@ bool class_addIvar(Class cls, const char* name, std::size_t size, std::uint8_t l
   if (cls == nullptr || name == nullptr) return false;
   std::scoped_lock guard(lock());
   // A registered class may have instances, whose size is fixed.
-  if (registry().byName.contains(rw(cls)->name) || class_getInstanceVariable(cls, name) != nullptr)
+  if (registry().mapped.contains(cls) || class_getInstanceVariable(cls, name) != nullptr)
     return false;
   const std::uint32_t offset = alignUp(rw(cls)->instanceSize, log2Alignment);
   rw(cls)->instanceSize = offset + static_cast<std::uint32_t>(size);
