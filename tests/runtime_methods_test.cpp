@@ -189,6 +189,21 @@ TEST_F(Methods, AnImplementationIsFoundByName) {
                host::runtime::Exception);
 }
 
+TEST(Categories, BringTheTypesOfWhatTheyReplace) {
+  Class cls = objc::classOf<MethodPatched>();
+  auto object = Strong<MethodPatched>::adopt(objc::alloc<MethodPatched>());
+  EXPECT_EQ(send<double>(object, "number:"_sel, 3.0), 1.5);
+  EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(cls, "number:"_sel)), "d@:d");
+}
+
+TEST(Classes, AnswerTheirSuperclass) {
+  Class child = objc::classOf<MethodChild>();
+  EXPECT_EQ(send<Class>(child, "superclass"_sel), objc::classOf<MethodParent>());
+  EXPECT_EQ(send<Class>(objc_getClass("NSObject"), "superclass"_sel), nullptr);
+  auto object = Strong<MethodChild>::adopt(objc::alloc<MethodChild>());
+  EXPECT_EQ(send<Class>(object, "superclass"_sel), objc::classOf<MethodParent>());
+}
+
 TEST(Selectors, AreUniqueByPointer) {
   const std::string name = "a:selector:";
   const std::string same = name;

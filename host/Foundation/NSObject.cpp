@@ -15,6 +15,7 @@ struct Root : NSObject {
   static id alloc(Class cls, SEL) { return class_createInstance(cls, 0); }
   static id makeNew(Class cls, SEL) { return send<id>(send<id>(cls, "alloc"_sel), "init"_sel); }
   static Class ofClass(Class cls, SEL) { return cls; }
+  static Class above(Class cls, SEL) { return class_getSuperclass(cls); }
   static bool instancesRespond(Class cls, SEL, SEL selector) {
     return class_respondsToSelector(cls, selector);
   }
@@ -77,6 +78,7 @@ struct Root : NSObject {
 OBJC_ROOT_CLASS(
     NSObject, Root, objc::Ivar<"isa", &NSObject::isa>, objc::ClassMethod<"alloc", &Root::alloc>,
     objc::ClassMethod<"new", &Root::makeNew>, objc::ClassMethod<"class", &Root::ofClass>,
+    objc::ClassMethod<"superclass", &Root::above>,
     objc::ClassMethod<"instancesRespondToSelector:", &Root::instancesRespond>,
     objc::ClassMethod<"description", &Root::describeClass>, objc::Method<"init", &Root::init>,
     objc::Method<"dealloc", &Root::dealloc>, objc::Method<"retain", &Root::keep>,
