@@ -39,8 +39,11 @@ struct ObservedObject : NSObject {
 /// Looks at what is associated with it, and autoreleases something, while it goes.
 struct LastLookObject : NSObject {
   void dealloc() {
-    auto* value = objc::associated<ObservedObject>(this, "value"_sel);
-    events().push_back("owner sees " + std::to_string(value == nullptr ? -1 : value->number));
+    {
+      objc::AutoreleasePool pool;
+      auto* value = objc::associated<ObservedObject>(this, "value"_sel);
+      events().push_back("owner sees " + std::to_string(value == nullptr ? -1 : value->number));
+    }
     sendSuper<void>(this, "dealloc"_sel);
     events().push_back("owner gone");
   }
@@ -52,10 +55,27 @@ struct ChainedObject : NSObject {
     sendSuper<void>(this, "dealloc"_sel);
   }
 };
+/// Is kept and let go while it goes, as one that hands itself to others there.
+struct HandedOutObject : ObservedObject {
+  void dealloc() {
+    objc_release(objc_retain(this));
+    {
+      objc::AutoreleasePool pool;
+      send<id>(send<id>(this, "retain"_sel), "autorelease"_sel);
+    }
+    events().push_back("references " + std::to_string(send<NSUInteger>(this, "retainCount"_sel)));
+    sendSuper<void>(this, "dealloc"_sel);
+  }
+};
 /// Counts by itself, on top of its superclass's way.
 struct SelfCountingObject : ObservedObject {
   int retains;
   int releases;
+  int autoreleases;
+  SelfCountingObject* later() {
+    ++autoreleases;
+    return sendSuper<SelfCountingObject*>(this, "autorelease"_sel);
+  }
   SelfCountingObject* keep() {
     ++retains;
     return sendSuper<SelfCountingObject*>(this, "retain"_sel);
@@ -77,8 +97,11 @@ OBJC_CLASS(ObservedObject, NSObject, objc::Ivar<"number", &ObservedObject::numbe
 OBJC_CLASS(LastLookObject, NSObject, objc::Method<"dealloc", &LastLookObject::dealloc>)
 OBJC_CLASS(ChainedObject, NSObject, objc::Ivar<"held", &ChainedObject::held>,
            objc::Method<"dealloc", &ChainedObject::dealloc>)
+OBJC_CLASS(HandedOutObject, ObservedObject, objc::Method<"dealloc", &HandedOutObject::dealloc>)
 OBJC_CLASS(SelfCountingObject, ObservedObject, objc::Ivar<"retains", &SelfCountingObject::retains>,
            objc::Ivar<"releases", &SelfCountingObject::releases>,
+           objc::Ivar<"autoreleases", &SelfCountingObject::autoreleases>,
+           objc::Method<"autorelease", &SelfCountingObject::later>,
            objc::Method<"retain", &SelfCountingObject::keep>,
            objc::Method<"release", &SelfCountingObject::let>)
 OBJC_CLASS(HookedCountingObject, ObservedObject)
@@ -114,6 +137,11 @@ TEST_F(References, EndTheObjectWithTheLast) {
   EXPECT_EQ(events(), Events{});
   objc_release(object);
   EXPECT_EQ(events(), Events{"gone 1"});
+}
+
+TEST_F(References, TakenAndGivenBackWhileItGoesEndItOnce) {
+  objc_release(make<HandedOutObject>(1).leak());
+  EXPECT_EQ(events(), (Events{"references 1", "gone 1"}));
 }
 
 TEST_F(References, OfNilAreNothing) {
@@ -153,6 +181,20 @@ TEST_F(References, GoThroughAClasssOwnMethods) {
   objc_release(object);
   EXPECT_EQ(events(), Events{"gone 1"});
   EXPECT_EQ(references(value), 1U);
+}
+
+TEST_F(References, GoThroughAClasssOwnAutorelease) {
+  auto object = make<SelfCountingObject>(1);
+  {
+    objc::AutoreleasePool pool;
+    objc_retain(object);
+    EXPECT_EQ(objc_autorelease(object), object.get());
+    EXPECT_EQ(object->autoreleases, 1);
+    EXPECT_EQ(object->releases, 0);
+  }
+  EXPECT_EQ(object->autoreleases, 1);
+  EXPECT_EQ(object->releases, 1);
+  EXPECT_EQ(references(object), 1U);
 }
 
 constexpr objc::Message<NSObject, "retain", id()> kRetain;
@@ -249,7 +291,11 @@ TEST_P(AssociationPolicies, KeepTheValueUntilItsOwnerIsGone) {
   auto value = make(1);
   auto owner = make<LastLookObject>();
   objc::associate(owner, "value"_sel, value, given.policy);
-  auto* kept = objc::associated<ObservedObject>(owner, "value"_sel);
+  ObservedObject* kept = nullptr;
+  {
+    objc::AutoreleasePool pool;
+    kept = objc::associated<ObservedObject>(owner, "value"_sel);
+  }
   EXPECT_EQ(kept == value.get(), !given.copies);
   EXPECT_EQ(kept->number, given.copies ? 101 : 1);
   EXPECT_EQ(references(value), given.keeps && !given.copies ? 2U : 1U);
@@ -287,6 +333,26 @@ TEST_P(AssociationPolicies, LetGoOfAReplacedValue) {
   EXPECT_EQ(objc::associated<ObservedObject>(owner, "value"_sel), nullptr);
 }
 
+/// What the reader got of an atomic one is its own until its pool ends, whoever replaces it.
+TEST_P(AssociationPolicies, OutliveTheirReplacementForAReaderWhereAtomic) {
+  const Policy& given = GetParam();
+  const bool atomic = static_cast<std::uintptr_t>(given.policy) >= 0x300;
+  const Events gone = given.keeps ? Events{given.copies ? "gone 101" : "gone 1"} : Events{};
+  auto owner = make();
+  auto value = make(1);
+  objc::associate(owner, "value"_sel, value, given.policy);
+  if (given.keeps) value = nullptr;
+  events().clear();
+  {
+    objc::AutoreleasePool pool;
+    auto* seen = objc::associated<ObservedObject>(owner, "value"_sel);
+    EXPECT_EQ(references(seen), atomic ? 2U : 1U);
+    objc::associate(owner, "value"_sel, nullptr, given.policy);
+    EXPECT_EQ(events(), atomic ? Events{} : gone);
+  }
+  EXPECT_EQ(events(), gone);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, AssociationPolicies,
                          testing::Values(Policy{AssociationPolicy{0}, false, false},
                                          Policy{AssociationPolicy{1}, true, false},
@@ -302,10 +368,13 @@ TEST_F(Associations, AreKeptPerOwnerAndKey) {
   objc::associate(one, "a"_sel, first, AssociationPolicy::retain);
   objc::associate(one, "b"_sel, second, AssociationPolicy::retain);
   objc::associate(two, "a"_sel, second, AssociationPolicy::retain);
-  EXPECT_EQ(objc::associated<NSObject>(one, "a"_sel), first.get());
-  EXPECT_EQ(objc::associated<NSObject>(one, "b"_sel), second.get());
-  EXPECT_EQ(objc::associated<NSObject>(two, "a"_sel), second.get());
-  EXPECT_EQ(objc::associated<NSObject>(two, "b"_sel), nullptr);
+  {
+    objc::AutoreleasePool pool;
+    EXPECT_EQ(objc::associated<NSObject>(one, "a"_sel), first.get());
+    EXPECT_EQ(objc::associated<NSObject>(one, "b"_sel), second.get());
+    EXPECT_EQ(objc::associated<NSObject>(two, "a"_sel), second.get());
+    EXPECT_EQ(objc::associated<NSObject>(two, "b"_sel), nullptr);
+  }
   one = nullptr;
   EXPECT_EQ(references(first), 1U);
   EXPECT_EQ(references(second), 2U);
@@ -323,7 +392,10 @@ TEST_F(Associations, OfAClassStay) {
   auto value = make(1);
   objc_setAssociatedObject(reinterpret_cast<id>(cls), "a"_sel.get(), value,
                            AssociationPolicy::retain);
-  EXPECT_EQ(objc_getAssociatedObject(reinterpret_cast<id>(cls), "a"_sel.get()), value.get());
+  {
+    objc::AutoreleasePool pool;
+    EXPECT_EQ(objc_getAssociatedObject(reinterpret_cast<id>(cls), "a"_sel.get()), value.get());
+  }
   EXPECT_EQ(references(value), 2U);
 }
 

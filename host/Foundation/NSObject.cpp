@@ -33,11 +33,12 @@ struct Root : NSObject {
     if (!isClass(this)) host::runtime::dropReference(this);
   }
   Root* autoreleased() {
-    if (!isClass(this)) objc_autorelease(this);
+    if (!isClass(this)) host::runtime::releaseWithPool(this);
     return this;
   }
   NSUInteger retainCount() {
     const auto count = isClass(this) ? -1 : header(this)->references.load();
+    if (count == host::runtime::kDeallocating) return 1;
     return count < 0 ? ~NSUInteger{0} : static_cast<NSUInteger>(count);
   }
 

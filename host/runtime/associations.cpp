@@ -29,6 +29,11 @@ bool copies(AssociationPolicy policy) {
   return policy == AssociationPolicy::copy || policy == AssociationPolicy::copyNonatomic;
 }
 
+/// An atomic value is handed out with a reference of the reader's: another thread may replace it.
+bool isAtomic(AssociationPolicy policy) {
+  return policy == AssociationPolicy::retain || policy == AssociationPolicy::copy;
+}
+
 /// Classes and objects that the compiler laid down have no header.
 bool hasHeader(id owner) {
   const ClassRw* data = rw(owner->isa);
@@ -82,10 +87,17 @@ void objc_setAssociatedObject(id owner, const void* key, id value, AssociationPo
 
 id objc_getAssociatedObject(id owner, const void* key) {
   if (owner == nullptr) return nullptr;
-  std::scoped_lock guard(table().mutex);
-  auto found = table().byOwner.find(owner);
-  if (found == table().byOwner.end()) return nullptr;
-  auto entry = found->second.find(key);
-  return entry == found->second.end() ? nullptr : entry->second.value;
+  id value = nullptr;
+  {
+    std::scoped_lock guard(table().mutex);
+    auto found = table().byOwner.find(owner);
+    if (found == table().byOwner.end()) return nullptr;
+    auto entry = found->second.find(key);
+    if (entry == found->second.end()) return nullptr;
+    value = entry->second.value;
+    if (!isAtomic(entry->second.policy)) return value;
+    objc_retain(value);
+  }
+  return objc_autorelease(value);
 }
 }

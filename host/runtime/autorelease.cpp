@@ -3,6 +3,7 @@
 
 #include "internal.h"
 #include "objc/object.h"
+#include "runtime/send.h"
 
 namespace {
 
@@ -32,10 +33,14 @@ thread_local Stack stack;
 
 }  // namespace
 
+void host::runtime::releaseWithPool(id object) { stack.push(object); }
+
 extern "C" {
 
 id objc_autorelease(id object) {
-  if (object != nullptr) stack.push(object);
+  if (object == nullptr) return nullptr;
+  if (host::runtime::countsItself(object->isa)) return send<id>(object, "autorelease"_sel);
+  stack.push(object);
   return object;
 }
 

@@ -62,11 +62,15 @@ struct ClassRw {
   IMP destruct = nullptr;   ///< this class's own .cxx_destruct
 };
 
-/// What lies before every instance. A negative count is an object that is never freed.
+/// What lies before every instance. A negative count does not change: an object that is never
+/// freed, or one that is on its way out.
 struct ObjectHeader {
   std::atomic<std::int64_t> references;
   std::atomic<std::uint64_t> hasAssociations;
 };
+
+/// The count while dealloc runs, which may keep the object and let it go again.
+inline constexpr std::int64_t kDeallocating = INT64_MIN;
 
 inline ClassRw* rw(Class cls) { return static_cast<ClassRw*>(cls->data); }
 inline ObjectHeader* header(const void* object) {
@@ -99,6 +103,12 @@ void flushCaches(Class cls);
 /// The root's own way of counting, for an object that has a header.
 void addReference(id object);
 void dropReference(id object);
+/// Has the thread's innermost pool release the object.
+void releaseWithPool(id object);
+
+/// Whether references are counted by message. Among these are objects without a header: classes
+/// and what the compiler laid down.
+bool countsItself(Class cls);
 
 /// Removes the associations of an object that goes away.
 void removeAssociations(id object);

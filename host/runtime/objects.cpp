@@ -23,15 +23,13 @@ void destruct(id object, Class cls) {
   }
 }
 
-/// Whether references are counted by message. Among these are objects without a header: classes
-/// and what the compiler laid down.
-bool countsItself(Class cls) {
-  return rw(cls)->customReferenceCounting || (rw(cls)->flags & objc::kMetaClass) != 0;
-}
-
 }  // namespace
 
 namespace host::runtime {
+
+bool countsItself(Class cls) {
+  return rw(cls)->customReferenceCounting || (rw(cls)->flags & objc::kMetaClass) != 0;
+}
 
 void addReference(id object) {
   std::atomic<std::int64_t>& references = header(object)->references;
@@ -42,7 +40,9 @@ void addReference(id object) {
 void dropReference(id object) {
   std::atomic<std::int64_t>& references = header(object)->references;
   if (references.load(std::memory_order_relaxed) < 0) return;
-  if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) send(object, NSObject::dealloc);
+  if (references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+  references.store(kDeallocating, std::memory_order_relaxed);
+  send(object, NSObject::dealloc);
 }
 
 }  // namespace host::runtime
