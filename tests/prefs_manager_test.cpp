@@ -201,6 +201,21 @@ std::string scope(const std::string& app, const std::string& on) {
   return key(app + "_scope_enabled", on);
 }
 
+// An application's own "enabled" is what excludes it, whatever its scope.
+TEST_F(Manager, TheMasterSwitchHasNoScope) {
+  for (const bool on : {true, false}) {
+    const char* own = on ? "<false/>" : "<true/>";
+    settings(key("enabled", on ? "<true/>" : "<false/>") + key("com.example.app_enabled", own) +
+             scope("com.example.app", "<true/>"));
+    if (on) {
+      start("com.example.app");
+      load();
+    }
+    EXPECT_EQ(yes("tweakEnabled"), on);
+    EXPECT_EQ(disabled("com.example.app"), on);
+  }
+}
+
 TEST_F(Manager, AnOverrideNeedsItsSwitch) {
   const std::string plain = key("global_color", text("#111111"));
   const std::string own = key("com.example.app_global_color", text("#222222"));

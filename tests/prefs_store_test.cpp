@@ -15,9 +15,12 @@ constexpr const char* kChanged = "com.example.store.changed";
 
 int callbacks = 0;
 NSObject* calledWith = nullptr;
+std::string colorWhenCalled;
 void countCall(NSObject* store) {
   ++callbacks;
   calledWith = store;
+  auto* color = objc::as<NSString>(send<NSObject*>(store, "objectForKey:"_sel, string("color")));
+  colorWhenCalled = color == nullptr ? "nil" : send(color, NSString::UTF8String);
 }
 
 class Store : public Hosted {
@@ -238,6 +241,7 @@ TEST_F(Store, TheNotificationReloadsAndThenCallsBack) {
   EXPECT_EQ(text(store, "color"), "unsaved") << "delivered before the main loop turned";
   ASSERT_TRUE(eventually([] { return callbacks == 1; }));
   EXPECT_EQ(calledWith, store);
+  EXPECT_EQ(colorWhenCalled, "blue") << "called before the file was read";
   EXPECT_EQ(text(store, "seven"), "8");
   EXPECT_EQ(text(store, "color"), "blue");
 }
