@@ -1,8 +1,10 @@
 // The icon's colour as the dye: computed once, kept in the settings, never in the way.
 #include <plist/plist.h>
 
+#include "Foundation/darwin_notify.h"
 #include "OpenGLES/gl.h"
 #include "objc/autorelease_pool.h"
+#include "platform/CoreFoundation.h"
 #include "support/base64.h"
 #include "support/hosted.h"
 #include "support/pictures.h"
@@ -124,6 +126,42 @@ TEST_F(IconColor, IsArchivedIntoTheSettings) {
       send(static_cast<NSString*>(send(file, NSDictionary::objectForKey, "global_color"_ns)),
            NSString::UTF8String),
       "#112233");
+}
+
+std::vector<std::string> heard;
+void hear(CFNotificationCenterRef, void*, CFStringRef name, const void*, CFDictionaryRef) {
+  heard.emplace_back(send(name, NSString::UTF8String));
+}
+
+// Every dyed process would read its settings anew, and none of them has changed.
+TEST_F(IconColor, IsArchivedWithoutAWordToOthers) {
+  appWithIcon(kIconType + kGlobal);
+  for (NSString* name : {"com.quillmarsh.varnix2.changed"_ns, "com.example.last"_ns}) {
+    CFNotificationCenterAddObserver(CFNotificationCenterGetDarwinNotifyCenter(), &heard, &hear,
+                                    name, nullptr, CFNotificationSuspensionBehavior::coalesce);
+  }
+  dye();
+  ASSERT_NE(cachedEntry(), nullptr);
+  // They are heard in the order in which they were posted.
+  host::postDarwinNotification("com.example.last");
+  ASSERT_TRUE(test::eventually([] { return !heard.empty(); }));
+  EXPECT_EQ(heard, std::vector<std::string>{"com.example.last"});
+}
+
+// Nil is an answer: what dyes then leaves the platform's colour, which the fallback is not.
+TEST_F(IconColor, OfAnIconWithoutColorsIsNilAndNotTheFallback) {
+  appWithIcon(kIconType + kGlobal);
+  class_replaceMethod(
+      objc_getClass("CQColorPicker"), sel_registerName("colorSchemeFromImage:"),
+      reinterpret_cast<IMP>(+[](NSObject*, SEL, UIImage*) -> NSObject* { return nullptr; }),
+      "@@:@");
+  class_replaceMethod(objc_getMetaClass("UIColor"),
+                      sel_registerName("colorWithHue:saturation:brightness:alpha:"),
+                      reinterpret_cast<IMP>(+[](Class, SEL, CGFloat, CGFloat, CGFloat,
+                                                CGFloat) -> UIColor* { return nullptr; }),
+                      "@@:dddd");
+  EXPECT_EQ(hex(dye()), "nil");
+  EXPECT_EQ(cachedEntry(), nullptr);
 }
 
 TEST_F(IconColor, IsReadFromTheSettingsWithoutAskingForTheIcon) {
