@@ -1,6 +1,7 @@
 // The keyboard's background and how it is rendered.
 #include "support/encodings.h"
 #include "support/hosted.h"
+#include "support/recorded.h"
 
 namespace {
 
@@ -51,6 +52,25 @@ TEST_F(Keyboard, OfTypeOneIsThePlatforms) {
   NSObject* dark = make<NSObject>("UIKBRenderConfig");
   send<void>(dark, "setLightKeyboard:"_sel, false);
   EXPECT_FALSE(send<bool>(dark, "lightKeyboard"_sel));
+}
+
+// What was replaced is asked only where its answer counts.
+TEST_F(Keyboard, ThatIsDyedAsksNobodyWhetherItIsLight) {
+  settings("");
+  start("com.example.app");
+  Recorded<"lightKeyboard", bool()>::install(objc_getClass("UIKBRenderConfig"));
+  load();
+  EXPECT_FALSE(isLight());
+  EXPECT_EQ(calls(), std::vector<std::string>());
+}
+
+TEST_F(Keyboard, OfTypeOneAsksThePlatformWhetherItIsLight) {
+  settings("<key>keyboard_color_type</key><integer>1</integer>");
+  start("com.example.app");
+  Recorded<"lightKeyboard", bool()>::install(objc_getClass("UIKBRenderConfig"));
+  load();
+  EXPECT_TRUE(isLight());
+  EXPECT_EQ(calls(), std::vector<std::string>{"lightKeyboard"});
 }
 
 TEST_F(Keyboard, IsDyedInSpringBoardToo) {

@@ -192,6 +192,24 @@ TEST_F(Startup, ANamedApplicationsGroupIsNobodyElses) {
   EXPECT_EQ(installed, everything());
 }
 
+TEST_F(Startup, InstallsBalloonsBeforeANamedApplicationsGroupAndAfterAnothers) {
+  const auto groups = [&](const char* bundle) {
+    settings("");
+    start(bundle);
+    const auto frameworks =
+        std::filesystem::path(host::defaultLibraryPath()).parent_path() / "Frameworks";
+    EXPECT_NE(dlopen((frameworks / "ChatKit.so").c_str(), RTLD_NOW), nullptr);
+    load();
+    return installed;
+  };
+  inChild([&] {
+    return groups("com.atebits.Tweetie2") == everything() + messagesGroup() + twitterGroup();
+  });
+  inChild([&] {
+    return groups("com.burbn.instagram") == everything() + instagramGroup() + messagesGroup();
+  });
+}
+
 Lines* order = nullptr;
 
 template <objc::FixedString Name, class... A>
