@@ -116,6 +116,43 @@ TEST_F(NowPlaying, SwitchingAlbumArtOnWaitsForTheNextStart) {
   EXPECT_EQ(posted.size(), 0U);
 }
 
+unsigned char playing = 0;
+
+// The answer is a byte, of which the platform's own callers look at one bit.
+TEST_F(NowPlaying, PlaysWhereTheAnswersLowestBitIsSet) {
+  springBoardWithTrack(true);
+  setTrack(plainPicture(0, 200, 0), true);
+  class_replaceMethod(objc_getClass("MPUNowPlayingController"), sel_registerName("isPlaying"),
+                      reinterpret_cast<IMP>(+[](NSObject*, SEL) { return playing; }), "C@:");
+  recordSettings();
+  const auto tint = [this](unsigned char answer) {
+    playing = answer;
+    writes().clear();
+    send<void>(controlCenter(), "colorBackdrop"_sel);
+    return writes().at(2);
+  };
+  const std::string album = tint(1);
+  EXPECT_NE(album, "setColorTint: #de3027ff");
+  for (const int odd : {3, 0x81, 0xff}) EXPECT_EQ(tint(static_cast<unsigned char>(odd)), album);
+  for (const int even : {0, 2, 0x80, 0xfe})
+    EXPECT_EQ(tint(static_cast<unsigned char>(even)), "setColorTint: #de3027ff") << even;
+}
+
+// What cannot be bound as a whole is not loaded, or the process would end at the missing call.
+TEST_F(NowPlaying, AFrameworkThatLacksAFunctionIsNotLoaded) {
+  const std::filesystem::path file = folder.path() + kMediaPlayerUI;
+  std::filesystem::create_directories(file.parent_path());
+  std::filesystem::copy_file(VARNIX_INCOMPLETE, file);
+  settings(boolEntry("use_album_art", true));
+  startSpringBoard();
+  load();
+  EXPECT_EQ(objc_getClass("MPUNowPlayingController"), nullptr);
+  // It is there all the same for who binds calls when they are made.
+  constexpr int kLazily = 1;
+  EXPECT_NE(dlopen(file.c_str(), kLazily), nullptr);
+  EXPECT_NE(objc_getClass("MPUNowPlayingController"), nullptr);
+}
+
 TEST_F(NowPlaying, TheLibraryLoadsTheFrameworkItself) {
   installNowPlaying();
   settings(boolEntry("use_album_art", true));
