@@ -123,6 +123,65 @@ TEST_F(Store, AFileThatIsNoDictionaryCountsAsAbsent) {
   }
 }
 
+/// What the library waited for, in milliseconds; the file gets its contents during the wait of that
+/// number.
+std::vector<double> waits;
+std::size_t writtenDuring = 0;
+std::function<void()> writeDuringWait;
+void noteWait(NSObject*, SEL, double seconds) {
+  waits.push_back(seconds * 1000);
+  if (waits.size() == writtenDuring) writeDuringWait();
+}
+
+class EmptyFile : public Store {
+ protected:
+  void SetUp() override {
+    Store::SetUp();
+    class_replaceMethod(object_getClass(reinterpret_cast<id>(objc_getClass("NSThread"))),
+                        sel_registerName("sleepForTimeInterval:"), reinterpret_cast<IMP>(&noteWait),
+                        "v@:d");
+    writeDuringWait = [this] { write("<key>seven</key><integer>8</integer>"); };
+    std::ofstream(path(), std::ios::trunc) << "";
+  }
+};
+
+TEST_F(EmptyFile, IsReadAgainWhileSomebodyMayBeWriting) {
+  for (std::size_t wait = 1; wait <= 4; ++wait) {
+    std::ofstream(path(), std::ios::trunc) << "";
+    waits.clear();
+    writtenDuring = wait;
+    EXPECT_EQ(text(open(defaults(), nullptr), "seven"), "8") << wait;
+    EXPECT_EQ(waits.size(), wait);
+  }
+}
+
+TEST_F(EmptyFile, CountsAsAbsentAfterSomeMilliseconds) {
+  NSObject* store = open(defaults(), nullptr);
+  EXPECT_EQ(text(store, "seven"), "7");
+  EXPECT_EQ(waits, (std::vector<double>{1, 2, 4, 8}));
+}
+
+TEST_F(EmptyFile, IsWaitedForAtAReloadToo) {
+  write("<key>seven</key><integer>9</integer>");
+  NSObject* store = open(defaults(), kChanged);
+  EXPECT_TRUE(waits.empty());
+  std::ofstream(path(), std::ios::trunc) << "";
+  writtenDuring = 2;
+  send<void>(store, "notificationReceived"_sel);
+  EXPECT_EQ(text(store, "seven"), "8");
+}
+
+TEST_F(EmptyFile, NothingElseIsWaitedFor) {
+  std::filesystem::remove(path());
+  EXPECT_EQ(text(open(defaults(), nullptr), "seven"), "7");
+  std::ofstream(path(), std::ios::trunc) << "garbage";
+  EXPECT_EQ(text(open(defaults(), nullptr), "seven"), "7");
+  std::filesystem::remove(path());
+  std::filesystem::create_directory(path());
+  EXPECT_EQ(text(open(defaults(), nullptr), "seven"), "7");
+  EXPECT_TRUE(waits.empty());
+}
+
 TEST_F(Store, ConvertsNumbersAndStrings) {
   write(
       "<key>yes</key><true/><key>no</key><false/><key>one</key><integer>1</integer>"

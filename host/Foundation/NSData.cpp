@@ -3,13 +3,17 @@
 #include <string>
 
 #include "Foundation/clock.h"
+#include "Foundation/file_contents.h"
+#include "Foundation/property_list.h"
 #include "Foundation/text.h"
 #include "objc/define.h"
+#include "process/container.h"
 
 namespace {
 
 struct Data : NSData {
   static Data* withBytes(const void* bytes, NSUInteger length);
+  static Data* withContentsOfFile(NSString* path);
   const void* start() { return contents.data(); }
   NSUInteger size() { return contents.size(); }
   bool equals(NSObject* other) {
@@ -41,6 +45,7 @@ struct Date : NSDate {
 
 OBJC_CLASS_NAMED(NSData, NSObject, Data, NSObject, objc::Ivar<"contents", &Data::contents>,
                  objc::ClassMethod<"dataWithBytes:length:", &Data::withBytes>,
+                 objc::ClassMethod<"dataWithContentsOfFile:", &Data::withContentsOfFile>,
                  objc::Method<"bytes", &Data::start>, objc::Method<"length", &Data::size>,
                  objc::Method<"isEqual:", &Data::equals>, objc::Method<"hash", &Data::hashValue>,
                  objc::Method<"copy", &Data::copy>)
@@ -56,6 +61,11 @@ Data* Data::withBytes(const void* bytes, NSUInteger length) {
   auto* data = static_cast<Data*>(class_createInstance(&objc_class_NSData, 0));
   if (length != 0) data->contents.assign(static_cast<const char*>(bytes), length);
   return static_cast<Data*>(objc_autorelease(data));
+}
+
+Data* Data::withContentsOfFile(NSString* path) {
+  const auto contents = host::fileContents(host::hostPath(host::text(path)), host::kMaximumBytes);
+  return contents ? withBytes(contents->data(), contents->size()) : nullptr;
 }
 
 Date* Date::since(double seconds) {

@@ -1,6 +1,9 @@
-// Threads, as far as anybody asks which one is the main one.
+// Threads, as far as anybody asks which one is the main one, or waits.
 #include <sys/syscall.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <thread>
 
 #include "objc/define.h"
 
@@ -8,9 +11,13 @@ namespace {
 
 struct Thread : NSObject {
   static bool isMain() { return syscall(SYS_gettid) == getpid(); }
+  static void sleep(double seconds) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+  }
 };
 
 }  // namespace
 
 OBJC_CLASS_NAMED(NSThread, NSObject, Thread, NSObject,
-                 objc::ClassMethod<"isMainThread", &Thread::isMain>)
+                 objc::ClassMethod<"isMainThread", &Thread::isMain>,
+                 objc::ClassMethod<"sleepForTimeInterval:", &Thread::sleep>)

@@ -68,6 +68,9 @@ struct NSURL : objc::View<NSURL, NSObject> {
 struct NSData : objc::View<NSData, NSObject> {
   static constexpr ClassMessage<"dataWithBytes:length:", NSData*(const void*, NSUInteger)>
       dataWithBytes{};
+  /// What a file holds; nil where there is none that can be read.
+  static constexpr ClassMessage<"dataWithContentsOfFile:", NSData*(NSString*)>
+      dataWithContentsOfFile{};
 
   static constexpr Message<"bytes", const void*()> bytes{};
   static constexpr Message<"length", NSUInteger()> length{};
@@ -158,6 +161,8 @@ struct NSNotificationCenter : objc::View<NSNotificationCenter, NSObject> {
 
 struct NSThread : objc::View<NSThread, NSObject> {
   static constexpr ClassMessage<"isMainThread", bool()> isMainThread{};
+  /// For so many seconds at least; on any thread.
+  static constexpr ClassMessage<"sleepForTimeInterval:", void(double)> sleepForTimeInterval{};
 };
 
 struct NSKeyedArchiver : objc::View<NSKeyedArchiver, NSObject> {

@@ -48,6 +48,21 @@ void changeView(PrefsManager& store, Change change) {
   }
 }
 
+/// In seconds. A file that is written in place has no bytes for a moment.
+constexpr double kWaits[] = {0.001, 0.002, 0.004, 0.008};
+
+/// Nil for a file that is missing, holds no dictionary, or stays without bytes.
+NSDictionary* dictionaryIn(NSString* path) {
+  for (const double wait : kWaits) {
+    if (NSDictionary* found = NSDictionary::dictionaryWithContentsOfFile(path)) return found;
+    NSData* bytes = NSData::dataWithContentsOfFile(path);
+    if (bytes == nullptr) return nullptr;
+    if (send(bytes, NSData::length) != 0) break;  // written since, or no property list
+    NSThread::sleepForTimeInterval(wait);
+  }
+  return NSDictionary::dictionaryWithContentsOfFile(path);
+}
+
 }  // namespace
 
 KTPrefsManager* PrefsManager::initWithId(NSString* identifier, NSDictionary* defaults,
@@ -91,8 +106,7 @@ void PrefsManager::setPlistPath(NSString* path) {
 void PrefsManager::updateCurrentImplementation() {
   NSMutableDictionary* merged = NSMutableDictionary::dictionary();
   send(merged, NSMutableDictionary::addEntriesFromDictionary, _defaultValues);
-  send(merged, NSMutableDictionary::addEntriesFromDictionary,
-       NSDictionary::dictionaryWithContentsOfFile(_plistPath));
+  send(merged, NSMutableDictionary::addEntriesFromDictionary, dictionaryIn(_plistPath));
   send(self(), KTPrefsManager::setCurrentPrefsImplementation, merged);
 }
 

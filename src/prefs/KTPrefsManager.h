@@ -38,7 +38,8 @@ struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   static constexpr Message<"identifier", NSString*()> identifier{};
 
   /// Rebuilds the merged view; changes that were not saved are lost. A file that is missing or
-  /// holds no dictionary contributes nothing.
+  /// holds no dictionary contributes nothing. One of no bytes may be in the middle of being
+  /// written: the calling thread waits up to 15 ms for its contents.
   static constexpr Message<"updateCurrentImplementation", void()> updateCurrentImplementation{};
   /// What the notification does: reload, then the callback.
   static constexpr Message<"notificationReceived", void()> notificationReceived{};
