@@ -164,6 +164,21 @@ TEST_F(IconColor, OfAnIconWithoutColorsIsNilAndNotTheFallback) {
   EXPECT_EQ(cachedEntry(), nullptr);
 }
 
+// Somebody else wrote the file after the store had read it, and its notification was not heard yet.
+TEST_F(IconColor, IsPutIntoTheFileAsItIsNow) {
+  appWithIcon(kIconType + kGlobal);
+  NSObject* kept = manager();
+  settings(kIconType + "<key>cc_color</key><string>#445566</string>");
+  const std::string color = hex(send<UIColor*>(kept, "dye"_sel));
+  EXPECT_EQ(unarchived(cachedEntry()), color);
+  auto* file = NSDictionary::dictionaryWithContentsOfFile(
+      "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
+  auto* theirs = static_cast<NSString*>(send(file, NSDictionary::objectForKey, "cc_color"_ns));
+  ASSERT_NE(theirs, nullptr);
+  EXPECT_STREQ(send(theirs, NSString::UTF8String), "#445566");
+  EXPECT_EQ(send(file, NSDictionary::objectForKey, "global_color"_ns), nullptr);
+}
+
 TEST_F(IconColor, IsReadFromTheSettingsWithoutAskingForTheIcon) {
   start("com.example.app");
   NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(test::rgb(0.25, 0.5, 0.75));

@@ -27,7 +27,9 @@ NSObject* cachedColor(VNXManager* manager, NSString* identifier) {
   return NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry()));
 }
 
+/// Saving writes the whole view, so what others stored since the last reload is read first.
 void storeArchive(NSData* archive, VNXManager* manager, NSString* identifier) {
+  send(storeOf(manager), KTPrefsManager::updateCurrentImplementation);
   send(storeOf(manager), KTPrefsManager::setObject, archive, cacheKey(identifier));
   send(storeOf(manager), KTPrefsManager::save);
 }
