@@ -103,7 +103,10 @@ NSDictionary* storedSettings() {
   const auto status = std::filesystem::symlink_status(settingsFile(), error);
   if (status.type() == std::filesystem::file_type::not_found) return nullptr;
   auto* stored = objc::as<NSDictionary>(host::propertyListFromFile(settingsFile()));
-  if (stored == nullptr) throw Failure("no settings can be read from", settingsFile());
+  if (stored == nullptr) {
+    throw Failure("no settings can be read from",
+                  settingsFile() + " (move the file away to begin anew)");
+  }
   return stored;
 }
 

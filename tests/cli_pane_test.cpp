@@ -175,10 +175,24 @@ TEST_F(Pane, NamesWhatIsWrongWithItsLine) {
   EXPECT_TRUE(button.error.ends_with("line 2: no such button: 2\n")) << button.error;
 }
 
-// A file that cannot be read counts as none until the first change replaces what it says.
+// A file that cannot be read counts as none where it is only looked at.
 TEST_F(Pane, SurvivesASettingsFileThatIsNone) {
   writeSettings("no property list");
   EXPECT_NE(run("").out.find("global_color          #de3027"), std::string::npos);
+}
+
+TEST_F(Pane, ReplacesNoFileThatItCannotRead) {
+  for (const std::string& bytes :
+       {std::string("<plist version=\"1.0\"><dict><key>enabled</key><fal"), std::string("garbage"),
+        std::string()}) {
+    writeSettings(bytes);
+    const Outcome outcome = run("set global_color #1e88e5\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.error, "varnix: " + folder.path() +
+                                 "/script line 1: no settings can be read from: " + settingsPath() +
+                                 " (move the file away to begin anew)\n");
+    EXPECT_EQ(test::contentsOf(settingsPath()), bytes);
+  }
 }
 
 }  // namespace

@@ -191,7 +191,8 @@ TEST_F(Settings, AFileWithoutADictionaryIsLeftAlone) {
        {std::string("garbage"), std::string(), std::string("<plist><array/></plist>"),
         std::string("<plist><string>x</string></plist>"), std::string("<plist><dict><key>")}) {
     writeSettings(bytes);
-    const std::string message = "no settings can be read from: " + settingsPath();
+    const std::string message =
+        "no settings can be read from: " + settingsPath() + " (move the file away to begin anew)";
     expectRefused({"settings", "set", "enabled", "true"}, 1, message);
     expectRefused({"settings", "set", "--force", "enabled", "true"}, 1, message);
     expectRefused({"settings", "unset", "enabled"}, 1, message);

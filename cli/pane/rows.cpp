@@ -60,6 +60,8 @@ void PaneRows::set(const std::string& key, const std::string& text) {
                                 [&](const PaneRow& r) { return key == r.key->name; });
   if (row == rows_.end()) throw Failure("no such setting", key);
   NSObject* value = objectFor(valueFor(row->key->kind, text, false));
+  // Saving would replace a file that cannot be read, of which the store knows nothing.
+  storedSettings();
   send<void>(store_, "setPreferenceValue:specifier:"_sel, value, row->specifier.get());
 }
 

@@ -27,7 +27,7 @@ class PaneRows {
   NSObject* value(const PaneRow& row) const;
 
   /// Changes the setting: the file is written and everybody is told. Throws Failure for no such
-  /// key, UsageError for a value that is not of the key's kind.
+  /// key and for a file that cannot be read, UsageError for a value that is not of the key's kind.
   void set(const std::string& key, const std::string& text);
 
  private:
