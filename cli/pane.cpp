@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "Accounts/accounts.h"
+#include "Foundation/run_loop.h"
 #include "Foundation/text.h"
 #include "UIKit/UIApplication_urls.h"
 #include "commands.h"
@@ -122,6 +123,8 @@ void runOne(Session& session, const std::string& line) {
   if (session.isOver) return;
   runLine(paneForms(), line, [&](std::size_t command, const Words& arguments) {
     const objc::AutoreleasePool pool;
+    // What others changed while nobody typed comes first.
+    host::MainRunLoop::instance().drain();
     kPaneCommands[command].run(session, arguments);
     session.events.settle(std::string_view(kPaneCommands[command].form).starts_with("press"));
     std::cout << std::flush;

@@ -175,6 +175,33 @@ TEST_F(Pane, NamesWhatIsWrongWithItsLine) {
   EXPECT_TRUE(button.error.ends_with("line 2: no such button: 2\n")) << button.error;
 }
 
+TEST_F(Pane, HearsOfOtherChangesBeforeItMakesItsOwn) {
+  Command pane({"pane"});
+  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  pane.write("set global_color #1e88e5\nquit\n");
+  EXPECT_EQ(pane.finish(), 0) << pane.error;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nglobal_color = \"#1e88e5\"\n");
+}
+
+TEST_F(Pane, KeepsWhatWasChangedWithoutAWord) {
+  Command pane({"pane"});
+  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
+  settings("<key>cc_color_type</key><integer>2</integer>");
+  pane.write("set global_color #1e88e5\nquit\n");
+  EXPECT_EQ(pane.finish(), 0) << pane.error;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nglobal_color = \"#1e88e5\"\n");
+}
+
+TEST_F(Pane, ListsWhatOthersChanged) {
+  Command pane({"pane"});
+  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  pane.write("list\nquit\n");
+  EXPECT_EQ(pane.finish(), 0) << pane.error;
+  EXPECT_NE(pane.out.find("\ncc_color_type         2 "), std::string::npos) << pane.out;
+}
+
 // A file that cannot be read counts as none where it is only looked at.
 TEST_F(Pane, SurvivesASettingsFileThatIsNone) {
   writeSettings("no property list");

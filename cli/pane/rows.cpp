@@ -62,6 +62,8 @@ void PaneRows::set(const std::string& key, const std::string& text) {
   NSObject* value = objectFor(valueFor(row->key->kind, text, false));
   // Saving would replace a file that cannot be read, of which the store knows nothing.
   storedSettings();
+  // It writes its whole view, and not everybody who changes the file says so.
+  send<void>(store_, "updateCurrentImplementation"_sel);
   send<void>(store_, "setPreferenceValue:specifier:"_sel, value, row->specifier.get());
 }
 
