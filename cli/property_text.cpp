@@ -1,5 +1,6 @@
 #include "property_text.h"
 
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <span>
@@ -32,7 +33,8 @@ std::string moment(NSDate* date) {
   std::tm parts{};
   char text[64] = "";
   if (gmtime_r(&seconds, &parts) != nullptr) {
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+    const std::size_t year = std::snprintf(text, sizeof text, "%04d", parts.tm_year + 1900);
+    std::strftime(text + year, sizeof text - year, "-%m-%dT%H:%M:%SZ", &parts);
   }
   return text;
 }

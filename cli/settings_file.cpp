@@ -4,7 +4,6 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -13,6 +12,7 @@
 #include "Foundation/text.h"
 #include "errors.h"
 #include "process/container.h"
+#include "settings_bytes.h"
 
 namespace varnix::cli {
 
@@ -52,37 +52,31 @@ NSMutableDictionary* copyOfStored() {
   return copy;
 }
 
-/// XML has no way to say most control characters.
-bool fitsXml(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](unsigned char c) {
-    return (c >= ' ' && c != 127) || c == '\t' || c == '\n';
-  });
-}
-
 NSString* stringFor(std::string_view text) {
-  if (!fitsXml(text)) throw UsageError("a property list cannot hold this", std::string(text));
+  if (!fitsXml(text) || text.find('\x7f') != text.npos)
+    throw UsageError("a property list cannot hold this", std::string(text));
   NSString* string = host::makeString(text);
   if (string == nullptr) throw UsageError("not UTF-8", std::string(text));
   return string;
 }
 
 /// What would not come back is not written.
-void requireReadable(const std::string& xml, NSString* key, NSObject* value) {
-  auto* back = objc::as<NSDictionary>(host::propertyListFromData(xml));
+void requireReadable(const std::string& bytes, NSString* key, NSObject* value) {
+  auto* back = objc::as<NSDictionary>(host::propertyListFromData(bytes));
   NSObject* found = back == nullptr ? nullptr : send(back, NSDictionary::objectForKey, key);
   if (found == nullptr || !send(found, NSObject::isEqual, value)) {
     throw UsageError("a property list cannot hold this", std::string(host::text(key)));
   }
 }
 
-std::string xmlOf(NSDictionary* settings) {
-  auto xml = host::xmlFromPropertyList(settings);
-  if (!xml) throw Failure("cannot write as a property list", settingsFile());
-  return *std::move(xml);
+std::string bytesOf(NSDictionary* settings) {
+  auto bytes = settingsBytes(settings);
+  if (!bytes) throw Failure("cannot write as a property list", settingsFile());
+  return *std::move(bytes);
 }
 
-void replaceFile(const std::string& xml) {
-  if (!host::writeFile(settingsFile(), xml, true)) throw Failure("cannot write", settingsFile());
+void replaceFile(const std::string& bytes) {
+  if (!host::writeFile(settingsFile(), bytes, true)) throw Failure("cannot write", settingsFile());
   host::postDarwinNotification(kChangedNotification);
 }
 
@@ -116,9 +110,9 @@ void store(std::string_view key, const Value& value) {
   const FolderLock lock(madeFolder());
   auto* settings = copyOfStored();
   send(settings, NSMutableDictionary::setObjectForKey, object, name);
-  const std::string xml = xmlOf(settings);
-  requireReadable(xml, name, object);
-  replaceFile(xml);
+  const std::string bytes = bytesOf(settings);
+  requireReadable(bytes, name, object);
+  replaceFile(bytes);
 }
 
 bool remove(std::string_view key) {
@@ -128,7 +122,7 @@ bool remove(std::string_view key) {
   auto* settings = copyOfStored();
   if (send(settings, NSDictionary::objectForKey, name) == nullptr) return false;
   send(settings, NSMutableDictionary::removeObjectForKey, name);
-  replaceFile(xmlOf(settings));
+  replaceFile(bytesOf(settings));
   return true;
 }
 

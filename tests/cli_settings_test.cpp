@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "Foundation/property_list.h"
 #include "cli/command.h"
 
 using test::varnix;
@@ -199,6 +200,56 @@ TEST_F(Settings, AFileWithoutADictionaryIsLeftAlone) {
     expectRefused({"settings", "get", "enabled"}, 1, message);
     expectRefused({"settings", "list"}, 1, message);
   }
+}
+
+/// The value under "a".
+NSMutableDictionary* dictionaryWith(NSObject* value) {
+  auto* entries = NSMutableDictionary::dictionary();
+  send(entries, NSMutableDictionary::setObjectForKey, value, "a"_ns);
+  return entries;
+}
+
+TEST_F(Settings, WhatXmlCannotHoldIsKeptInBinaryForm) {
+  for (const char* text : {"x\x01y", "\x1f", "a\rb", "\xef\xbf\xbe", "z\xef\xbf\xbf"}) {
+    auto* entries = dictionaryWith(test::string(text));
+    writeSettings(*host::binaryFromPropertyList(entries));
+    EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+    EXPECT_TRUE(test::contentsOf(settingsPath()).starts_with("bplist00"));
+    send(entries, NSMutableDictionary::setObjectForKey, NSNumber::numberWithLongLong(2),
+         "cc_color_type"_ns);
+    NSObject* stored = host::propertyListFromFile(settingsPath());
+    EXPECT_TRUE(send(entries, NSObject::isEqual, stored));
+    // The text may be a key, or deep inside, and goes with its entry.
+    EXPECT_EQ(varnix({"settings", "unset", "a"}).status, 0);
+    EXPECT_TRUE(test::contentsOf(settingsPath()).starts_with("<?xml"));
+    auto* list = NSMutableArray::array();
+    auto* inner = NSMutableDictionary::dictionary();
+    send(inner, NSMutableDictionary::setObjectForKey, "b"_ns, test::string(text));
+    send(list, NSMutableArray::addObject, inner);
+    writeSettings(*host::binaryFromPropertyList(dictionaryWith(list)));
+    EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+    EXPECT_TRUE(test::contentsOf(settingsPath()).starts_with("bplist00"));
+  }
+}
+
+TEST_F(Settings, OrdinaryContentsOfABinaryFileBecomeXml) {
+  writeSettings(
+      *host::binaryFromPropertyList(dictionaryWith(test::string("tab\there\ncaf\xc3\xa9"))));
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  EXPECT_TRUE(test::contentsOf(settingsPath()).starts_with("<?xml"));
+  EXPECT_EQ(varnix({"settings", "list"}).out,
+            "a = \"tab\\there\\ncaf\xc3\xa9\"\ncc_color_type = 2\n");
+}
+
+TEST_F(Settings, AYearHasFourDigits) {
+  settings(
+      "<key>a</key><date>0099-01-02T03:04:05Z</date>"
+      "<key>b</key><date>2015-01-02T03:04:05Z</date>");
+  EXPECT_EQ(varnix({"settings", "set", "enabled", "true"}).status, 0);
+  const std::string xml = test::contentsOf(settingsPath());
+  EXPECT_NE(xml.find("<date>0099-01-02T03:04:05Z</date>"), xml.npos) << xml;
+  EXPECT_NE(xml.find("<date>2015-01-02T03:04:05Z</date>"), xml.npos) << xml;
+  EXPECT_EQ(varnix({"settings", "get", "a"}).out, "0099-01-02T03:04:05Z\n");
 }
 
 TEST_F(Settings, AFolderInItsPlaceIsLeftAlone) {

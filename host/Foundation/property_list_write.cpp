@@ -1,5 +1,7 @@
 // Objects to XML and binary property lists.
 #include <cstring>
+#include <string>
+#include <string_view>
 
 #include "Foundation/keyed_archive_uid.h"
 #include "Foundation/property_list.h"
@@ -109,10 +111,23 @@ std::optional<std::string> written(NSObject* root) {
   return std::string(bytes, length);
 }
 
+/// The parsing library gives a year as many digits as it needs; others read four.
+void padYears(std::string& xml) {
+  constexpr std::string_view kDate = "<date>";
+  constexpr std::size_t kDigits = 4;
+  for (std::size_t at = xml.find(kDate); at != xml.npos; at = xml.find(kDate, at)) {
+    at += kDate.size();
+    const std::size_t end = xml.find_first_not_of("0123456789", at);
+    if (end != xml.npos && end - at < kDigits) xml.insert(at, kDigits - (end - at), '0');
+  }
+}
+
 }  // namespace
 
 std::optional<std::string> xmlFromPropertyList(NSObject* root) {
-  return written<plist_to_xml, plist_to_xml_free>(root);
+  auto xml = written<plist_to_xml, plist_to_xml_free>(root);
+  if (xml) padYears(*xml);
+  return xml;
 }
 
 std::optional<std::string> binaryFromPropertyList(NSObject* root) {
