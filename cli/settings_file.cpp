@@ -1,9 +1,5 @@
 #include "settings_file.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <system_error>
 
@@ -11,6 +7,7 @@
 #include "Foundation/property_list.h"
 #include "Foundation/text.h"
 #include "errors.h"
+#include "folder_lock.h"
 #include "process/container.h"
 #include "settings_bytes.h"
 
@@ -18,31 +15,25 @@ namespace varnix::cli {
 
 namespace {
 
-/// Holds other commands off between reading the file and replacing it. The folder carries the
-/// lock: the file itself is replaced, and a file of its own would be left behind.
-class FolderLock {
- public:
-  explicit FolderLock(const std::string& folder)
-      : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (descriptor_ >= 0) flock(descriptor_, LOCK_EX);
-  }
-  ~FolderLock() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
-
- private:
-  int descriptor_;
-};
-
-std::string madeFolder() {
+void makeFolder() {
   const auto folder = std::filesystem::path(settingsFile()).parent_path();
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error)
     throw Failure("cannot make the settings folder", folder.string() + ": " + error.message());
-  return folder.string();
+}
+
+/// The file itself where there are links in its place, which stay. The last may lead to no file
+/// yet.
+std::filesystem::path fileBehindLinks() {
+  constexpr int kMostLinks = 40;
+  std::filesystem::path file = settingsFile();
+  std::error_code error;
+  for (int links = 0; std::filesystem::is_symlink(file, error); ++links) {
+    if (links == kMostLinks) throw Failure("too many links", settingsFile());
+    file = file.parent_path() / std::filesystem::read_symlink(file, error);
+  }
+  return file;
 }
 
 NSMutableDictionary* copyOfStored() {
@@ -75,8 +66,9 @@ std::string bytesOf(NSDictionary* settings) {
   return *std::move(bytes);
 }
 
-void replaceFile(const std::string& bytes) {
-  if (!host::writeFile(settingsFile(), bytes, true)) throw Failure("cannot write", settingsFile());
+void replaceFile(const std::string& file, const std::string& bytes) {
+  host::clearLeftovers(file);
+  if (!host::writeFile(file, bytes, true)) throw Failure("cannot write", file);
   host::postDarwinNotification(kChangedNotification);
 }
 
@@ -107,22 +99,26 @@ NSDictionary* storedSettings() {
 void store(std::string_view key, const Value& value) {
   NSString* name = stringFor(key);
   NSObject* object = objectFor(value);
-  const FolderLock lock(madeFolder());
+  makeFolder();
+  const std::filesystem::path file = fileBehindLinks();
+  const FolderLock lock(file.parent_path());
   auto* settings = copyOfStored();
   send(settings, NSMutableDictionary::setObjectForKey, object, name);
   const std::string bytes = bytesOf(settings);
   requireReadable(bytes, name, object);
-  replaceFile(bytes);
+  replaceFile(file, bytes);
 }
 
 bool remove(std::string_view key) {
   NSString* name = stringFor(key);
   if (storedSettings() == nullptr) return false;
-  const FolderLock lock(madeFolder());
+  makeFolder();
+  const std::filesystem::path file = fileBehindLinks();
+  const FolderLock lock(file.parent_path());
   auto* settings = copyOfStored();
   if (send(settings, NSDictionary::objectForKey, name) == nullptr) return false;
   send(settings, NSMutableDictionary::removeObjectForKey, name);
-  replaceFile(bytesOf(settings));
+  replaceFile(file, bytesOf(settings));
   return true;
 }
 

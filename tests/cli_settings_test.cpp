@@ -1,4 +1,5 @@
 // varnix settings, as a process.
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <thread>
@@ -250,6 +251,75 @@ TEST_F(Settings, AYearHasFourDigits) {
   EXPECT_NE(xml.find("<date>0099-01-02T03:04:05Z</date>"), xml.npos) << xml;
   EXPECT_NE(xml.find("<date>2015-01-02T03:04:05Z</date>"), xml.npos) << xml;
   EXPECT_EQ(varnix({"settings", "get", "a"}).out, "0099-01-02T03:04:05Z\n");
+}
+
+TEST_F(Settings, OwnerAndModeOfTheFileStay) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root changes owners";
+  settings("<key>enabled</key><true/>");
+  ASSERT_EQ(chown(settingsPath().c_str(), 12345, 23456), 0);
+  ASSERT_EQ(chmod(settingsPath().c_str(), 0640), 0);
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  EXPECT_EQ(varnix({"settings", "unset", "enabled"}).status, 0);
+  struct stat status{};
+  ASSERT_EQ(stat(settingsPath().c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 12345U);
+  EXPECT_EQ(status.st_gid, 23456U);
+  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\n");
+}
+
+TEST_F(Settings, ALinkStaysAndItsTargetIsWritten) {
+  settings("<key>enabled</key><true/>");
+  const std::string target = folder.path() + "/elsewhere/real.plist";
+  std::filesystem::create_directories(folder.path() + "/elsewhere");
+  std::filesystem::rename(settingsPath(), target);
+  // A link to a link, the second by a relative path.
+  std::filesystem::create_symlink("real.plist", folder.path() + "/elsewhere/link");
+  std::filesystem::create_symlink(folder.path() + "/elsewhere/link", settingsPath());
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(settingsPath()));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path() + "/elsewhere/link"));
+  EXPECT_NE(test::contentsOf(target).find("cc_color_type"), std::string::npos);
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nenabled = true\n");
+}
+
+TEST_F(Settings, LinksThatLeadNowhereAreRefused) {
+  writeSettings("");
+  std::filesystem::remove(settingsPath());
+  std::filesystem::create_symlink(settingsPath(), settingsPath());
+  EXPECT_EQ(varnix({"settings", "set", "enabled", "true"}).status, 1);
+  EXPECT_TRUE(std::filesystem::is_symlink(settingsPath()));
+}
+
+TEST_F(Settings, FilesOfKilledCommandsAreCleared) {
+  settings("<key>enabled</key><true/>");
+  const pid_t child = fork();
+  if (child == 0) _exit(0);
+  waitpid(child, nullptr, 0);
+  const std::string gone = settingsPath() + "." + std::to_string(child) + ".0";
+  // Of a process that lives, and what only looks like one.
+  const std::vector<std::string> others = {settingsPath() + "." + std::to_string(getpid()) + ".0",
+                                           settingsPath() + "." + std::to_string(child),
+                                           settingsPath() + "." + std::to_string(child) + ".x",
+                                           settingsPath() + ".99999999999999999999.0",
+                                           settingsPath() + ".-1.0",
+                                           settingsPath() + ".0.0"};
+  std::ofstream(gone) << "<plist";
+  for (const std::string& other : others) std::ofstream(other) << "<plist";
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
+  EXPECT_FALSE(std::filesystem::exists(gone));
+  for (const std::string& other : others) EXPECT_TRUE(std::filesystem::exists(other)) << other;
+}
+
+TEST_F(Settings, ALockIsNotWaitedForWithoutEnd) {
+  settings("<key>enabled</key><true/>");
+  const std::string holder = std::filesystem::path(settingsPath()).parent_path().string();
+  const int held = open(holder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  expectRefused({"settings", "set", "cc_color_type", "2"}, 1,
+                "another command has been changing a file for 10 s in: " + holder);
+  close(held);
+  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
 }
 
 TEST_F(Settings, AFolderInItsPlaceIsLeftAlone) {

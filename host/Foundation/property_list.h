@@ -23,8 +23,12 @@ HOST_EXPORT std::optional<std::string> xmlFromPropertyList(NSObject* root);
 HOST_EXPORT std::optional<std::string> binaryFromPropertyList(NSObject* root);
 
 /// Writes a file on this machine, in place or through a temporary file and rename. Missing folders
-/// are not made. False on failure, the old file intact in the atomic case.
+/// are not made. False on failure, the old file intact in the atomic case. There the new file gets
+/// the old one's owner and mode, or it is a failure.
 HOST_EXPORT bool writeFile(const std::string& path, std::string_view contents, bool atomically);
+
+/// Removes the temporary files for this one that processes left behind which are gone.
+HOST_EXPORT void clearLeftovers(const std::string& path);
 
 inline constexpr std::size_t kMaximumDepth = 128;
 inline constexpr std::size_t kMaximumBytes = 16 << 20;
