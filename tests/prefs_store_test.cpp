@@ -182,6 +182,23 @@ TEST_F(EmptyFile, NothingElseIsWaitedFor) {
   EXPECT_TRUE(waits.empty());
 }
 
+class FreshRoot : public Store {
+ protected:
+  void SetUp() override {
+    host::ProcessOptions process;
+    process.bundle = "com.example.app";
+    process.root = folder.path();
+    host::startProcess(process);
+    load();
+  }
+};
+
+TEST_F(FreshRoot, KeepsTheFirstSave) {
+  NSObject* store = open(defaults(), nullptr);
+  send<void>(store, "save"_sel);
+  EXPECT_NE(contentsOf(path()).find("<string>blue</string>"), std::string::npos);
+}
+
 TEST_F(Store, ConvertsNumbersAndStrings) {
   write(
       "<key>yes</key><true/><key>no</key><false/><key>one</key><integer>1</integer>"

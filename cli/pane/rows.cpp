@@ -1,9 +1,7 @@
 #include "pane/rows.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 
 #include "Foundation/text.h"
 #include "errors.h"
@@ -16,12 +14,6 @@ namespace varnix::cli {
 namespace {
 
 constexpr char kDomain[] = "com.quillmarsh.varnix2";
-
-/// The platform makes this folder; a new container lacks it.
-void makeSettingsFolder() {
-  std::error_code ignored;
-  std::filesystem::create_directories(std::filesystem::path(settingsFile()).parent_path(), ignored);
-}
 
 Strong<NSObject> makeStore() {
   Class cls = objc_getClass("KTPrefsManager");
@@ -46,7 +38,6 @@ PaneRow makeRow(const settings::Key& key) {
 }  // namespace
 
 PaneRows::PaneRows() {
-  makeSettingsFolder();
   store_ = makeStore();
   for (const settings::Key& key : settings::kKeys) rows_.push_back(makeRow(key));
 }

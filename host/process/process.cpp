@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "process/absence.h"
 #include "process/container.h"
@@ -80,6 +81,14 @@ bool has(const ProcessOptions& options, const Framework& framework) {
           std::ranges::find(without, framework.library) == without.end());
 }
 
+/// Every phone has it, and whoever saves settings makes none. A root that is gone stays so, and one
+/// that cannot be written is no reason not to start.
+void makeSettingsFolder() {
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(containerRoot(), ignored)) return;
+  std::filesystem::create_directories(hostPath("/var/mobile/Library/Preferences"), ignored);
+}
+
 }  // namespace
 
 std::filesystem::path ownFolder() {
@@ -95,6 +104,7 @@ void startProcess(const ProcessOptions& options) {
   state().started = true;
   state().options = options;
   setContainerRoot(options.root);
+  makeSettingsFolder();
   // A wrong word in the environment is told now, not to whoever hooks first.
   runtime::setHooking(options.hooking ? *options.hooking : runtime::hooking());
   const std::filesystem::path frameworks = ownFolder() / "Frameworks";
