@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "Foundation/log.h"
-#include "Foundation/property_list.h"
 #include "commands.h"
 #include "errors.h"
+#include "output_file.h"
 #include "pick/analysis.h"
 #include "pick_output.h"
 #include "process/process.h"
@@ -59,15 +59,12 @@ pick::Answer ask(const pick::Request& request) {
   return answer;
 }
 
-void writePicture(const std::string& file, const std::string& png) {
-  if (!png.empty() && !host::writeFile(file, png, false)) throw Failure("cannot write", file);
-}
-
 int pickColors(const PickArguments& arguments) {
   if (arguments.runnersUp < 0 || arguments.runnersUp > kAllOfTheFrame) {
     throw UsageError("unusable number of runners-up", std::to_string(arguments.runnersUp));
   }
   const bool withSwatches = wantsSwatches(arguments.color);
+  if (arguments.picture) requireNoInput(*arguments.picture, arguments.files);
   const pick::Answer answer = ask({.files = arguments.files,
                                    .runnersUp = static_cast<std::size_t>(arguments.runnersUp),
                                    .wantsPicture = arguments.picture.has_value()});
@@ -79,7 +76,7 @@ int pickColors(const PickArguments& arguments) {
     std::cerr << "varnix: cannot pick from " << image.file << ": " << image.error << '\n';
     status = 1;
   }
-  if (arguments.picture) writePicture(*arguments.picture, answer.picture);
+  if (arguments.picture && !answer.picture.empty()) writeOutput(*arguments.picture, answer.picture);
   return status;
 }
 

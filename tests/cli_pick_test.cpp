@@ -295,6 +295,52 @@ TEST_F(Pick, PicturesThatCannotBe) {
   EXPECT_FALSE(std::filesystem::exists(path("none.png")));
 }
 
+TEST_F(Pick, WhatIsReadIsNeverWritten) {
+  const std::string file = write("flat.png", flat(kBlue));
+  const std::string before = test::contentsOf(file);
+  std::filesystem::create_symlink("flat.png", path("soft.png"));
+  std::filesystem::create_hard_link(file, path("hard.png"));
+  std::filesystem::create_directory_symlink(folder.path(), path("folder"));
+  for (const std::string& out :
+       {file, path("soft.png"), path("hard.png"), path("folder/flat.png"), path("./flat.png")}) {
+    const auto outcome = varnix({"pick", "--picture", out, write("other.png", flat(kRed)), file});
+    EXPECT_EQ(outcome.status, 2) << out;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.error, "varnix: what is read would be overwritten: " + file + "\n");
+    EXPECT_TRUE(test::contentsOf(file) == before) << out;
+  }
+  EXPECT_EQ(varnix({"pick", "--picture", file, path("soft.png")}).status, 2);
+  EXPECT_TRUE(test::contentsOf(file) == before);
+}
+
+TEST_F(Pick, AFullDiskLeavesTheOldPicture) {
+  const std::string file = write("flat.png", flat(kBlue));
+  std::filesystem::create_directory(path("out"));
+  const std::string card = write("out/card.png", "an older one");
+  const std::string command = "trap '' XFSZ; ulimit -f 8; exec " + test::commandFile() +
+                              " pick --picture " + card + " " + file + " >/dev/null 2>&1";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_TRUE(test::contentsOf(card) == "an older one");
+  std::filesystem::remove(card);
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_TRUE(std::filesystem::is_empty(path("out")));
+}
+
+TEST_F(Pick, APictureGoesWhereALinkLeads) {
+  const std::string file = write("flat.png", flat(kBlue));
+  std::filesystem::create_directory(path("there"));
+  std::filesystem::create_symlink("there/card.png", path("link.png"));
+  for (int i = 0; i < 2; ++i) {  // a link that leads to nothing yet, and one to an older picture
+    ASSERT_EQ(varnix({"pick", "--picture", path("link.png"), file}).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(path("link.png")));
+    EXPECT_TRUE(host::imageio::decode(test::contentsOf(path("there/card.png"))));
+    write("there/card.png", "an older one");
+  }
+  // A device is written to and stays one.
+  EXPECT_EQ(varnix({"pick", "--picture", "/dev/null", file}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
 TEST_F(Pick, ANameThatIsNoTextIsShownAllTheSame) {
   const std::string file = write("od\xFF\n\x1b.png", flat(kBlue));
   const Json image = pick({"--picture", path("card.png"), file})[0];

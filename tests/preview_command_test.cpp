@@ -213,6 +213,24 @@ TEST_F(Preview, RefusesAPlaceThatCannotBeWritten) {
   EXPECT_EQ(varnix({"preview", "--out", "", "--settings", file}).status, 2);
 }
 
+TEST_F(Preview, WhatIsReadIsNotReplaced) {
+  const Words words = {"preview", "--out", out(), "--only", "twitter", "--scale", "1"};
+  ASSERT_EQ(varnix(words).status, 0);
+  const std::string picture = out() + "/global/twitter-light-before.png";
+  const std::string link = path("link.png");
+  std::filesystem::create_symlink(picture, link);
+  for (const Words& input : {Words{"--wallpaper", picture}, Words{"--artwork", link},
+                             Words{"--icon", "a=" + picture}, Words{"--root", out()}}) {
+    Words again = words;
+    again.insert(again.end(), input.begin(), input.end());
+    const Outcome outcome = varnix(again);
+    EXPECT_EQ(outcome.status, 2) << input[0];
+    EXPECT_NE(outcome.error.find("what is read would be overwritten: "), std::string::npos)
+        << outcome.error;
+    EXPECT_TRUE(std::filesystem::is_regular_file(picture));
+  }
+}
+
 TEST_F(Preview, WhatIsInterruptedLeavesNothing) {
   test::Command command({"preview", "--out", out(), "--scale", "4"});
   for (int i = 0; i < 2000 && leftovers().empty(); ++i) usleep(2000);

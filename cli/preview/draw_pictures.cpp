@@ -29,7 +29,10 @@ void link(const fs::path& from, const fs::path& to) {
   fs::create_hard_link(from, beside, error);
   if (error) fs::copy_file(from, beside, fs::copy_options::overwrite_existing, error);
   if (!error) fs::rename(beside, to, error);
-  if (error) throw Failure("cannot write", to.string() + ": " + error.message());
+  if (!error) return;
+  const std::string why = error.message();
+  fs::remove(beside, error);
+  throw Failure("cannot write", to.string() + ": " + why);
 }
 
 void draw(const Drawing& drawing, const fs::path& folder, double scale) {

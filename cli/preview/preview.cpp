@@ -6,10 +6,13 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "errors.h"
 #include "icon_choices.h"
+#include "output_file.h"
 #include "preview/interruption.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
@@ -40,6 +43,14 @@ void check(const PreviewArguments& arguments) {
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
+}
+
+/// The older gallery goes, with what lies in it.
+void requireInputsElsewhere(const PreviewArguments& arguments) {
+  std::vector<std::string> inputs = {arguments.materials.wallpaper, arguments.artwork,
+                                     arguments.settings.value_or(""), arguments.root.value_or("")};
+  for (const auto& [identifier, file] : arguments.materials.icons) inputs.push_back(file);
+  requireNoInputWithin(arguments.out, inputs);
 }
 
 Tabs tabsFor(const PreviewArguments& arguments) {
@@ -79,6 +90,7 @@ int preview(PreviewArguments& arguments) {
   check(arguments);
   noteInterruptions();
   arguments.materials.icons = iconsFrom(arguments.icons);
+  requireInputsElsewhere(arguments);
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
   Tabs tabs = tabsFor(arguments);
