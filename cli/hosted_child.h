@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace varnix::cli {
@@ -19,15 +20,26 @@ class HostedChild {
   HostedChild(const HostedChild&) = delete;
   HostedChild& operator=(const HostedChild&) = delete;
 
-  /// The answer. Throws Failure where the process failed, died or ran out of time.
+  /// The answer. Throws Failure where the process failed, died or ran out of time, and Interrupted.
   std::string wait(std::chrono::steady_clock::time_point deadline);
 
+  /// In such a process: a wait for a person begins, or the one that began is over. It is no part of
+  /// the process's time.
+  static void noteWait();
+
  private:
+  using Clock = std::chrono::steady_clock;
+
+  void takeNotes();
+  Clock::time_point end(Clock::time_point deadline) const;
   std::string readAll(std::chrono::steady_clock::time_point deadline);
   int reap();
 
   pid_t process_ = -1;
   int pipe_ = -1;
+  int notes_ = -1;  ///< the time of each beginning and end of a wait
+  std::optional<Clock::time_point> waitsSince_;
+  Clock::duration waited_{};
 };
 
 }  // namespace varnix::cli

@@ -10,6 +10,7 @@
 #include "commands.h"
 #include "errors.h"
 #include "hosted_child.h"
+#include "interruption.h"
 #include "process_choice.h"
 #include "report.h"
 #include "script.h"
@@ -116,10 +117,14 @@ int inspect(InspectArguments& arguments) {
   const bool withSwatches = wantsSwatches(arguments.color);
   checkClasses(arguments.classes);
   Question question;
+  noteInterruptions();
   question.process = arguments.process.prepare();
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
-  question.script = arguments.process.script;
+  if (const auto& script = arguments.process.script) {
+    question.script = LineSource{.file = *script};
+    if (!arguments.inProcess) question.script->waitBeginsOrEnds = &HostedChild::noteWait;
+  }
   question.classes = arguments.classes;
   const Json result = inspectProcess(question, arguments.inProcess);
   if (!arguments.json && question.script) {

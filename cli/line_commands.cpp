@@ -1,21 +1,15 @@
 #include "line_commands.h"
 
-#include <array>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <optional>
 #include <sstream>
-#include <system_error>
 
 #include "errors.h"
+#include "interruption.h"
 
 namespace varnix::cli {
 
 namespace {
-
-constexpr std::size_t kLongestLine = 8192;
 
 /// At most so many words; the last is the rest of the line, blanks inside it kept.
 Words split(const std::string& line, std::size_t limit = SIZE_MAX) {
@@ -53,16 +47,6 @@ std::optional<Words> match(const std::string& text, const std::string& lineText)
   throw Failure(forms.empty() ? "no such command" : forms, line);
 }
 
-std::ifstream opened(const std::string& file) {
-  std::error_code ignored;
-  // A stream opens a folder and then reads nothing from it.
-  if (std::filesystem::is_directory(file, ignored))
-    throw Failure("cannot read the script", file + ": is a directory");
-  std::ifstream stream(file);
-  if (!stream) throw Failure("cannot read the script", file);
-  return stream;
-}
-
 }  // namespace
 
 void runLine(std::span<const char* const> forms, const std::string& line,
@@ -75,26 +59,16 @@ void runLine(std::span<const char* const> forms, const std::string& line,
   refuse(forms, words);
 }
 
-bool nextLine(std::istream& input, std::string& line) {
-  std::array<char, kLongestLine + 1> buffer{};
-  input.getline(buffer.data(), buffer.size());
-  if (input.bad()) throw Failure("cannot be read", "line");
-  // Without a newline among so many bytes this may go on for ever.
-  if (input.fail() && !input.eof()) throw Failure("too long", "line");
-  line = buffer.data();
-  return !input.fail() || !line.empty();
-}
-
-void runLines(const std::string& file, const std::function<void(const std::string& line)>& run) {
-  std::ifstream stream;
-  if (file != "-") stream = opened(file);
-  std::istream& input = file == "-" ? std::cin : stream;
-  const std::string name = file == "-" ? "standard input" : file;
+void runLines(const LineSource& source, const std::function<void(const std::string& line)>& run) {
+  LineReader reader(source);
+  const std::string name = source.file == "-" ? "standard input" : source.file;
   std::string line;
   for (int number = 1;; ++number) {
     try {
-      if (!nextLine(input, line)) return;
+      if (!reader.next(line)) return;
       run(line);
+    } catch (const Interrupted&) {
+      throw;
     } catch (const std::exception& error) {
       throw Failure(name + " line " + std::to_string(number), error.what());
     }

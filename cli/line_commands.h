@@ -2,10 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <istream>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "line_reader.h"
 
 namespace varnix::cli {
 
@@ -17,12 +18,9 @@ using Words = std::vector<std::string>;
 void runLine(std::span<const char* const> forms, const std::string& line,
              const std::function<void(std::size_t form, const Words& arguments)>& run);
 
-/// False at the end. Throws Failure for a line of 8 KiB.
-bool nextLine(std::istream& input, std::string& line);
-
-/// Every line of the file, of standard input for "-", as it comes. Throws Failure, with the line's
-/// number for what a line throws.
-void runLines(const std::string& file, const std::function<void(const std::string& line)>& run);
+/// Every line of the source, as it comes. Throws Interrupted, and Failure with the line's number
+/// for what a line throws.
+void runLines(const LineSource& source, const std::function<void(const std::string& line)>& run);
 
 /// The forms, one a line, for people.
 std::string formList(std::span<const char* const> forms);

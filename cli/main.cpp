@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "errors.h"
+#include "interruption.h"
 #include "parser.h"
 
 namespace {
@@ -46,6 +47,7 @@ varnix::cli::Command program() {
 int run(int argc, char** argv) {
   const int status = varnix::cli::parse(program(), {argv + std::min(argc, 1), argv + argc})();
   std::cout.flush();
+  varnix::cli::throwIfInterrupted();
   if (!std::cout) throw varnix::cli::Failure("cannot write", "standard output");
   return status;
 }
@@ -56,6 +58,8 @@ int main(int argc, char** argv) {
   openStandardStreams();
   try {
     return run(argc, argv);
+  } catch (const varnix::cli::Interrupted& end) {
+    return 128 + end.signal;
   } catch (const varnix::cli::UsageError& error) {
     return complain(error.what(), 2);
   } catch (const std::exception& error) {

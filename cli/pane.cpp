@@ -134,8 +134,9 @@ void runOne(Session& session, const std::string& line) {
 /// A person's mistakes end nothing.
 void talk(Session& session) {
   std::cout << "Commands:\n" << formList(paneForms());
+  LineReader reader({.file = "-"});
   std::string line;
-  while (!session.isOver && (std::cout << "pane> " << std::flush) && nextLine(std::cin, line)) {
+  while (!session.isOver && (std::cout << "pane> " << std::flush) && reader.next(line)) {
     try {
       runOne(session, line);
     } catch (const std::exception& error) {
@@ -159,11 +160,11 @@ int show(const PaneArguments& arguments) {
   session.pane.didLoad(session.screen.pane);
   list(session);
   if (arguments.script) {
-    runLines(*arguments.script, [&](const std::string& line) { runOne(session, line); });
+    runLines({.file = *arguments.script}, [&](const std::string& line) { runOne(session, line); });
   } else if (isatty(STDIN_FILENO) != 0) {
     talk(session);
   } else {
-    runLines("-", [&](const std::string& line) { runOne(session, line); });
+    runLines({.file = "-"}, [&](const std::string& line) { runOne(session, line); });
   }
   return 0;
 }

@@ -95,7 +95,7 @@ Json askElements(NSObject* manager) {
   return elements;
 }
 
-Json runAndCollect(const std::string& script, Stage& stage) {
+Json runAndCollect(const LineSource& script, Stage& stage) {
   Json printed = Json::array();
   runScript(script, stage, [&printed](const Json& value) { printed.push_back(value); });
   return printed;

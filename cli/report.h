@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "answer_json.h"
+#include "line_reader.h"
 #include "process/process.h"
 
 namespace varnix::cli {
@@ -14,7 +15,7 @@ struct Question {
   host::ProcessOptions process;
   bool withLibrary = true;
   std::vector<std::string> extensions;
-  std::optional<std::string> script;
+  std::optional<LineSource> script;
   std::vector<std::string> classes;  ///< whose surfaces are asked; all where there are none
 };
 

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cmath>
-#include <csignal>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -19,6 +18,7 @@
 #include "commands.h"
 #include "errors.h"
 #include "icon_check.h"
+#include "interruption.h"
 #include "objc/autorelease_pool.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
@@ -35,21 +35,15 @@ struct RunArguments {
   std::vector<std::string> receivers;  ///< classes whose messages are printed
 };
 
+using Clock = std::chrono::steady_clock;
+
 constexpr double kLongest = 1e9;
 
-volatile std::sig_atomic_t endedBy = 0;
-
-void endBySignal(int number) {
-  endedBy = number;
-  host::MainRunLoop::instance().stop();  // stores a flag and writes to a descriptor
-}
-
 /// An interrupted process takes its temporary container with it.
-void endOnSignals() {
-  host::MainRunLoop::instance();
-  struct sigaction action = {};
-  action.sa_handler = endBySignal;
-  for (int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+void endOnInterruption() {
+  noteInterruptions();
+  auto& loop = host::MainRunLoop::instance();
+  loop.watch(interruptionDescriptor(), [&loop] { loop.stop(); });
 }
 
 /// Whether standard input can close later: a file or /dev/null has nobody at its other end.
@@ -72,19 +66,40 @@ void endWithInput() {
   });
 }
 
-void live(const RunArguments& arguments) {
+void runUntil(host::MainRunLoop& loop, Clock::time_point end) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+  loop.runFor(std::max(left, std::chrono::milliseconds::zero()));
+}
+
+void live(const RunArguments& arguments, const Deadline& end) {
   auto& loop = host::MainRunLoop::instance();
   const auto& script = arguments.process.script;
-  if (script && !arguments.seconds) return loop.drain();
+  if (script && !end) return loop.drain();
   // A script has read it to its end.
   if (script != "-" && inputCanClose()) {
     endWithInput();
-  } else if (!arguments.seconds) {
+  } else if (!end) {
     return loop.drain();
   }
-  if (!arguments.seconds) return loop.run();
-  loop.runFor(std::chrono::milliseconds(std::llround(*arguments.seconds * 1000)));
+  if (!end) return loop.run();
+  runUntil(loop, *end);
 }
+
+Deadline endOf(const RunArguments& arguments) {
+  if (!arguments.seconds) return {};
+  return Clock::now() + std::chrono::milliseconds(std::llround(*arguments.seconds * 1000));
+}
+
+/// What is observed refers to the command's arguments.
+struct Observation {
+  Observation() = default;
+  ~Observation() {
+    host::runtime::observeChanges({});
+    host::runtime::observeMessages({});
+  }
+  Observation(const Observation&) = delete;
+  Observation& operator=(const Observation&) = delete;
+};
 
 void printMessages(const std::vector<std::string>& classes) {
   if (classes.empty()) return;
@@ -104,13 +119,14 @@ int run(RunArguments& arguments) {
   }
   const host::ProcessOptions options = arguments.process.prepare();
   host::printLog(true);
-  endOnSignals();
+  endOnInterruption();
   objc::AutoreleasePool pool;
   host::startProcess(options);
   warnOfMissing();
   checkIcons(options.icons);
   std::optional<Stage> stage;
   if (arguments.process.script) stage.emplace();
+  const Observation observation;
   if (arguments.trace) {
     host::runtime::observeChanges([](const host::runtime::Change& change) {
       std::cout << changeText(change) + '\n' << std::flush;
@@ -119,15 +135,16 @@ int run(RunArguments& arguments) {
   printMessages(arguments.receivers);
   if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
   for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
-  if (stage && endedBy == 0) {
-    runScript(*arguments.process.script, *stage, [](const Json& value) {
+  throwIfInterrupted();
+  const Deadline end = endOf(arguments);
+  if (stage) {
+    runScript({.file = *arguments.process.script, .deadline = end}, *stage, [](const Json& value) {
       std::cout << dump(value) + '\n' << std::flush;
     });
   }
-  if (endedBy == 0) live(arguments);
-  host::runtime::observeChanges({});
-  host::runtime::observeMessages({});
-  return endedBy == 0 ? 0 : 128 + endedBy;
+  live(arguments, end);
+  throwIfInterrupted();
+  return 0;
 }
 
 }  // namespace
@@ -147,7 +164,7 @@ Command runCommand() {
   command.options.push_back({.name = "--for",
                              .value = "SECONDS",
                              .target = &arguments->seconds,
-                             .meaning = "End after this time"});
+                             .meaning = "End after this time, also in the middle of a script"});
   command.options.push_back(
       {.name = "--trace",
        .target = &arguments->trace,

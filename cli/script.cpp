@@ -16,10 +16,10 @@ std::vector<const char*> scriptForms() {
 
 }  // namespace
 
-void runScript(const std::string& file, Stage& stage,
+void runScript(const LineSource& script, Stage& stage,
                const std::function<void(const Json&)>& print) {
   ScriptContext context{stage, print, {}};
-  runLines(file, [&](const std::string& line) {
+  runLines(script, [&](const std::string& line) {
     runLine(scriptForms(), line, [&](std::size_t command, const Words& arguments) {
       const objc::AutoreleasePool pool;
       scriptCommands()[command].run(context, arguments);

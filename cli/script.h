@@ -5,14 +5,15 @@
 #include <string>
 
 #include "answer_json.h"
+#include "line_reader.h"
 #include "stage.h"
 
 namespace varnix::cli {
 
-/// Runs the script of a file, or of standard input for "-", line by line as it comes. Every `print`
-/// hands over one value. Empty lines and lines that begin with # are skipped. Throws Failure, with
-/// the line's number where a line is to blame.
-void runScript(const std::string& file, Stage& stage,
+/// Runs the script line by line as it comes. Every `print` hands over one value. Empty lines and
+/// lines that begin with # are skipped. Throws Interrupted, and Failure, with the line's number
+/// where a line is to blame.
+void runScript(const LineSource& script, Stage& stage,
                const std::function<void(const Json&)>& print);
 
 /// The commands, for people.

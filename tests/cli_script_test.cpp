@@ -1,4 +1,6 @@
 // Scripts that act on a hosted process, and what they print.
+#include <sys/stat.h>
+
 #include "cli/command.h"
 
 using test::Command;
@@ -214,6 +216,57 @@ TEST_F(Script, InspectReportsWhatWasPrintedAndWhatCameOfIt) {
   const auto outcome = varnix(plain);
   EXPECT_EQ(outcome.out.rfind("{\"surfaces\":{\"keyboard\":{\"backgroundColor\"", 0), 0U);
   EXPECT_NE(outcome.out.find("\ncom.example.app (application)\n"), std::string::npos);
+}
+
+/// Scripts that come from somebody who does not stop, or does not begin.
+class EndlessScript : public Script {
+ protected:
+  EndlessScript() { EXPECT_EQ(mkfifo(pipe().c_str(), 0600), 0); }
+  std::string pipe() const { return folder.path() + "/pipe"; }
+  /// Ends once nobody reads.
+  void keepWriting() const {
+    ASSERT_EQ(std::system(("yes print >" + pipe() + " 2>/dev/null &").c_str()), 0);
+  }
+};
+
+TEST_F(EndlessScript, SignalsEndItBetweenLines) {
+  for (int number : {SIGINT, SIGTERM, SIGHUP}) {
+    keepWriting();
+    Command command({"run", "--bundle", "com.example.app", "--script", pipe()});
+    ASSERT_TRUE(command.waitFor("surfaces"));
+    command.signal(number);
+    EXPECT_EQ(command.wait(), 128 + number);
+    EXPECT_EQ(command.error, "");
+  }
+}
+
+TEST_F(EndlessScript, ItsTimeEndsItBetweenLines) {
+  keepWriting();
+  Command command({"run", "--bundle", "com.example.app", "--script", pipe(), "--for", "0.2"});
+  EXPECT_EQ(command.wait(), 0);
+  EXPECT_NE(command.out.find("surfaces"), std::string::npos);
+}
+
+TEST_F(EndlessScript, WhoSaysNothingIsNotWaitedForForEver) {
+  for (const std::string& script : {std::string("-"), pipe()}) {
+    Command timed({"run", "--bundle", "com.example.app", "--script", script, "--for", "0.2"});
+    EXPECT_EQ(timed.wait(), 0) << script;  // the input stays open
+    Command command({"run", "--bundle", "com.example.app", "--script", script, "--trace"});
+    ASSERT_TRUE(command.waitFor("lightKeyboard"));
+    command.signal(SIGTERM);
+    EXPECT_EQ(command.wait(), 128 + SIGTERM) << script;
+  }
+}
+
+TEST_F(EndlessScript, APersonMayThinkForLongerThanAProcessMay) {
+  Command command({"inspect", "--bundle", "com.example.app", "--script", "-"});
+  sleep(5);
+  command.write("print\n");
+  sleep(6);
+  EXPECT_TRUE(command.isRunning());
+  command.write("print\n");
+  EXPECT_EQ(command.finish(), 0) << command.error;
+  EXPECT_EQ(command.out.rfind("{\"surfaces\":{\"keyboard\":null}}\n", 0), 0U) << command.out;
 }
 
 class Wrong : public Script {

@@ -9,7 +9,7 @@
 
 #include "Foundation/property_list.h"
 #include "errors.h"
-#include "preview/interruption.h"
+#include "interruption.h"
 #include "preview/screens_module.h"
 #include "preview/sheet.h"
 

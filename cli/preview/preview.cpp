@@ -12,8 +12,8 @@
 #include "commands.h"
 #include "errors.h"
 #include "icon_choices.h"
+#include "interruption.h"
 #include "output_file.h"
-#include "preview/interruption.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
 #include "preview/studio.h"
@@ -112,14 +112,6 @@ int preview(PreviewArguments& arguments) {
   return 0;
 }
 
-int previewOrEnd(PreviewArguments& arguments) {
-  try {
-    return preview(arguments);
-  } catch (const Interrupted& end) {
-    return 128 + end.signal;
-  }
-}
-
 }  // namespace
 
 Command previewCommand() {
@@ -169,7 +161,7 @@ Command previewCommand() {
                        .target = &arguments->watches,
                        .meaning = "Go on, and redraw what changes with the settings of --root"}},
           .notes = "Without settings it draws four that show what there is.",
-          .run = [arguments] { return previewOrEnd(*arguments); }};
+          .run = [arguments] { return preview(*arguments); }};
 }
 
 }  // namespace varnix::cli

@@ -4,9 +4,9 @@
 #include <chrono>
 #include <utility>
 
+#include "interruption.h"
 #include "preview/gallery/gallery.h"
 #include "preview/gallery_json.h"
-#include "preview/interruption.h"
 
 namespace varnix::cli {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "errors.h"
-#include "preview/interruption.h"
+#include "interruption.h"
 #include "process/container.h"
 #include "settings_file.h"
 

@@ -1,4 +1,4 @@
-#include "preview/interruption.h"
+#include "interruption.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,13 +23,31 @@ void note(int number) {
   if (write(ends[1], "", 1) < 0) errno = kept;
 }
 
+bool isIgnored(int number) {
+  struct sigaction old = {};
+  return sigaction(number, nullptr, &old) == 0 && old.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 void noteInterruptions() {
+  if (ends[0] >= 0) return;
   if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) throw Failure("cannot begin", std::strerror(errno));
   struct sigaction action = {};
   action.sa_handler = note;
-  for (int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  for (int number : {SIGINT, SIGTERM, SIGHUP}) {
+    if (!isIgnored(number)) sigaction(number, &action, nullptr);
+  }
+  sigaction(SIGPIPE, &action, nullptr);
+}
+
+void leaveInterruptionsToParent() {
+  for (int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, SIG_IGN);
+  std::signal(SIGPIPE, SIG_DFL);
+  for (int& end : ends) {
+    if (end >= 0) close(end);
+    end = -1;
+  }
 }
 
 int interruptionDescriptor() { return ends[0]; }

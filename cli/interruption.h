@@ -11,9 +11,12 @@ struct Interrupted : std::runtime_error {
   int signal;
 };
 
-/// From now on such a signal is noted, and calls that wait return.
+/// From now on such a signal is noted, and calls that wait return: SIGINT, SIGTERM and SIGHUP where
+/// they were not ignored, and SIGPIPE, so that a reader who goes away ends the command.
 void noteInterruptions();
-/// Becomes readable with the first one.
+/// For a child, which its parent ends: it hears of none.
+void leaveInterruptionsToParent();
+/// Becomes readable with the first one; -1 where none is noted.
 int interruptionDescriptor();
 /// Throws Interrupted.
 void throwIfInterrupted();
