@@ -10,12 +10,12 @@
 #include "Foundation/log.h"
 #include "commands.h"
 #include "errors.h"
+#include "interruption.h"
 #include "output_file.h"
 #include "pick/analysis.h"
 #include "pick_output.h"
 #include "process/process.h"
 #include "swatches.h"
-#include "temporary_container.h"
 
 namespace varnix::cli {
 
@@ -41,12 +41,10 @@ pick::Entry loadModule() {
   return reinterpret_cast<pick::Entry>(entry);
 }
 
-/// In an application's process, since the code asks one for its state.
+/// In an application's process, since the code asks one for its state; it needs no files.
 pick::Answer ask(const pick::Request& request) {
-  const TemporaryContainer container;
   host::ProcessOptions process;
   process.bundle = "com.example.pick";
-  process.root = container.root();
   host::printLog(false);
   host::startProcess(process);
   pick::Answer answer;
@@ -76,7 +74,11 @@ int pickColors(const PickArguments& arguments) {
     std::cerr << "varnix: cannot pick from " << image.file << ": " << image.error << '\n';
     status = 1;
   }
-  if (arguments.picture && !answer.picture.empty()) writeOutput(*arguments.picture, answer.picture);
+  if (arguments.picture && !answer.picture.empty()) {
+    // What was begun to be written is ended first.
+    noteInterruptions();
+    writeOutput(*arguments.picture, answer.picture);
+  }
   return status;
 }
 

@@ -191,6 +191,51 @@ TEST_F(Run, ASignalEndsItAndTakesItsContainerAlong) {
   EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
 }
 
+/// Commands that were cut off while they had a container of their own.
+class CutOff : public Run {
+ protected:
+  CutOff() { setenv("TMPDIR", temporary.path().c_str(), 1); }
+  bool leavesSomething() const { return !std::filesystem::is_empty(temporary.path()); }
+
+  test::Folder temporary;
+  std::string file = write("s.plist", "<plist><dict/></plist>");
+};
+
+TEST_F(CutOff, SignalsLeaveNothingOfInspect) {
+  for (int number : {SIGINT, SIGTERM, SIGHUP}) {
+    Command command({"inspect", "--bundle", "a", "--settings", file, "--script", "-"});
+    while (!leavesSomething() && command.isRunning()) usleep(1000);
+    command.signal(number);
+    EXPECT_EQ(command.wait(), 128 + number);
+    EXPECT_EQ(command.error, "");
+    EXPECT_FALSE(leavesSomething());
+  }
+}
+
+TEST_F(CutOff, AReaderWhoGoesAwayLeavesNothing) {
+  Command living({"run", "--bundle", "a", "--settings", file, "--messages", "UIView", "--trace"});
+  ASSERT_TRUE(living.waitFor("hook -[UIView tintColor]"));
+  living.closeOutput();
+  Command scripted({"run", "--bundle", "a", "--settings", file, "--script", "-"});
+  Command asked({"inspect", "--bundle", "a", "--settings", file, "--script", "-"});
+  for (Command* command : {&scripted, &asked}) {
+    command->closeOutput();
+    command->write("print\nprint\n");
+  }
+  living.closeInput();
+  living.wait();  // with nothing more to say it need not notice
+  EXPECT_EQ(scripted.wait(), 128 + SIGPIPE);
+  EXPECT_EQ(asked.finish(), 128 + SIGPIPE);
+  EXPECT_EQ(scripted.error + asked.error, "");
+  EXPECT_FALSE(leavesSomething());
+}
+
+TEST_F(CutOff, PickNeedsNoContainer) {
+  setenv("TMPDIR", "/proc", 1);  // where nobody makes a folder
+  const auto outcome = varnix({"pick", VARNIX_SAMPLES "/icons/com.example.mail.png"});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+}
+
 TEST_F(Run, ACopyOfTheSettingsIsUsedAndTheFileLeftAlone) {
   test::Folder temporary;
   setenv("TMPDIR", temporary.path().c_str(), 1);

@@ -54,6 +54,8 @@ class Command {
     arguments.push_back(nullptr);
     process_ = fork();
     if (process_ == 0) {
+      // What runs the tests may ignore them.
+      for (int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) std::signal(number, SIG_DFL);
       dup2(pipes[0][0], 0);
       dup2(pipes[1][1], 1);
       dup2(pipes[2][1], 2);
@@ -72,7 +74,9 @@ class Command {
       waitpid(process_, nullptr, 0);
     }
     closeInput();
-    for (int descriptor : descriptors_) close(descriptor);
+    for (int descriptor : descriptors_) {
+      if (descriptor >= 0) close(descriptor);
+    }
   }
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
@@ -82,6 +86,11 @@ class Command {
   }
   void closeInput() {
     if (input_ >= 0) close(std::exchange(input_, -1));
+  }
+  /// Nobody reads its standard output any more.
+  void closeOutput() {
+    close(std::exchange(descriptors_[0], -1));
+    isClosed_[0] = true;
   }
   void signal(int number) const { kill(process_, number); }
   bool isRunning() const { return process_ > 0 && waitpid(process_, nullptr, WNOHANG) == 0; }
