@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "errors.h"
-#include "framework_copy.h"
+#include "framework_files.h"
 #include "icon_choices.h"
 #include "process/absence.h"
 #include "process/container.h"
@@ -164,7 +164,7 @@ host::ProcessOptions ProcessChoice::prepare() {
   } else {
     options.root = host::resolveContainerRoot(root_.value_or(""));
   }
-  if (hasNowPlaying(options)) putMediaPlayerUI(options.root);
+  if (hasNowPlaying(options)) options.files = nowPlayingFiles();
   return options;
 }
 

@@ -129,6 +129,25 @@ TEST_F(Run, ADaemonHasNoViews) {
   EXPECT_EQ(outcome.error, "");
 }
 
+TEST_F(Run, SpringBoardNeedsNoPlaceToWrite) {
+  const std::string script = write("script", "present control-centre\ntrack " VARNIX_SAMPLES
+                                             "/icons/com.example.notes.png\nwait\nprint\n");
+  settings("<key>use_album_art</key><true/>");
+  const Words words = {"run", "--bundle", "com.apple.springboard", "--script", script};
+  // The framework is there in a container that holds nothing but settings.
+  const auto outcome = varnix(words);
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_NE(outcome.out.find("#f9d247ff"), outcome.out.npos) << outcome.out;
+  EXPECT_FALSE(std::filesystem::exists(folder.path() + "/System"));
+  // Nobody makes a file there, and none can have a byte here.
+  for (const char* root : {"/proc", folder.path().c_str()}) {
+    const std::string command = "trap '' XFSZ; ulimit -f 0; exec " + test::commandFile() +
+                                " run --bundle com.apple.springboard --root " + root +
+                                " </dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0) << root;
+  }
+}
+
 TEST_F(Run, PrintsTheMessagesToAClassAlone) {
   const std::string script = write("script", "present control-centre\n");
   const auto outcome = varnix({"run", "--bundle", "com.apple.springboard", "--script", script,

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "errors.h"
-#include "framework_copy.h"
+#include "framework_files.h"
 #include "preview/screens_module.h"
 
 namespace varnix::cli {
@@ -52,7 +52,10 @@ host::ProcessOptions processOf(const Screen& screen, const Tab& tab, const Mater
   options.kind = screen.kind;
   options.icons = materials.icons;
   options.root = tab.root;
-  if (screen.kind == host::ProcessKind::springboard) options.open = tab.open;
+  if (screen.kind == host::ProcessKind::springboard) {
+    options.open = tab.open;
+    options.files = nowPlayingFiles();
+  }
   return options;
 }
 
@@ -95,7 +98,6 @@ std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>
                            {screen},
                            materials.wallpaperColors()});
       asked.push_back({i, screen->bundle, true});
-      if (screen->kind == host::ProcessKind::springboard) putMediaPlayerUI(tabs[i].root);
     }
   }
   // Without the library the settings make no difference: once is enough.

@@ -28,7 +28,10 @@ struct ProcessOptions {
   std::vector<std::string> withoutLibraries;
   std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file
   std::string root;                          ///< container root, an existing folder
-  std::optional<runtime::Hooking> hooking;   ///< absent for $VARNIX_HOOKING, else dynamic
+  /// Libraries of the device that dlopen() finds elsewhere than in the container: the device's
+  /// path, this machine's file.
+  std::map<std::string, std::filesystem::path> files;
+  std::optional<runtime::Hooking> hooking;  ///< absent for $VARNIX_HOOKING, else dynamic
 };
 
 /// Turns this process into a hosted one, once, before any library is loaded. Throws
