@@ -117,9 +117,9 @@ int run(RunArguments& arguments) {
   if (const auto seconds = arguments.seconds; seconds && !(*seconds >= 0 && *seconds <= kLongest)) {
     throw UsageError("unusable time", std::to_string(*seconds));
   }
+  endOnInterruption();
   const host::ProcessOptions options = arguments.process.prepare();
   host::printLog(true);
-  endOnInterruption();
   objc::AutoreleasePool pool;
   host::startProcess(options);
   warnOfMissing();

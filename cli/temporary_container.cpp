@@ -1,6 +1,11 @@
 #include "temporary_container.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -8,7 +13,9 @@
 #include <system_error>
 #include <vector>
 
+#include "Foundation/descriptor.h"
 #include "errors.h"
+#include "waiting.h"
 
 namespace varnix::cli {
 
@@ -17,25 +24,39 @@ namespace {
 // More than any settings file; an endless one must not fill the disk.
 constexpr std::size_t kLargestCopy = 256 << 20;
 
+// For whoever writes into a pipe.
+constexpr std::chrono::seconds kLongestWait{5};
+
+[[noreturn]] void refuse(const std::string& file, const std::string& why) {
+  throw Failure("cannot read the settings file", file + ": " + why);
+}
+
+/// Does not wait for the other end of a pipe.
+int openedToCopy(const std::string& file) {
+  const int descriptor = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) refuse(file, std::strerror(errno));
+  return descriptor;
+}
+
 void copy(const std::string& from, const std::filesystem::path& to) {
-  std::error_code ignored;
-  // A stream opens a folder and then reads nothing from it.
-  if (std::filesystem::is_directory(from, ignored)) {
-    throw Failure("cannot read the settings file", from + ": is a directory");
-  }
-  errno = 0;
-  std::ifstream in(from, std::ios::binary);
-  if (!in) throw Failure("cannot read the settings file", from + ": " + std::strerror(errno));
+  const host::Descriptor in(openedToCopy(from));
+  struct stat status = {};
+  if (fstat(in.get(), &status) == 0 && S_ISDIR(status.st_mode)) refuse(from, "is a directory");
+  const Deadline deadline = std::chrono::steady_clock::now() + kLongestWait;
   std::ofstream out(to, std::ios::binary);
   std::vector<char> block(1 << 16);
   std::size_t total = 0;
-  while (in.read(block.data(), static_cast<std::streamsize>(block.size())) || in.gcount() > 0) {
-    total += static_cast<std::size_t>(in.gcount());
+  while (true) {
+    if (!awaitReadable(in.get(), deadline)) refuse(from, "it did not end within 5 s");
+    const ssize_t length = read(in.get(), block.data(), block.size());
+    if (length < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+    if (length < 0) refuse(from, std::strerror(errno));
+    if (length == 0) break;
+    total += static_cast<std::size_t>(length);
     if (total > kLargestCopy) throw Failure("larger than 256 MB", from);
-    out.write(block.data(), in.gcount());
+    out.write(block.data(), length);
   }
   out.close();
-  if (in.bad()) throw Failure("cannot read the settings file", from);
   if (!out) throw Failure("cannot copy the settings file", from + ": to " + to.string());
 }
 

@@ -10,7 +10,8 @@ class TemporaryContainer {
  public:
   /// Throws Failure.
   TemporaryContainer();
-  /// Copies the file, whatever it holds, to the device path. Throws Failure.
+  /// Copies the file, whatever it holds, to the device path. A pipe has 5 s to end. Throws Failure,
+  /// and Interrupted.
   TemporaryContainer(std::string_view devicePath, const std::string& file);
   ~TemporaryContainer();
   TemporaryContainer(const TemporaryContainer&) = delete;

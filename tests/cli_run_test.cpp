@@ -1,4 +1,6 @@
 // varnix run, as a process.
+#include <sys/stat.h>
+
 #include <chrono>
 
 #include "cli/command.h"
@@ -278,6 +280,41 @@ TEST_F(Run, SettingsThatCannotBeCopied) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error,
             "varnix: cannot read the settings file: " + folder.path() + ": is a directory\n");
+}
+
+TEST_F(Run, SettingsMayComeThroughAPipe) {
+  const std::string command = test::commandFile() + " run --bundle a --trace --settings ";
+  const auto traceOf = [](const std::string& shellCommand) {
+    FILE* shell = popen(shellCommand.c_str(), "r");
+    std::string text;
+    for (int c = 0; (c = std::fgetc(shell)) != EOF;) text.push_back(static_cast<char>(c));
+    EXPECT_EQ(pclose(shell), 0);
+    return text;
+  };
+  const std::string disabled = "<plist><dict><key>enabled</key><false/></dict></plist>";
+  EXPECT_EQ(lines(traceOf("echo '" + disabled + "' | " + command + "/dev/stdin")), 4);
+}
+
+TEST_F(CutOff, APipeThatNobodyWritesToIsGivenUp) {
+  const std::string pipe = folder.path() + "/pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const char* name : {"run", "inspect", "preview"}) {
+    Words words = {name, "--settings", pipe};
+    if (std::string(name) != "preview") words.insert(words.end(), {"--bundle", "a"});
+    Command command(words);
+    while (!leavesSomething() && command.isRunning()) usleep(1000);
+    command.signal(SIGTERM);
+    EXPECT_EQ(command.wait(), 128 + SIGTERM) << name;
+    EXPECT_FALSE(leavesSomething());
+  }
+  const auto outcome = varnix({"run", "--bundle", "a", "--settings", pipe});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error,
+            "varnix: cannot read the settings file: " + pipe + ": it did not end within 5 s\n");
+  // Nor does the system's loader wait for a library.
+  const auto loaded = varnix({"run", "--bundle", "a", "--load", pipe});
+  EXPECT_EQ(loaded.status, 1);
+  EXPECT_EQ(loaded.error, "varnix: " + pipe + ": not a file\n");
 }
 
 TEST_F(Run, Icons) {

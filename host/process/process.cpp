@@ -120,6 +120,10 @@ const ProcessOptions& processOptions() { return state().options; }
 void loadLibrary(const std::string& path) {
   // A bare name means a file here, not one on the loader's search path.
   const std::filesystem::path file = std::filesystem::absolute(path);
+  std::error_code ignored;
+  // The system's loader would wait for somebody to write into a pipe.
+  if (std::filesystem::is_other(file, ignored))
+    throw std::runtime_error(file.string() + ": not a file");
   if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->load(file);
   loadHere(file);
 }
