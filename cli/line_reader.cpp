@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <iostream>
 #include <utility>
 
 #include "errors.h"
@@ -74,6 +75,8 @@ bool LineReader::next(std::string& line) {
       line = take(length);
       return true;
     }
+    // Whoever writes the next line may be waiting for what was printed.
+    std::cout.flush();
     if (isAtEnd_ || !readSome()) return false;
   }
 }
