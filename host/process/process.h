@@ -25,13 +25,13 @@ struct ProcessOptions {
   std::optional<std::string> open;   ///< SpringBoard: identifier of the frontmost application
   std::vector<std::string> without;  ///< what is left out of the platform, as Absence is written
   /// Libraries that are not installed: "libapplist", "libcolorpicker".
-  std::vector<std::string> withoutLibraries;
+  std::vector<std::string> withoutLibraries = {};
   std::map<std::string, std::string> icons;  ///< an application's icon: identifier, PNG file
   std::string root;                          ///< container root, an existing folder
   /// Libraries of the device that dlopen() finds elsewhere than in the container: the device's
   /// path, this machine's file.
-  std::map<std::string, std::filesystem::path> files;
-  std::optional<runtime::Hooking> hooking;  ///< absent for $VARNIX_HOOKING, else dynamic
+  std::map<std::string, std::filesystem::path> files = {};
+  std::optional<runtime::Hooking> hooking = {};  ///< absent for $VARNIX_HOOKING, else dynamic
 };
 
 /// Turns this process into a hosted one, once, before any library is loaded. Throws

@@ -37,17 +37,17 @@ class List {
 
   template <size_t... I>
   static void* call(const std::array<void*, kMost>& all, std::index_sequence<I...>) {
-    using Entry = void* (*)(decltype(static_cast<void>(I), static_cast<void*>(nullptr))...);
-    return reinterpret_cast<Entry>(&objc_msgSend)(all[I]...);
+    using Call = void* (*)(decltype(static_cast<void>(I), static_cast<void*>(nullptr))...);
+    return reinterpret_cast<Call>(&objc_msgSend)(all[I]...);
   }
 };
 
 template <size_t Named, size_t... I>
 void* listEntry(std::index_sequence<I...>) {
-  using Entry = void* (*)(decltype(static_cast<void>(I), static_cast<void*>(nullptr))...);
-  Entry entry =
+  using Call = void* (*)(decltype(static_cast<void>(I), static_cast<void*>(nullptr))...);
+  Call call =
       &List<Named>::template send<decltype(static_cast<void>(I), static_cast<void*>(nullptr))...>;
-  return reinterpret_cast<void*>(entry);
+  return reinterpret_cast<void*>(call);
 }
 
 /// The unnamed ones' address becomes one more argument that is named.
