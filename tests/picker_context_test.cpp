@@ -76,7 +76,8 @@ class PickerContext : public Hosted {
                         reinterpret_cast<IMP>(&refuse), "B@:@");
   }
   static void makeNoContexts() {
-    NSObject* (*nothing)(id, SEL, NSUInteger) = [](id, SEL, NSUInteger) -> NSObject* {
+    NSObject* (*nothing)(id, SEL, NSUInteger) = [](id self, SEL, NSUInteger) -> NSObject* {
+      objc_release(self);
       return nullptr;
     };
     class_replaceMethod(objc_getClass("EAGLContext"), "initWithAPI:"_sel,

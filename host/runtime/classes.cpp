@@ -21,6 +21,8 @@ struct Registry {
   std::unordered_set<std::string> hidden;
   /// As "-[Class selector]", "+[Class selector]" and "Class.variable".
   std::unordered_set<std::string> leftOut;
+  /// Somebody may have them still: a method lives as long as the process.
+  std::vector<objc_method*> hiddenMethods;
 };
 
 Registry& registry() {
@@ -183,7 +185,9 @@ Hidden hideMethod(const std::string& className, const std::string& selector, boo
     return Hidden::later;
   }
   Class cls = classMethod ? found->second->isa : found->second;
-  if (rw(cls)->methods.erase(sel_registerName(selector.c_str())) == 0) return Hidden::nothing;
+  const auto method = rw(cls)->methods.extract(sel_registerName(selector.c_str()));
+  if (method.empty()) return Hidden::nothing;
+  registry().hiddenMethods.push_back(method.mapped());
   flushCaches(cls);
   return Hidden::done;
 }
