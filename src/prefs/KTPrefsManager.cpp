@@ -39,12 +39,15 @@ void notificationArrived(CFNotificationCenterRef, void* observer, CFStringRef, c
 template <class Change>
 void changeView(PrefsManager& store, Change change) {
   for (;;) {
-    const auto view = store._currentPrefsImplementation.read();
+    using View = Strong<NSMutableDictionary>;
+    // Both are the pool's: a nil object or key raises, and nothing here is given back then.
+    NSMutableDictionary* view = store._currentPrefsImplementation.read().autorelease();
     if (view == nullptr) return;
     NSMutableDictionary* changed = NSMutableDictionary::dictionary();
     send(changed, NSMutableDictionary::addEntriesFromDictionary, view);
     change(changed);
-    if (store._currentPrefsImplementation.replaceIf(view, decltype(view)::retain(changed))) return;
+    if (store._currentPrefsImplementation.replaceIf(View::retain(view), View::retain(changed)))
+      return;
   }
 }
 
