@@ -87,7 +87,7 @@ complete -F _varnix varnix
 
 // --- zsh ---
 
-/// A text within an argument's specification.
+/// A text within what describes an argument.
 std::string zshText(const std::string& text) {
   return replaced(replaced(replaced(onOneLine(text), "[", "\\["), "]", "\\]"), ":", "\\:");
 }
