@@ -1,5 +1,7 @@
 // The icon's colour as the dye: computed once, kept in the settings, never in the way.
 #include <plist/plist.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "Foundation/darwin_notify.h"
 #include "OpenGLES/gl.h"
@@ -177,6 +179,40 @@ TEST_F(IconColor, IsPutIntoTheFileAsItIsNow) {
   ASSERT_NE(theirs, nullptr);
   EXPECT_STREQ(send(theirs, NSString::UTF8String), "#445566");
   EXPECT_EQ(send(file, NSDictionary::objectForKey, "global_color"_ns), nullptr);
+}
+
+// Somebody is writing it, or did not come to the end.
+TEST_F(IconColor, IsNotPutIntoAFileThatIsCutShort) {
+  appWithIcon(kIconType + kGlobal);
+  NSObject* kept = manager();
+  const std::string cut = "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>cc_color</key>";
+  writeSettings(cut);
+  const std::string color = hex(send<UIColor*>(kept, "dye"_sel));
+  EXPECT_EQ(test::contentsOf(settingsPath()), cut);
+  auto* store = send<NSObject*>(kept, "prefsMan"_sel);
+  EXPECT_EQ(unarchived(send<NSObject*>(store, "objectForKey:"_sel,
+                                       "cached_icon_color_com.example.app"_ns)),
+            color);
+}
+
+// An older list of applications has neither method, or one of them.
+TEST_F(IconColor, IsTheFallbackWhereTheListCannotTell) {
+  for (const char* name : {"+[ALApplicationList sharedApplicationList]",
+                           "-[ALApplicationList iconOfSize:forDisplayIdentifier:]"}) {
+    SCOPED_TRACE(name);
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+      settings(kIconType + kGlobal);
+      icons["com.example.app"] = kNotes;
+      start("com.example.app", host::ProcessKind::application, {}, {name});
+      load();
+      _exit(hex(dye()) == "#112233ff" ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
 }
 
 TEST_F(IconColor, IsReadFromTheSettingsWithoutAskingForTheIcon) {

@@ -27,11 +27,20 @@ NSObject* cachedColor(VNXManager* manager, NSString* identifier) {
   return NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry()));
 }
 
-/// Saving writes the whole view, so what others stored since the last reload is read first.
+/// Whether the file has bytes that are no settings: cut short, or in the middle of being written.
+bool isFileSpoiled(VNXManager* manager) {
+  NSString* path = send(storeOf(manager), KTPrefsManager::plistPath);
+  return NSDictionary::dictionaryWithContentsOfFile(path) == nullptr &&
+         send(NSData::dataWithContentsOfFile(path), NSData::length) != 0;
+}
+
+/// Saving writes the whole view, so what others stored since the last reload is read first. Where
+/// it cannot be read the defaults would be written over it: the colour is kept in memory alone.
 void storeArchive(NSData* archive, VNXManager* manager, NSString* identifier) {
-  send(storeOf(manager), KTPrefsManager::updateCurrentImplementation);
+  const bool isSpoiled = isFileSpoiled(manager);
+  if (!isSpoiled) send(storeOf(manager), KTPrefsManager::updateCurrentImplementation);
   send(storeOf(manager), KTPrefsManager::setObject, archive, cacheKey(identifier));
-  send(storeOf(manager), KTPrefsManager::save);
+  if (!isSpoiled) send(storeOf(manager), KTPrefsManager::save);
 }
 
 /// The store is changed and written on the main thread alone: two writers would spoil the file.
