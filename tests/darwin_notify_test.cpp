@@ -260,6 +260,67 @@ TEST_F(DarwinNotify, NamesMayBeAnything) {
   EXPECT_EQ(entries(folder.path()), 1);
 }
 
+void postWaiting(NSString* name) {
+  CFNotificationCenterPostNotification(CFNotificationCenterGetDarwinNotifyCenter(), name, nullptr,
+                                       nullptr, false);
+}
+
+class Suspended : public DarwinNotify {
+ protected:
+  Suspended() {
+    for (std::size_t i = 0; i < 4; ++i) {
+      CFNotificationCenterAddObserver(CFNotificationCenterGetDarwinNotifyCenter(), &observers_[i],
+                                      &Observer::notified, string(kName), nullptr,
+                                      static_cast<CFNotificationSuspensionBehavior>(i + 1));
+    }
+    host::suspendDarwinNotifications(true);
+  }
+  /// How often each was called: who drops, who coalesces, who holds, who wants it at once.
+  std::vector<int> calls() const {
+    return {observers_[0].calls, observers_[1].calls, observers_[2].calls, observers_[3].calls};
+  }
+
+ private:
+  Observer observers_[4];
+};
+
+using Calls = std::vector<int>;
+
+TEST_F(Suspended, GetWhatTheyAskedForWhenTheyGoOn) {
+  for (int i = 0; i < 3; ++i) {
+    postWaiting(string(kName));
+    settle();  // else the posts are one
+  }
+  EXPECT_EQ(calls(), (Calls{0, 0, 0, 3}));
+  host::suspendDarwinNotifications(false);
+  EXPECT_EQ(calls(), (Calls{0, 0, 0, 3}));  // not before the loop turns
+  settle();
+  EXPECT_EQ(calls(), (Calls{0, 1, 3, 3}));
+  postWaiting(string(kName));
+  settle();
+  EXPECT_EQ(calls(), (Calls{1, 2, 4, 4}));
+}
+
+TEST_F(Suspended, AllGetWhatCannotWait) {
+  post(string(kName));
+  settle();
+  EXPECT_EQ(calls(), (Calls{1, 1, 1, 1}));
+  host::suspendDarwinNotifications(false);
+  settle();
+  EXPECT_EQ(calls(), (Calls{1, 1, 1, 1}));
+}
+
+TEST_F(Suspended, KeepNothingTwice) {
+  for (int round = 1; round <= 2; ++round) {
+    host::suspendDarwinNotifications(true);
+    postWaiting(string(kName));
+    settle();
+    host::suspendDarwinNotifications(false);
+    settle();
+    EXPECT_EQ(calls(), (Calls{0, round, round, round}));
+  }
+}
+
 TEST_F(DarwinNotify, IgnoresWhatMakesNoSense) {
   Observer observer;
   int stranger = 0;

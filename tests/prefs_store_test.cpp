@@ -2,6 +2,7 @@
 #include <memory>
 #include "objc/autorelease_pool.h"
 
+#include "Foundation/darwin_notify.h"
 #include "objc/block.h"
 #include "platform/Preferences.h"
 #include "support/hosted.h"
@@ -320,6 +321,28 @@ TEST_F(Store, TheNotificationReloadsAndThenCallsBack) {
   EXPECT_EQ(colorWhenCalled, "blue") << "called before the file was read";
   EXPECT_EQ(text(store, "seven"), "8");
   EXPECT_EQ(text(store, "color"), "blue");
+}
+
+// A suspended application hears of many changes once, when it goes on.
+TEST_F(Store, InASuspendedProcessReloadsOnceWhenItGoesOn) {
+  open(defaults(), kChanged);
+  host::suspendDarwinNotifications(true);
+  for (int i = 0; i < 3; ++i) {
+    host::postDarwinNotification(kChanged, false);
+    turn();
+  }
+  EXPECT_EQ(callbacks, 0);
+  host::suspendDarwinNotifications(false);
+  turn();
+  EXPECT_EQ(callbacks, 1);
+}
+
+// What the store posts does not wait for anybody.
+TEST_F(Store, TellsSuspendedProcessesAtOnce) {
+  NSObject* store = open(defaults(), kChanged);
+  host::suspendDarwinNotifications(true);
+  send<void>(store, "notifyEveryone"_sel);
+  EXPECT_TRUE(eventually([] { return callbacks == 1; }));
 }
 
 TEST_F(Store, SaveAndNotifyReachesThePosterToo) {

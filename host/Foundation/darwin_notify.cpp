@@ -20,6 +20,10 @@ namespace {
 
 __CFNotificationCenter darwinCentre;
 
+/// The file of a post that can wait where the observer's process is suspended; one that cannot has
+/// the name alone.
+std::string waitingFile(const std::string& file) { return file + "~waits"; }
+
 /// The observers of this process.
 class Observers {
  public:
@@ -29,11 +33,22 @@ class Observers {
     return *observers;
   }
 
-  void add(const void* observer, CFNotificationCallback callback, NSString* name) {
+  void add(const void* observer, CFNotificationCallback callback, NSString* name,
+           CFNotificationSuspensionBehavior behavior) {
     std::lock_guard lock(mutex_);
     if (entries_.empty()) startWatching();
-    entries_.push_back(
-        {observer, callback, Strong<NSString>::retain(name), notificationFileName(text(name))});
+    entries_.push_back({entries_.size(), observer, callback, Strong<NSString>::retain(name),
+                        notificationFileName(text(name)), behavior});
+  }
+
+  void setSuspended(bool suspended) {
+    std::vector<Entry> due;
+    {
+      std::lock_guard lock(mutex_);
+      suspended_ = suspended;
+      if (!suspended) due.swap(held_);
+    }
+    if (!due.empty()) MainRunLoop::instance().perform([due] { call(due); });
   }
 
   void post(const std::string& file) {
@@ -49,10 +64,12 @@ class Observers {
 
  private:
   struct Entry {
+    std::size_t number;
     const void* observer;
     CFNotificationCallback callback;
     Strong<NSString> name;
     std::string file;
+    CFNotificationSuspensionBehavior behavior;
   };
 
   Observers() = default;
@@ -94,10 +111,27 @@ class Observers {
       } else {
         for (const std::string& file : files) {
           std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(due),
-                       [&](const Entry& entry) { return entry.file == file; });
+                       [&](const Entry& entry) {
+                         return entry.file == file ||
+                                (waitingFile(entry.file) == file && !isKeptBack(entry));
+                       });
         }
       }
     }
+    call(due);
+  }
+
+  /// Whether a post that can wait does, or goes. The mutex is held.
+  bool isKeptBack(const Entry& entry) {
+    using enum CFNotificationSuspensionBehavior;
+    if (!suspended_ || entry.behavior == deliverImmediately) return false;
+    const bool waits = std::any_of(held_.begin(), held_.end(),
+                                   [&](const Entry& held) { return held.number == entry.number; });
+    if (entry.behavior == hold || (entry.behavior == coalesce && !waits)) held_.push_back(entry);
+    return true;
+  }
+
+  static void call(const std::vector<Entry>& due) {
     for (const Entry& entry : due) {
       entry.callback(&darwinCentre, const_cast<void*>(entry.observer), entry.name, nullptr,
                      nullptr);
@@ -107,14 +141,19 @@ class Observers {
   std::mutex mutex_;
   std::vector<Entry> entries_;
   std::vector<std::string> unwritten_;
+  std::vector<Entry> held_;  ///< to be called when the process goes on
+  bool suspended_ = false;
   NotifyFolderWatch watch_;
 };
 
 }  // namespace
 
-void postDarwinNotification(std::string_view name) {
-  Observers::instance().post(notificationFileName(name));
+void postDarwinNotification(std::string_view name, bool immediately) {
+  const std::string file = notificationFileName(name);
+  Observers::instance().post(immediately ? file : waitingFile(file));
 }
+
+void suspendDarwinNotifications(bool suspended) { Observers::instance().setSuspended(suspended); }
 
 }  // namespace host
 
@@ -128,16 +167,16 @@ HOST_EXPORT void CFNotificationCenterAddObserver(CFNotificationCenterRef center,
                                                  const void* observer,
                                                  CFNotificationCallback callback, CFStringRef name,
                                                  const void* /*object*/,
-                                                 CFNotificationSuspensionBehavior /*behavior*/) {
+                                                 CFNotificationSuspensionBehavior behavior) {
   if (center != &host::darwinCentre || callback == nullptr || name == nullptr) return;
-  host::Observers::instance().add(observer, callback, name);
+  host::Observers::instance().add(observer, callback, name, behavior);
 }
 
 HOST_EXPORT void CFNotificationCenterPostNotification(CFNotificationCenterRef center,
                                                       CFStringRef name, const void* /*object*/,
                                                       CFDictionaryRef /*userInfo*/,
-                                                      bool /*deliverImmediately*/) {
+                                                      bool deliverImmediately) {
   if (center != &host::darwinCentre || name == nullptr) return;
-  host::postDarwinNotification(host::text(name));
+  host::postDarwinNotification(host::text(name), deliverImmediately);
 }
 }
