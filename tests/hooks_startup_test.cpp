@@ -5,6 +5,7 @@
 #include <span>
 
 #include "support/encodings.h"
+#include "support/recorded.h"
 #include "support/springboard.h"
 
 namespace {
@@ -411,6 +412,19 @@ TEST_F(Startup, AnExistingMarkMethodStays) {
                   reinterpret_cast<IMP>(always), "B@:");
   load();
   EXPECT_TRUE(send<bool>(rgb(0, 0, 0), "isVarnixColor"_sel));
+}
+
+// The platform's two booleans live as long as the process.
+TEST_F(Startup, MarksAreNotRetained) {
+  application("");
+  UIColor* color = rgb(0, 0, 0);
+  NSNumber* yes = NSNumber::numberWithBool(true);
+  test::Recorded<"retain", NSObject*()>::install(yes->isa);
+  objc_retain(yes);
+  ASSERT_EQ(test::calls().size(), 1U);
+  send<void>(color, "setIsVarnixColor:"_sel, true);
+  send<void>(color, "setIsVarnixAlbumColor:"_sel, true);
+  EXPECT_EQ(test::calls().size(), 1U);
 }
 
 TEST_F(Startup, MarksReadNoUntilTheyAreSet) {

@@ -120,6 +120,20 @@ TEST_F(Setup, MakesEverythingOnce) {
   EXPECT_EQ(field("_aTexture"), texture);
 }
 
+// Somebody who draws in the same context leaves buffers of their own bound.
+TEST_F(Setup, BindsItsBuffersForEachPass) {
+  EXPECT_EQ(colorsOf(plainPicture(255, 0, 0)), "#ff0000ff #000000ff #ffffffff");
+  ASSERT_TRUE(send<bool>(picker, "setupContext"_sel));
+  GLuint foreign[2];
+  glGenBuffers(2, foreign);
+  const GLfloat zeros[64]{};
+  glBindBuffer(GL_ARRAY_BUFFER, foreign[0]);
+  glBufferData(GL_ARRAY_BUFFER, sizeof zeros, zeros, GL_STATIC_DRAW);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, foreign[1]);
+  glBufferData(GL_ELEMENT_ARRAY_BUFFER, sizeof zeros, zeros, GL_STATIC_DRAW);
+  EXPECT_EQ(colorsOf(plainPicture(0, 255, 0)), "#00ff00ff #000000ff #000000ff");
+}
+
 TEST_F(Setup, DeletesNothingByItself) {
   colorsOf(plainPicture(10, 20, 30));
   EXPECT_EQ(host::gl::callCount("glDeleteShader"), 0U);

@@ -120,16 +120,16 @@ TEST_F(IconArchive, RefusesWhatADeviceMightNotDecode) {
 }
 
 TEST_F(IconArchive, HasLimits) {
-  EXPECT_TRUE(isAccepted(nestedArrays(31)));
-  EXPECT_FALSE(isDecodableArchive(nestedArrays(40)));
+  EXPECT_TRUE(isAccepted(nestedArrays(32)));
+  EXPECT_FALSE(isDecodableArchive(nestedArrays(33)));
   std::vector<NSObject*> objects(255, string("text"));
   EXPECT_TRUE(isAccepted(archive(objects)));
   objects.push_back(string("text"));
   EXPECT_FALSE(isDecodableArchive(archive(objects)));
   NSObject* nested = list({});
-  for (int i = 0; i < 60; ++i) nested = list({nested});
+  for (int i = 0; i < 63; ++i) nested = list({nested});
   EXPECT_TRUE(isAccepted(archiveOf("StrangeCoded", {{"list", nested}})));
-  for (int i = 0; i < 10; ++i) nested = list({nested});
+  nested = list({nested});
   EXPECT_FALSE(isDecodableArchive(archiveOf("StrangeCoded", {{"list", nested}})));
 }
 

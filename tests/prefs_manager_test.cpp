@@ -358,6 +358,21 @@ TEST_F(Manager, ManyIdentifiersAndKeysGetTheirOwnValues) {
   }
 }
 
+// Each view asks for its tint many times: the two keys of a setting are put together once.
+TEST_F(Manager, KeysOfAnApplicationAreKept) {
+  application(key("global_color", text("#111111")));
+  auto* store = send<NSObject*>(manager(), "prefsMan"_sel);
+  auto* identifier = string("com.example.app");
+  auto* name = string("global_color");
+  auto allocations = [&] {
+    host::runtime::startCounting();
+    send<NSObject*>(store, "getPref:ident:"_sel, name, identifier);
+    return host::runtime::stopCounting().allocations;
+  };
+  EXPECT_GT(allocations(), 0U);
+  EXPECT_EQ(allocations(), 0U);
+}
+
 TEST_F(Manager, LetsGoOfItsStoreAndColor) {
   application(key("global_color_type", number(1)));
   NSObject* one = manager();

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "Foundation/keyed_archive_uid.h"
 #include "Foundation/text.h"
 #include "objc/autorelease_pool.h"
 #include "support/hosted.h"
@@ -83,6 +84,30 @@ void expectSample(NSDictionary* sample, const std::function<std::string(NSObject
 TEST_F(PropertyList, ReadsXml) { expectSample(read(test::kXmlPropertyList), type); }
 
 TEST_F(PropertyList, ReadsBinary) { expectSample(read(test::binaryPropertyList()), type); }
+
+TEST_F(PropertyList, ReadsBinaryWhoseTopIsNotTheFirstObject) {
+  const std::string text = "\x53top", other = "\x55other";
+  for (const auto& [top, expected] : {std::pair{0, "other"}, std::pair{1, "top"}}) {
+    auto* read = objc::as<NSString>(host::propertyListFromData(
+        test::binaryFromObjects({other, text}, static_cast<std::uint64_t>(top))));
+    ASSERT_NE(read, nullptr) << top;
+    EXPECT_STREQ(send(read, NSString::UTF8String), expected);
+  }
+}
+
+TEST_F(PropertyList, ReadsReferencesOf32Bits) {
+  auto* largest = host::propertyListFromData(test::binaryFromObjects({"\x83\xff\xff\xff\xff"}));
+  ASSERT_TRUE(host::isArchiveUid(largest));
+  EXPECT_EQ(host::archiveUidIndex(largest), 0xffffffffU);
+  const std::string larger = "\x84" + test::bigEndian(1ULL << 32, 5);
+  EXPECT_EQ(host::propertyListFromData(test::binaryFromObjects({larger})), nullptr);
+  const std::string wide = "\x87" + test::bigEndian(1ULL << 32, 8);
+  EXPECT_EQ(host::propertyListFromData(test::binaryFromObjects({wide})), nullptr);
+  const std::string inXml = "<dict><key>CF$UID</key><integer>4294967295</integer></dict>";
+  EXPECT_TRUE(send(element(inXml), NSObject::isEqual, largest));
+  EXPECT_FALSE(
+      host::isArchiveUid(element("<dict><key>CF$UID</key><integer>4294967296</integer></dict>")));
+}
 
 TEST_F(PropertyList, WritesWhatItReads) {
   NSDictionary* sample = read(test::binaryPropertyList());

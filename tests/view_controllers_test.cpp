@@ -126,6 +126,32 @@ TEST_F(ViewControllers, ApplyTheClosestAppearance) {
   EXPECT_EQ(onTint(put(own, panel)), "#0000ffff");
 }
 
+TEST_F(ViewControllers, ApplyEveryKindOfAppearance) {
+  struct {
+    const char *control, *setter, *getter;
+  } constexpr kColors[] = {
+      {"UISegmentedControl", "setTintColor:", "tintColor"},
+      {"UINavigationBar", "setBarTintColor:", "barTintColor"},
+      {"UISlider", "setMinimumTrackTintColor:", "minimumTrackTintColor"},
+      {"UISlider", "setMaximumTrackTintColor:", "maximumTrackTintColor"},
+      {"UISwitch", "setOnTintColor:", "onTintColor"},
+  };
+  auto* page = make<UIView>("UITabBar");
+  for (const auto& color : kColors) {
+    objc::sendDynamic<void>(proxy(color.control, "UITabBar"), sel_registerName(color.setter),
+                            rgb(1, 0, 0));
+    auto* control = put(make<UIView>(color.control), page);
+    EXPECT_EQ(hex(objc::sendDynamic<UIColor*>(control, sel_registerName(color.getter))),
+              "#ff0000ff")
+        << color.control << ' ' << color.setter;
+  }
+  auto* attributes =
+      objc_autorelease(send<NSDictionary*>(NSMutableDictionary::dictionary(), "copy"_sel));
+  send<void>(proxy("UINavigationBar", "UITabBar"), "setTitleTextAttributes:"_sel, attributes);
+  auto* bar = put(make<UIView>("UINavigationBar"), page);
+  EXPECT_EQ(send<NSDictionary*>(bar, "titleTextAttributes"_sel), attributes);
+}
+
 TEST_F(ViewControllers, RefuseAnAppearanceThatTheControlsLack) {
   EXPECT_THROW(
       send<void>(proxy("UISwitch", "UINavigationBar"), "setBarTintColor:"_sel, rgb(1, 0, 0)),

@@ -74,8 +74,9 @@ inline std::string bigEndian(std::uint64_t value, int size) {
   return bytes;
 }
 
-/// A binary property list from its objects; the first one is on top. References take two bytes.
-inline std::string binaryFromObjects(const std::vector<std::string>& objects) {
+/// A binary property list from its objects. References take two bytes.
+inline std::string binaryFromObjects(const std::vector<std::string>& objects,
+                                     std::uint64_t top = 0) {
   std::string bytes = "bplist00";
   std::string offsets;
   for (const std::string& object : objects) {
@@ -84,7 +85,7 @@ inline std::string binaryFromObjects(const std::vector<std::string>& objects) {
   }
   const std::size_t table = bytes.size();
   return bytes + offsets + std::string(6, '\0') + "\4\2" + bigEndian(objects.size(), 8) +
-         bigEndian(0, 8) + bigEndian(table, 8);
+         bigEndian(top, 8) + bigEndian(table, 8);
 }
 
 /// An array that refers to the objects of those numbers.
