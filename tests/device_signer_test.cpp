@@ -201,14 +201,38 @@ TEST(DeviceSigner, RefusesWhatItCannotSign) {
   EXPECT_EQ(refusal(assemble(source(""), "arm64-apple-ios9.3")),
             "not a library for one Arm architecture");
   EXPECT_THAT(refusal({}), HasSubstr("cut short"));
-  // Another load command where the signature's would stand.
-  Bytes full = narrow();
-  const uint32_t count = device::Reader(full).u32(16), size = device::Reader(full).u32(20);
-  device::put32(full, 16, count + 1);
-  device::put32(full, 20, size + 16);
-  device::put32(full, 28 + size, 0x2a);
-  device::put32(full, 28 + size + 4, 16);
-  EXPECT_EQ(refusal(full), "no room for the load command of a signature");
+  // Other load commands up to what the first section holds, and one signature's command less.
+  for (const Bytes& library : {narrow(), wide()}) {
+    const bool is64 = device::Reader(library).u32(0) == 0xfeedfacf;
+    const uint32_t header = is64 ? 32 : 28;
+    const uint32_t size = device::Reader(library).u32(20);
+    const auto first = findAll(ReadBack(library).objdump("--macho --private-headers"),
+                               "sectname __text\\s+segname __TEXT\\s+addr \\S+\\s+size \\S+\\s+"
+                               "offset ([0-9]+)");
+    ASSERT_EQ(first.size(), 1u);
+    const auto room = static_cast<uint32_t>(std::stoul(first[0][1])) - header - size;
+    ASSERT_GE(room, is64 ? 24u : 16u);
+    const auto filled = [&](uint32_t with) {
+      Bytes result = library;
+      device::put32(result, 16, device::Reader(library).u32(16) + 1);
+      device::put32(result, 20, size + with);
+      device::put32(result, header + size, 0x2a);
+      device::put32(result, header + size + 4, with);
+      return result;
+    };
+    EXPECT_EQ(refusal(filled(room)), "no room for the load command of a signature") << is64;
+    if (room >= 32) {
+      EXPECT_EQ(refusal(filled(room - 16)), "") << is64;
+      EXPECT_NE(refusal(filled(room - 8)), "") << is64;
+    }
+  }
+  // A segment's count of sections that leads out of its command, in both forms.
+  for (Bytes library : {narrow(), wide()}) {
+    const bool is64 = device::Reader(library).u32(0) == 0xfeedfacf;
+    const size_t segment = is64 ? 32 : 28;
+    device::put32(library, segment + (is64 ? 64 : 48), 1000);
+    EXPECT_THAT(refusal(library), HasSubstr("cut short")) << is64;
+  }
   Bytes longer = narrow();
   longer.push_back(0);
   EXPECT_EQ(refusal(longer), "__LINKEDIT does not end where the file ends");

@@ -116,7 +116,10 @@ class Analysis : public Hosted {
     auto* image =
         send<UIImage*>(picker, "dumpImageWithWidth:height:biggestAlphaColorReturn:"_sel,
                        NSUInteger{reference::kSide}, NSUInteger{reference::kSide}, biggest);
-    CGDataProviderRef provider = CGImageGetDataProvider(send<CGImageRef>(image, "CGImage"_sel));
+    auto* dumped = send<CGImageRef>(image, "CGImage"_sel);
+    // Somebody who enlarges it sees the frame's own pixels.
+    EXPECT_FALSE(CGImageGetShouldInterpolate(dumped));
+    CGDataProviderRef provider = CGImageGetDataProvider(dumped);
     auto* data = static_cast<NSData*>(objc_autorelease(CGDataProviderCopyData(provider)));
     reference::Pixels pixels{};
     EXPECT_EQ(send(data, NSData::length), sizeof pixels);
