@@ -211,7 +211,7 @@ struct Definition {
   using Ivars = detail::IvarList<Base, typename detail::Concat<typename Members::Ivars...>::Type>;
   static_assert((Ivars::kLayout.end + alignof(T) - 1) / alignof(T) * alignof(T) == sizeof(T) ||
                     (Ivars::kLayout.end == detail::dataSize<Base>() && sizeof(T) <= sizeof(void*)),
-                "the table must name every data member, in order");
+                "the table must name every data member");
 
   static constexpr auto constructMethods() {
     if constexpr (Ivars::kConstructs)
