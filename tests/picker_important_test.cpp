@@ -1,6 +1,7 @@
 // The colour that stands for an image: over hundreds of pictures, and on both sides of every limit.
 #include <cmath>
 
+#include "OpenGLES/gl.h"
 #include "objc/autorelease_pool.h"
 #include "objc/hook.h"
 #include "picker/analysis.h"
@@ -49,6 +50,16 @@ TEST_P(PickerImportant, IsThePlainComputations) {
   }
   RecordProperty("pushed", pushed);
   RecordProperty("ofTheScheme", whole);
+}
+
+class PickerKept : public PlainAnalysis {};
+
+// What compiles shaders is slow and stays: the next question finds it.
+TEST_F(PickerKept, IsTheSameForEachQuestion) {
+  const objc::AutoreleasePool pool;
+  importantColor(plainPicture(200, 30, 60));
+  importantColor(plainPicture(30, 60, 200));
+  EXPECT_EQ(host::gl::callCount("glCreateProgram"), 1U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pictures, PickerImportant, testing::ValuesIn(pictures::kKinds),
