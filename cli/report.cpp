@@ -6,6 +6,7 @@
 #include "icon_check.h"
 #include "objc/autorelease_pool.h"
 #include "platform/Foundation.h"
+#include "prefs/elements.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
@@ -16,22 +17,6 @@ namespace varnix::cli {
 namespace {
 
 using host::runtime::Change;
-
-struct Element {
-  const char* name;
-  const char* type;
-  const char* color;
-};
-
-constexpr Element kElements[] = {
-    {"statusBar", "statusBarEnabled", "statusBarDye"},
-    {"folder", "folderEnabled", "folderDye"},
-    {"cc", "ccEnabled", "ccDye"},
-    {"nc", "ncEnabled", "ncDye"},
-    {"sms", "smsEnabled", "smsDye"},
-    {"keyboard", "keyboardEnabled", "keyboardDye"},
-    {"volume", "volEnabled", "volDye"},
-};
 
 Json changeJson(const Change& change) {
   if (change.kind == Change::Kind::add) {
@@ -80,17 +65,21 @@ Json logSoFar() {
   return lines;
 }
 
-Json askColor(NSObject* manager, const char* selector) {
-  auto* color = objc::sendDynamic<NSObject*>(manager, sel_registerName(selector));
+Json askColor(NSObject* manager, const std::string& selector) {
+  auto* color = objc::sendDynamic<NSObject*>(manager, sel_registerName(selector.c_str()));
   return colorJson(color);
 }
 
 Json askElements(NSObject* manager) {
   Json elements = Json::object();
-  for (const Element& element : kElements) {
+  for (const settings::Element& element : settings::kElements) {
+    const std::string operation = element.operation;
     Json type = nullptr;
-    if (manager != nullptr) type = objc::sendDynamic<long>(manager, sel_registerName(element.type));
-    elements[element.name] = {{"type", type}, {"color", askColor(manager, element.color)}};
+    if (manager != nullptr) {
+      type =
+          objc::sendDynamic<NSInteger>(manager, sel_registerName((operation + "Enabled").c_str()));
+    }
+    elements[element.name] = {{"type", type}, {"color", askColor(manager, operation + "Dye")}};
   }
   return elements;
 }

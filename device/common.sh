@@ -8,20 +8,20 @@ install_name=$folder/Varnix.dylib
 architectures=(arm64 armv7)
 # Libraries of packages, which no SDK has.
 packaged="CydiaSubstrate libapplist libcolorpicker"
-# What the compiler is told for each architecture. Thumb is all that the 32-bit linker knows. Functions
-# of other libraries are called through pointers that are bound when the library is loaded: where one
-# is missing the library is refused, rather than the process ended at the first call, and a weakly
-# imported one is null. The 64-bit linker binds late whatever is called otherwise.
-declare -A targets=(
-  [arm64]="--target=arm64-apple-ios$minimum -fno-plt -mllvm -aarch64-macho-enable-nonlazybind"
-  [armv7]="--target=armv7-apple-ios$minimum -mthumb"
-)
 export LC_ALL=C
 
 fail() { echo "device: $*" >&2; exit 1; }
 
 # A list's lines without its comments.
 entries() { grep -v '^#' "$1"; }
+
+# The compiler's flags for an architecture, or those for all.
+flags_for() { entries device/lists/flags.txt | sed -n "s/^$1 //p"; }
+# What the compiler is told for each architecture.
+declare -A targets
+for architecture in "${architectures[@]}"; do
+  targets[$architecture]="--target=$architecture-apple-ios$minimum $(flags_for "$architecture" | xargs)"
+done
 
 # The stubs of the libraries that are linked: $stubs must be there, $weak_stubs may be missing. Both
 # linkers take them in this order, which is the order of loading.

@@ -9,7 +9,6 @@
 #include "loader/mapped_image.h"
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 
 namespace {
 

@@ -10,6 +10,12 @@
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
 
+/// Comes back in memory on every processor.
+struct Triple {
+  long a, b, c;
+};
+OBJC_STRUCT(Triple, long, long, long);
+
 namespace {
 
 struct NamedFixture : NSObject {
@@ -17,6 +23,14 @@ struct NamedFixture : NSObject {
   static unsigned char odd(NamedFixture*, SEL) { return 2; }
   double product(double a, int b, float c) { return a * b * static_cast<double>(c); }
   CGRect frame() { return {{1, 2}, {3, 4}}; }
+  Triple triple(long from) { return {from, from + 1, from + 2}; }
+  int sum(int a, long b, short c, int d, int e, int f, int g, int h) {
+    return static_cast<int>(a + b + c + d + e + f + g + h);
+  }
+  double squares(double a, double b, double c, double d, double e, double f, double g, double h,
+                 double i) {
+    return a * a + b * b + c * c + d * d + e * e + f * f + g * g + h * h + i * i;
+  }
   CGSize doubled(CGSize size) { return {size.width * 2, size.height * 2}; }
   static double added(double start, int count, va_list values) {
     for (int i = 0; i < count; ++i) start += va_arg(values, double);
@@ -57,6 +71,9 @@ OBJC_CLASS(NamedFixture, NSObject, objc::Method<"seven", &NamedFixture::seven>,
            objc::Method<"product:by:by:", &NamedFixture::product>,
            objc::Method<"frame", &NamedFixture::frame>,
            objc::Method<"doubled:", &NamedFixture::doubled>,
+           objc::Method<"triple:", &NamedFixture::triple>,
+           objc::Method<"sum::::::::", &NamedFixture::sum>,
+           objc::Method<"squares:::::::::", &NamedFixture::squares>,
            objc::Method<"total:", &NamedFixture::total>,
            objc::Method<"totalFrom:count:", &NamedFixture::totalFrom>)
 OBJC_CLASS(NamedChild, NamedFixture, objc::Method<"seven", &NamedChild::seven>,
@@ -112,6 +129,41 @@ TEST_F(SendByName, UnnamedArguments) {
   EXPECT_EQ((objc::sendVariadic<double, double, int>(fixture.get(), "totalFrom:count:"_sel, 100, 3,
                                                      1.0, 2.0, 4.0)),
             107);
+}
+
+// The second time a method is found in the cache.
+TEST_F(SendByName, ArgumentsAndResultsBeyondTheRegisters) {
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(send<int>(fixture, "sum::::::::"_sel, 1, 2L, short{3}, 4, 5, 6, 7, 8), 36);
+    EXPECT_EQ(
+        send<double>(fixture, "squares:::::::::"_sel, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0),
+        285);
+    const auto triple = send<Triple>(fixture, "triple:"_sel, 40L);
+    EXPECT_EQ(triple.a + triple.b + triple.c, 123);
+    EXPECT_EQ(objc::sendVariadic<double>(fixture.get(), "total:"_sel, 9, 1.0, 2.0, 3.0, 4.0, 5.0,
+                                         6.0, 7.0, 8.0, 9.5),
+              45.5);
+  }
+}
+
+// What the messenger itself leaves in the registers of a structure's words.
+TEST_F(SendByName, NilAnswersZeroInEveryRegister) {
+  struct Pair {
+    long first, second;
+  };
+#if defined(__aarch64__) || defined(__x86_64__)
+  auto pair = reinterpret_cast<Pair (*)(id, SEL, long)>(&objc_msgSend);
+  const Pair answer = pair(nullptr, "seven"_sel, 5);
+  EXPECT_EQ(answer.first, 0);
+  EXPECT_EQ(answer.second, 0);
+  auto size = reinterpret_cast<CGSize (*)(id, SEL, CGSize)>(&objc_msgSend);
+  EXPECT_EQ(size(nullptr, "doubled:"_sel, {3, 4}).width, 0);
+  EXPECT_EQ(size(nullptr, "doubled:"_sel, {3, 4}).height, 0);
+#endif
+#if defined(__aarch64__)
+  auto rect = reinterpret_cast<CGRect (*)(id, SEL, CGRect, double)>(&objc_msgSend);
+  expectRect(rect(nullptr, "frame"_sel, {{1, 2}, {3, 4}}, 5), 0, 0, 0, 0);
+#endif
 }
 
 TEST_F(SendByName, SelectorKnownOnlyWhenRunning) {

@@ -4,7 +4,7 @@
 
 #include "macho/cursor.h"
 #include "macho/error.h"
-#include "macho/loading.h"
+#include "macho/format.h"
 
 namespace varnix::device {
 

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "macho/format.h"
-#include "macho/loading.h"
 
 namespace varnix::device {
 

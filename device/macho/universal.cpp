@@ -1,6 +1,6 @@
 #include "macho/universal.h"
 
-#include "macho/loading.h"
+#include "macho/format.h"
 
 namespace varnix::device {
 

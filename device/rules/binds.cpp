@@ -1,6 +1,5 @@
 // Words that get the addresses of imports.
 #include "macho/format.h"
-#include "macho/loading.h"
 #include "rules/fixups.h"
 #include "rules/import_homes.h"
 #include "rules/subjects.h"

@@ -3,7 +3,6 @@
 
 #include "macho/format.h"
 #include "rules/class_views.h"
-#include "rules/format.h"
 #include "rules/subjects.h"
 
 namespace varnix::device {

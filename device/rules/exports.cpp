@@ -3,7 +3,6 @@
 
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 #include "rules/fixups.h"
 #include "rules/subjects.h"
 

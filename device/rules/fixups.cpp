@@ -2,9 +2,7 @@
 
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 #include "macho/opcodes.h"
-#include "rules/format.h"
 #include "rules/rule.h"
 
 namespace varnix::device {

@@ -1,6 +1,5 @@
 // The first bytes of a slice.
 #include "macho/format.h"
-#include "rules/format.h"
 #include "rules/subjects.h"
 
 namespace varnix::device {

@@ -1,7 +1,6 @@
 #include "rules/image.h"
 
 #include "macho/format.h"
-#include "rules/format.h"
 
 namespace varnix::device {
 

@@ -4,8 +4,6 @@
 
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
-#include "rules/format.h"
 
 namespace varnix::device {
 

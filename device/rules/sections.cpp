@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "macho/format.h"
-#include "rules/format.h"
 #include "rules/subjects.h"
 
 namespace varnix::device {

@@ -1,7 +1,6 @@
 // Stubs of called functions, and the table that names what stands behind stubs and pointers.
 #include "macho/format.h"
 #include "rules/fixups.h"
-#include "rules/format.h"
 #include "rules/stub_code.h"
 #include "rules/subjects.h"
 

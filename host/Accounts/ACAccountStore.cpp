@@ -11,7 +11,6 @@
 #include "platform/Dispatch.h"
 
 namespace {
-
 struct Device {
   std::mutex mutex;
   bool grants = true;
@@ -30,10 +29,6 @@ struct AccountType : ACAccountType {
 };
 
 struct Account : ACAccount {
-  NSString* usernameOf() { return name; }
-  void setUsername(NSString* value) {
-    name = Strong<NSString>::adopt(send<NSString*>(value, "copy"_sel));
-  }
   ACAccountType* typeOf() { return type; }
 
   Strong<NSString> name;
@@ -64,10 +59,9 @@ OBJC_CLASS_NAMED(ACAccountType, NSObject, AccountType, NSObject,
                  objc::Ivar<"_identifier", &AccountType::identifier>,
                  objc::Method<"identifier", &AccountType::identifierOf>)
 
-OBJC_CLASS_NAMED(ACAccount, NSObject, Account, NSObject, objc::Ivar<"_username", &Account::name>,
+OBJC_CLASS_NAMED(ACAccount, NSObject, Account, NSObject,
+                 objc::Property<"username", &Account::name, objc::Storage::copy>,
                  objc::Ivar<"_accountType", &Account::type>,
-                 objc::Method<"username", &Account::usernameOf>,
-                 objc::Method<"setUsername:", &Account::setUsername>,
                  objc::Method<"accountType", &Account::typeOf>)
 
 OBJC_CLASS_NAMED(

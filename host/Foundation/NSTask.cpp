@@ -16,7 +16,6 @@
 #include "runtime/runtime.h"
 
 namespace {
-
 [[noreturn]] void raise(const char* reason) {
   throw host::runtime::Exception("NSInvalidArgumentException", reason);
 }
@@ -81,8 +80,6 @@ class FileActions {
 struct Task : NSTask {
   NSString* pathOf() { return path; }
   void storePath(NSString* value) { path = Strong<NSString>::retain(value); }
-  NSArray* argumentsOf() { return arguments; }
-  void storeArguments(NSArray* value) { arguments = Strong<NSArray>::retain(value); }
   NSObject* output() { return standardOutput; }
   void storeOutput(NSObject* value);
   void start();
@@ -106,12 +103,10 @@ struct Task : NSTask {
 }  // namespace
 
 OBJC_CLASS_NAMED(NSTask, NSObject, Task, NSObject, objc::Ivar<"_launchPath", &Task::path>,
-                 objc::Ivar<"_arguments", &Task::arguments>,
+                 objc::Property<"arguments", &Task::arguments>,
                  objc::Ivar<"_standardOutput", &Task::standardOutput>,
                  objc::Ivar<"_child", &Task::child>, objc::Method<"launchPath", &Task::pathOf>,
                  objc::Method<"setLaunchPath:", &Task::storePath>,
-                 objc::Method<"arguments", &Task::argumentsOf>,
-                 objc::Method<"setArguments:", &Task::storeArguments>,
                  objc::Method<"standardOutput", &Task::output>,
                  objc::Method<"setStandardOutput:", &Task::storeOutput>,
                  objc::Method<"launch", &Task::start>, objc::Method<"isRunning", &Task::isRunning>,

@@ -3,11 +3,8 @@
 #include "platform/Instagram.h"
 
 namespace {
-
 struct StringStyle : IGStringStyle {
   StringStyle* init();
-  UIColor* linkColor() { return link; }
-  void setLinkColor(UIColor* color) { link = Strong<UIColor>::retain(color); }
 
   Strong<UIColor> link;
 };
@@ -15,10 +12,8 @@ struct StringStyle : IGStringStyle {
 }  // namespace
 
 OBJC_CLASS_NAMED(IGStringStyle, NSObject, StringStyle, NSObject,
-                 objc::Ivar<"_linkColor", &StringStyle::link>,
-                 objc::Method<"init", &StringStyle::init>,
-                 objc::Method<"linkColor", &StringStyle::linkColor>,
-                 objc::Method<"setLinkColor:", &StringStyle::setLinkColor>)
+                 objc::Property<"linkColor", &StringStyle::link>,
+                 objc::Method<"init", &StringStyle::init>)
 
 StringStyle* StringStyle::init() {
   constexpr CGFloat kRed = CGFloat(18 / 255.0);

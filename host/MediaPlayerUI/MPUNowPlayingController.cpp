@@ -10,11 +10,8 @@
 #include "runtime/send.h"
 
 namespace {
-
 struct NowPlaying : MPUNowPlayingController {
   void dealloc();
-  void setDelegate(NSObject* object) { delegate = object; }
-  NSObject* delegateOf() { return delegate; }
   void startUpdating();
   void stopUpdating();
   bool isPlaying();
@@ -41,11 +38,9 @@ Track& track() {
 }  // namespace
 
 OBJC_CLASS_NAMED(MPUNowPlayingController, NSObject, NowPlaying, NSObject,
-                 objc::Ivar<"_delegate", &NowPlaying::delegate>,
+                 objc::Property<"delegate", &NowPlaying::delegate, objc::Storage::assign>,
                  objc::ClassMethod<"_setArtwork:playing:", &NowPlaying::setTrack>,
                  objc::Method<"dealloc", &NowPlaying::dealloc>,
-                 objc::Method<"setDelegate:", &NowPlaying::setDelegate>,
-                 objc::Method<"delegate", &NowPlaying::delegateOf>,
                  objc::Method<"startUpdating", &NowPlaying::startUpdating>,
                  objc::Method<"stopUpdating", &NowPlaying::stopUpdating>,
                  objc::Method<"isPlaying", &NowPlaying::isPlaying>,

@@ -4,17 +4,12 @@
 #include "platform/Preferences.h"
 
 namespace {
-
 struct Specifier : PSSpecifier {
   static Specifier* named(Class cls, SEL, NSString* name, NSObject* target, SEL set, SEL get,
                           Class detail, PSCellType cell, Class edit);
   Specifier* init() {
     rowProperties = Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
     return this;
-  }
-  NSMutableDictionary* propertiesOf() { return rowProperties; }
-  void setProperties(NSMutableDictionary* value) {
-    rowProperties = Strong<NSMutableDictionary>::retain(value);
   }
   NSObject* propertyForKey(NSString* key) {
     return send<NSObject*>(rowProperties, "objectForKey:"_sel, key);
@@ -24,8 +19,6 @@ struct Specifier : PSSpecifier {
   }
   void removeProperty(NSString* key) { send<void>(rowProperties, "removeObjectForKey:"_sel, key); }
 
-  NSString* nameOf() { return name; }
-  void setName(NSString* value) { name = Strong<NSString>::retain(value); }
   NSObject* targetOf() { return target; }
   void setTarget(NSObject* value) { target = value; }
   PSCellType cellType() { return cell; }
@@ -65,31 +58,30 @@ struct Specifier : PSSpecifier {
 
 }  // namespace
 
-OBJC_CLASS_NAMED(
-    PSSpecifier, NSObject, Specifier, NSObject,
-    objc::Ivar<"_properties", &Specifier::rowProperties>, objc::Ivar<"_name", &Specifier::name>,
-    objc::Ivar<"target", &Specifier::target>, objc::Ivar<"setter", &Specifier::setter>,
-    objc::Ivar<"getter", &Specifier::getter>,
-    objc::Ivar<"detailControllerClass", &Specifier::detail>,
-    objc::Ivar<"editPaneClass", &Specifier::edit>, objc::Ivar<"cellType", &Specifier::cell>,
-    objc::ClassMethod<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
-                      &Specifier::named>,
-    objc::Method<"init", &Specifier::init>, objc::Method<"properties", &Specifier::propertiesOf>,
-    objc::Method<"setProperties:", &Specifier::setProperties>,
-    objc::Method<"propertyForKey:", &Specifier::propertyForKey>,
-    objc::Method<"setProperty:forKey:", &Specifier::storeProperty>,
-    objc::Method<"removePropertyForKey:", &Specifier::removeProperty>,
-    objc::Method<"name", &Specifier::nameOf>, objc::Method<"setName:", &Specifier::setName>,
-    objc::Method<"target", &Specifier::targetOf>, objc::Method<"setTarget:", &Specifier::setTarget>,
-    objc::Method<"cellType", &Specifier::cellType>,
-    objc::Method<"setCellType:", &Specifier::setCellType>,
-    objc::Method<"detailControllerClass", &Specifier::detailClass>,
-    objc::Method<"setDetailControllerClass:", &Specifier::setDetailClass>,
-    objc::Method<"editPaneClass", &Specifier::editClass>,
-    objc::Method<"setEditPaneClass:", &Specifier::setEditClass>,
-    objc::Method<"identifier", &Specifier::identifier>,
-    objc::Method<"performSetterWithValue:", &Specifier::performSetter>,
-    objc::Method<"performGetter", &Specifier::performGetter>)
+OBJC_CLASS_NAMED(PSSpecifier, NSObject, Specifier, NSObject,
+                 objc::Property<"properties", &Specifier::rowProperties>,
+                 objc::Property<"name", &Specifier::name>, objc::Ivar<"target", &Specifier::target>,
+                 objc::Ivar<"setter", &Specifier::setter>, objc::Ivar<"getter", &Specifier::getter>,
+                 objc::Ivar<"detailControllerClass", &Specifier::detail>,
+                 objc::Ivar<"editPaneClass", &Specifier::edit>,
+                 objc::Ivar<"cellType", &Specifier::cell>,
+                 objc::ClassMethod<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
+                                   &Specifier::named>,
+                 objc::Method<"init", &Specifier::init>,
+                 objc::Method<"propertyForKey:", &Specifier::propertyForKey>,
+                 objc::Method<"setProperty:forKey:", &Specifier::storeProperty>,
+                 objc::Method<"removePropertyForKey:", &Specifier::removeProperty>,
+                 objc::Method<"target", &Specifier::targetOf>,
+                 objc::Method<"setTarget:", &Specifier::setTarget>,
+                 objc::Method<"cellType", &Specifier::cellType>,
+                 objc::Method<"setCellType:", &Specifier::setCellType>,
+                 objc::Method<"detailControllerClass", &Specifier::detailClass>,
+                 objc::Method<"setDetailControllerClass:", &Specifier::setDetailClass>,
+                 objc::Method<"editPaneClass", &Specifier::editClass>,
+                 objc::Method<"setEditPaneClass:", &Specifier::setEditClass>,
+                 objc::Method<"identifier", &Specifier::identifier>,
+                 objc::Method<"performSetterWithValue:", &Specifier::performSetter>,
+                 objc::Method<"performGetter", &Specifier::performGetter>)
 
 Specifier* Specifier::named(Class cls, SEL, NSString* name, NSObject* target, SEL set, SEL get,
                             Class detail, PSCellType cell, Class edit) {

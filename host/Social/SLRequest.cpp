@@ -13,7 +13,6 @@
 #include "runtime/runtime.h"
 
 namespace {
-
 using Handler = objc::Block<void(NSData*, NSHTTPURLResponse*, NSError*)>;
 
 struct Request : SLRequest {
@@ -22,8 +21,6 @@ struct Request : SLRequest {
   NSInteger methodOf() { return method; }
   NSURL* urlOf() { return url; }
   NSDictionary* parametersOf() { return parameters; }
-  ACAccount* accountOf() { return account; }
-  void setAccount(ACAccount* value) { account = Strong<ACAccount>::retain(value); }
   void perform(Handler handler);
   static NSArray* performed();
 
@@ -92,12 +89,11 @@ void exchange(Request* request,
 OBJC_CLASS_NAMED(
     SLRequest, NSObject, Request, NSObject, objc::Ivar<"_serviceType", &Request::service>,
     objc::Ivar<"_requestMethod", &Request::method>, objc::Ivar<"_URL", &Request::url>,
-    objc::Ivar<"_parameters", &Request::parameters>, objc::Ivar<"_account", &Request::account>,
+    objc::Ivar<"_parameters", &Request::parameters>, objc::Property<"account", &Request::account>,
     objc::ClassMethod<"requestForServiceType:requestMethod:URL:parameters:", &Request::make>,
     objc::Method<"serviceType", &Request::serviceOf>,
     objc::Method<"requestMethod", &Request::methodOf>, objc::Method<"URL", &Request::urlOf>,
     objc::Method<"parameters", &Request::parametersOf>,
-    objc::Method<"account", &Request::accountOf>, objc::Method<"setAccount:", &Request::setAccount>,
     objc::Method<"performRequestWithHandler:", &Request::perform>,
     objc::ClassMethod<"standIn_performedRequests", &Request::performed>)
 

@@ -8,9 +8,7 @@
 #include "runtime/runtime.h"
 
 namespace host {
-
 namespace {
-
 std::vector<Strong<AlertView>>& screen() {
   static auto* alerts = new std::vector<Strong<AlertView>>;
   return *alerts;
@@ -29,6 +27,9 @@ void requireMainThread() {
                            "an alert is used on another thread than the main one");
 }
 
+using TitleText = objc::Property<"title", &AlertView::title, objc::Storage::copy>;
+using MessageText = objc::Property<"message", &AlertView::message, objc::Storage::copy>;
+
 }  // namespace
 
 AlertView* AlertView::initWithFrame(CGRect rect) {
@@ -41,8 +42,8 @@ AlertView* AlertView::initWithTexts(AlertView* self, SEL, NSString* title, NSStr
                                     NSObject* delegate, NSString* cancelTitle, NSString* other,
                                     ...) {
   self = send<AlertView*>(self, "initWithFrame:"_sel, CGRect{});
-  self->setTitle(title);
-  self->setMessage(message);
+  TitleText::store(self, title);
+  MessageText::store(self, message);
   self->delegate = delegate;
   if (cancelTitle != nullptr) self->cancelButton = self->addButton(cancelTitle);
   va_list others;
@@ -105,28 +106,23 @@ NSArray* AlertView::shown() {
 
 using host::AlertView;
 
-OBJC_CLASS_NAMED(
-    UIAlertView, UIView, AlertView, host::View, objc::Ivar<"_title", &AlertView::title>,
-    objc::Ivar<"_message", &AlertView::message>, objc::Ivar<"_delegate", &AlertView::delegate>,
-    objc::Ivar<"_tag", &AlertView::tag>, objc::Ivar<"_buttons", &AlertView::buttons>,
-    objc::Ivar<"_cancelButton", &AlertView::cancelButton>,
-    objc::Ivar<"_firstOtherButton", &AlertView::firstOther>,
-    objc::Method<"initWithFrame:", &AlertView::initWithFrame>,
-    objc::Method<"initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:",
-                 &AlertView::initWithTexts>,
-    objc::Method<"title", &AlertView::titleOf>, objc::Method<"setTitle:", &AlertView::setTitle>,
-    objc::Method<"message", &AlertView::messageOf>,
-    objc::Method<"setMessage:", &AlertView::setMessage>,
-    objc::Method<"delegate", &AlertView::delegateOf>,
-    objc::Method<"setDelegate:", &AlertView::setDelegate>, objc::Method<"tag", &AlertView::tagOf>,
-    objc::Method<"setTag:", &AlertView::setTag>,
-    objc::Method<"addButtonWithTitle:", &AlertView::addButton>,
-    objc::Method<"numberOfButtons", &AlertView::buttonCount>,
-    objc::Method<"buttonTitleAtIndex:", &AlertView::buttonTitle>,
-    objc::Method<"cancelButtonIndex", &AlertView::cancelIndex>,
-    objc::Method<"setCancelButtonIndex:", &AlertView::setCancelIndex>,
-    objc::Method<"firstOtherButtonIndex", &AlertView::firstOtherIndex>,
-    objc::Method<"show", &AlertView::show>, objc::Method<"isVisible", &AlertView::isVisible>,
-    objc::Method<"dismissWithClickedButtonIndex:animated:", &AlertView::dismiss>,
-    objc::Method<"standIn_pressButtonAtIndex:", &AlertView::press>,
-    objc::ClassMethod<"standIn_shownAlerts", &AlertView::shown>)
+OBJC_CLASS_NAMED(UIAlertView, UIView, AlertView, host::View, host::TitleText, host::MessageText,
+                 objc::Property<"delegate", &AlertView::delegate, objc::Storage::assign>,
+                 objc::Property<"tag", &AlertView::tag, objc::Storage::assign>,
+                 objc::Ivar<"_buttons", &AlertView::buttons>,
+                 objc::Ivar<"_cancelButton", &AlertView::cancelButton>,
+                 objc::Ivar<"_firstOtherButton", &AlertView::firstOther>,
+                 objc::Method<"initWithFrame:", &AlertView::initWithFrame>,
+                 objc::Method<"initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:",
+                              &AlertView::initWithTexts>,
+                 objc::Method<"addButtonWithTitle:", &AlertView::addButton>,
+                 objc::Method<"numberOfButtons", &AlertView::buttonCount>,
+                 objc::Method<"buttonTitleAtIndex:", &AlertView::buttonTitle>,
+                 objc::Method<"cancelButtonIndex", &AlertView::cancelIndex>,
+                 objc::Method<"setCancelButtonIndex:", &AlertView::setCancelIndex>,
+                 objc::Method<"firstOtherButtonIndex", &AlertView::firstOtherIndex>,
+                 objc::Method<"show", &AlertView::show>,
+                 objc::Method<"isVisible", &AlertView::isVisible>,
+                 objc::Method<"dismissWithClickedButtonIndex:animated:", &AlertView::dismiss>,
+                 objc::Method<"standIn_pressButtonAtIndex:", &AlertView::press>,
+                 objc::ClassMethod<"standIn_shownAlerts", &AlertView::shown>)

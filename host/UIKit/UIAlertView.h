@@ -4,20 +4,10 @@
 #include "UIKit/UIView.h"
 
 namespace host {
-
 struct AlertView : View {
   static AlertView* initWithTexts(AlertView* self, SEL, NSString* title, NSString* message,
                                   NSObject* delegate, NSString* cancelTitle, NSString* other, ...);
   AlertView* initWithFrame(CGRect rect);
-
-  NSString* titleOf() { return title; }
-  void setTitle(NSString* text) { title = Strong<NSString>::adopt(copyOf(text)); }
-  NSString* messageOf() { return message; }
-  void setMessage(NSString* text) { message = Strong<NSString>::adopt(copyOf(text)); }
-  NSObject* delegateOf() { return delegate; }
-  void setDelegate(NSObject* object) { delegate = object; }
-  NSInteger tagOf() { return tag; }
-  void setTag(NSInteger value) { tag = value; }
 
   NSInteger addButton(NSString* text);
   NSInteger buttonCount() { return static_cast<NSInteger>(buttons.size()); }

@@ -2,14 +2,11 @@
 #include "UIKit/UIView.h"
 
 namespace {
-
 struct RenderConfig : UIKBRenderConfig {
   RenderConfig* init() {
     light = true;
     return this;
   }
-  bool isLight() { return light; }
-  void storeLight(bool value) { light = value; }
 
   bool light;
 };
@@ -19,7 +16,5 @@ struct RenderConfig : UIKBRenderConfig {
 PLAIN_VIEW_CLASS(UIKeyboard, UIView)
 
 OBJC_CLASS_NAMED(UIKBRenderConfig, NSObject, RenderConfig, NSObject,
-                 objc::Ivar<"_lightKeyboard", &RenderConfig::light>,
-                 objc::Method<"init", &RenderConfig::init>,
-                 objc::Method<"lightKeyboard", &RenderConfig::isLight>,
-                 objc::Method<"setLightKeyboard:", &RenderConfig::storeLight>)
+                 objc::Property<"lightKeyboard", &RenderConfig::light, objc::Storage::assign>,
+                 objc::Method<"init", &RenderConfig::init>)

@@ -6,7 +6,6 @@
 #include "UIKit/UIAppearance.h"
 
 namespace host {
-
 View* View::init() { return send<View*>(this, "initWithFrame:"_sel, CGRect{}); }
 
 View* View::initWithFrame(CGRect rect) {
@@ -53,17 +52,16 @@ UIColor* View::inheritedTint() {
 using host::View;
 
 OBJC_CLASS_NAMED(
-    UIView, NSObject, View, NSObject, objc::Ivar<"_frame", &View::frame>,
+    UIView, NSObject, View, NSObject, objc::Property<"frame", &View::frame, objc::Storage::assign>,
     objc::Ivar<"_superview", &View::superview>, objc::Ivar<"_subviews", &View::subviews>,
     objc::Ivar<"_interactionTintColor", &View::tint>,
     objc::Ivar<"_backgroundColor", &View::backgroundColor>,
     objc::Ivar<"_viewDelegate", &View::controller>, objc::Ivar<"_opaque", &View::opaque>,
-    objc::Ivar<"_autoresizesSubviews", &View::autoresizesSubviews>,
+    objc::Property<"autoresizesSubviews", &View::autoresizesSubviews, objc::Storage::assign>,
     objc::ClassMethod<"appearance", &host::appearance>,
     objc::ClassMethod<"appearanceWhenContainedIn:", &host::appearanceWhenContainedIn>,
     objc::Method<"init", &View::init>, objc::Method<"initWithFrame:", &View::initWithFrame>,
-    objc::Method<"dealloc", &View::dealloc>, objc::Method<"frame", &View::frameOf>,
-    objc::Method<"setFrame:", &View::setFrame>, objc::Method<"superview", &View::superviewOf>,
+    objc::Method<"dealloc", &View::dealloc>, objc::Method<"superview", &View::superviewOf>,
     objc::Method<"addSubview:", &View::addSubview>,
     objc::Method<"removeFromSuperview", &View::removeFromSuperview>,
     objc::Method<"tintColor", &View::inheritedTint>,
@@ -72,9 +70,7 @@ OBJC_CLASS_NAMED(
     objc::Method<"isOpaque", &View::isOpaque>, objc::Method<"setOpaque:", &View::storeOpaque>,
     objc::Method<"backgroundColor", &View::background>,
     objc::Method<"setBackgroundColor:", &View::storeBackground>,
-    objc::Method<"layoutSubviews", &View::layoutSubviews>,
-    objc::Method<"autoresizesSubviews", &View::autoresizes>,
-    objc::Method<"setAutoresizesSubviews:", &View::storeAutoresizes>)
+    objc::Method<"layoutSubviews", &View::layoutSubviews>)
 
 PLAIN_VIEW_CLASS(UIControl, UIView)
 PLAIN_VIEW_CLASS(UILabel, UIView)

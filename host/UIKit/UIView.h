@@ -9,14 +9,11 @@
 #include "runtime/send.h"
 
 namespace host {
-
 struct View : UIView {
   View* init();
   HOST_EXPORT View* initWithFrame(CGRect rect);
   void dealloc();
 
-  CGRect frameOf() { return frame; }
-  void setFrame(CGRect rect) { frame = rect; }
   UIView* superviewOf() { return superview; }
   void addSubview(UIView* child);
   void removeFromSuperview();
@@ -31,8 +28,6 @@ struct View : UIView {
   UIColor* background() { return backgroundColor; }
   void storeBackground(UIColor* color) { backgroundColor = Strong<UIColor>::retain(color); }
   void layoutSubviews() {}
-  bool autoresizes() { return autoresizesSubviews; }
-  void storeAutoresizes(bool value) { autoresizesSubviews = value; }
 
   CGRect frame;
   View* superview;  ///< not kept alive

@@ -2,26 +2,23 @@
 
 using host::ViewController;
 
-OBJC_CLASS_NAMED(UIViewController, NSObject, ViewController, NSObject,
-                 objc::Ivar<"_view", &ViewController::pageView>,
-                 objc::Ivar<"_parentViewController", &ViewController::parent>,
-                 objc::Ivar<"_navigationItem", &ViewController::itemInBar>,
-                 objc::Ivar<"_edgesForExtendedLayout", &ViewController::edges>,
-                 objc::Method<"init", &ViewController::init>,
-                 objc::Method<"initWithNibName:bundle:", &ViewController::initWithNib>,
-                 objc::Method<"dealloc", &ViewController::dealloc>,
-                 objc::Method<"view", &ViewController::viewOf>,
-                 objc::Method<"parentViewController", &ViewController::parentOf>,
-                 objc::Method<"splitViewController", &ViewController::splitViewControllerOf>,
-                 objc::Method<"navigationController", &ViewController::navigationControllerOf>,
-                 objc::Method<"navigationItem", &ViewController::item>,
-                 objc::Method<"edgesForExtendedLayout", &ViewController::edgesOf>,
-                 objc::Method<"setEdgesForExtendedLayout:", &ViewController::storeEdges>)
+OBJC_CLASS_NAMED(
+    UIViewController, NSObject, ViewController, NSObject,
+    objc::Ivar<"_view", &ViewController::pageView>,
+    objc::Ivar<"_parentViewController", &ViewController::parent>,
+    objc::Ivar<"_navigationItem", &ViewController::itemInBar>,
+    objc::Property<"edgesForExtendedLayout", &ViewController::edges, objc::Storage::assign>,
+    objc::Method<"init", &ViewController::init>,
+    objc::Method<"initWithNibName:bundle:", &ViewController::initWithNib>,
+    objc::Method<"dealloc", &ViewController::dealloc>,
+    objc::Method<"view", &ViewController::viewOf>,
+    objc::Method<"parentViewController", &ViewController::parentOf>,
+    objc::Method<"splitViewController", &ViewController::splitViewControllerOf>,
+    objc::Method<"navigationController", &ViewController::navigationControllerOf>,
+    objc::Method<"navigationItem", &ViewController::item>)
 
 namespace host {
-
 namespace {
-
 UIViewController* nearest(ViewController* controller, Class wanted) {
   for (; controller != nullptr; controller = controller->parent) {
     if (wanted != nullptr && send(controller, NSObject::isKindOfClass, wanted)) return controller;

@@ -4,7 +4,6 @@
 #include "UIKit/UIView.h"
 
 namespace host {
-
 struct ViewController : UIViewController {
   ViewController* init();
   /// Nothing is loaded from a nib here: the view is a plain one.
@@ -18,8 +17,6 @@ struct ViewController : UIViewController {
   UIViewController* navigationControllerOf();
   /// Made when it is first asked for; nil in a process without the class.
   NSObject* item();
-  UIRectEdge edgesOf() { return edges; }
-  void storeEdges(UIRectEdge value) { edges = value; }
 
   Strong<UIView> pageView;
   ViewController* parent;  ///< not kept alive

@@ -9,10 +9,10 @@ constinit objc::Hook<CKGradientView::colors> colors;
 
 namespace {
 
-NSInteger type() { return send(sharedManager, VNXManager::smsEnabled); }
+NSInteger type() { return send(sharedManager, VNXManager::enabled<"sms">); }
 
 UIColor* shade(float amount) {
-  return Color::Darken(send(sharedManager, VNXManager::smsDye), amount);
+  return Color::Darken(send(sharedManager, VNXManager::dyeOf<"sms">), amount);
 }
 
 }  // namespace

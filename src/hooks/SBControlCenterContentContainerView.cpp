@@ -13,8 +13,7 @@ constinit objc::Hook<NSObject::dealloc, View> dealloc;
 
 namespace {
 
-constexpr BackdropElement kElement =
-    backdropElement<VNXManager::ccEnabled, VNXManager::ccDye>(CGFloat(0.6));
+constexpr BackdropElement kElement = backdropElement<"cc">(CGFloat(0.6));
 
 }  // namespace
 

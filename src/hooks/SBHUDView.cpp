@@ -9,8 +9,7 @@ constinit objc::Hook<UIView::layoutSubviews, SBHUDView> layoutSubviews;
 namespace {
 
 /// Stronger than the two centres'.
-constexpr BackdropElement kElement =
-    backdropElement<VNXManager::volEnabled, VNXManager::volDye>(CGFloat(0.8));
+constexpr BackdropElement kElement = backdropElement<"vol">(CGFloat(0.8));
 
 }  // namespace
 

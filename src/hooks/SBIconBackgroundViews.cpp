@@ -10,11 +10,13 @@ namespace {
 
 constexpr CGFloat kAlpha = CGFloat(0.6);
 
-bool areFoldersDyed() { return send(sharedManager, VNXManager::folderEnabled) != kKeepsItsLook; }
+bool areFoldersDyed() {
+  return send(sharedManager, VNXManager::enabled<"folder">) != kKeepsItsLook;
+}
 
 /// Lives as long as its autoreleased UIColor.
 CGColorRef folderColor() {
-  UIColor* color = send(sharedManager, VNXManager::folderDye);
+  UIColor* color = send(sharedManager, VNXManager::dyeOf<"folder">);
   return send(send(color, UIColor::colorWithAlphaComponent, kAlpha), UIColor::CGColor);
 }
 

@@ -12,8 +12,7 @@ constinit objc::Hook<Controller::contrastDidChange> contrastDidChange;
 
 namespace {
 
-constexpr BackdropElement kElement =
-    backdropElement<VNXManager::ncEnabled, VNXManager::ncDye>(CGFloat(0.6));
+constexpr BackdropElement kElement = backdropElement<"nc">(CGFloat(0.6));
 
 }  // namespace
 

@@ -9,7 +9,7 @@ constinit objc::Hook<UIKBRenderConfig::lightKeyboard> lightKeyboard;
 
 namespace {
 
-bool isDyed() { return send(sharedManager, VNXManager::keyboardEnabled) != kKeepsItsLook; }
+bool isDyed() { return send(sharedManager, VNXManager::enabled<"keyboard">) != kKeepsItsLook; }
 
 }  // namespace
 
@@ -17,7 +17,7 @@ UIView* dyedInitWithFrame(UIKeyboard* self, SEL cmd, CGRect frame) {
   UIView* keyboard = initWithFrame.original(self, cmd, frame);
   if (!isDyed()) return keyboard;
   send(keyboard, UIView::setOpaque, false);
-  send(keyboard, UIView::setBackgroundColor, send(sharedManager, VNXManager::keyboardDye));
+  send(keyboard, UIView::setBackgroundColor, send(sharedManager, VNXManager::dyeOf<"keyboard">));
   return keyboard;
 }
 

@@ -13,10 +13,10 @@ struct BackdropElement {
   CGFloat tintAlpha;
 };
 
-template <auto Type, auto Color>
+template <objc::FixedString Operation>
 constexpr BackdropElement backdropElement(CGFloat tintAlpha) {
-  return {[] { return send(sharedManager, Type); }, [] { return send(sharedManager, Color); },
-          tintAlpha};
+  return {[] { return send(sharedManager, VNXManager::enabled<Operation>); },
+          [] { return send(sharedManager, VNXManager::dyeOf<Operation>); }, tintAlpha};
 }
 
 /// Lays the colour over the blur: the playing album's where album art is live, the element's own,

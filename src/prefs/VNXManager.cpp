@@ -6,6 +6,7 @@
 #include "platform/SpringBoard.h"
 #include "prefs/IconColor.h"
 #include "prefs/color_string.h"
+#include "prefs/keys.h"
 #include "prefs/main_bundle.h"
 #include "prefs/value.h"
 
@@ -18,7 +19,7 @@ constexpr NSInteger kOwnColor = 2;
 constexpr NSInteger kIconColor = 1;
 
 NSString* springBoardId() { return "com.apple.springboard"_ns; }
-NSString* defaultGlobalColor() { return "#de3027"_ns; }
+NSString* defaultGlobalColor() { return objc::constantString<settings::kDefaultDye>(); }
 
 // Answers read the store at every question: there is nothing to do when the settings change.
 void settingsChanged(KTPrefsManager*) {}
@@ -52,25 +53,37 @@ using PrefsMan =
 using CachedIconColor = objc::Accessors<VNXManager::cachedIconColor, VNXManager::setCachedIconColor,
                                         &Manager::_cachedIconColor, objc::Storage::copy>;
 
-/// An element: its type and its colour, under two keys. Its type is asked for the application in
-/// front where a surface of SpringBoard's lies over it.
-template <auto Enabled, auto Dye, objc::FixedString Key, bool FollowsOpenApp>
-struct Element {
+/// The manager's two operations for an element.
+template <std::size_t Index>
+struct ElementOperations {
+  static constexpr auto kKey = settings::kElementText<Index, &settings::Element::key>;
+  static constexpr auto kOwnColor = settings::kElementText<Index, &settings::Element::ownColor>;
+  static constexpr auto kName = settings::kElementText<Index, &settings::Element::operation>;
+
   static NSInteger enabled(VNXManager* self, SEL) {
-    return send(self, VNXManager::getEnabledForKey, objc::constantString<Key + "_color_type">(),
-                FollowsOpenApp);
+    return send(self, VNXManager::getEnabledForKey, objc::constantString<kKey + "_color_type">(),
+                settings::kElements[Index].followsOpenApp);
   }
   static UIColor* dye(VNXManager* self, SEL) {
-    return send(self, VNXManager::getDyeColorWithKey, objc::constantString<Key + "_color">(),
-                "#FFFFFF"_ns, Enabled);
+    return send(self, VNXManager::getDyeColorWithKey, objc::constantString<kKey + "_color">(),
+                objc::constantString<kOwnColor>(), VNXManager::enabled<kName>);
   }
 
+  using InstanceMethods = objc::List<objc::Implements<VNXManager::enabled<kName>, &enabled>,
+                                     objc::Implements<VNXManager::dyeOf<kName>, &dye>>;
+};
+
+template <class Indices>
+struct Elements;
+template <std::size_t... Index>
+struct Elements<std::index_sequence<Index...>> {
   using InstanceMethods =
-      objc::List<objc::Implements<Enabled, &enabled>, objc::Implements<Dye, &dye>>;
+      typename objc::detail::Concat<typename ElementOperations<Index>::InstanceMethods...>::Type;
   using ClassMethods = objc::List<>;
   using Ivars = objc::List<>;
   using Properties = objc::List<>;
 };
+using AllElements = Elements<std::make_index_sequence<settings::kElementCount>>;
 
 NSObject* Manager::init() {
   objc::sendSuper<VNXManager>(self(), NSObject::init);
@@ -172,26 +185,19 @@ UIColor* Manager::getDyeColor(NSString* colorKey, NSString* fallback, SEL enable
 }  // namespace varnix
 
 using objc::Implements;
-using varnix::Element;
 using varnix::Manager;
 
-OBJC_PRIVATE_CLASS_NAMED(
-    VNXManager, NSObject, Manager, NSObject, varnix::PrefsMan, varnix::CachedIconColor,
-    Implements<NSObject::init, &Manager::init>, Implements<NSObject::dealloc, &Manager::dealloc>,
-    Implements<VNXManager::tweakEnabled, &Manager::tweakEnabled>,
-    Implements<VNXManager::appIsDisabled, &Manager::appIsDisabled>,
-    Implements<VNXManager::bundleId, &Manager::bundleId>,
-    Implements<VNXManager::isSpringBoard, &Manager::isSpringBoard>,
-    Implements<VNXManager::getOpenAppId, &Manager::getOpenAppId>,
-    Implements<VNXManager::wantsIconColor, &Manager::wantsIconColor>,
-    Implements<VNXManager::useAlbumArt, &Manager::useAlbumArt>,
-    Implements<VNXManager::dye, &Manager::dye>,
-    Implements<VNXManager::getEnabledForKey, &Manager::getEnabled>,
-    Implements<VNXManager::getDyeColorWithKey, &Manager::getDyeColor>,
-    Element<VNXManager::statusBarEnabled, VNXManager::statusBarDye, "statusbar", false>,
-    Element<VNXManager::folderEnabled, VNXManager::folderDye, "folder", false>,
-    Element<VNXManager::ccEnabled, VNXManager::ccDye, "cc", true>,
-    Element<VNXManager::ncEnabled, VNXManager::ncDye, "nc", true>,
-    Element<VNXManager::smsEnabled, VNXManager::smsDye, "sms", false>,
-    Element<VNXManager::keyboardEnabled, VNXManager::keyboardDye, "keyboard", false>,
-    Element<VNXManager::volEnabled, VNXManager::volDye, "volume", true>)
+OBJC_PRIVATE_CLASS_NAMED(VNXManager, NSObject, Manager, NSObject, varnix::PrefsMan,
+                         varnix::CachedIconColor, Implements<NSObject::init, &Manager::init>,
+                         Implements<NSObject::dealloc, &Manager::dealloc>,
+                         Implements<VNXManager::tweakEnabled, &Manager::tweakEnabled>,
+                         Implements<VNXManager::appIsDisabled, &Manager::appIsDisabled>,
+                         Implements<VNXManager::bundleId, &Manager::bundleId>,
+                         Implements<VNXManager::isSpringBoard, &Manager::isSpringBoard>,
+                         Implements<VNXManager::getOpenAppId, &Manager::getOpenAppId>,
+                         Implements<VNXManager::wantsIconColor, &Manager::wantsIconColor>,
+                         Implements<VNXManager::useAlbumArt, &Manager::useAlbumArt>,
+                         Implements<VNXManager::dye, &Manager::dye>,
+                         Implements<VNXManager::getEnabledForKey, &Manager::getEnabled>,
+                         Implements<VNXManager::getDyeColorWithKey, &Manager::getDyeColor>,
+                         varnix::AllElements)

@@ -3,6 +3,7 @@
 
 #include "platform/UIKit.h"
 #include "prefs/VXPrefsManager.h"
+#include "prefs/elements.h"
 
 /// One a process, made when the library is loaded and never released. It reads the store at every
 /// question, so that answers follow the settings at once. Questions may come from any thread.
@@ -30,23 +31,15 @@ struct VNXManager : objc::View<VNXManager, NSObject> {
   /// The colour of whatever follows the dye. Not marked as ours: elements do that.
   static constexpr Message<"dye", UIColor*()> dye{};
 
-  // An element's colour type: 1 not dyed, 2 its own colour, anything else follows the dye.
-  static constexpr Message<"statusBarEnabled", NSInteger()> statusBarEnabled{};
-  static constexpr Message<"folderEnabled", NSInteger()> folderEnabled{};
-  static constexpr Message<"ccEnabled", NSInteger()> ccEnabled{};
-  static constexpr Message<"ncEnabled", NSInteger()> ncEnabled{};
-  static constexpr Message<"smsEnabled", NSInteger()> smsEnabled{};
-  static constexpr Message<"keyboardEnabled", NSInteger()> keyboardEnabled{};
-  static constexpr Message<"volEnabled", NSInteger()> volEnabled{};
-
-  // An element's colour, marked as ours; nil where it is not dyed.
-  static constexpr Message<"statusBarDye", UIColor*()> statusBarDye{};
-  static constexpr Message<"folderDye", UIColor*()> folderDye{};
-  static constexpr Message<"ccDye", UIColor*()> ccDye{};
-  static constexpr Message<"ncDye", UIColor*()> ncDye{};
-  static constexpr Message<"smsDye", UIColor*()> smsDye{};
-  static constexpr Message<"keyboardDye", UIColor*()> keyboardDye{};
-  static constexpr Message<"volDye", UIColor*()> volDye{};
+  /// The colour type of an element of the table: 1 not dyed, 2 its own colour, anything else
+  /// follows the dye.
+  template <objc::FixedString Operation>
+    requires varnix::settings::kIsElement<Operation>
+  static constexpr Message<Operation + "Enabled", NSInteger()> enabled{};
+  /// Its colour, marked as ours; nil where it is not dyed.
+  template <objc::FixedString Operation>
+    requires varnix::settings::kIsElement<Operation>
+  static constexpr Message<Operation + "Dye", UIColor*()> dyeOf{};
 
   /// The type under the key: for this process, or with the flag for the open application.
   static constexpr Message<"_getEnabledForKey:sbContext:", NSInteger(NSString* typeKey, bool)>

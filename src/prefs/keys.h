@@ -1,7 +1,12 @@
 // The settings that people may store: names, kinds, defaults. Data only.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <iterator>
+#include <utility>
+
+#include "prefs/elements.h"
 
 namespace varnix::settings {
 
@@ -20,26 +25,38 @@ struct Key {
   const char* meaning;
 };
 
-inline constexpr Key kKeys[] = {
+/// The dye where none is stored.
+inline constexpr objc::FixedString kDefaultDye{"#de3027"};
+
+namespace detail {
+
+inline constexpr Key kGeneralKeys[] = {
     {"enabled", Kind::boolean, "true", "the whole system; read when a process starts"},
     {"global_color_type", Kind::integer, "0", "1: the dye is the application icon's colour"},
-    {"global_color", Kind::color, "#de3027", "the dye"},
+    {"global_color", Kind::color, kDefaultDye.text, "the dye"},
     {"use_album_art", Kind::boolean, "false", "SpringBoard follows the playing track's artwork"},
-    {"statusbar_color_type", Kind::colorType, "0", "status bar"},
-    {"statusbar_color", Kind::color, "#FFFFFF", "status bar's own colour"},
-    {"folder_color_type", Kind::colorType, "0", "backgrounds of folders and icons"},
-    {"folder_color", Kind::color, "#FFFFFF", "own colour of folder and icon backgrounds"},
-    {"cc_color_type", Kind::colorType, "0", "Control Centre"},
-    {"cc_color", Kind::color, "#FFFFFF", "Control Centre's own colour"},
-    {"nc_color_type", Kind::colorType, "0", "Notification Centre"},
-    {"nc_color", Kind::color, "#FFFFFF", "Notification Centre's own colour"},
-    {"sms_color_type", Kind::colorType, "0", "Messages balloons; dyed for 0 and 2 only"},
-    {"sms_color", Kind::color, "#FFFFFF", "Messages balloons' own colour"},
-    {"keyboard_color_type", Kind::colorType, "0", "keyboard"},
-    {"keyboard_color", Kind::color, "#FFFFFF", "keyboard's own colour"},
-    {"volume_color_type", Kind::colorType, "0", "volume HUD"},
-    {"volume_color", Kind::color, "#FFFFFF", "volume HUD's own colour"},
 };
+
+/// The general keys, then two for each element.
+template <std::size_t... General, std::size_t... I>
+constexpr std::array<Key, sizeof...(General) + 2 * sizeof...(I)> allKeys(
+    std::index_sequence<General...>, std::index_sequence<I...>) {
+  std::array<Key, sizeof...(General) + 2 * sizeof...(I)> keys{kGeneralKeys[General]...};
+  std::size_t next = sizeof...(General);
+  auto add = [&](const Key& key) { keys[next++] = key; };
+  ((add({objc::kStored<kElementText<I, &Element::key> + "_color_type">.text, Kind::colorType, "0",
+         kElements[I].typeMeaning}),
+    add({objc::kStored<kElementText<I, &Element::key> + "_color">.text, Kind::color,
+         kElements[I].ownColor, kElements[I].colorMeaning})),
+   ...);
+  return keys;
+}
+
+}  // namespace detail
+
+inline constexpr auto kKeys =
+    detail::allKeys(std::make_index_sequence<std::size(detail::kGeneralKeys)>{},
+                    std::make_index_sequence<kElementCount>{});
 
 /// A key that carries an application's identifier, in front of the suffix or behind the prefix.
 /// Besides these, IDENTIFIER_KEY is that application's own value of any key above.

@@ -2,7 +2,7 @@
 
 #include "macho/error.h"
 #include "macho/export_tree.h"
-#include "macho/loading.h"
+#include "macho/format.h"
 
 namespace varnix::device {
 

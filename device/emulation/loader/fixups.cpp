@@ -4,7 +4,6 @@
 
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 #include "macho/opcodes.h"
 
 namespace varnix::device {

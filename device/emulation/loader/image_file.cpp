@@ -5,7 +5,6 @@
 #include "macho/commands.h"
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 #include "macho/universal.h"
 
 namespace varnix::device {

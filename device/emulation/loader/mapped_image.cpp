@@ -9,7 +9,6 @@
 #include "loader/fixups.h"
 #include "macho/error.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 
 namespace varnix::device {
 

@@ -1,8 +1,6 @@
 // Ways to break the rules of lazy pointers, stubs, exports and initialisers.
 #include "device/spoilers/spoiled.h"
 #include "macho/format.h"
-#include "macho/loading.h"
-#include "rules/format.h"
 #include "rules/stub_code.h"
 
 namespace device_test {

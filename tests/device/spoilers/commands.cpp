@@ -1,8 +1,6 @@
 // Ways to break the rules of headers, load commands and linked libraries.
 #include "device/spoilers/spoiled.h"
 #include "macho/format.h"
-#include "macho/loading.h"
-#include "rules/format.h"
 
 namespace device_test {
 

@@ -1,7 +1,6 @@
 // Ways to break the rules of rebases and binds.
 #include "device/spoilers/spoiled.h"
 #include "macho/format.h"
-#include "macho/loading.h"
 
 namespace device_test {
 

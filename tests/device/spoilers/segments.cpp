@@ -1,7 +1,6 @@
 // Ways to break the rules of segments, sections and the tables of __LINKEDIT.
 #include "device/spoilers/spoiled.h"
 #include "macho/format.h"
-#include "rules/format.h"
 
 namespace device_test {
 

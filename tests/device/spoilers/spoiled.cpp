@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "macho/format.h"
-#include "rules/format.h"
 #include "signer/format.h"
 
 namespace device_test {
