@@ -67,11 +67,28 @@ void requireReadable(NSObject* list, const std::optional<std::string>& bytes) {
   fuzz::require(back != nullptr && isSame(list, back));
 }
 
-/// What a few bytes expand to may be more than is written, or takes too long.
+/// Takes from the number what there is in the tree; false where that is too few.
+bool countDown(NSObject* object, std::size_t& left) {
+  if (left == 0) return false;
+  --left;
+  if (auto* array = objc::as<NSArray>(object)) {
+    for (NSUInteger i = 0; i < send(array, NSArray::count); ++i) {
+      if (!countDown(send(array, NSArray::objectAtIndex, i), left)) return false;
+    }
+  } else if (auto* dictionary = objc::as<NSDictionary>(object)) {
+    NSArray* keys = send(dictionary, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      NSObject* key = send(keys, NSArray::objectAtIndex, i);
+      if (!countDown(send(dictionary, NSDictionary::objectForKey, key), left)) return false;
+    }
+  }
+  return true;
+}
+
+/// What a few bytes expand to may take too long.
 bool isLarge(NSObject* list) {
-  constexpr std::size_t kLarge = 1 << 19;
-  const auto xml = host::xmlFromPropertyList(list);
-  return xml && xml->size() > kLarge;
+  std::size_t left = 1 << 14;
+  return !countDown(list, left);
 }
 
 /// As the command shows and stores it.
