@@ -1,5 +1,6 @@
 // Settings files, XML and binary: read as property lists, written again, and taken by the library
 // as the settings of an application.
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -121,7 +122,10 @@ void ask() {
 
 void takeAsSettings(std::string_view bytes) {
   const objc::AutoreleasePool pool;
-  std::ofstream(varnix::cli::settingsFile(), std::ios::binary | std::ios::trunc) << bytes;
+  // A new file each time: one that is made empty first is written to the disk when it is closed.
+  std::error_code ignored;
+  std::filesystem::remove(varnix::cli::settingsFile(), ignored);
+  std::ofstream(varnix::cli::settingsFile(), std::ios::binary) << bytes;
   send(manager, VNXManager::setCachedIconColor, nullptr);
   VXPrefsManager* store = send(manager, VNXManager::prefsMan);
   send(store, KTPrefsManager::updateCurrentImplementation);
