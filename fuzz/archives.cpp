@@ -53,7 +53,7 @@ void takeApart(NSObject* root) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  fuzz::host(host::ProcessKind::application, "com.example.app");
+  fuzz::hostApplication();
   return 0;
 }
 

@@ -23,17 +23,20 @@ inline const std::string& container() {
   return *root;
 }
 
-/// To be called once, before the first input.
-inline void host(host::ProcessKind kind, const std::string& bundle) {
+/// To be called once, before the first input. The root is ours.
+inline void host(host::ProcessOptions options) {
   std::atexit([] {
     std::error_code ignored;
     std::filesystem::remove_all(container(), ignored);
   });
-  host::ProcessOptions options;
-  options.bundle = bundle;
-  options.kind = kind;
   options.root = container();
   host::startProcess(options);
+}
+/// An application without anything particular.
+inline void hostApplication() {
+  host::ProcessOptions options;
+  options.bundle = "com.example.app";
+  host(options);
 }
 
 inline std::string_view text(const uint8_t* data, size_t size) {

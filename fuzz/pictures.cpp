@@ -73,7 +73,7 @@ extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t lar
 }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  fuzz::host(host::ProcessKind::application, "com.example.app");
+  fuzz::hostApplication();
   return 0;
 }
 

@@ -5,9 +5,11 @@
 #include <filesystem>
 #include <string>
 
+#include "Foundation/darwin_notify.h"
+#include "errors.h"
+#include "framework_files.h"
 #include "hosted_process.h"
 #include "objc/autorelease_pool.h"
-#include "runtime/runtime.h"
 #include "script.h"
 #include "settings_file.h"
 
@@ -30,44 +32,56 @@ class Script {
   int descriptor_;
 };
 
-void run(const std::string& script, varnix::cli::Stage& stage) {
+/// What it printed, with its objects gone again.
+std::string run(std::string_view text) {
+  const Script script(text);
+  varnix::cli::Stage stage;
+  std::string printed;
   try {
-    varnix::cli::runScript({.file = script}, stage, [](const varnix::cli::Json& value) {
-      value.dump(-1, ' ', false, varnix::cli::Json::error_handler_t::strict);
-    });
-  } catch (const host::runtime::Exception&) {
-    throw;  // the platform's: nothing that a script says may raise
-  } catch (const std::exception&) {
+    varnix::cli::runScript({.file = script.path()}, stage,
+                           [&](const varnix::cli::Json& value) { printed += value.dump() + "\n"; });
+  } catch (const varnix::cli::Failure&) {
+    // A line is to blame. Anything else ends the fuzzer.
   }
+  return printed;
 }
 
-/// As if no script had run.
-void tidyUp() {
-  const Script script("track none\nforeground\nopen none\ncontrast off\nwait\n");
-  varnix::cli::Stage stage;
+/// As if no script had run; answers what the surfaces say then.
+std::string tidyUp() {
   std::error_code ignored;
   std::filesystem::remove(varnix::cli::settingsFile(), ignored);
-  varnix::cli::runScript({.file = script.path()}, stage, [](const varnix::cli::Json&) {});
+  host::postDarwinNotification(varnix::cli::kChangedNotification);
+  return run(
+      "wait\ntrack none\nforeground\nopen none\ncontrast off\nwait\nprint\n"
+      "present control-centre\npresent notification-centre\nvolume\nfolder\nicon\nbadge\n"
+      "keyboard\nprint\n");
 }
+
+std::string saidBefore;
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  fuzz::host(host::ProcessKind::springboard, "com.apple.springboard");
+  host::ProcessOptions options;
+  options.bundle = "com.apple.springboard";
+  options.kind = host::ProcessKind::springboard;
+  options.files = varnix::cli::nowPlayingFiles();
+  fuzz::host(options);
+  // What records has to be there before the library.
   {
     const varnix::cli::Stage first;
-  }  // what it records is to be replaced before the library comes
+  }
   host::loadLibrary(host::defaultLibraryPath());
+  tidyUp();
+  saidBefore = tidyUp();
+  fuzz::require(!saidBefore.empty());
   return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const objc::AutoreleasePool pool;
-  const Script script(fuzz::text(data, size));
-  {
-    varnix::cli::Stage stage;
-    run(script.path(), stage);
-  }
-  tidyUp();
+  run(fuzz::text(data, size));
+  // Nothing is left of it, neither here nor in the platform or the library.
+  fuzz::require(tidyUp() == saidBefore);
   return 0;
 }

@@ -141,7 +141,7 @@ void takeAsSettings(std::string_view bytes) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  fuzz::host(host::ProcessKind::application, "com.example.app");
+  fuzz::hostApplication();
   host::loadLibrary(host::defaultLibraryPath());
   manager = static_cast<VNXManager*>(
       send<NSObject*>(send<NSObject*>(objc_getClass("VNXManager"), "alloc"_sel), "init"_sel));
