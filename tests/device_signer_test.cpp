@@ -209,6 +209,10 @@ TEST(DeviceSigner, RefusesWhatItCannotSign) {
   device::put32(full, 28 + size, 0x2a);
   device::put32(full, 28 + size + 4, 16);
   EXPECT_EQ(refusal(full), "no room for the load command of a signature");
+  // A command less than there is room for: one that is added would not be where it is looked for.
+  Bytes loose = narrow();
+  device::put32(loose, 20, size + 16);
+  EXPECT_EQ(refusal(loose), "the load commands do not fill their room");
   Bytes longer = narrow();
   longer.push_back(0);
   EXPECT_EQ(refusal(longer), "__LINKEDIT does not end where the file ends");
