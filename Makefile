@@ -4,12 +4,14 @@ SHELL := bash
 .SHELLFLAGS := -eu -o pipefail -c
 .DEFAULT_GOAL := help
 .PHONY: help setup build preview debug run test test-device bench contact-sheet device package install lint \
-	format format-check asan tsan gcc dist hooks clean
+	format format-check asan tsan fuzz gcc dist hooks clean
 
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 DESTDIR ?=
 ARCHITECTURES ?= arm64 armv7
+# How long the fuzzers run in all; without it, a fixed number of inputs.
+MINUTES ?=
 # "short" measures each thing once.
 BENCH ?=
 # A terminal gets ninja's progress line; a log gets only what went wrong.
@@ -73,6 +75,12 @@ tsan: ## Run the tests that carry the label threads under ThreadSanitizer
 	$(setup)
 	@$(call compile,tsan,$(everything),--target tests_of_threads)
 	@$(call check,tsan,-L threads)
+
+# MINUTES=N runs them for so long.
+fuzz: ## Feed hostile files to everything that reads files
+	$(setup)
+	@$(call compile,fuzz)
+	@fuzz/run $(if $(MINUTES),--minutes $(MINUTES))
 
 bench: export VARNIX_BENCH := $(BENCH)
 bench: ## Measure an optimised build; the figures also go to build-release/bench.json

@@ -233,6 +233,10 @@ TEST(DeviceSigner, RefusesWhatItCannotSign) {
     device::put32(library, segment + (is64 ? 64 : 48), 1000);
     EXPECT_THAT(refusal(library), HasSubstr("cut short")) << is64;
   }
+  // A command less than there is room for: one that is added would not be where it is looked for.
+  Bytes loose = narrow();
+  device::put32(loose, 20, device::Reader(loose).u32(20) + 16);
+  EXPECT_EQ(refusal(loose), "the load commands do not fill their room");
   Bytes longer = narrow();
   longer.push_back(0);
   EXPECT_EQ(refusal(longer), "__LINKEDIT does not end where the file ends");

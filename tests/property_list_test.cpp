@@ -290,6 +290,21 @@ TEST_F(PropertyList, WritesToTheDepthThatItReads) {
   EXPECT_FALSE(host::xmlFromPropertyList(nested(host::kMaximumDepth + 1)));
 }
 
+/// Beyond that the binary form takes longer than anybody waits.
+TEST_F(PropertyList, WritesSoManyNodesInBinaryForm) {
+  const auto numbers = [](std::size_t count) {
+    const std::vector<NSObject*> items(count, NSNumber::numberWithLongLong(7));
+    return NSArray::arrayWithObjects(items.data(), items.size());
+  };
+  const auto most = numbers(host::kMaximumBinaryNodes - 1);
+  const auto binary = host::binaryFromPropertyList(most);
+  ASSERT_TRUE(binary);
+  EXPECT_TRUE(send(most, NSObject::isEqual, host::propertyListFromData(*binary)));
+  NSArray* tooMany = numbers(host::kMaximumBinaryNodes);
+  EXPECT_FALSE(host::binaryFromPropertyList(tooMany));
+  EXPECT_TRUE(host::xmlFromPropertyList(tooMany));
+}
+
 TEST_F(PropertyList, WritingEndsForAContainerThatHoldsItself) {
   NSMutableArray* list = NSMutableArray::array();
   send(list, NSMutableArray::addObject, list);

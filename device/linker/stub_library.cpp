@@ -1,8 +1,10 @@
 #include "linker/stub_library.h"
 
+#include <yaml-cpp/eventhandler.h>
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "macho/error.h"
 #include "macho/version.h"
@@ -57,13 +59,39 @@ StubLibrary readRoot(const YAML::Node& root) {
   return library;
 }
 
+/// Looks at nothing of a document.
+class Ignoring : public YAML::EventHandler {
+  using Mark = YAML::Mark;
+  using Text = std::string;
+  using Anchor = YAML::anchor_t;
+  using Style = YAML::EmitterStyle::value;
+
+  void OnDocumentStart(const Mark&) override {}
+  void OnDocumentEnd() override {}
+  void OnNull(const Mark&, Anchor) override {}
+  void OnAlias(const Mark&, Anchor) override {}
+  void OnScalar(const Mark&, const Text&, Anchor, const Text&) override {}
+  void OnSequenceStart(const Mark&, const Text&, Anchor, Style) override {}
+  void OnSequenceEnd() override {}
+  void OnMapStart(const Mark&, const Text&, Anchor, Style) override {}
+  void OnMapEnd() override {}
+};
+
+/// At most two are looked for: the library takes a bracket that nothing opened for documents
+/// without end.
+bool isOneDocument(const std::string& text) {
+  std::istringstream stream(text);
+  YAML::Parser parser(stream);
+  Ignoring ignoring;
+  return parser.HandleNextDocument(ignoring) && !parser.HandleNextDocument(ignoring);
+}
+
 }  // namespace
 
 StubLibrary readStubLibrary(const std::string& text) {
   try {
-    const std::vector<YAML::Node> documents = YAML::LoadAll(text);
-    if (documents.size() != 1) throw Error("not one document");
-    return readRoot(documents.front());
+    if (!isOneDocument(text)) throw Error("not one document");
+    return readRoot(YAML::Load(text));
   } catch (const YAML::Exception& error) {
     throw Error(error.what());
   }

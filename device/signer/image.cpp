@@ -63,7 +63,9 @@ SignedImage readImage(Reader file) {
   const uint32_t headerSize = image.is64 ? macho::kHeaderSize64 : macho::kHeaderSize32;
   file.at(headerSize, image.commandSize);
   image.headerEnd = headerSize + image.commandSize;
+  uint64_t end = headerSize;
   forEachCommand(file, [&](const LoadCommand& command) {
+    end = command.at + command.bytes.size();
     if (command.kind == (image.is64 ? macho::kSegment64 : macho::kSegment)) {
       readSegment(command.bytes, command.at, image);
     } else if (command.kind == macho::kCodeSignature) {
@@ -73,6 +75,8 @@ SignedImage readImage(Reader file) {
       image.signatureSize = command.bytes.u32(12);
     }
   });
+  // Another command is put behind the last, where the header says that they end.
+  if (end != image.headerEnd) throw Error("the load commands do not fill their room");
   check(image, file.size());
   return image;
 }

@@ -19,7 +19,7 @@ HOST_EXPORT NSObject* propertyListFromFile(const std::string& path);
 
 /// The XML form, or nothing where the tree holds an object that a property list cannot.
 HOST_EXPORT std::optional<std::string> xmlFromPropertyList(NSObject* root);
-/// The same in binary form.
+/// The same in binary form; nothing either for more than kMaximumBinaryNodes.
 HOST_EXPORT std::optional<std::string> binaryFromPropertyList(NSObject* root);
 
 /// Writes a file on this machine, in place or through a temporary file and rename. Missing folders
@@ -33,5 +33,8 @@ HOST_EXPORT void clearLeftovers(const std::string& path);
 inline constexpr std::size_t kMaximumDepth = 128;
 inline constexpr std::size_t kMaximumBytes = 16 << 20;
 inline constexpr std::size_t kMaximumNodes = 1 << 20;
+/// The library that writes looks for each node among all that are alike: its time goes with the
+/// square of their number, and this many take a second.
+inline constexpr std::size_t kMaximumBinaryNodes = 1 << 17;
 
 }  // namespace host

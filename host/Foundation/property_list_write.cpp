@@ -16,9 +16,11 @@ namespace {
 /// Builds the tree; empty results stand for something that a property list cannot hold.
 class Writer {
  public:
+  explicit Writer(std::size_t mostNodes) : mostNodes_(mostNodes) {}
+
   plist::Tree tree(NSObject* object) {
     // The limits also end a container that holds itself.
-    if (object == nullptr || ++nodes_ > kMaximumNodes) return {};
+    if (object == nullptr || ++nodes_ > mostNodes_) return {};
     if (auto* string = objc::as<NSString>(object)) return stringNode(string);
     if (auto* number = objc::as<NSNumber>(object)) return numberNode(number);
     if (auto* date = objc::as<NSDate>(object))
@@ -90,18 +92,19 @@ class Writer {
     return result;
   }
 
+  std::size_t mostNodes_;
   std::size_t depth_ = 0;
   std::size_t nodes_ = 0;
 };
 
 /// Has the parsing library write the tree, and frees what it wrote.
 template <auto Write, auto Free>
-std::optional<std::string> written(NSObject* root) {
+std::optional<std::string> written(NSObject* root, std::size_t mostNodes) {
   struct FreeBytes {
     void operator()(char* bytes) const { Free(bytes); }
   };
   objc::AutoreleasePool pool;
-  const plist::Tree tree = Writer().tree(root);
+  const plist::Tree tree = Writer(mostNodes).tree(root);
   if (tree == nullptr) return {};
   char* bytes = nullptr;
   std::uint32_t length = 0;
@@ -125,13 +128,13 @@ void padYears(std::string& xml) {
 }  // namespace
 
 std::optional<std::string> xmlFromPropertyList(NSObject* root) {
-  auto xml = written<plist_to_xml, plist_to_xml_free>(root);
+  auto xml = written<plist_to_xml, plist_to_xml_free>(root, kMaximumNodes);
   if (xml) padYears(*xml);
   return xml;
 }
 
 std::optional<std::string> binaryFromPropertyList(NSObject* root) {
-  return written<plist_to_bin, plist_to_bin_free>(root);
+  return written<plist_to_bin, plist_to_bin_free>(root, kMaximumBinaryNodes);
 }
 
 }  // namespace host

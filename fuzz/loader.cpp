@@ -1,5 +1,4 @@
-// Feeds the loader of the emulation what libFuzzer makes of real libraries. docs/emulation.md says
-// how.
+// Libraries, read as the loader of the emulation reads them. Nothing is mapped or run.
 #include <cstddef>
 #include <cstdint>
 

@@ -1,0 +1,10 @@
+// Libraries, held against the platform's rules: every one gets its findings, and none an exception.
+#include <cstddef>
+#include <cstdint>
+
+#include "rules/check.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  varnix::device::checkLibrary({data, size});
+  return 0;
+}

@@ -1,0 +1,162 @@
+// Settings files, XML and binary: read as property lists, written again, and taken by the library
+// as the settings of an application.
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "Foundation/property_list.h"
+#include "Foundation/text.h"
+#include "hosted_process.h"
+#include "objc/autorelease_pool.h"
+#include "prefs/VNXManager.h"
+#include "property_text.h"
+#include "runtime/send.h"
+#include "settings_bytes.h"
+#include "settings_file.h"
+
+namespace {
+
+VNXManager* manager = nullptr;
+
+bool isSame(NSObject* a, NSObject* b);
+
+bool haveSameItems(NSArray* a, NSArray* b) {
+  const NSUInteger count = send(a, NSArray::count);
+  if (send(b, NSArray::count) != count) return false;
+  for (NSUInteger i = 0; i < count; ++i) {
+    if (!isSame(send(a, NSArray::objectAtIndex, i), send(b, NSArray::objectAtIndex, i)))
+      return false;
+  }
+  return true;
+}
+
+bool haveSameEntries(NSDictionary* a, NSDictionary* b) {
+  NSArray* keys = send(a, NSDictionary::allKeys);
+  const NSUInteger count = send(keys, NSArray::count);
+  if (send(send(b, NSDictionary::allKeys), NSArray::count) != count) return false;
+  for (NSUInteger i = 0; i < count; ++i) {
+    NSObject* key = send(keys, NSArray::objectAtIndex, i);
+    NSObject* other = send(b, NSDictionary::objectForKey, key);
+    if (other == nullptr || !isSame(send(a, NSDictionary::objectForKey, key), other)) return false;
+  }
+  return true;
+}
+
+/// XML has dates in whole seconds, and what is no number equals nothing.
+bool isSame(NSObject* a, NSObject* b) {
+  if (auto* array = objc::as<NSArray>(a))
+    return objc::as<NSArray>(b) != nullptr && haveSameItems(array, objc::as<NSArray>(b));
+  if (auto* dictionary = objc::as<NSDictionary>(a)) {
+    return objc::as<NSDictionary>(b) != nullptr &&
+           haveSameEntries(dictionary, objc::as<NSDictionary>(b));
+  }
+  if (objc::as<NSDate>(a) != nullptr) return objc::as<NSDate>(b) != nullptr;
+  return send(a, NSObject::isEqual, b) || !send(a, NSObject::isEqual, a);
+}
+
+/// Text with a zero in it, which is read and shown but cannot be written.
+bool hasZero(NSObject* list) {
+  const std::string shown = varnix::cli::valueText(list);
+  return shown.find('\0') != shown.npos || shown.find("\\u0000") != shown.npos;
+}
+
+/// What is written can be read, and is the same.
+void requireReadable(NSObject* list, const std::optional<std::string>& bytes) {
+  fuzz::require(bytes.has_value() || hasZero(list));
+  if (!bytes) return;
+  NSObject* back = host::propertyListFromData(*bytes);
+  fuzz::require(back != nullptr && isSame(list, back));
+}
+
+/// Takes from the number what there is in the tree; false where that is too few.
+bool countDown(NSObject* object, std::size_t& left) {
+  if (left == 0) return false;
+  --left;
+  if (auto* array = objc::as<NSArray>(object)) {
+    for (NSUInteger i = 0; i < send(array, NSArray::count); ++i) {
+      if (!countDown(send(array, NSArray::objectAtIndex, i), left)) return false;
+    }
+  } else if (auto* dictionary = objc::as<NSDictionary>(object)) {
+    NSArray* keys = send(dictionary, NSDictionary::allKeys);
+    for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+      NSObject* key = send(keys, NSArray::objectAtIndex, i);
+      if (!countDown(send(dictionary, NSDictionary::objectForKey, key), left)) return false;
+    }
+  }
+  return true;
+}
+
+/// What a few bytes expand to may take too long.
+bool isLarge(NSObject* list) {
+  std::size_t left = 1 << 14;
+  return !countDown(list, left);
+}
+
+/// As the command shows and stores it.
+void write(NSDictionary* settings) {
+  requireReadable(settings, varnix::cli::settingsBytes(settings));
+  requireReadable(settings, host::binaryFromPropertyList(settings));
+  NSArray* keys = send(settings, NSDictionary::allKeys);
+  for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+    auto* key = static_cast<NSString*>(send(keys, NSArray::objectAtIndex, i));
+    varnix::cli::entryLine(host::text(key), send(settings, NSDictionary::objectForKey, key));
+  }
+}
+
+/// Every question that depends on the settings.
+void ask() {
+  NSString* identifier = "com.example.app"_ns;
+  send(manager, VNXManager::tweakEnabled);
+  send(manager, VNXManager::appIsDisabled, identifier);
+  send(manager, VNXManager::wantsIconColor);
+  send(manager, VNXManager::useAlbumArt);
+  send(manager, VNXManager::dye);
+  send(manager, VNXManager::statusBarDye);
+  send(manager, VNXManager::folderDye);
+  send(manager, VNXManager::ccDye);
+  send(manager, VNXManager::ncDye);
+  send(manager, VNXManager::smsDye);
+  send(manager, VNXManager::keyboardDye);
+  send(manager, VNXManager::volDye);
+}
+
+void takeAsSettings(std::string_view bytes) {
+  const objc::AutoreleasePool pool;
+  // A new file each time: one that is made empty first is written to the disk when it is closed.
+  std::error_code ignored;
+  std::filesystem::remove(varnix::cli::settingsFile(), ignored);
+  std::ofstream(varnix::cli::settingsFile(), std::ios::binary) << bytes;
+  send(manager, VNXManager::setCachedIconColor, nullptr);
+  VXPrefsManager* store = send(manager, VNXManager::prefsMan);
+  send(store, KTPrefsManager::updateCurrentImplementation);
+  ask();
+  for (const auto& key : varnix::settings::kKeys) {
+    NSString* name = host::makeString(key.name);
+    send(store, KTPrefsManager::boolForKey, name);
+    send(store, KTPrefsManager::intForKey, name);
+    send(store, KTPrefsManager::floatForKey, name);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  fuzz::hostApplication();
+  host::loadLibrary(host::defaultLibraryPath());
+  manager = static_cast<VNXManager*>(
+      send<NSObject*>(send<NSObject*>(objc_getClass("VNXManager"), "alloc"_sel), "init"_sel));
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  // One without bytes is waited for, in case somebody is about to write it.
+  if (size == 0) return 0;
+  const objc::AutoreleasePool pool;
+  const std::string_view bytes = fuzz::text(data, size);
+  NSObject* list = host::propertyListFromData(bytes);
+  if (list != nullptr && isLarge(list)) return 0;
+  if (auto* settings = objc::as<NSDictionary>(list)) write(settings);
+  else if (list != nullptr) requireReadable(list, host::binaryFromPropertyList(list));
+  takeAsSettings(bytes);
+  return 0;
+}
