@@ -14,6 +14,11 @@ class Messages : public test::CommandTest {
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.error, "varnix: " + message + "\n");
   }
+  std::string write(const std::string& name, const std::string& bytes) const {
+    std::string path = folder.path() + "/" + name;
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
+  }
 };
 
 TEST_F(Messages, RefusesWhatNoProcessCanDoWithout) {
@@ -24,6 +29,25 @@ TEST_F(Messages, RefusesWhatNoProcessCanDoWithout) {
     expect({"inspect", "--bundle", "com.apple.springboard", "--without", name}, 1,
            std::string("a hosted process failed: no process can do without it: ") + name);
   }
+}
+
+TEST_F(Messages, AByteOrderMarkIsNoPartOfAScript) {
+  const auto outcome = varnix({"run", "--bundle", "a", "--script",
+                               write("script", "\xef\xbb\xbf# first\nset cc_color_type 1\n")});
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\n");
+  // Elsewhere it is no mark.
+  const std::string second = write("second", "wait\n\xef\xbb\xbfwait\n");
+  expect({"run", "--bundle", "a", "--script", second}, 1,
+         second + " line 2: no such command: \xef\xbb\xbfwait");
+}
+
+TEST_F(Messages, AByteOrderMarkIsNoPartOfSettings) {
+  writeSettings(
+      "\xef\xbb\xbf<plist version=\"1.0\"><dict><key>global_color</key>"
+      "<string>#123456</string></dict></plist>");
+  EXPECT_EQ(varnix({"settings", "list"}).out, "global_color = \"#123456\"\n");
+  EXPECT_EQ(inspectApplication()["dye"], "#123456ff");
 }
 
 }  // namespace
