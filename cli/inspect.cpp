@@ -118,7 +118,7 @@ int inspect(InspectArguments& arguments) {
   checkClasses(arguments.classes);
   Question question;
   noteInterruptions();
-  question.process = arguments.process.prepare();
+  question.process = arguments.process.prepare(RootUse::reads);
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
   if (const auto& script = arguments.process.script) {

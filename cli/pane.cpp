@@ -15,9 +15,9 @@
 #include "objc/autorelease_pool.h"
 #include "pane/events.h"
 #include "pane/rows.h"
-#include "process/container.h"
 #include "process/process.h"
 #include "property_text.h"
+#include "root_choice.h"
 #include "surfaces/surfaces.h"
 #include "swatches.h"
 
@@ -26,7 +26,7 @@ namespace varnix::cli {
 namespace {
 
 struct PaneArguments {
-  std::string root;
+  std::optional<std::string> root;
   std::optional<std::string> script;
   std::vector<std::string> accounts;
   std::vector<std::string> clients;
@@ -150,7 +150,7 @@ int show(const PaneArguments& arguments) {
   const objc::AutoreleasePool pool;
   host::ProcessOptions process;
   process.bundle = "com.apple.Preferences";
-  process.root = host::resolveContainerRoot(arguments.root);
+  process.root = chosenRoot(arguments.root, RootUse::changes);
   host::startProcess(process);
   host::loadLibrary(host::defaultLibraryPath());
   host::setAccounts("com.apple.twitter"_ns, strings(arguments.accounts));

@@ -13,7 +13,6 @@
 #include "framework_files.h"
 #include "icon_choices.h"
 #include "process/absence.h"
-#include "process/container.h"
 #include "settings_file.h"
 
 namespace varnix::cli {
@@ -104,11 +103,7 @@ std::vector<Option> ProcessChoice::options() {
        .target = &icons_,
        .meaning = "An application's icon, PNG or JPEG; repeatable",
        .completes = Completes::files},
-      {.name = "--root",
-       .value = "DIR",
-       .target = &root_,
-       .meaning = "Container root",
-       .completes = Completes::folders},
+      rootOption(root_),
       {.name = "--settings",
        .value = "FILE",
        .target = &settings_,
@@ -146,8 +141,13 @@ void ProcessChoice::check() const {
       throw UsageError("not a class, method, variable or function", name);
 }
 
-host::ProcessOptions ProcessChoice::prepare() {
+host::ProcessOptions ProcessChoice::prepare(RootUse use) {
   check();
+  for (const auto& [option, file] :
+       {std::pair("--settings", settings_), std::pair("--script", script)})
+    if (file && file->empty()) throw UsageError("not a file", std::string(option) + " \"\"");
+  if (std::ranges::find(extensions, "") != extensions.end())
+    throw UsageError("not a file", "--load \"\"");
   host::ProcessOptions options;
   options.bundle = bundle_;
   options.kind =
@@ -162,7 +162,7 @@ host::ProcessOptions ProcessChoice::prepare() {
     container_.emplace(kSettingsPath, *settings_);
     options.root = container_->root();
   } else {
-    options.root = host::resolveContainerRoot(root_.value_or(""));
+    options.root = chosenRoot(root_, use);
   }
   if (hasNowPlaying(options)) options.files = nowPlayingFiles();
   return options;

@@ -7,6 +7,7 @@
 
 #include "command.h"
 #include "process/process.h"
+#include "root_choice.h"
 #include "temporary_container.h"
 
 namespace varnix::cli {
@@ -17,7 +18,7 @@ struct ProcessChoice {
 
   /// The options of the process, its container there. Throws UsageError where they do not fit
   /// together and Failure where the container cannot be had.
-  host::ProcessOptions prepare();
+  host::ProcessOptions prepare(RootUse use);
 
   bool noLibrary = false;
   std::vector<std::string> extensions;  ///< files to load, in order

@@ -118,7 +118,7 @@ int run(RunArguments& arguments) {
     throw UsageError("unusable time", std::to_string(*seconds));
   }
   endOnInterruption();
-  const host::ProcessOptions options = arguments.process.prepare();
+  const host::ProcessOptions options = arguments.process.prepare(RootUse::changes);
   host::printLog(true);
   objc::AutoreleasePool pool;
   host::startProcess(options);

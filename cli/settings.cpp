@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "Foundation/text.h"
@@ -11,6 +12,7 @@
 #include "objc/autorelease_pool.h"
 #include "process/container.h"
 #include "property_text.h"
+#include "root_choice.h"
 #include "settings_file.h"
 
 namespace varnix::cli {
@@ -18,7 +20,7 @@ namespace varnix::cli {
 namespace {
 
 struct SettingsArguments {
-  std::string root;
+  std::optional<std::string> root;
   std::string key;
   std::string value;
   bool force = false;
@@ -72,14 +74,14 @@ int unset(const SettingsArguments& arguments) {
 
 Command settingsCommand() {
   auto arguments = std::make_shared<SettingsArguments>();
-  auto command = [&](const char* name, const char* summary,
-                     int (*action)(const SettingsArguments&)) {
+  auto command = [&](const char* name, const char* summary, int (*action)(const SettingsArguments&),
+                     RootUse use) {
     return Command{.name = name,
                    .summary = summary,
                    .options = {rootOption(arguments->root)},
-                   .run = [arguments, action] {
+                   .run = [arguments, action, use] {
                      objc::AutoreleasePool pool;
-                     host::setContainerRoot(host::resolveContainerRoot(arguments->root));
+                     host::setContainerRoot(chosenRoot(arguments->root, use));
                      return action(*arguments);
                    }};
   };
@@ -90,7 +92,8 @@ Command settingsCommand() {
                             .choices = keyNames()});
     return made;
   };
-  Command change = withKey(command("set", "Store one value and tell every process", set));
+  Command change =
+      withKey(command("set", "Store one value and tell every process", set, RootUse::changes));
   change.options.push_back({.name = "VALUE",
                             .target = &arguments->value,
                             .meaning = "true, false, a whole number or text"});
@@ -103,9 +106,11 @@ Command settingsCommand() {
   return {.name = "settings",
           .summary = "List, read and change what is stored",
           .options = {rootOption(arguments->root)},
-          .commands = {command("list", "Print everything that is stored", list),
-                       withKey(command("get", "Print one value", get)), std::move(change),
-                       withKey(command("unset", "Remove one value and tell every process", unset))},
+          .commands = {command("list", "Print everything that is stored", list, RootUse::reads),
+                       withKey(command("get", "Print one value", get, RootUse::reads)),
+                       std::move(change),
+                       withKey(command("unset", "Remove one value and tell every process", unset,
+                                       RootUse::reads))},
           .notes = keyHelp()};
 }
 

@@ -31,6 +31,34 @@ TEST_F(Messages, RefusesWhatNoProcessCanDoWithout) {
   }
 }
 
+TEST_F(Messages, AnEmptyNameIsNoRoot) {
+  for (const Words& words : {Words{"settings", "list"}, Words{"settings", "set", "enabled", "1"},
+                             Words{"pane"}, Words{"preview", "--out", folder.path() + "/out"},
+                             Words{"run", "--bundle", "a"}, Words{"inspect", "--bundle", "a"}}) {
+    Words with = words;
+    with.insert(with.end(), {"--root", ""});
+    expect(with, 2, "not a folder: --root \"\"");
+  }
+  for (const char* option : {"--settings", "--script", "--load"}) {
+    expect({"run", "--bundle", "a", option, ""}, 2, "not a file: " + std::string(option) + " \"\"");
+  }
+}
+
+TEST_F(Messages, WhoReadsNeedsARootThatIsThere) {
+  const std::string root = folder.path() + "/none";
+  for (const Words& words :
+       {Words{"settings", "list"}, Words{"settings", "get", "enabled"},
+        Words{"settings", "unset", "enabled"}, Words{"preview", "--out", folder.path() + "/out"},
+        Words{"inspect", "--bundle", "a"}}) {
+    Words with = words;
+    with.insert(with.end(), {"--root", root});
+    expect(with, 1, "no such container root: " + root);
+    EXPECT_FALSE(std::filesystem::exists(root));
+  }
+  EXPECT_EQ(varnix({"settings", "set", "--root", root, "enabled", "false"}).status, 0);
+  EXPECT_EQ(varnix({"settings", "list", "--root", root}).out, "enabled = false\n");
+}
+
 TEST_F(Messages, AByteOrderMarkIsNoPartOfAScript) {
   const auto outcome = varnix({"run", "--bundle", "a", "--script",
                                write("script", "\xef\xbb\xbf# first\nset cc_color_type 1\n")});

@@ -370,7 +370,8 @@ TEST_F(Settings, RootStandsBeforeOrBehindTheVerb) {
 
 TEST_F(Settings, ARootThatCannotBeMade) {
   std::ofstream(folder.path() + "/file") << "x";
-  const auto outcome = varnix({"settings", "list", "--root", folder.path() + "/file"});
+  const auto outcome =
+      varnix({"settings", "set", "--root", folder.path() + "/file", "enabled", "1"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_TRUE(outcome.error.starts_with("varnix: cannot make the container root: "))
       << outcome.error;

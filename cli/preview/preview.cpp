@@ -18,7 +18,8 @@
 #include "preview/screens_module.h"
 #include "preview/studio.h"
 #include "preview/watch.h"
-#include "process/container.h"
+#include "root_choice.h"
+#include "swatches.h"
 
 namespace varnix::cli {
 
@@ -56,7 +57,7 @@ void requireInputsElsewhere(const PreviewArguments& arguments) {
 Tabs tabsFor(const PreviewArguments& arguments) {
   if (arguments.settings) return Tabs::ofFile(*arguments.settings, arguments.artwork);
   if (arguments.root)
-    return Tabs::ofContainer(host::resolveContainerRoot(*arguments.root), arguments.artwork);
+    return Tabs::ofContainer(chosenRoot(arguments.root, RootUse::reads), arguments.artwork);
   return Tabs::samples(arguments.artwork);
 }
 
