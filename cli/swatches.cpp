@@ -25,7 +25,13 @@ bool wantsSwatches(const std::string& choice) {
   if (choice == "never") return false;
   if (choice != "auto") throw UsageError("no such choice of --color", choice);
   const char* refused = std::getenv("NO_COLOR");
-  return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0');
+  return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0') &&
+         !isDumbTerminal();
+}
+
+bool isDumbTerminal() {
+  const char* terminal = std::getenv("TERM");
+  return terminal != nullptr && std::string_view(terminal) == "dumb";
 }
 
 std::string swatch(std::string_view color) {

@@ -59,6 +59,19 @@ TEST_F(Messages, WhoReadsNeedsARootThatIsThere) {
   EXPECT_EQ(varnix({"settings", "list", "--root", root}).out, "enabled = false\n");
 }
 
+TEST_F(Messages, ADumbTerminalGetsNoColors) {
+  unsetenv("NO_COLOR");
+  const Words words = {"inspect", "--no-bundle"};
+  setenv("TERM", "xterm", 1);
+  EXPECT_NE(test::shownAtTerminal(words).find('\x1b'), std::string::npos);
+  setenv("TERM", "dumb", 1);
+  EXPECT_EQ(test::shownAtTerminal(words).find('\x1b'), std::string::npos);
+  const Words drawn = {"preview", "--only", "volume", "--out", folder.path() + "/out"};
+  EXPECT_EQ(test::shownAtTerminal(drawn).find("Drawing"), std::string::npos);
+  setenv("TERM", "xterm", 1);
+  EXPECT_NE(test::shownAtTerminal(drawn).find("\rDrawing"), std::string::npos);
+}
+
 TEST_F(Messages, AByteOrderMarkIsNoPartOfAScript) {
   const auto outcome = varnix({"run", "--bundle", "a", "--script",
                                write("script", "\xef\xbb\xbf# first\nset cc_color_type 1\n")});

@@ -62,7 +62,7 @@ Tabs tabsFor(const PreviewArguments& arguments) {
 }
 
 void showProgress(std::size_t done, std::size_t all) {
-  if (isatty(STDERR_FILENO) == 0) return;
+  if (isatty(STDERR_FILENO) == 0 || isDumbTerminal()) return;
   std::cerr << "\rDrawing " << done << " of " << all << (done == all ? "\n" : "") << std::flush;
 }
 
