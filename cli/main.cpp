@@ -11,12 +11,12 @@
 #include "errors.h"
 #include "interruption.h"
 #include "parser.h"
+#include "warning.h"
 
 namespace {
 
 int complain(const std::string& message, int status) {
-  std::cout.flush();
-  std::cerr << "varnix: " << message << '\n';
+  varnix::cli::warn(message);
   return status;
 }
 

@@ -11,6 +11,7 @@
 #include "UIKit/UIApplication_urls.h"
 #include "commands.h"
 #include "errors.h"
+#include "escaped.h"
 #include "line_commands.h"
 #include "objc/autorelease_pool.h"
 #include "pane/events.h"
@@ -59,7 +60,7 @@ void list(Session& session) {
   constexpr std::size_t kNameWidth = 22;
   constexpr std::size_t kValueWidth = 12;
   for (const PaneRow& row : session.rows.all()) {
-    const std::string value = valueText(session.rows.value(row));
+    const std::string value = escaped(valueText(session.rows.value(row)));
     const bool hasSwatch = session.withSwatches && row.key->kind == settings::Kind::color &&
                            value.size() >= 7 && value[0] == '#';
     std::cout << padded(row.key->name, kNameWidth) << (hasSwatch ? swatch(value) : "")
@@ -140,7 +141,7 @@ void talk(Session& session) {
     try {
       runOne(session, line);
     } catch (const std::exception& error) {
-      std::cout << error.what() << '\n';
+      std::cout << escaped(error.what()) << '\n';
     }
   }
 }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <iostream>
 #include <map>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "icon_choices.h"
 #include "process/absence.h"
 #include "settings_file.h"
+#include "warning.h"
 
 namespace varnix::cli {
 
@@ -125,7 +125,7 @@ std::vector<Option> ProcessChoice::options() {
 
 void warnOfMissing() {
   for (const std::string& name : host::notHereYet())
-    std::cerr << "varnix: to be left out, but not here yet: " << name << '\n';
+    warn("to be left out, but not here yet: " + name);
 }
 
 void ProcessChoice::check() const {

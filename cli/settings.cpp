@@ -1,4 +1,6 @@
 // varnix settings: what is stored, key by key.
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -8,6 +10,7 @@
 #include "Foundation/text.h"
 #include "commands.h"
 #include "errors.h"
+#include "escaped.h"
 #include "known_key.h"
 #include "objc/autorelease_pool.h"
 #include "process/container.h"
@@ -47,7 +50,9 @@ int get(const SettingsArguments& arguments) {
                         ? nullptr
                         : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
   if (value == nullptr) throw Failure("not set", arguments.key);
-  std::cout << valueText(value) << '\n';
+  // A program gets every byte, a terminal none that it would obey.
+  const std::string text = valueText(value);
+  std::cout << (isatty(STDOUT_FILENO) == 1 ? escaped(text) : text) << '\n';
   return 0;
 }
 

@@ -6,6 +6,11 @@ using test::Words;
 
 namespace {
 
+/// As it stands in names from outside, and as it is shown: an escape sequence, a control character
+/// of two bytes, one of seven bits and a byte that is no UTF-8.
+constexpr char kHostile[] = "a\x1b[31m\xc2\x9b\x7f\xff";
+constexpr char kShown[] = "a\\x1b[31m\\x9b\\x7f\\xff";
+
 class Messages : public test::CommandTest {
  protected:
   static void expect(const Words& words, int status, const std::string& message) {
@@ -20,6 +25,44 @@ class Messages : public test::CommandTest {
     return path;
   }
 };
+
+TEST_F(Messages, ControlCharactersAreShown) {
+  const std::string hostile = kHostile;
+  const std::string shown = kShown;
+  expect({hostile}, 2, "unexpected argument: " + shown);
+  expect({"settings", "get", hostile + "\n\t"}, 1, "not set: " + shown + "\\n\\t");
+  expect({"settings", "set", hostile, "1"}, 2, "no such setting: " + shown);
+  expect({"pick", hostile}, 1, "cannot pick from " + shown + ": No such file or directory");
+  const auto missing = varnix({"run", "--no-bundle", "--without", "a\x1b"});
+  EXPECT_EQ(missing.error, "varnix: to be left out, but not here yet: a\\x1b\n");
+  const std::string script = write("script", hostile + "\n");
+  expect({"run", "--bundle", "a", "--script", script}, 1,
+         script + " line 1: no such command: " + shown);
+}
+
+TEST_F(Messages, WhatIsNoControlCharacterStays) {
+  expect({"settings", "get", "\xc3\xa4 \xe2\x82\xac \xf0\x9f\x8e\xa8 \xc2\xa0\\"}, 1,
+         "not set: \xc3\xa4 \xe2\x82\xac \xf0\x9f\x8e\xa8 \xc2\xa0\\");
+  // Cut within a character.
+  expect({"settings", "get", "\xe2\x82"}, 1, "not set: \\xe2\\x82");
+}
+
+TEST_F(Messages, ControlCharactersOfStoredSettingsAreShown) {
+  settings("<key>k\xc2\x9b</key><string>v\xc2\x9b\x7f</string>");
+  EXPECT_EQ(varnix({"settings", "list"}).out, "\"k\\x9b\" = \"v\\x9b\\x7f\"\n");
+  // Programs get every byte.
+  EXPECT_EQ(varnix({"settings", "get", "k\xc2\x9b"}).out, "v\xc2\x9b\x7f\n");
+  EXPECT_EQ(test::shownAtTerminal({"settings", "get", "k\xc2\x9b"}), "v\\x9b\\x7f\r\n");
+  settings("<key>global_color</key><string>#fff\xc2\x9b</string>");
+  const auto pane = varnix({"pane"});
+  EXPECT_NE(pane.out.find("#fff\\x9b"), pane.out.npos) << pane.out;
+  EXPECT_EQ(pane.out.find("\xc2\x9b"), pane.out.npos) << pane.out;
+}
+
+TEST_F(Messages, ControlCharactersOfAnIdentifierAreShown) {
+  const auto outcome = varnix({"inspect", "--bundle", kHostile, "--no-library"});
+  EXPECT_TRUE(outcome.out.starts_with("a\\x1b[31m\\x9b\\x7f")) << outcome.out;
+}
 
 TEST_F(Messages, RefusesWhatNoProcessCanDoWithout) {
   for (const char* name :

@@ -157,9 +157,9 @@ TEST_F(Settings, OddIdentifiers) {
 TEST_F(Settings, WhatAPropertyListCannotHoldIsRefused) {
   settings("<key>enabled</key><true/>");
   expectRefused({"settings", "set", "--force", "enabled", "a\x01z"}, 2,
-                "a property list cannot hold this: a\x01z");
-  expectRefused({"settings", "set", "--force", "enabled", "\xff\xfe"}, 2, "not UTF-8: \xff\xfe");
-  expectRefused({"settings", "set", "\xff_enabled", "true"}, 2, "not UTF-8: \xff_enabled");
+                "a property list cannot hold this: a\\x01z");
+  expectRefused({"settings", "set", "--force", "enabled", "\xff\xfe"}, 2, "not UTF-8: \\xff\\xfe");
+  expectRefused({"settings", "set", "\xff_enabled", "true"}, 2, "not UTF-8: \\xff_enabled");
 }
 
 TEST_F(Settings, AbsentKeys) {

@@ -11,6 +11,7 @@
 
 #include "commands.h"
 #include "errors.h"
+#include "escaped.h"
 #include "icon_choices.h"
 #include "interruption.h"
 #include "output_file.h"
@@ -105,7 +106,7 @@ int preview(PreviewArguments& arguments) {
     const auto done = studio.work(folder.path(), showProgress);
     folder.putInPlace();
     place = folder.place();
-    std::cout << (place / "index.html").string() << '\n'
+    std::cout << escaped((place / "index.html").string()) << '\n'
               << done.pictures << " pictures: asked in " << seconds(done.asking) << ", drawn in "
               << seconds(done.drawing) << std::endl;
   }
