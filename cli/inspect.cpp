@@ -11,6 +11,7 @@
 #include "errors.h"
 #include "hosted_child.h"
 #include "interruption.h"
+#include "nearest.h"
 #include "process_choice.h"
 #include "report.h"
 #include "script.h"
@@ -108,7 +109,7 @@ void checkClasses(const std::vector<std::string>& names) {
   const auto known = surfaceClasses();
   for (const std::string& name : names) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
-      throw UsageError("nothing is asked of this class", name);
+      throw UsageError("nothing is asked of this class", name + didYouMean(name, known));
     }
   }
 }

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "errors.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
@@ -17,6 +18,16 @@ std::optional<Kind> plainKind(std::string_view key) {
     if (key == known.name) return known.kind;
   }
   return {};
+}
+
+/// What stands behind an identifier.
+std::vector<std::string> applicationSuffixes() {
+  std::vector<std::string> suffixes;
+  for (const auto& form : settings::kApplicationForms) {
+    if (*form.suffix != '\0') suffixes.emplace_back(form.suffix);
+  }
+  for (const auto& key : settings::kKeys) suffixes.push_back(std::string("_") + key.name);
+  return suffixes;
 }
 
 template <class Number>
@@ -109,6 +120,29 @@ std::optional<Kind> kindOf(std::string_view key) {
     if (auto kind = plainKind(key.substr(at + 1))) return kind;
   }
   return {};
+}
+
+std::string withNearestKey(std::string_view key) {
+  constexpr std::size_t kLongestKey = 300;
+  std::string text(key);
+  if (key.size() > kLongestKey || kindOf(key)) return text;
+  std::optional<Nearest> found = nearest(key, keyNames());
+  auto offer = [&found](std::optional<Nearest> other, std::string_view before) {
+    if (!other || (found && other->distance >= found->distance)) return;
+    found = Nearest{std::string(before) + other->word, other->distance};
+  };
+  // Where the identifier ends is anybody's guess.
+  for (std::size_t at = key.find('_', 1); at != key.npos; at = key.find('_', at + 1)) {
+    offer(nearest(key.substr(at), applicationSuffixes()), key.substr(0, at));
+    for (const auto& form : settings::kApplicationForms) {
+      const std::string_view prefix = form.prefix;
+      const std::string_view identifier = key.substr(at + 1);
+      if (prefix.empty() || identifier.empty()) continue;
+      offer(nearest(key.substr(0, at + 1), {form.prefix}), "");
+      if (found && found->word == prefix) found->word += identifier;
+    }
+  }
+  return text + didYouMean(found);
 }
 
 Value plainValue(std::string_view text) {

@@ -14,6 +14,10 @@ namespace varnix::cli {
 /// The kind of a key's value; nothing for a key of no known form.
 std::optional<settings::Kind> kindOf(std::string_view key);
 
+/// The key; one of no known form with what may have been meant, where something is near: "enabeld
+/// (did you mean enabled?)".
+std::string withNearestKey(std::string_view key);
+
 /// What a value on the command line stands for.
 using Value = std::variant<bool, long long, std::string>;
 

@@ -8,9 +8,11 @@
 #include <map>
 #include <utility>
 
+#include "class_names.h"
 #include "errors.h"
 #include "framework_files.h"
 #include "icon_choices.h"
+#include "nearest.h"
 #include "process/absence.h"
 #include "settings_file.h"
 #include "warning.h"
@@ -27,22 +29,24 @@ constexpr std::array<std::pair<const char*, ProcessKind>, 3> kKinds = {{
     {"daemon", ProcessKind::daemon},
 }};
 
-ProcessKind kindNamed(const std::string& name) {
-  for (const auto& [word, kind] : kKinds) {
-    if (name == word) return kind;
-  }
-  throw UsageError("no such kind of process", name);
-}
-
 std::vector<std::string> kindNames() {
   std::vector<std::string> names;
   for (const auto& [word, kind] : kKinds) names.emplace_back(word);
   return names;
 }
 
+ProcessKind kindNamed(const std::string& name) {
+  for (const auto& [word, kind] : kKinds) {
+    if (name == word) return kind;
+  }
+  throw UsageError("no such kind of process", name + didYouMean(name, kindNames()));
+}
+
+std::vector<std::string> hookingNames() { return {"dynamic", "snapshot", "late"}; }
+
 host::runtime::Hooking hookingFor(const std::string& name) {
   const auto hooking = host::runtime::hookingNamed(name);
-  if (!hooking) throw UsageError("no such way of hooking", name);
+  if (!hooking) throw UsageError("no such way of hooking", name + didYouMean(name, hookingNames()));
   return *hooking;
 }
 
@@ -97,7 +101,7 @@ std::vector<Option> ProcessChoice::options() {
        .meaning = "What a replaced method that was inherited is saved as: dynamic (what the\n"
                   "superclass has at each call), snapshot (what it had) or late (the same, and\n"
                   "only after the replacement is live); dynamic",
-       .choices = {"dynamic", "snapshot", "late"}},
+       .choices = hookingNames()},
       {.name = "--icon",
        .value = "ID=FILE",
        .target = &icons_,
@@ -124,8 +128,11 @@ std::vector<Option> ProcessChoice::options() {
 }
 
 void warnOfMissing() {
-  for (const std::string& name : host::notHereYet())
-    warn("to be left out, but not here yet: " + name);
+  for (const std::string& name : host::notHereYet()) {
+    const auto absence = host::readAbsence(name);
+    const std::string& className = absence && !absence->owner.empty() ? absence->owner : name;
+    warn("to be left out, but not here yet: " + name + didYouMean(className, classNames()));
+  }
 }
 
 void ProcessChoice::check() const {
@@ -136,6 +143,11 @@ void ProcessChoice::check() const {
   if (root_ && settings_) {
     throw UsageError("options that exclude each other", "--root and --settings");
   }
+  for (const auto& [option, file] :
+       {std::pair("--settings", settings_), std::pair("--script", script)})
+    if (file && file->empty()) throw UsageError("not a file", std::string(option) + " \"\"");
+  if (std::ranges::find(extensions, "") != extensions.end())
+    throw UsageError("not a file", "--load \"\"");
   for (const std::string& name : without_)
     if (!host::readAbsence(name))
       throw UsageError("not a class, method, variable or function", name);
@@ -143,11 +155,6 @@ void ProcessChoice::check() const {
 
 host::ProcessOptions ProcessChoice::prepare(RootUse use) {
   check();
-  for (const auto& [option, file] :
-       {std::pair("--settings", settings_), std::pair("--script", script)})
-    if (file && file->empty()) throw UsageError("not a file", std::string(option) + " \"\"");
-  if (std::ranges::find(extensions, "") != extensions.end())
-    throw UsageError("not a file", "--load \"\"");
   host::ProcessOptions options;
   options.bundle = bundle_;
   options.kind =

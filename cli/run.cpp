@@ -15,14 +15,17 @@
 #include "Foundation/log.h"
 #include "Foundation/run_loop.h"
 #include "change_text.h"
+#include "class_names.h"
 #include "commands.h"
 #include "errors.h"
 #include "icon_check.h"
 #include "interruption.h"
+#include "nearest.h"
 #include "objc/autorelease_pool.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
+#include "warning.h"
 
 namespace varnix::cli {
 
@@ -113,6 +116,14 @@ void printMessages(const std::vector<std::string>& classes) {
   });
 }
 
+/// A class may come later; one of a wrong name does not.
+void warnOfUnknown(const std::vector<std::string>& classes) {
+  for (const std::string& name : classes) {
+    if (objc_getClass(name.c_str()) == nullptr)
+      warn("no such class yet: " + name + didYouMean(name, classNames()));
+  }
+}
+
 int run(RunArguments& arguments) {
   if (const auto seconds = arguments.seconds; seconds && !(*seconds >= 0 && *seconds <= kLongest)) {
     throw UsageError("unusable time", std::to_string(*seconds));
@@ -135,6 +146,7 @@ int run(RunArguments& arguments) {
   printMessages(arguments.receivers);
   if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
   for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
+  warnOfUnknown(arguments.receivers);
   throwIfInterrupted();
   const Deadline end = endOf(arguments);
   if (stage) {

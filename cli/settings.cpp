@@ -49,7 +49,7 @@ int get(const SettingsArguments& arguments) {
   NSObject* value = stored == nullptr
                         ? nullptr
                         : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
-  if (value == nullptr) throw Failure("not set", arguments.key);
+  if (value == nullptr) throw Failure("not set", withNearestKey(arguments.key));
   // A program gets every byte, a terminal none that it would obey.
   const std::string text = valueText(value);
   std::cout << (isatty(STDOUT_FILENO) == 1 ? escaped(text) : text) << '\n';
@@ -61,7 +61,7 @@ Value checkedValue(const SettingsArguments& arguments) {
     return arguments.keepText ? Value(arguments.value) : plainValue(arguments.value);
   }
   const auto kind = kindOf(arguments.key);
-  if (!kind) throw UsageError("no such setting", arguments.key);
+  if (!kind) throw UsageError("no such setting", withNearestKey(arguments.key));
   return valueFor(*kind, arguments.value, arguments.keepText);
 }
 
@@ -71,7 +71,7 @@ int set(const SettingsArguments& arguments) {
 }
 
 int unset(const SettingsArguments& arguments) {
-  if (!remove(arguments.key)) throw Failure("not set", arguments.key);
+  if (!remove(arguments.key)) throw Failure("not set", withNearestKey(arguments.key));
   return 0;
 }
 

@@ -64,6 +64,68 @@ TEST_F(Messages, ControlCharactersOfAnIdentifierAreShown) {
   EXPECT_TRUE(outcome.out.starts_with("a\\x1b[31m\\x9b\\x7f")) << outcome.out;
 }
 
+TEST_F(Messages, SaysWhatMayHaveBeenMeant) {
+  expect({"inspct", "--bundle", "a"}, 2, "unexpected argument: inspct (did you mean inspect?)");
+  expect({"settings", "lsit"}, 2, "unexpected argument: lsit (did you mean list?)");
+  expect({"help", "setings"}, 2, "no such command: setings (did you mean settings?)");
+  expect({"inspect", "--bundle", "a", "--setings", "x"}, 2,
+         "unexpected argument: --setings (did you mean --settings?)");
+  expect({"inspect", "--bundel=a"}, 2, "unexpected argument: --bundel=a (did you mean --bundle?)");
+  expect({"inspect", "-bundle", "a"}, 2, "unexpected argument: -bundle (did you mean --bundle?)");
+  expect({"inspect", "--bundle", "a", "--only", "uiswich"}, 2,
+         "nothing is asked of this class: uiswich (did you mean UISwitch?)");
+  expect({"inspect", "--bundle", "a", "--kind", "deamon"}, 2,
+         "no such kind of process: deamon (did you mean daemon?)");
+  expect({"inspect", "--bundle", "a", "--hooking", "snapsot"}, 2,
+         "no such way of hooking: snapsot (did you mean snapshot?)");
+  expect({"inspect", "--bundle", "a", "--color", "alwys"}, 2,
+         "no such choice of --color: alwys (did you mean always?)");
+  expect({"completion", "bsh"}, 2, "no completion for this shell: bsh (did you mean bash?)");
+}
+
+TEST_F(Messages, SaysWhichSettingMayHaveBeenMeant) {
+  const auto near = [](const std::string& key, const std::string& meant) {
+    expect({"settings", "set", key, "1"}, 2,
+           "no such setting: " + key + " (did you mean " + meant + "?)");
+  };
+  near("enabeld", "enabled");
+  near("Global_Colour", "global_color");
+  near("com.example.app_enabeld", "com.example.app_enabled");
+  near("com.example_a.b_scope_enabld", "com.example_a.b_scope_enabled");
+  near("com.example.app_cc_colr_type", "com.example.app_cc_color_type");
+  near("cached_icon_colour_com.example.app", "cached_icon_color_com.example.app");
+  expect({"settings", "get", "enabeld"}, 1, "not set: enabeld (did you mean enabled?)");
+  expect({"settings", "get", "enabled"}, 1, "not set: enabled");
+  const std::string endless(5000, '_');
+  expect({"settings", "set", endless, "1"}, 2, "no such setting: " + endless);
+}
+
+TEST_F(Messages, SaysWhichLineMayHaveBeenMeant) {
+  const Words run = {"run", "--bundle", "a", "--script"};
+  const auto near = [&](const std::string& line, const std::string& message) {
+    const std::string script = write("script", line + "\n");
+    Words words = run;
+    words.push_back(script);
+    expect(words, 1, script + " line 1: " + message);
+  };
+  near("pirnt", "no such command: pirnt (did you mean print?)");
+  near("set enabeld true", "no such setting: enabeld (did you mean enabled?)");
+  near("unset enabeld", "not set: enabeld (did you mean enabled?)");
+}
+
+TEST_F(Messages, WarnsOfClassesThatAreNotThere) {
+  const auto missing = varnix(
+      {"run", "--bundle", "a", "--without", "UISwich", "-[UIVeiw tintColor]", "NothingOfTheKind"});
+  EXPECT_EQ(missing.status, 0);
+  EXPECT_EQ(missing.error,
+            "varnix: to be left out, but not here yet: UISwich (did you mean UISwitch?)\n"
+            "varnix: to be left out, but not here yet: -[UIVeiw tintColor] (did you mean UIView?)\n"
+            "varnix: to be left out, but not here yet: NothingOfTheKind\n");
+  const auto observed = varnix({"run", "--bundle", "a", "--messages", "UISwich"});
+  EXPECT_EQ(observed.status, 0);
+  EXPECT_EQ(observed.error, "varnix: no such class yet: UISwich (did you mean UISwitch?)\n");
+}
+
 TEST_F(Messages, RefusesWhatNoProcessCanDoWithout) {
   for (const char* name :
        {"NSObject", "NSString", "NSNumber", "CGImage", "-[NSObject dealloc]", "NSObject.isa"}) {

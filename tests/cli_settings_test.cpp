@@ -122,9 +122,15 @@ TEST_F(Settings, WrongKindsAreRefused) {
 
 TEST_F(Settings, UnknownKeysAreRefused) {
   settings("<key>enabled</key><true/>");
-  for (const char* key : {"", "Enabled", "statusbar_colour", "a.b_colour", "_enabled", "color",
-                          "cached_icon_color_", "_cc_color", "a.b_", "enabled "}) {
+  for (const char* key : {"", "a.b_colour", "color", "cached_icon_color_", "a.b_"}) {
     expectRefused({"settings", "set", key, "true"}, 2, "no such setting: " + std::string(key));
+  }
+  for (const auto& [key, meant] :
+       {std::pair("Enabled", "enabled"), std::pair("statusbar_colour", "statusbar_color"),
+        std::pair("_enabled", "enabled"), std::pair("_cc_color", "cc_color"),
+        std::pair("enabled ", "enabled")}) {
+    expectRefused({"settings", "set", key, "true"}, 2,
+                  std::string("no such setting: ") + key + " (did you mean " + meant + "?)");
   }
 }
 
