@@ -14,6 +14,7 @@
 #include "icon_choices.h"
 #include "nearest.h"
 #include "process/absence.h"
+#include "settings_check.h"
 #include "settings_file.h"
 #include "warning.h"
 
@@ -171,6 +172,8 @@ host::ProcessOptions ProcessChoice::prepare(RootUse use) {
   } else {
     options.root = chosenRoot(root_, use);
   }
+  const std::string file = options.root + kSettingsPath;
+  if (!noLibrary) warnOfSettings(file, settings_.value_or(file));
   if (hasNowPlaying(options)) options.files = nowPlayingFiles();
   return options;
 }

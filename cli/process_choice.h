@@ -16,7 +16,8 @@ struct ProcessChoice {
   /// The options, which write into the choice.
   std::vector<Option> options();
 
-  /// The options of the process, its container there. Throws UsageError where they do not fit
+  /// The options of the process, its container there, with a warning of what is wrong with the
+  /// settings that it will read. Throws UsageError where they do not fit
   /// together and Failure where the container cannot be had.
   host::ProcessOptions prepare(RootUse use);
 

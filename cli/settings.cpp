@@ -11,12 +11,15 @@
 #include "commands.h"
 #include "errors.h"
 #include "escaped.h"
+#include "interruption.h"
 #include "known_key.h"
 #include "objc/autorelease_pool.h"
 #include "process/container.h"
 #include "property_text.h"
 #include "root_choice.h"
+#include "settings_check.h"
 #include "settings_file.h"
+#include "temporary_container.h"
 
 namespace varnix::cli {
 
@@ -26,6 +29,7 @@ struct SettingsArguments {
   std::optional<std::string> root;
   std::string key;
   std::string value;
+  std::optional<std::string> file;
   bool force = false;
   bool keepText = false;
 };
@@ -75,6 +79,25 @@ int unset(const SettingsArguments& arguments) {
   return 0;
 }
 
+/// A pipe has contents too, and a copy of it is a file.
+std::vector<Finding> findingsIn(const SettingsArguments& arguments) {
+  if (arguments.file) {
+    const TemporaryContainer container(kSettingsPath, *arguments.file);
+    return checkSettings(container.root() + kSettingsPath);
+  }
+  host::setContainerRoot(chosenRoot(arguments.root, RootUse::reads));
+  return checkSettings(settingsFile());
+}
+
+int check(const SettingsArguments& arguments) {
+  if (arguments.file && arguments.root)
+    throw UsageError("options that exclude each other", "FILE and --root");
+  noteInterruptions();
+  const auto findings = findingsIn(arguments);
+  for (const Finding& finding : findings) std::cout << findingText(finding) << '\n';
+  return findings.empty() ? 0 : 1;
+}
+
 }  // namespace
 
 Command settingsCommand() {
@@ -108,12 +131,25 @@ Command settingsCommand() {
                             .target = &arguments->keepText,
                             .meaning = "Store true, false and digits as text"});
   change.notes = keyHelp();
+  Command checked{
+      .name = "check",
+      .summary = "Print what of a settings file does not count as it was meant",
+      .options = {rootOption(arguments->root),
+                  {.name = "FILE",
+                   .target = &arguments->file,
+                   .meaning = "The file; the container's where there is none",
+                   .completes = Completes::files,
+                   .isOptional = true}},
+      .notes =
+          "It looks for what is no property list, keys that are no settings, values of another\n"
+          "kind and colours that are none. Where there is something the exit status is 1.",
+      .run = [arguments] { return check(*arguments); }};
   return {.name = "settings",
-          .summary = "List, read and change what is stored",
+          .summary = "List, read, check and change what is stored",
           .options = {rootOption(arguments->root)},
           .commands = {command("list", "Print everything that is stored", list, RootUse::reads),
                        withKey(command("get", "Print one value", get, RootUse::reads)),
-                       std::move(change),
+                       std::move(change), std::move(checked),
                        withKey(command("unset", "Remove one value and tell every process", unset,
                                        RootUse::reads))},
           .notes = keyHelp()};

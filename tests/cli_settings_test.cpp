@@ -117,7 +117,7 @@ TEST_F(Settings, WrongKindsAreRefused) {
     expectRefused({"settings", "set", "a.b_scope_enabled", text}, 2, truth + text);
   }
   expectRefused({"settings", "set", "cached_icon_color_a.b", "x"}, 2,
-                "wrong value (wanted: data that the library writes): x");
+                "wrong value (wanted: the archive that the library writes): x");
 }
 
 TEST_F(Settings, UnknownKeysAreRefused) {

@@ -20,6 +20,8 @@
 #include "preview/studio.h"
 #include "preview/watch.h"
 #include "root_choice.h"
+#include "settings_check.h"
+#include "settings_file.h"
 #include "swatches.h"
 
 namespace varnix::cli {
@@ -62,6 +64,13 @@ Tabs tabsFor(const PreviewArguments& arguments) {
   return Tabs::samples(arguments.artwork);
 }
 
+/// The samples are our own.
+void warnOfStored(const PreviewArguments& arguments, const Tabs& tabs) {
+  if (!arguments.settings && !arguments.root) return;
+  const std::string file = tabs.all().front().root + kSettingsPath;
+  warnOfSettings(file, arguments.settings.value_or(file));
+}
+
 void showProgress(std::size_t done, std::size_t all) {
   if (isatty(STDERR_FILENO) == 0 || isDumbTerminal()) return;
   std::cerr << "\rDrawing " << done << " of " << all << (done == all ? "\n" : "") << std::flush;
@@ -96,6 +105,7 @@ int preview(PreviewArguments& arguments) {
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
   Tabs tabs = tabsFor(arguments);
+  warnOfStored(arguments, tabs);
   // Before anything is asked, so that no change is missed.
   std::optional<SettingsWatch> watch;
   if (arguments.watches) watch.emplace(tabs.all().front().root);
