@@ -1,4 +1,6 @@
 // varnix inspect: what the library does to a process, and what its surfaces answer.
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <iostream>
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
 #include "hosted_child.h"
 #include "interruption.h"
@@ -75,6 +78,7 @@ Json askBoth(const Question& question) {
 
 /// Asks this very process, in which a debugger can stop. There is no other to compare it with.
 Json askHere(const Question& question) {
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
   Json after = report(question);
   for (Json& surface : after["surfaces"]) {
     surface["after"] = surface["answer"];
@@ -120,6 +124,7 @@ int inspect(InspectArguments& arguments) {
   Question question;
   noteInterruptions();
   question.process = arguments.process.prepare(RootUse::reads);
+  if (arguments.inProcess) removeOnDeath(arguments.process.temporaryRoot());
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
   if (const auto& script = arguments.process.script) {

@@ -10,6 +10,7 @@
 #include "Foundation/text.h"
 #include "UIKit/UIApplication_urls.h"
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
 #include "escaped.h"
 #include "line_commands.h"
@@ -152,8 +153,9 @@ int show(const PaneArguments& arguments) {
   host::ProcessOptions process;
   process.bundle = "com.apple.Preferences";
   process.root = chosenRoot(arguments.root, RootUse::changes);
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
   host::startProcess(process);
-  host::loadLibrary(host::defaultLibraryPath());
+  loadNamed(host::defaultLibraryPath());
   host::setAccounts("com.apple.twitter"_ns, strings(arguments.accounts));
   host::setAccountAccess(!arguments.refusesAccess);
   host::setInstalledURLSchemes(strings(arguments.clients));

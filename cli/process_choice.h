@@ -21,6 +21,9 @@ struct ProcessChoice {
   /// together and Failure where the container cannot be had.
   host::ProcessOptions prepare(RootUse use);
 
+  /// The root, where it is a temporary one of --settings, else empty.
+  std::string temporaryRoot() const { return container_ ? container_->root() : ""; }
+
   bool noLibrary = false;
   std::vector<std::string> extensions;  ///< files to load, in order
   std::optional<std::string> script;    ///< a file, or "-"

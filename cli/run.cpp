@@ -17,6 +17,7 @@
 #include "change_text.h"
 #include "class_names.h"
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
 #include "icon_check.h"
 #include "interruption.h"
@@ -132,6 +133,8 @@ int run(RunArguments& arguments) {
   const host::ProcessOptions options = arguments.process.prepare(RootUse::changes);
   host::printLog(true);
   objc::AutoreleasePool pool;
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
+  removeOnDeath(arguments.process.temporaryRoot());
   host::startProcess(options);
   warnOfMissing();
   checkIcons(options.icons);
@@ -144,8 +147,8 @@ int run(RunArguments& arguments) {
     });
   }
   printMessages(arguments.receivers);
-  if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
-  for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
+  if (!arguments.process.noLibrary) loadNamed(host::defaultLibraryPath());
+  for (const std::string& file : arguments.process.extensions) loadNamed(file);
   warnOfUnknown(arguments.receivers);
   throwIfInterrupted();
   const Deadline end = endOf(arguments);
