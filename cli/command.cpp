@@ -33,7 +33,7 @@ Option colorOption(std::string& choice) {
           .choices = {"auto", "always", "never"}};
 }
 
-Option rootOption(std::string& root) {
+Option rootOption(std::optional<std::string>& root) {
   return {.name = "--root",
           .value = "DIR",
           .target = &root,

@@ -43,7 +43,7 @@ struct Command {
 Option helpOption();
 Option versionOption();
 Option colorOption(std::string& choice);
-Option rootOption(std::string& root);
+Option rootOption(std::optional<std::string>& root);
 Option jsonOption(bool& json);
 
 /// "help COMMAND", for which the parser does "COMMAND --help".

@@ -7,6 +7,7 @@
 
 #include "commands.h"
 #include "errors.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
@@ -241,13 +242,13 @@ Command completionCommand(Command (*program)()) {
                        .target = shell.get(),
                        .meaning = "bash, zsh or fish",
                        .choices = names}},
-          .run = [shell, program] {
+          .run = [shell, program, names] {
             for (const auto& [name, print] : kShells) {
               if (*shell != name) continue;
               std::cout << print(program());
               return 0;
             }
-            throw UsageError("no completion for this shell", *shell);
+            throw UsageError("no completion for this shell", *shell + didYouMean(*shell, names));
           }};
 }
 

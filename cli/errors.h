@@ -1,6 +1,7 @@
 // What a command reports: "varnix: what was wrong: with what".
 #pragma once
 
+#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -11,6 +12,14 @@ class Failure : public std::runtime_error {
  public:
   Failure(const std::string& what, const std::string& with)
       : std::runtime_error(what + ": " + with) {}
+};
+
+/// A hosted process was ended by a signal, as whose end the command's own counts: exit status 128
+/// and its number.
+class Death : public Failure {
+ public:
+  Death(const std::string& what, int number) : Failure(what, strsignal(number)), signal(number) {}
+  int signal;
 };
 
 /// The command was not understood: exit status 2.

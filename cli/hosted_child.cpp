@@ -14,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include "death_report.h"
 #include "errors.h"
 #include "interruption.h"
 
@@ -44,6 +45,7 @@ int notesOfThisProcess = -1;
 [[noreturn]] void runChild(int pipe, const std::function<std::string()>& answer) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   leaveInterruptionsToParent();
+  tellOfDeath(pipe, Telling::place);
   // What an extension prints is not part of our output.
   dup2(STDERR_FILENO, STDOUT_FILENO);
   int status = 0;
@@ -149,7 +151,7 @@ std::string HostedChild::wait(Clock::time_point deadline) {
   const int status = reap();
   throwIfInterrupted();
   if (WIFSIGNALED(status)) {
-    throw Failure("a hosted process died", strsignal(WTERMSIG(status)));
+    throw Death("a hosted process died" + text, WTERMSIG(status));
   }
   if (WEXITSTATUS(status) != 0) throw Failure("a hosted process failed", text);
   return text;

@@ -20,7 +20,8 @@ class HostedChild {
   HostedChild(const HostedChild&) = delete;
   HostedChild& operator=(const HostedChild&) = delete;
 
-  /// The answer. Throws Failure where the process failed, died or ran out of time, and Interrupted.
+  /// The answer. Throws Failure where the process failed or ran out of time, Death where it died,
+  /// with the library that it died in, and Interrupted.
   std::string wait(std::chrono::steady_clock::time_point deadline);
 
   /// In such a process: a wait for a person begins, or the one that began is over. It is no part of

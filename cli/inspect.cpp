@@ -1,4 +1,6 @@
 // varnix inspect: what the library does to a process, and what its surfaces answer.
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <iostream>
@@ -8,9 +10,11 @@
 #include <vector>
 
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
 #include "hosted_child.h"
 #include "interruption.h"
+#include "nearest.h"
 #include "process_choice.h"
 #include "report.h"
 #include "script.h"
@@ -74,6 +78,7 @@ Json askBoth(const Question& question) {
 
 /// Asks this very process, in which a debugger can stop. There is no other to compare it with.
 Json askHere(const Question& question) {
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
   Json after = report(question);
   for (Json& surface : after["surfaces"]) {
     surface["after"] = surface["answer"];
@@ -108,7 +113,7 @@ void checkClasses(const std::vector<std::string>& names) {
   const auto known = surfaceClasses();
   for (const std::string& name : names) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
-      throw UsageError("nothing is asked of this class", name);
+      throw UsageError("nothing is asked of this class", name + didYouMean(name, known));
     }
   }
 }
@@ -118,7 +123,8 @@ int inspect(InspectArguments& arguments) {
   checkClasses(arguments.classes);
   Question question;
   noteInterruptions();
-  question.process = arguments.process.prepare();
+  question.process = arguments.process.prepare(RootUse::reads);
+  if (arguments.inProcess) removeOnDeath(arguments.process.temporaryRoot());
   question.withLibrary = !arguments.process.noLibrary;
   question.extensions = arguments.process.extensions;
   if (const auto& script = arguments.process.script) {

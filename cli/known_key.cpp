@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <iterator>
 
 #include "errors.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
@@ -12,11 +14,20 @@ using settings::Kind;
 
 namespace {
 
-std::optional<Kind> plainKind(std::string_view key) {
-  for (const auto& known : settings::kKeys) {
-    if (key == known.name) return known.kind;
+const settings::Key* plainKey(std::string_view key) {
+  const auto* found = std::ranges::find_if(
+      settings::kKeys, [&](const settings::Key& known) { return key == known.name; });
+  return found == std::end(settings::kKeys) ? nullptr : found;
+}
+
+/// What stands behind an identifier.
+std::vector<std::string> applicationSuffixes() {
+  std::vector<std::string> suffixes;
+  for (const auto& form : settings::kApplicationForms) {
+    if (*form.suffix != '\0') suffixes.emplace_back(form.suffix);
   }
-  return {};
+  for (const auto& key : settings::kKeys) suffixes.push_back(std::string("_") + key.name);
+  return suffixes;
 }
 
 template <class Number>
@@ -31,37 +42,6 @@ bool isFraction(std::string_view text) {
                                  [](unsigned char c) { return std::isdigit(c) != 0 || c == '.'; });
   double number = 0;
   return plain && readWhole(text, number) && number <= 1;
-}
-
-std::string_view describe(Kind kind) {
-  switch (kind) {
-    case Kind::boolean:
-      return "true or false";
-    case Kind::integer:
-    case Kind::colorType:
-      return "a whole number";
-    case Kind::color:
-      return "#RRGGBB, RRGGBB or #RGB, optionally with :alpha from 0 to 1";
-    case Kind::data:
-      return "data that the library writes";
-  }
-  return "";
-}
-
-bool fits(Kind kind, std::string_view text) {
-  const Value value = plainValue(text);
-  switch (kind) {
-    case Kind::boolean:
-      return std::holds_alternative<bool>(value) || text == "0" || text == "1";
-    case Kind::integer:
-    case Kind::colorType:
-      return std::holds_alternative<long long>(value);
-    case Kind::color:
-      return isColor(text);
-    case Kind::data:
-      return false;
-  }
-  return false;
 }
 
 const char* word(Kind kind) {
@@ -94,21 +74,83 @@ std::string helpLine(std::string_view name, Kind kind, std::string_view fallback
 
 }  // namespace
 
-std::optional<Kind> kindOf(std::string_view key) {
-  if (auto kind = plainKind(key)) return kind;
+std::optional<KeyForm> formOf(std::string_view key) {
+  if (const auto* plain = plainKey(key)) return KeyForm{plain->kind, plain};
   for (const auto& form : settings::kApplicationForms) {
     const std::string_view prefix = form.prefix;
     const std::string_view suffix = form.suffix;
     if (key.size() > prefix.size() + suffix.size() && key.starts_with(prefix) &&
         key.ends_with(suffix)) {
-      return form.kind;
+      return KeyForm{form.kind};
     }
   }
   // An identifier may hold underscores itself.
   for (std::size_t at = key.find('_', 1); at != key.npos; at = key.find('_', at + 1)) {
-    if (auto kind = plainKind(key.substr(at + 1))) return kind;
+    if (const auto* plain = plainKey(key.substr(at + 1))) return KeyForm{plain->kind, plain, true};
   }
   return {};
+}
+
+std::optional<Kind> kindOf(std::string_view key) {
+  const auto form = formOf(key);
+  return form ? std::optional(form->kind) : std::nullopt;
+}
+
+std::string_view describe(Kind kind) {
+  switch (kind) {
+    case Kind::boolean:
+      return "true or false";
+    case Kind::integer:
+    case Kind::colorType:
+      return "a whole number";
+    case Kind::color:
+      return "#RRGGBB, RRGGBB or #RGB, optionally with :alpha from 0 to 1";
+    case Kind::data:
+      return "the archive that the library writes";
+  }
+  return "";
+}
+
+bool fits(Kind kind, std::string_view text) {
+  const Value value = plainValue(text);
+  switch (kind) {
+    case Kind::boolean:
+      return std::holds_alternative<bool>(value) || text == "0" || text == "1";
+    case Kind::integer:
+    case Kind::colorType:
+      return std::holds_alternative<long long>(value);
+    case Kind::color:
+      return isColor(text);
+    case Kind::data:
+      return false;
+  }
+  return false;
+}
+
+std::string nearestKeyHint(std::string_view key) {
+  constexpr std::size_t kLongestKey = 300;
+  if (key.size() > kLongestKey) return "";
+  std::optional<Nearest> found = nearest(key, keyNames());
+  auto offer = [&found](std::optional<Nearest> other, std::string_view before) {
+    if (!other || (found && other->distance >= found->distance)) return;
+    found = Nearest{std::string(before) + other->word, other->distance};
+  };
+  // Where the identifier ends is anybody's guess.
+  for (std::size_t at = key.find('_', 1); at != key.npos; at = key.find('_', at + 1)) {
+    offer(nearest(key.substr(at), applicationSuffixes()), key.substr(0, at));
+    for (const auto& form : settings::kApplicationForms) {
+      const std::string_view prefix = form.prefix;
+      const std::string_view identifier = key.substr(at + 1);
+      if (prefix.empty() || identifier.empty()) continue;
+      offer(nearest(key.substr(0, at + 1), {form.prefix}), "");
+      if (found && found->word == prefix) found->word += identifier;
+    }
+  }
+  return didYouMean(found);
+}
+
+std::string withNearestKey(std::string_view key) {
+  return std::string(key) + (formOf(key) ? "" : nearestKeyHint(key));
 }
 
 Value plainValue(std::string_view text) {

@@ -11,8 +11,26 @@
 
 namespace varnix::cli {
 
-/// The kind of a key's value; nothing for a key of no known form.
+/// What a key is.
+struct KeyForm {
+  settings::Kind kind;
+  const settings::Key* plain = nullptr;  ///< the key itself, or the one of which it is an own value
+  bool isOwn = false;                    ///< an application's own value
+};
+
+/// Nothing for a key of no known form.
+std::optional<KeyForm> formOf(std::string_view key);
 std::optional<settings::Kind> kindOf(std::string_view key);
+
+/// " (did you mean enabled?)", or empty where nothing is near.
+std::string nearestKeyHint(std::string_view key);
+/// The key; one of no known form with the hint.
+std::string withNearestKey(std::string_view key);
+
+/// "true or false": what a value of that kind looks like.
+std::string_view describe(settings::Kind kind);
+/// Whether the text on a command line is a value of that kind.
+bool fits(settings::Kind kind, std::string_view text);
 
 /// What a value on the command line stands for.
 using Value = std::variant<bool, long long, std::string>;

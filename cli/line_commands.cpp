@@ -6,6 +6,7 @@
 
 #include "errors.h"
 #include "interruption.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
@@ -44,7 +45,10 @@ std::optional<Words> match(const std::string& text, const std::string& lineText)
   for (const char* form : known) {
     if (split(form)[0] == words[0]) forms.append(forms.empty() ? "expected " : " or ").append(form);
   }
-  throw Failure(forms.empty() ? "no such command" : forms, line);
+  if (!forms.empty()) throw Failure(forms, line);
+  Words first;
+  for (const char* form : known) first.push_back(split(form)[0]);
+  throw Failure("no such command", line + didYouMean(words[0], first));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <iostream>
+#include <string_view>
 #include <utility>
 
 #include "errors.h"
@@ -18,6 +19,7 @@ namespace varnix::cli {
 namespace {
 
 constexpr std::size_t kLongestLine = 8192;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Without waiting for the other end of a pipe, which the reader does, for as long as it may.
 int openedForLines(const std::string& file) {
@@ -73,6 +75,8 @@ bool LineReader::next(std::string& line) {
     if (length > kLongestLine) throw Failure("too long", "line");
     if (end != buffered_.npos || (isAtEnd_ && length > 0)) {
       line = take(length);
+      if (std::exchange(isFirst_, false) && line.starts_with(kByteOrderMark))
+        line.erase(0, kByteOrderMark.size());
       return true;
     }
     // Whoever writes the next line may be waiting for what was printed.

@@ -35,6 +35,7 @@ class LineReader {
   int descriptor_;
   std::string buffered_;
   std::size_t begin_ = 0;  ///< of what was not taken yet
+  bool isFirst_ = true;    ///< the next line, before which some editors put a mark
   bool isAtEnd_ = false;
 };
 

@@ -11,12 +11,12 @@
 #include "errors.h"
 #include "interruption.h"
 #include "parser.h"
+#include "warning.h"
 
 namespace {
 
 int complain(const std::string& message, int status) {
-  std::cout.flush();
-  std::cerr << "varnix: " << message << '\n';
+  varnix::cli::warn(message);
   return status;
 }
 
@@ -60,6 +60,8 @@ int main(int argc, char** argv) {
     return run(argc, argv);
   } catch (const varnix::cli::Interrupted& end) {
     return 128 + end.signal;
+  } catch (const varnix::cli::Death& death) {
+    return complain(death.what(), 128 + death.signal);
   } catch (const varnix::cli::UsageError& error) {
     return complain(error.what(), 2);
   } catch (const std::exception& error) {

@@ -82,7 +82,7 @@ std::string manualPage(const Command& program) {
   text += entry("0", "It worked");
   text += entry("1", "Something that was asked for did not work; standard error says what");
   text += entry("2", "The command line was not understood");
-  text += entry("128 + N", "Signal N ended it");
+  text += entry("128 + N", "Signal N ended it, or a process that it hosts");
   return text;
 }
 

@@ -10,14 +10,16 @@
 #include "Foundation/text.h"
 #include "UIKit/UIApplication_urls.h"
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
+#include "escaped.h"
 #include "line_commands.h"
 #include "objc/autorelease_pool.h"
 #include "pane/events.h"
 #include "pane/rows.h"
-#include "process/container.h"
 #include "process/process.h"
 #include "property_text.h"
+#include "root_choice.h"
 #include "surfaces/surfaces.h"
 #include "swatches.h"
 
@@ -26,7 +28,7 @@ namespace varnix::cli {
 namespace {
 
 struct PaneArguments {
-  std::string root;
+  std::optional<std::string> root;
   std::optional<std::string> script;
   std::vector<std::string> accounts;
   std::vector<std::string> clients;
@@ -59,7 +61,7 @@ void list(Session& session) {
   constexpr std::size_t kNameWidth = 22;
   constexpr std::size_t kValueWidth = 12;
   for (const PaneRow& row : session.rows.all()) {
-    const std::string value = valueText(session.rows.value(row));
+    const std::string value = escaped(valueText(session.rows.value(row)));
     const bool hasSwatch = session.withSwatches && row.key->kind == settings::Kind::color &&
                            value.size() >= 7 && value[0] == '#';
     std::cout << padded(row.key->name, kNameWidth) << (hasSwatch ? swatch(value) : "")
@@ -140,7 +142,7 @@ void talk(Session& session) {
     try {
       runOne(session, line);
     } catch (const std::exception& error) {
-      std::cout << error.what() << '\n';
+      std::cout << escaped(error.what()) << '\n';
     }
   }
 }
@@ -150,9 +152,10 @@ int show(const PaneArguments& arguments) {
   const objc::AutoreleasePool pool;
   host::ProcessOptions process;
   process.bundle = "com.apple.Preferences";
-  process.root = host::resolveContainerRoot(arguments.root);
+  process.root = chosenRoot(arguments.root, RootUse::changes);
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
   host::startProcess(process);
-  host::loadLibrary(host::defaultLibraryPath());
+  loadNamed(host::defaultLibraryPath());
   host::setAccounts("com.apple.twitter"_ns, strings(arguments.accounts));
   host::setAccountAccess(!arguments.refusesAccess);
   host::setInstalledURLSchemes(strings(arguments.clients));

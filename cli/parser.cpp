@@ -8,17 +8,36 @@
 #include <type_traits>
 
 #include "errors.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
 namespace {
 
-/// The parser's complaints in our words.
-std::string messageFor(const CLI::ParseError& error) {
-  const std::string text = error.what();
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
-    return "unexpected argument: " + text.substr(text.find(": ") + 2);
+/// What could stand in the place of a word that a command did not understand.
+std::vector<std::string> wordsOf(const CLI::App& command) {
+  std::vector<std::string> words;
+  for (const CLI::Option* option : command.get_options()) {
+    for (const std::string& name : option->get_lnames()) words.push_back("--" + name);
   }
+  for (const CLI::App* sub : command.get_subcommands({})) words.push_back(sub->get_name());
+  return words;
+}
+
+/// The first word that was not understood; what follows may have belonged to it.
+std::string messageForExtras(const CLI::App& command) {
+  const auto extras = command.remaining();
+  if (extras.empty() && !command.get_subcommands().empty())
+    return messageForExtras(*command.get_subcommands().back());
+  const std::string word = extras.empty() ? "" : extras.front();
+  return "unexpected argument: " + word +
+         didYouMean(word.substr(0, word.find('=')), wordsOf(command));
+}
+
+/// The parser's complaints in our words.
+std::string messageFor(const CLI::ParseError& error, const CLI::App& app) {
+  const std::string text = error.what();
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) return messageForExtras(app);
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
     constexpr std::string_view kEnd = " is required";
     if (text.ends_with(kEnd)) {
@@ -109,7 +128,11 @@ void replaceHelp(const Command& program, std::vector<std::string>& words) {
     if (word.starts_with("-")) break;
     const auto found = std::find_if(at->commands.begin(), at->commands.end(),
                                     [&](const Command& sub) { return sub.name == word; });
-    if (found == at->commands.end()) throw UsageError("no such command", word);
+    if (found == at->commands.end()) {
+      std::vector<std::string> names;
+      for (const Command& sub : at->commands) names.push_back(sub.name);
+      throw UsageError("no such command", word + didYouMean(word, names));
+    }
     at = &*found;
   }
   words.emplace_back("--help");
@@ -136,7 +159,7 @@ std::function<int()> parse(const Command& program, std::vector<std::string> word
       return 0;
     };
   } catch (const CLI::ParseError& error) {
-    throw UsageError(messageFor(error));
+    throw UsageError(messageFor(error, app));
   }
   if (chosen == nullptr || !chosen->run) throw UsageError("missing command", "see varnix --help");
   return chosen->run;

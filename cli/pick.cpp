@@ -16,6 +16,7 @@
 #include "pick_output.h"
 #include "process/process.h"
 #include "swatches.h"
+#include "warning.h"
 
 namespace varnix::cli {
 
@@ -71,7 +72,7 @@ int pickColors(const PickArguments& arguments) {
   int status = 0;
   for (const pick::Analysis& image : answer.images) {
     if (image.error.empty()) continue;
-    std::cerr << "varnix: cannot pick from " << image.file << ": " << image.error << '\n';
+    warn("cannot pick from " + image.file + ": " + image.error);
     status = 1;
   }
   if (arguments.picture && !answer.picture.empty()) {

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "escaped.h"
 #include "report.h"
 #include "swatches.h"
 
@@ -33,7 +34,7 @@ constexpr std::size_t kNameWidth = 12;
 constexpr std::size_t kColorWidth = 11;
 
 std::string textOf(const Analysis& image, bool withSwatches) {
-  std::string text = image.file + '\n';
+  std::string text = escaped(image.file) + '\n';
   auto add = [&](const char* name, const pick::Color& color, const std::string& note) {
     text += padded(name, kNameWidth) + (withSwatches ? swatch(hex(color)) : "");
     text += note.empty() ? hex(color) : padded(hex(color), kColorWidth) + note;

@@ -5,16 +5,18 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <iostream>
 #include <map>
 #include <utility>
 
+#include "class_names.h"
 #include "errors.h"
 #include "framework_files.h"
 #include "icon_choices.h"
+#include "nearest.h"
 #include "process/absence.h"
-#include "process/container.h"
+#include "settings_check.h"
 #include "settings_file.h"
+#include "warning.h"
 
 namespace varnix::cli {
 
@@ -28,22 +30,24 @@ constexpr std::array<std::pair<const char*, ProcessKind>, 3> kKinds = {{
     {"daemon", ProcessKind::daemon},
 }};
 
-ProcessKind kindNamed(const std::string& name) {
-  for (const auto& [word, kind] : kKinds) {
-    if (name == word) return kind;
-  }
-  throw UsageError("no such kind of process", name);
-}
-
 std::vector<std::string> kindNames() {
   std::vector<std::string> names;
   for (const auto& [word, kind] : kKinds) names.emplace_back(word);
   return names;
 }
 
+ProcessKind kindNamed(const std::string& name) {
+  for (const auto& [word, kind] : kKinds) {
+    if (name == word) return kind;
+  }
+  throw UsageError("no such kind of process", name + didYouMean(name, kindNames()));
+}
+
+std::vector<std::string> hookingNames() { return {"dynamic", "snapshot", "late"}; }
+
 host::runtime::Hooking hookingFor(const std::string& name) {
   const auto hooking = host::runtime::hookingNamed(name);
-  if (!hooking) throw UsageError("no such way of hooking", name);
+  if (!hooking) throw UsageError("no such way of hooking", name + didYouMean(name, hookingNames()));
   return *hooking;
 }
 
@@ -98,17 +102,13 @@ std::vector<Option> ProcessChoice::options() {
        .meaning = "What a replaced method that was inherited is saved as: dynamic (what the\n"
                   "superclass has at each call), snapshot (what it had) or late (the same, and\n"
                   "only after the replacement is live); dynamic",
-       .choices = {"dynamic", "snapshot", "late"}},
+       .choices = hookingNames()},
       {.name = "--icon",
        .value = "ID=FILE",
        .target = &icons_,
        .meaning = "An application's icon, PNG or JPEG; repeatable",
        .completes = Completes::files},
-      {.name = "--root",
-       .value = "DIR",
-       .target = &root_,
-       .meaning = "Container root",
-       .completes = Completes::folders},
+      rootOption(root_),
       {.name = "--settings",
        .value = "FILE",
        .target = &settings_,
@@ -129,8 +129,11 @@ std::vector<Option> ProcessChoice::options() {
 }
 
 void warnOfMissing() {
-  for (const std::string& name : host::notHereYet())
-    std::cerr << "varnix: to be left out, but not here yet: " << name << '\n';
+  for (const std::string& name : host::notHereYet()) {
+    const auto absence = host::readAbsence(name);
+    const std::string& className = absence && !absence->owner.empty() ? absence->owner : name;
+    warn("to be left out, but not here yet: " + name + didYouMean(className, classNames()));
+  }
 }
 
 void ProcessChoice::check() const {
@@ -141,12 +144,17 @@ void ProcessChoice::check() const {
   if (root_ && settings_) {
     throw UsageError("options that exclude each other", "--root and --settings");
   }
+  for (const auto& [option, file] :
+       {std::pair("--settings", settings_), std::pair("--script", script)})
+    if (file && file->empty()) throw UsageError("not a file", std::string(option) + " \"\"");
+  if (std::ranges::find(extensions, "") != extensions.end())
+    throw UsageError("not a file", "--load \"\"");
   for (const std::string& name : without_)
     if (!host::readAbsence(name))
       throw UsageError("not a class, method, variable or function", name);
 }
 
-host::ProcessOptions ProcessChoice::prepare() {
+host::ProcessOptions ProcessChoice::prepare(RootUse use) {
   check();
   host::ProcessOptions options;
   options.bundle = bundle_;
@@ -162,8 +170,10 @@ host::ProcessOptions ProcessChoice::prepare() {
     container_.emplace(kSettingsPath, *settings_);
     options.root = container_->root();
   } else {
-    options.root = host::resolveContainerRoot(root_.value_or(""));
+    options.root = chosenRoot(root_, use);
   }
+  const std::string file = options.root + kSettingsPath;
+  if (!noLibrary) warnOfSettings(file, settings_.value_or(file));
   if (hasNowPlaying(options)) options.files = nowPlayingFiles();
   return options;
 }

@@ -7,6 +7,7 @@
 
 #include "command.h"
 #include "process/process.h"
+#include "root_choice.h"
 #include "temporary_container.h"
 
 namespace varnix::cli {
@@ -15,9 +16,13 @@ struct ProcessChoice {
   /// The options, which write into the choice.
   std::vector<Option> options();
 
-  /// The options of the process, its container there. Throws UsageError where they do not fit
+  /// The options of the process, its container there, with a warning of what is wrong with the
+  /// settings that it will read. Throws UsageError where they do not fit
   /// together and Failure where the container cannot be had.
-  host::ProcessOptions prepare();
+  host::ProcessOptions prepare(RootUse use);
+
+  /// The root, where it is a temporary one of --settings, else empty.
+  std::string temporaryRoot() const { return container_ ? container_->root() : ""; }
 
   bool noLibrary = false;
   std::vector<std::string> extensions;  ///< files to load, in order

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "Foundation/text.h"
+#include "escaped.h"
 #include "json.h"
 
 namespace varnix::cli {
@@ -76,13 +77,6 @@ StoredJson storedJson(NSObject* value) {
   return nullptr;
 }
 
-bool isPrintable(std::string_view key) {
-  for (unsigned char c : key) {
-    if (c < ' ' || c == 127) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 std::string valueText(NSObject* value) {
@@ -91,9 +85,11 @@ std::string valueText(NSObject* value) {
 }
 
 std::string entryLine(std::string_view key, NSObject* value) {
-  std::string line = isPrintable(key) ? std::string(key) : dump(StoredJson(std::string(key)));
-  return line + " = " +
-         (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(storedJson(value)));
+  const std::string line =
+      escaped(key) == key ? std::string(key) : dump(StoredJson(std::string(key)));
+  // JSON leaves the control characters above 126 as they are.
+  return escaped(line + " = " +
+                 (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(storedJson(value))));
 }
 
 }  // namespace varnix::cli

@@ -3,6 +3,7 @@
 #include <mutex>
 
 #include "Foundation/log.h"
+#include "death_report.h"
 #include "icon_check.h"
 #include "objc/autorelease_pool.h"
 #include "platform/Foundation.h"
@@ -39,7 +40,7 @@ Json loadObserved() {
     std::lock_guard lock(mutex);
     changes.push_back(changeJson(change));
   });
-  host::loadLibrary(host::defaultLibraryPath());
+  loadNamed(host::defaultLibraryPath());
   host::runtime::observeChanges({});
   return changes;
 }
@@ -103,7 +104,7 @@ Json report(const Question& question) {
   Json result;
   result["installed"] = question.withLibrary ? loadObserved() : Json::array();
   result["skipped"] = question.withLibrary ? skippedMethods() : Json::array();
-  for (const std::string& file : question.extensions) host::loadLibrary(file);
+  for (const std::string& file : question.extensions) loadNamed(file);
   if (stage) result["printed"] = runAndCollect(*question.script, *stage);
 
   // The library's own manager is not to be had from outside; another one reads the same. It lives

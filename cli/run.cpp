@@ -15,14 +15,18 @@
 #include "Foundation/log.h"
 #include "Foundation/run_loop.h"
 #include "change_text.h"
+#include "class_names.h"
 #include "commands.h"
+#include "death_report.h"
 #include "errors.h"
 #include "icon_check.h"
 #include "interruption.h"
+#include "nearest.h"
 #include "objc/autorelease_pool.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
+#include "warning.h"
 
 namespace varnix::cli {
 
@@ -113,14 +117,24 @@ void printMessages(const std::vector<std::string>& classes) {
   });
 }
 
+/// A class may come later; one of a wrong name does not.
+void warnOfUnknown(const std::vector<std::string>& classes) {
+  for (const std::string& name : classes) {
+    if (objc_getClass(name.c_str()) == nullptr)
+      warn("no such class yet: " + name + didYouMean(name, classNames()));
+  }
+}
+
 int run(RunArguments& arguments) {
   if (const auto seconds = arguments.seconds; seconds && !(*seconds >= 0 && *seconds <= kLongest)) {
     throw UsageError("unusable time", std::to_string(*seconds));
   }
   endOnInterruption();
-  const host::ProcessOptions options = arguments.process.prepare();
+  const host::ProcessOptions options = arguments.process.prepare(RootUse::changes);
   host::printLog(true);
   objc::AutoreleasePool pool;
+  tellOfDeath(STDERR_FILENO, Telling::sentence);
+  removeOnDeath(arguments.process.temporaryRoot());
   host::startProcess(options);
   warnOfMissing();
   checkIcons(options.icons);
@@ -133,8 +147,9 @@ int run(RunArguments& arguments) {
     });
   }
   printMessages(arguments.receivers);
-  if (!arguments.process.noLibrary) host::loadLibrary(host::defaultLibraryPath());
-  for (const std::string& file : arguments.process.extensions) host::loadLibrary(file);
+  if (!arguments.process.noLibrary) loadNamed(host::defaultLibraryPath());
+  for (const std::string& file : arguments.process.extensions) loadNamed(file);
+  warnOfUnknown(arguments.receivers);
   throwIfInterrupted();
   const Deadline end = endOf(arguments);
   if (stage) {

@@ -47,7 +47,7 @@ void openApplication(const std::string& identifier) {
 
 void set(const std::string& key, const std::string& value) {
   const auto kind = kindOf(key);
-  if (!kind) throw Failure("no such setting", key);
+  if (!kind) throw Failure("no such setting", withNearestKey(key));
   store(key, valueFor(*kind, value, false));
 }
 
@@ -89,7 +89,7 @@ constexpr ScriptCommand kScriptCommands[] = {
     {"set KEY VALUE", [](ScriptContext&, const Words& words) { set(words[0], words[1]); }},
     {"unset KEY",
      [](ScriptContext&, const Words& words) {
-       if (!remove(words[0])) throw Failure("not set", words[0]);
+       if (!remove(words[0])) throw Failure("not set", withNearestKey(words[0]));
      }},
     {"wait", [](ScriptContext&, const Words&) { drainMainLoop(); }},
     {"print", [](ScriptContext& c, const Words&) { c.print(c.stage.print()); }},

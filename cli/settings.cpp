@@ -1,26 +1,35 @@
 // varnix settings: what is stored, key by key.
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "Foundation/text.h"
 #include "commands.h"
 #include "errors.h"
+#include "escaped.h"
+#include "interruption.h"
 #include "known_key.h"
 #include "objc/autorelease_pool.h"
 #include "process/container.h"
 #include "property_text.h"
+#include "root_choice.h"
+#include "settings_check.h"
 #include "settings_file.h"
+#include "temporary_container.h"
 
 namespace varnix::cli {
 
 namespace {
 
 struct SettingsArguments {
-  std::string root;
+  std::optional<std::string> root;
   std::string key;
   std::string value;
+  std::optional<std::string> file;
   bool force = false;
   bool keepText = false;
 };
@@ -44,8 +53,10 @@ int get(const SettingsArguments& arguments) {
   NSObject* value = stored == nullptr
                         ? nullptr
                         : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
-  if (value == nullptr) throw Failure("not set", arguments.key);
-  std::cout << valueText(value) << '\n';
+  if (value == nullptr) throw Failure("not set", withNearestKey(arguments.key));
+  // A program gets every byte, a terminal none that it would obey.
+  const std::string text = valueText(value);
+  std::cout << (isatty(STDOUT_FILENO) == 1 ? escaped(text) : text) << '\n';
   return 0;
 }
 
@@ -54,7 +65,7 @@ Value checkedValue(const SettingsArguments& arguments) {
     return arguments.keepText ? Value(arguments.value) : plainValue(arguments.value);
   }
   const auto kind = kindOf(arguments.key);
-  if (!kind) throw UsageError("no such setting", arguments.key);
+  if (!kind) throw UsageError("no such setting", withNearestKey(arguments.key));
   return valueFor(*kind, arguments.value, arguments.keepText);
 }
 
@@ -64,22 +75,41 @@ int set(const SettingsArguments& arguments) {
 }
 
 int unset(const SettingsArguments& arguments) {
-  if (!remove(arguments.key)) throw Failure("not set", arguments.key);
+  if (!remove(arguments.key)) throw Failure("not set", withNearestKey(arguments.key));
   return 0;
+}
+
+/// A pipe has contents too, and a copy of it is a file.
+std::vector<Finding> findingsIn(const SettingsArguments& arguments) {
+  if (arguments.file) {
+    const TemporaryContainer container(kSettingsPath, *arguments.file);
+    return checkSettings(container.root() + kSettingsPath);
+  }
+  host::setContainerRoot(chosenRoot(arguments.root, RootUse::reads));
+  return checkSettings(settingsFile());
+}
+
+int check(const SettingsArguments& arguments) {
+  if (arguments.file && arguments.root)
+    throw UsageError("options that exclude each other", "FILE and --root");
+  noteInterruptions();
+  const auto findings = findingsIn(arguments);
+  for (const Finding& finding : findings) std::cout << findingText(finding) << '\n';
+  return findings.empty() ? 0 : 1;
 }
 
 }  // namespace
 
 Command settingsCommand() {
   auto arguments = std::make_shared<SettingsArguments>();
-  auto command = [&](const char* name, const char* summary,
-                     int (*action)(const SettingsArguments&)) {
+  auto command = [&](const char* name, const char* summary, int (*action)(const SettingsArguments&),
+                     RootUse use) {
     return Command{.name = name,
                    .summary = summary,
                    .options = {rootOption(arguments->root)},
-                   .run = [arguments, action] {
+                   .run = [arguments, action, use] {
                      objc::AutoreleasePool pool;
-                     host::setContainerRoot(host::resolveContainerRoot(arguments->root));
+                     host::setContainerRoot(chosenRoot(arguments->root, use));
                      return action(*arguments);
                    }};
   };
@@ -90,7 +120,8 @@ Command settingsCommand() {
                             .choices = keyNames()});
     return made;
   };
-  Command change = withKey(command("set", "Store one value and tell every process", set));
+  Command change =
+      withKey(command("set", "Store one value and tell every process", set, RootUse::changes));
   change.options.push_back({.name = "VALUE",
                             .target = &arguments->value,
                             .meaning = "true, false, a whole number or text"});
@@ -100,12 +131,27 @@ Command settingsCommand() {
                             .target = &arguments->keepText,
                             .meaning = "Store true, false and digits as text"});
   change.notes = keyHelp();
+  Command checked{
+      .name = "check",
+      .summary = "Print what of a settings file does not count as it was meant",
+      .options = {rootOption(arguments->root),
+                  {.name = "FILE",
+                   .target = &arguments->file,
+                   .meaning = "The file; the container's where there is none",
+                   .completes = Completes::files,
+                   .isOptional = true}},
+      .notes =
+          "It looks for what is no property list, keys that are no settings, values of another\n"
+          "kind and colours that are none. Where there is something the exit status is 1.",
+      .run = [arguments] { return check(*arguments); }};
   return {.name = "settings",
-          .summary = "List, read and change what is stored",
+          .summary = "List, read, check and change what is stored",
           .options = {rootOption(arguments->root)},
-          .commands = {command("list", "Print everything that is stored", list),
-                       withKey(command("get", "Print one value", get)), std::move(change),
-                       withKey(command("unset", "Remove one value and tell every process", unset))},
+          .commands = {command("list", "Print everything that is stored", list, RootUse::reads),
+                       withKey(command("get", "Print one value", get, RootUse::reads)),
+                       std::move(change), std::move(checked),
+                       withKey(command("unset", "Remove one value and tell every process", unset,
+                                       RootUse::reads))},
           .notes = keyHelp()};
 }
 

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "errors.h"
+#include "nearest.h"
 
 namespace varnix::cli {
 
@@ -23,9 +24,17 @@ int channel(std::string_view color, std::size_t at) {
 bool wantsSwatches(const std::string& choice) {
   if (choice == "always") return true;
   if (choice == "never") return false;
-  if (choice != "auto") throw UsageError("no such choice of --color", choice);
+  if (choice != "auto")
+    throw UsageError("no such choice of --color",
+                     choice + didYouMean(choice, {"auto", "always", "never"}));
   const char* refused = std::getenv("NO_COLOR");
-  return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0');
+  return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0') &&
+         !isDumbTerminal();
+}
+
+bool isDumbTerminal() {
+  const char* terminal = std::getenv("TERM");
+  return terminal != nullptr && std::string_view(terminal) == "dumb";
 }
 
 std::string swatch(std::string_view color) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "escaped.h"
 #include "swatches.h"
 
 namespace varnix::cli {
@@ -31,7 +32,7 @@ class Table {
 
 std::string identity(const Json& report) {
   const Json& bundle = report["bundle"];
-  return (bundle.is_string() ? bundle.get<std::string>() : "no bundle") + " (" +
+  return (bundle.is_string() ? escaped(bundle.get<std::string>()) : "no bundle") + " (" +
          report["kind"].get<std::string>() + ")\n";
 }
 
@@ -61,7 +62,7 @@ std::string skipped(const Json& report) {
 
 std::string logLines(const Json& report) {
   std::string text;
-  for (const Json& line : report["log"]) text += line["line"].get<std::string>() + '\n';
+  for (const Json& line : report["log"]) text += escaped(line["line"].get<std::string>()) + '\n';
   return text;
 }
 

@@ -270,14 +270,6 @@ TEST_F(Inspect, AProcessThatHangsIsGivenUp) {
   EXPECT_EQ(outcome.error, "varnix: a hosted process did not answer in time: killed\n");
 }
 
-TEST_F(Inspect, AProcessThatDiesIsReported) {
-  setenv("MISBEHAVE", "abort", 1);
-  const auto outcome = varnix({"inspect", "--bundle", "a", "--load", VARNIX_MISBEHAVE});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.out, "");
-  EXPECT_TRUE(outcome.error.ends_with("varnix: a hosted process died: Aborted\n")) << outcome.error;
-}
-
 TEST_F(Inspect, AnExtensionThatCannotBeLoaded) {
   const auto outcome = varnix({"inspect", "--bundle", "a", "--load", "/missing.so"});
   EXPECT_EQ(outcome.status, 1);

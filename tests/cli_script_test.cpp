@@ -280,7 +280,7 @@ class Wrong : public Script {
 
 TEST_F(Wrong, CommandsAreNamedByTheirLine) {
   const Words app = {"--bundle", "com.example.app"};
-  refuses(app, "print\n\nparint\n", "line 3: no such command: parint");
+  refuses(app, "print\n\nparint\n", "line 3: no such command: parint (did you mean print?)");
   refuses(app, "present\n",
           "line 1: expected present control-centre or present notification-centre: present");
   refuses(app, "#\ncontrast maybe\n",

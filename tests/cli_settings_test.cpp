@@ -117,14 +117,20 @@ TEST_F(Settings, WrongKindsAreRefused) {
     expectRefused({"settings", "set", "a.b_scope_enabled", text}, 2, truth + text);
   }
   expectRefused({"settings", "set", "cached_icon_color_a.b", "x"}, 2,
-                "wrong value (wanted: data that the library writes): x");
+                "wrong value (wanted: the archive that the library writes): x");
 }
 
 TEST_F(Settings, UnknownKeysAreRefused) {
   settings("<key>enabled</key><true/>");
-  for (const char* key : {"", "Enabled", "statusbar_colour", "a.b_colour", "_enabled", "color",
-                          "cached_icon_color_", "_cc_color", "a.b_", "enabled "}) {
+  for (const char* key : {"", "a.b_colour", "color", "cached_icon_color_", "a.b_"}) {
     expectRefused({"settings", "set", key, "true"}, 2, "no such setting: " + std::string(key));
+  }
+  for (const auto& [key, meant] :
+       {std::pair("Enabled", "enabled"), std::pair("statusbar_colour", "statusbar_color"),
+        std::pair("_enabled", "enabled"), std::pair("_cc_color", "cc_color"),
+        std::pair("enabled ", "enabled")}) {
+    expectRefused({"settings", "set", key, "true"}, 2,
+                  std::string("no such setting: ") + key + " (did you mean " + meant + "?)");
   }
 }
 
@@ -157,9 +163,9 @@ TEST_F(Settings, OddIdentifiers) {
 TEST_F(Settings, WhatAPropertyListCannotHoldIsRefused) {
   settings("<key>enabled</key><true/>");
   expectRefused({"settings", "set", "--force", "enabled", "a\x01z"}, 2,
-                "a property list cannot hold this: a\x01z");
-  expectRefused({"settings", "set", "--force", "enabled", "\xff\xfe"}, 2, "not UTF-8: \xff\xfe");
-  expectRefused({"settings", "set", "\xff_enabled", "true"}, 2, "not UTF-8: \xff_enabled");
+                "a property list cannot hold this: a\\x01z");
+  expectRefused({"settings", "set", "--force", "enabled", "\xff\xfe"}, 2, "not UTF-8: \\xff\\xfe");
+  expectRefused({"settings", "set", "\xff_enabled", "true"}, 2, "not UTF-8: \\xff_enabled");
 }
 
 TEST_F(Settings, AbsentKeys) {
@@ -370,7 +376,8 @@ TEST_F(Settings, RootStandsBeforeOrBehindTheVerb) {
 
 TEST_F(Settings, ARootThatCannotBeMade) {
   std::ofstream(folder.path() + "/file") << "x";
-  const auto outcome = varnix({"settings", "list", "--root", folder.path() + "/file"});
+  const auto outcome =
+      varnix({"settings", "set", "--root", folder.path() + "/file", "enabled", "1"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_TRUE(outcome.error.starts_with("varnix: cannot make the container root: "))
       << outcome.error;

@@ -57,7 +57,8 @@ TEST_F(Usage, ProcessOptions) {
     expect({command, "--bundle", "a", "--root", folder.path(), "--settings", "x"},
            "options that exclude each other: --root and --settings");
     expect({command, "--bundle", "a", "--kind", "toaster"}, "no such kind of process: toaster");
-    expect({command, "--bundle", "a", "--hooking", "later"}, "no such way of hooking: later");
+    expect({command, "--bundle", "a", "--hooking", "later"},
+           "no such way of hooking: later (did you mean late?)");
     expect({command, "--bundle", "a", "--without", "b", "-[c"},
            "not a class, method, variable or function: -[c");
     expect({command, "--bundle", "a", "b"}, "unexpected argument: b");

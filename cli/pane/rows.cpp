@@ -6,6 +6,7 @@
 #include "Foundation/text.h"
 #include "errors.h"
 #include "known_key.h"
+#include "nearest.h"
 #include "objc/block.h"
 #include "settings_file.h"
 
@@ -49,7 +50,7 @@ NSObject* PaneRows::value(const PaneRow& row) const {
 void PaneRows::set(const std::string& key, const std::string& text) {
   const auto row = std::find_if(rows_.begin(), rows_.end(),
                                 [&](const PaneRow& r) { return key == r.key->name; });
-  if (row == rows_.end()) throw Failure("no such setting", key);
+  if (row == rows_.end()) throw Failure("no such setting", key + didYouMean(key, keyNames()));
   NSObject* value = objectFor(valueFor(row->key->kind, text, false));
   // Saving would replace a file that cannot be read, of which the store knows nothing.
   storedSettings();

@@ -8,6 +8,7 @@
 #include "Foundation/file_contents.h"
 #include "Foundation/log.h"
 #include "answer_json.h"
+#include "death_report.h"
 #include "errors.h"
 #include "hosted_child.h"
 #include "input_limits.h"
@@ -66,7 +67,7 @@ std::string answer(const ProcessQuestion& question) {
   objc::AutoreleasePool pool;
   host::printLog(false);
   host::startProcess(question.process);
-  if (question.withLibrary) host::loadLibrary(host::defaultLibraryPath());
+  if (question.withLibrary) loadNamed(host::defaultLibraryPath());
   if (!question.artwork.empty()) play(question.artwork);
   Json screens = Json::object();
   for (const auto* screen : question.screens) {

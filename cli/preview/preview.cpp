@@ -11,6 +11,7 @@
 
 #include "commands.h"
 #include "errors.h"
+#include "escaped.h"
 #include "icon_choices.h"
 #include "interruption.h"
 #include "output_file.h"
@@ -18,7 +19,10 @@
 #include "preview/screens_module.h"
 #include "preview/studio.h"
 #include "preview/watch.h"
-#include "process/container.h"
+#include "root_choice.h"
+#include "settings_check.h"
+#include "settings_file.h"
+#include "swatches.h"
 
 namespace varnix::cli {
 
@@ -56,12 +60,19 @@ void requireInputsElsewhere(const PreviewArguments& arguments) {
 Tabs tabsFor(const PreviewArguments& arguments) {
   if (arguments.settings) return Tabs::ofFile(*arguments.settings, arguments.artwork);
   if (arguments.root)
-    return Tabs::ofContainer(host::resolveContainerRoot(*arguments.root), arguments.artwork);
+    return Tabs::ofContainer(chosenRoot(arguments.root, RootUse::reads), arguments.artwork);
   return Tabs::samples(arguments.artwork);
 }
 
+/// The samples are our own.
+void warnOfStored(const PreviewArguments& arguments, const Tabs& tabs) {
+  if (!arguments.settings && !arguments.root) return;
+  const std::string file = tabs.all().front().root + kSettingsPath;
+  warnOfSettings(file, arguments.settings.value_or(file));
+}
+
 void showProgress(std::size_t done, std::size_t all) {
-  if (isatty(STDERR_FILENO) == 0) return;
+  if (isatty(STDERR_FILENO) == 0 || isDumbTerminal()) return;
   std::cerr << "\rDrawing " << done << " of " << all << (done == all ? "\n" : "") << std::flush;
 }
 
@@ -94,6 +105,7 @@ int preview(PreviewArguments& arguments) {
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
   Tabs tabs = tabsFor(arguments);
+  warnOfStored(arguments, tabs);
   // Before anything is asked, so that no change is missed.
   std::optional<SettingsWatch> watch;
   if (arguments.watches) watch.emplace(tabs.all().front().root);
@@ -104,7 +116,7 @@ int preview(PreviewArguments& arguments) {
     const auto done = studio.work(folder.path(), showProgress);
     folder.putInPlace();
     place = folder.place();
-    std::cout << (place / "index.html").string() << '\n'
+    std::cout << escaped((place / "index.html").string()) << '\n'
               << done.pictures << " pictures: asked in " << seconds(done.asking) << ", drawn in "
               << seconds(done.drawing) << std::endl;
   }

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "runtime/runtime.h"
@@ -21,6 +22,18 @@ std::vector<std::string>& functions() {
 std::vector<std::string>& missing() {
   static auto* names = new std::vector<std::string>;
   return *names;
+}
+
+/// The stand-in's own code finds them by name, as does what every phone's frameworks do.
+constexpr const char* kIndispensable[] = {
+    "NSObject", "NSString",     "NSNumber",       "NSArray",    "NSDictionary", "NSBundle",
+    "CGColor",  "CGColorSpace", "CGDataProvider", "CGGradient", "CGContext",    "CGImage",
+};
+
+/// Of the root, its methods too.
+bool isIndispensable(const Absence& absence) {
+  if (absence.kind != Absence::Kind::classOrFunction) return absence.owner == "NSObject";
+  return std::ranges::find(kIndispensable, absence.name) != std::end(kIndispensable);
 }
 
 bool isWord(const std::string& text) {
@@ -86,6 +99,7 @@ std::optional<Absence> readAbsence(const std::string& text) {
 void leaveOut(const std::string& text) {
   const auto absence = readAbsence(text);
   if (!absence) throw std::runtime_error("not a class, method, variable or function: " + text);
+  if (isIndispensable(*absence)) throw std::runtime_error("no process can do without it: " + text);
   auto hidden = Hidden::done;
   if (absence->kind == Absence::Kind::classOrFunction) {
     if (!hideClassOrFunction(text)) hidden = Hidden::later;

@@ -22,7 +22,8 @@ struct Absence {
 HOST_EXPORT std::optional<Absence> readAbsence(const std::string& text);
 
 /// Leaves it out of this process, where it is not here yet when it comes. Throws std::runtime_error
-/// for no name, and where a class is here without the method or the variable.
+/// for no name, where a class is here without the method or the variable, and for what no process
+/// can do without: the root class with its methods, and a few others.
 void leaveOut(const std::string& text);
 
 /// What was to be left out and was not here at the start of the process.

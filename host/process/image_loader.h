@@ -18,6 +18,6 @@ struct ImageLoader {
 
 /// Takes over the libraries whose files end in ".dylib". The loader has to stay.
 HOST_EXPORT void setImageLoader(const ImageLoader* loader);
-const ImageLoader* imageLoader();
+HOST_EXPORT const ImageLoader* imageLoader();
 
 }  // namespace host

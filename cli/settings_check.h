@@ -1,0 +1,26 @@
+// What is wrong with a settings file, which the library takes without a word.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace varnix::cli {
+
+struct Finding {
+  std::string key;      ///< empty for the file as a whole
+  std::string wrong;    ///< "\"maybe\" is not true or false"
+  std::string instead;  ///< what happens: "it counts as false"
+};
+
+/// What the library does not read as it was meant, by key in the order of the alphabet: a file that
+/// holds no settings, unknown keys, values of another kind, colours that are none. A file that is
+/// not there has nothing wrong.
+std::vector<Finding> checkSettings(const std::string& file);
+
+/// "enabled: \"maybe\" is not true or false; it counts as false", fit for a terminal.
+std::string findingText(const Finding& finding);
+
+/// Warns of what is wrong with the file, which is called by that name; of the first twenty things.
+void warnOfSettings(const std::string& file, const std::string& name);
+
+}  // namespace varnix::cli
