@@ -8,6 +8,9 @@ namespace {
 
 constexpr double kTiny = 1e-6;
 
+/// Of what is drawn larger or smaller than it is, or off its pixels: pixman skips what is longer.
+constexpr double kLongestStretched = 32'000;
+
 bool isWhole(double value) { return std::abs(value - std::round(value)) < kTiny; }
 
 /// Whether each of the image's pixels falls on one of the bitmap, turned or mirrored as may be:
@@ -32,8 +35,8 @@ bool enlarges(const cairo_matrix_t& m) {
 /// How many pixels the image takes on the device, along its own axis.
 std::size_t pixelsTaken(double along, double across, std::size_t pixels) {
   const double length = std::hypot(along, across) * static_cast<double>(pixels);
-  const double taken = std::min(isWhole(length) ? std::round(length) : std::ceil(length),
-                                static_cast<double>(host::kLongestSide));
+  double taken = isWhole(length) ? std::round(length) : std::ceil(length);
+  if (pixels > host::kLongestSide) taken = std::min(taken, kLongestStretched);
   if (!(taken < static_cast<double>(pixels))) return pixels;
   return std::max<std::size_t>(static_cast<std::size_t>(taken), 1);
 }

@@ -3,6 +3,7 @@
 
 #include <lcms2.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -37,14 +38,13 @@ cmsUInt32Number layoutOf(Samples samples) {
   switch (samples) {
     case Samples::rgb:
       return TYPE_RGBA_8;
-    case Samples::grey:
-      return TYPE_GRAY_8;
     case Samples::inks:
       return TYPE_CMYK_8;
     case Samples::invertedInks:
       return TYPE_CMYK_8_REV;
+    default:
+      return 0;
   }
-  return 0;
 }
 
 Curve curveOf(double gamma) {
@@ -88,24 +88,44 @@ void ColorConversion::useGamma(double gamma, const Chromaticities& places, Sampl
 void ColorConversion::use(void* profile, Samples samples) {
   const Profile srgb(cmsCreate_sRGBProfile());
   if (srgb == nullptr) return;
-  const bool isGrey = samples == Samples::grey;
   areInks_ = samples == Samples::inks || samples == Samples::invertedInks;
-  conversion_.reset(cmsCreateTransform(
-      profile, layoutOf(samples), srgb.get(), TYPE_RGBA_8, INTENT_RELATIVE_COLORIMETRIC,
-      cmsFLAGS_BLACKPOINTCOMPENSATION | (samples == Samples::rgb ? cmsFLAGS_COPY_ALPHA : 0)));
-  if (conversion_ == nullptr) return;
-  if (isGrey) {
-    // Greys stay grey: one channel of the result says how light each is.
-    std::vector<std::uint8_t> all(256), converted(256 * 4);
-    for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<std::uint8_t>(i);
-    cmsDoTransform(conversion_.get(), all.data(), converted.data(), 256);
-    for (std::size_t i = 0; i < all.size(); ++i) greys_.push_back(converted[i * 4 + 1]);
-    conversion_.reset();
+  if (samples == Samples::grey) convertGreys(profile, srgb.get());
+  else
+    conversion_.reset(cmsCreateTransform(
+        profile, layoutOf(samples), srgb.get(), TYPE_RGBA_8, INTENT_RELATIVE_COLORIMETRIC,
+        cmsFLAGS_BLACKPOINTCOMPENSATION | (areInks_ ? 0 : cmsFLAGS_COPY_ALPHA)));
+  if (isNeeded() && makesSense(samples) && (areInks_ || !isAsGoodAsSrgb())) return;
+  conversion_.reset();
+  greys_.clear();
+}
+
+/// Greys stay grey: one channel of the result says how light each is. In bytes Little CMS would be
+/// off by several counts where it is dark.
+void ColorConversion::convertGreys(void* profile, void* srgb) {
+  constexpr std::size_t kGreys = 256;
+  const std::unique_ptr<void, Delete> exact(
+      cmsCreateTransform(profile, TYPE_GRAY_DBL, srgb, TYPE_RGB_DBL, INTENT_RELATIVE_COLORIMETRIC,
+                         cmsFLAGS_BLACKPOINTCOMPENSATION | cmsFLAGS_NOOPTIMIZE));
+  if (exact == nullptr) return;
+  std::vector<double> all(kGreys), converted(kGreys * 3);
+  for (std::size_t i = 0; i < kGreys; ++i) all[i] = static_cast<double>(i) / 255;
+  cmsDoTransform(exact.get(), all.data(), converted.data(), kGreys);
+  for (std::size_t i = 0; i < kGreys; ++i) {
+    const double green = converted[i * 3 + 1];
+    greys_.push_back(green > 0 ? static_cast<std::uint8_t>(std::lround(std::min(green, 1.0) * 255))
+                               : 0);
   }
-  if (!areInks_ && isAsGoodAsSrgb()) {
-    conversion_.reset();
-    greys_.clear();
-  }
+}
+
+/// A profile that is damaged inside may open well and make everything the same.
+bool ColorConversion::makesSense(Samples samples) const {
+  constexpr int kLeastDifference = 3 * 64;
+  std::uint8_t low[4] = {0, 0, 0, 0};
+  std::uint8_t high[4] = {255, 255, 255, 255};
+  apply(low, 1);
+  apply(high, 1);
+  const int difference = high[0] + high[1] + high[2] - low[0] - low[1] - low[2];
+  return (samples == Samples::inks ? -difference : difference) >= kLeastDifference;
 }
 
 /// Profiles of sRGB itself differ from each other by a count here and there: then the bytes are

@@ -46,6 +46,8 @@ class ColorConversion {
 
  private:
   void use(void* profile, Samples samples);
+  void convertGreys(void* profile, void* srgb);
+  bool makesSense(Samples samples) const;
   bool isAsGoodAsSrgb() const;
 
   struct Delete {

@@ -158,10 +158,9 @@ Surface shrunk(const Surface& source, int width, int height) {
   return target;
 }
 
-Surface readPicture(const std::string& file, const Pixels& covered) {
+Surface readPicture(const std::string& file, const Pixels& covered, std::string& problem) {
   const auto bytes = fileContents(file, kMaximumBytes);
   if (!bytes) throw std::runtime_error("cannot be read");
-  std::string problem;
   SmallPicture picture(covered);
   if (!imageio::readRows(*bytes, picture, problem)) throw std::runtime_error(problem);
   if (picture.isTooLong())
