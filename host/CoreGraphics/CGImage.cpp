@@ -1,15 +1,13 @@
 // Images: bytes of a provider, read as their format says.
 #include "CoreGraphics/objects.h"
 
-OBJC_EXPORTED_CLASS(CGImage, NSObject, objc::Ivar<"width", &CGImage::width>,
-                    objc::Ivar<"height", &CGImage::height>,
-                    objc::Ivar<"bytesPerRow", &CGImage::bytesPerRow>,
-                    objc::Ivar<"format", &CGImage::format>, objc::Ivar<"space", &CGImage::space>,
-                    objc::Ivar<"provider", &CGImage::provider>,
-                    objc::Ivar<"decode", &CGImage::decode>,
-                    objc::Ivar<"interpolates", &CGImage::interpolates>,
-                    objc::Ivar<"converted", &CGImage::converted>,
-                    objc::Ivar<"pixels", &CGImage::pixels>, objc::Ivar<"copies", &CGImage::copies>)
+OBJC_EXPORTED_CLASS(
+    CGImage, NSObject, objc::Ivar<"width", &CGImage::width>, objc::Ivar<"height", &CGImage::height>,
+    objc::Ivar<"bytesPerRow", &CGImage::bytesPerRow>, objc::Ivar<"format", &CGImage::format>,
+    objc::Ivar<"space", &CGImage::space>, objc::Ivar<"provider", &CGImage::provider>,
+    objc::Ivar<"decode", &CGImage::decode>, objc::Ivar<"interpolates", &CGImage::interpolates>,
+    objc::Ivar<"converted", &CGImage::converted>, objc::Ivar<"pixels", &CGImage::pixels>,
+    objc::Ivar<"file", &CGImage::file>, objc::Ivar<"copies", &CGImage::copies>)
 
 cairo_surface_t* CGImage::surface() {
   std::call_once(converted, [this] {
@@ -56,6 +54,7 @@ HOST_EXPORT CGImageRef CGImageCreate(std::size_t width, std::size_t height,
   image->provider = Strong<CGDataProvider>::retain(provider);
   if (decode != nullptr) image->decode.assign(decode, decode + 2 * colors);
   image->interpolates = shouldInterpolate;
+  image->copies = std::make_shared<host::SmallCopies>();
   return image;
 }
 

@@ -21,8 +21,7 @@ host::PixelRows rowsOf(cairo_surface_t* surface) {
 }
 
 void readStrips(CGImage& image, const std::function<void(const host::PixelRows&)>& take) {
-  if (image.provider->file != nullptr && image.decode.empty() && !image.provider->file->isDecoded())
-    return image.provider->file->readStrips(take);
+  if (image.file != nullptr && !image.file->isDecoded()) return image.file->readStrips(take);
   const std::uint8_t* bytes = image.provider->start();
   std::vector<std::uint32_t> strip(image.width * kRowsAtOnce);
   for (std::size_t y = 0; y < image.height; y += kRowsAtOnce) {
@@ -37,7 +36,7 @@ void readStrips(CGImage& image, const std::function<void(const host::PixelRows&)
 
 /// With the mean of all as a second copy, which is mostly asked for as well.
 std::vector<std::uint32_t> shrunkByStrips(CGImage& image, std::size_t width, std::size_t height) {
-  if (auto copy = image.copies.find(width, height)) return *copy;
+  if (auto copy = image.copies->find(width, height)) return *copy;
   std::vector<std::uint32_t> pixels(width * height);
   std::vector<std::uint32_t> mean(1);
   host::Shrinking smaller(image.width, image.height, {pixels.data(), width, width, height});
@@ -46,8 +45,8 @@ std::vector<std::uint32_t> shrunkByStrips(CGImage& image, std::size_t width, std
     smaller.add(rows);
     smallest.add(rows);
   });
-  image.copies.keep(width, height, pixels);
-  image.copies.keep(1, 1, mean);
+  image.copies->keep(width, height, pixels);
+  image.copies->keep(1, 1, mean);
   return pixels;
 }
 

@@ -11,6 +11,20 @@ std::string_view bytesOf(NSData* file) {
   return {static_cast<const char*>(send(file, NSData::bytes)), send(file, NSData::length)};
 }
 
+/// A process asks for one icon again and again, from the file each time.
+std::shared_ptr<SmallCopies> copiesFor(std::string_view bytes) {
+  static std::mutex guard;
+  static std::size_t length, hash;
+  static std::shared_ptr<SmallCopies> last;
+  const std::size_t newHash = std::hash<std::string_view>{}(bytes);
+  const std::lock_guard lock(guard);
+  if (last == nullptr || length != bytes.size() || hash != newHash)
+    last = std::make_shared<SmallCopies>();
+  length = bytes.size();
+  hash = newHash;
+  return last;
+}
+
 constexpr PixelFormat rgba(bool hasAlpha) {
   return {8, 32, 3, hasAlpha ? kCGImageAlphaLast : kCGImageAlphaNoneSkipLast};
 }
@@ -83,8 +97,9 @@ FileImage::FileImage(NSData* file) : file_(Strong<NSData>::retain(file)) {
   Loading loading(*this, kMostKeptPixels);
   std::string problem;
   isImage_ = imageio::readRows(bytesOf(file), loading, problem);
+  copies_ = pixels_.empty() ? copiesFor(bytesOf(file)) : std::make_shared<SmallCopies>();
   if (!isImage_ || pixels_.empty()) return;
-  note(problem);
+  copies_->noteProblem(problem);
   std::call_once(decoded_, [this] {
     pixels_.resize(size());
     isDecoded_ = true;
@@ -96,21 +111,11 @@ PixelFormat FileImage::format() const {
   return header_.isGrey ? PixelFormat{8, 8, 1, kCGImageAlphaNone} : rgba(header_.hasAlpha);
 }
 
-void FileImage::note(const std::string& problem) {
-  const std::lock_guard lock(guard_);
-  problem_ = problem;
-}
-
-std::string FileImage::problem() {
-  const std::lock_guard lock(guard_);
-  return problem_;
-}
-
 void FileImage::decodeAll() {
   Loading loading(*this, imageio::kMaximumPixels);
   std::string problem;
   imageio::readRows(bytesOf(file_), loading, problem);
-  note(problem);
+  copies_->noteProblem(problem);
   pixels_.resize(size());
   isDecoded_ = true;
 }
@@ -124,7 +129,7 @@ void FileImage::readStrips(const std::function<void(const PixelRows&)>& take) {
   Strips strips(header_, take);
   std::string problem;
   imageio::readRows(bytesOf(file_), strips, problem);
-  note(problem);
+  copies_->noteProblem(problem);
   strips.finish();
 }
 
@@ -140,16 +145,21 @@ CGImageRef imageFromFile(NSData* file, NSInteger& orientation) {
   const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(
       header.isGrey ? CGColorSpaceCreateDeviceGray() : CGColorSpaceCreateDeviceRGB());
   const PixelFormat format = image->format();
-  return CGImageCreate(header.width, header.height, format.bitsPerComponent, format.bitsPerPixel,
-                       header.width * format.bytesPerPixel(), space, format.info, provider, nullptr,
-                       true, CGColorRenderingIntent::standard);
+  const CGImageRef made =
+      CGImageCreate(header.width, header.height, format.bitsPerComponent, format.bitsPerPixel,
+                    header.width * format.bytesPerPixel(), space, format.info, provider, nullptr,
+                    true, CGColorRenderingIntent::standard);
+  if (made == nullptr) return nullptr;
+  made->file = image;
+  made->copies = image->copies();
+  return made;
 }
 
 std::string problemOf(CGImageRef image) {
-  if (image == nullptr || image->provider->file == nullptr) return {};
+  if (image == nullptr || image->file == nullptr) return {};
   // The mean is kept, and mostly wanted.
-  if (!image->provider->file->isDecoded()) image->shrunk(1, 1);
-  return image->provider->file->problem();
+  if (!image->file->isDecoded()) image->shrunk(1, 1);
+  return image->copies->problem();
 }
 
 }  // namespace host

@@ -6,12 +6,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "CoreGraphics/pixel_format.h"
 #include "CoreGraphics/shrink.h"
+#include "CoreGraphics/small_copies.h"
 #include "ImageIO/decode.h"
 #include "objc/strong.h"
 #include "platform/Foundation.h"
@@ -39,14 +41,14 @@ class FileImage {
   /// The same from the top, some rows of cairo's pixels at a time, without keeping them.
   void readStrips(const std::function<void(const PixelRows&)>& take);
 
-  /// Why rows are missing, as far as was noticed; empty where none is known to be.
-  std::string problem();
+  /// Shared with the image before this one where both are large and of the same bytes. The problem
+  /// is why rows are missing, as far as was noticed.
+  const std::shared_ptr<SmallCopies>& copies() const { return copies_; }
 
  private:
   class Loading;
   class Strips;
   void decodeAll();
-  void note(const std::string& problem);
 
   Strong<NSData> file_;  ///< as long as it may still be read
   imageio::Header header_;
@@ -54,8 +56,7 @@ class FileImage {
   std::once_flag decoded_;
   std::atomic<bool> isDecoded_ = false;
   std::vector<std::uint8_t> pixels_;
-  std::mutex guard_;
-  std::string problem_;
+  std::shared_ptr<SmallCopies> copies_;
 };
 
 /// The image in a file's bytes, owned by the caller; nil for what is none. The orientation is

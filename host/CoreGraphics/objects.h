@@ -70,7 +70,8 @@ struct CGImage : NSObject {
   bool interpolates;
   std::once_flag converted;
   CairoSurface pixels;
-  host::SmallCopies copies;  ///< of a large image
+  std::shared_ptr<host::FileImage> file;      ///< which the pixels are read from as they are
+  std::shared_ptr<host::SmallCopies> copies;  ///< of a large image
 };
 
 struct CGContext : NSObject {

@@ -1,4 +1,5 @@
-// The sizes in which a large image was asked last: to read it again takes long.
+// What is known of a large image once it was read: the sizes in which it was asked last, and what
+// was wrong. To read it again takes long.
 #pragma once
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 #include <cstdint>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -28,6 +30,16 @@ class SmallCopies {
     copies_.push_back({width, height, pixels});
   }
 
+  /// Empty until something is noted.
+  std::string problem() {
+    const std::lock_guard lock(guard_);
+    return problem_;
+  }
+  void noteProblem(const std::string& problem) {
+    const std::lock_guard lock(guard_);
+    problem_ = problem;
+  }
+
  private:
   static constexpr std::size_t kMost = 8;
 
@@ -37,6 +49,7 @@ class SmallCopies {
   };
   std::mutex guard_;
   std::vector<Copy> copies_;
+  std::string problem_;
 };
 
 }  // namespace host
