@@ -50,6 +50,30 @@ std::string greyProfile(double gamma) {
 /// Limits the inks, which is a profile of CMYK that converts to CMYK.
 std::string inkProfile() { return saved(cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 300)); }
 
+/// Inks of which black alone counts: how light it is falls with it from white to nothing.
+std::string blackInkProfile() {
+  cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+  cmsSetProfileVersion(profile, 4.3);
+  cmsSetDeviceClass(profile, cmsSigOutputClass);
+  cmsSetColorSpace(profile, cmsSigCmykData);
+  cmsSetPCS(profile, cmsSigLabData);
+  cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 4, 3);
+  cmsStage* table = cmsStageAllocCLut16bit(nullptr, 2, 4, 3, nullptr);
+  cmsStageSampleCLut16bit(
+      table,
+      [](const cmsUInt16Number* inks, cmsUInt16Number* lab, void*) {
+        lab[0] = static_cast<cmsUInt16Number>(65'535 - inks[3]);
+        lab[1] = lab[2] = 0x8080;
+        return TRUE;
+      },
+      nullptr, 0);
+  cmsPipelineInsertStage(pipeline, cmsAT_BEGIN, table);
+  cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
+  cmsWriteTag(profile, cmsSigAToB1Tag, pipeline);
+  cmsPipelineFree(pipeline);
+  return saved(profile);
+}
+
 std::string srgbProfile() { return saved(cmsCreate_sRGBProfile()); }
 
 /// What light of that share looks like in sRGB.
@@ -229,6 +253,19 @@ TEST(ColorsOfJpeg, FollowProfiles) {
       jpegOf(100, {.given = JCS_GRAYSCALE, .stored = JCS_GRAYSCALE, .profile = greyProfile(1)}, 1),
       grey(encoded(100 / 255.0)));
   EXPECT_EQ(jpegOf(100, {.profile = srgbProfile()}), grey(100));
+}
+
+TEST(ColorsOfJpeg, InksFollowTheirsToo) {
+  const std::string profile = blackInkProfile();
+  const JpegLook plain = {.given = JCS_CMYK, .stored = JCS_CMYK, .profile = profile};
+  const JpegLook adobe = {
+      .given = JCS_CMYK, .stored = JCS_CMYK, .hasAdobeMarker = true, .profile = profile};
+  // A lightness of 100 and of 60 in a hundred; cyan, magenta and yellow would darken it. What black
+  // counts as black is a matter of taste, which moves the second.
+  expectClose(jpegOf(0, plain, 4), grey(255));
+  expectClose(jpegOf(102, plain, 4), grey(145), 8);
+  expectClose(jpegOf(255, adobe, 4), grey(255));
+  expectClose(jpegOf(153, adobe, 4), grey(145), 8);
 }
 
 TEST(ColorsOfJpeg, ALargeProfileComesInPieces) {
