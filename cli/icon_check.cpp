@@ -23,14 +23,18 @@ Strong<UIImage> pictureIn(const std::string& file) {
 
 }  // namespace
 
+void warnOfMissingRows(NSObject* image, const std::string& file) {
+  if (auto* problem = send<NSString*>(image, "standIn_problem"_sel))
+    std::cerr << "varnix: " << file << ": " << host::text(problem) << '\n';
+}
+
 void checkIcons(const std::map<std::string, std::string>& icons) {
   if (objc::classOf<UIImage>() == nullptr) return;
   objc::AutoreleasePool pool;
   for (const auto& [identifier, file] : icons) {
     const Strong<UIImage> picture = pictureIn(file);
     if (picture == nullptr) throw Failure("not a PNG or JPEG image", file);
-    if (auto* problem = send<NSString*>(picture.get(), "standIn_problem"_sel))
-      std::cerr << "varnix: " << file << ": " << host::text(problem) << '\n';
+    warnOfMissingRows(picture.get(), file);
   }
 }
 

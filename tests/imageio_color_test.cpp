@@ -53,7 +53,7 @@ std::string inkProfile() { return saved(cmsCreateInkLimitingDeviceLink(cmsSigCmy
 /// Inks of which black alone counts: how light it is falls with it from white to nothing.
 std::string blackInkProfile() {
   cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
-  cmsSetProfileVersion(profile, 4.3);
+  cmsSetProfileVersion(profile, 2.1);
   cmsSetDeviceClass(profile, cmsSigOutputClass);
   cmsSetColorSpace(profile, cmsSigCmykData);
   cmsSetPCS(profile, cmsSigLabData);
@@ -63,7 +63,7 @@ std::string blackInkProfile() {
       table,
       [](const cmsUInt16Number* inks, cmsUInt16Number* lab, void*) {
         lab[0] = static_cast<cmsUInt16Number>(65'535 - inks[3]);
-        lab[1] = lab[2] = 0x8080;
+        lab[1] = lab[2] = 0x8000;
         return TRUE;
       },
       nullptr, 0);
