@@ -143,6 +143,7 @@ class PngReader {
   }
 
   void findColors(Samples samples) {
+    // libpng says so of the profiles of sRGB that it knows, too.
     if (png_get_valid(png_, info_, PNG_INFO_sRGB) != 0) return;
     png_charp name = nullptr;
     png_bytep profile = nullptr;
