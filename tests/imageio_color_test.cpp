@@ -82,7 +82,8 @@ std::string tabledProfile() {
     const double light = value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
     table.push_back(static_cast<cmsUInt16Number>(std::lround(light * 65'535)));
   }
-  const cmsCIExyYTRIPLE rounded = {{0.6402, 0.3299, 1}, {0.3001, 0.5999, 1}, {0.1500, 0.0600, 1}};
+  const cmsCIExyYTRIPLE rounded = {
+      {0.64003, 0.32998, 1}, {0.30002, 0.59998, 1}, {0.15000, 0.06001, 1}};
   cmsToneCurve* curve = cmsBuildTabulatedToneCurve16(nullptr, 1024, table.data());
   cmsToneCurve* curves[] = {curve, curve, curve};
   const std::string bytes = saved(cmsCreateRGBProfile(&kDaylight, &rounded, curves));
