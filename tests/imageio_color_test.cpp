@@ -83,7 +83,7 @@ std::string tabledProfile() {
     table.push_back(static_cast<cmsUInt16Number>(std::lround(light * 65'535)));
   }
   const cmsCIExyYTRIPLE rounded = {
-      {0.64003, 0.32998, 1}, {0.30002, 0.59998, 1}, {0.15000, 0.06001, 1}};
+      {0.6401, 0.3299, 1}, {0.30005, 0.59995, 1}, {0.15000, 0.06005, 1}};
   cmsToneCurve* curve = cmsBuildTabulatedToneCurve16(nullptr, 1024, table.data());
   cmsToneCurve* curves[] = {curve, curve, curve};
   const std::string bytes = saved(cmsCreateRGBProfile(&kDaylight, &rounded, curves));
