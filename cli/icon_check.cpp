@@ -1,6 +1,9 @@
 #include "icon_check.h"
 
+#include <iostream>
+
 #include "Foundation/file_contents.h"
+#include "Foundation/text.h"
 #include "errors.h"
 #include "input_limits.h"
 #include "objc/autorelease_pool.h"
@@ -11,21 +14,27 @@ namespace varnix::cli {
 
 namespace {
 
-bool isPicture(const std::string& file) {
-  const auto contents = host::fileContents(file, kLargestFile);
-  auto* image = contents ? objc::alloc<UIImage>() : nullptr;
-  if (image == nullptr) return false;
-  auto* data = NSData::dataWithBytes(contents->data(), contents->size());
-  return Strong<UIImage>::adopt(send(image, UIImage::initWithData, data)).get() != nullptr;
+/// Nil for what is no picture.
+Strong<UIImage> pictureIn(const std::string& file) {
+  NSData* data = host::fileData(file, kLargestFile);
+  if (data == nullptr) return {};
+  return Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData, data));
 }
 
 }  // namespace
+
+void warnOfMissingRows(NSObject* image, const std::string& file) {
+  if (auto* problem = send<NSString*>(image, "standIn_problem"_sel))
+    std::cerr << "varnix: " << file << ": " << host::text(problem) << '\n';
+}
 
 void checkIcons(const std::map<std::string, std::string>& icons) {
   if (objc::classOf<UIImage>() == nullptr) return;
   objc::AutoreleasePool pool;
   for (const auto& [identifier, file] : icons) {
-    if (!isPicture(file)) throw Failure("not a PNG or JPEG image", file);
+    const Strong<UIImage> picture = pictureIn(file);
+    if (picture == nullptr) throw Failure("not a PNG or JPEG image", file);
+    warnOfMissingRows(picture.get(), file);
   }
 }
 

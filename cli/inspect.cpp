@@ -66,6 +66,7 @@ Json askBoth(const Question& question) {
   without.withLibrary = false;
   // It runs once: it may change the settings, and standard input can be read once.
   if (question.withLibrary) without.script.reset();
+  without.checksIcons = !question.withLibrary;
   HostedChild plain([&without] { return dump(report(without)); });
   std::optional<HostedChild> dyed;
   if (question.withLibrary) dyed.emplace([&question] { return dump(report(question)); });

@@ -71,6 +71,8 @@ int pickColors(const PickArguments& arguments) {
             << std::flush;
   int status = 0;
   for (const pick::Analysis& image : answer.images) {
+    if (!image.warning.empty())
+      std::cerr << "varnix: " << image.file << ": " << image.warning << '\n';
     if (image.error.empty()) continue;
     warn("cannot pick from " + image.file + ": " + image.error);
     status = 1;

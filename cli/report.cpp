@@ -98,7 +98,7 @@ Json report(const Question& question) {
   host::printLog(false);
   host::startProcess(question.process);
   if (question.withLibrary) warnOfMissing();
-  checkIcons(question.process.icons);
+  if (question.checksIcons) checkIcons(question.process.icons);
   std::optional<Stage> stage;
   if (question.script) stage.emplace();
   Json result;

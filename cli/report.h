@@ -14,6 +14,7 @@ namespace varnix::cli {
 struct Question {
   host::ProcessOptions process;
   bool withLibrary = true;
+  bool checksIcons = true;  ///< one of two processes is enough
   std::vector<std::string> extensions;
   std::optional<LineSource> script;
   std::vector<std::string> classes;  ///< whose surfaces are asked; all where there are none

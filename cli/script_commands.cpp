@@ -4,6 +4,7 @@
 #include "Foundation/run_loop.h"
 #include "Foundation/text.h"
 #include "errors.h"
+#include "icon_check.h"
 #include "input_limits.h"
 #include "platform/UIKit.h"
 #include "settings_file.h"
@@ -24,6 +25,7 @@ NSObject* imageOf(const std::string& file) {
   NSData* data = NSData::dataWithBytes(contents->data(), contents->size());
   auto* image = send<NSObject*>(imageClass, "imageWithData:"_sel, data);
   if (image == nullptr) throw Failure("not a PNG or JPEG image", file);
+  warnOfMissingRows(image, file);
   return image;
 }
 

@@ -171,10 +171,27 @@ TEST_F(Pick, FilesThatAreNoImage) {
   std::filesystem::resize_file(huge, (256ULL << 20) + 1);
   expectBad(huge, "is larger than 256 MB");
   expectBad(write("empty.png", ""), "not a PNG or JPEG image");
-  expectBad(write("cut.png", png.substr(0, png.size() / 2)), "the image is truncated or damaged");
+  // A few bytes into the pixels, of which not one row is there.
+  expectBad(write("cut.png", png.substr(0, 45)), "the image is truncated or damaged");
   std::string damaged = png;
-  damaged[png.size() / 2] = static_cast<char>(~damaged[png.size() / 2]);
+  damaged[30] = static_cast<char>(~damaged[30]);
   expectBad(write("damaged.png", damaged), "the image is truncated or damaged");
+}
+
+TEST_F(Pick, APartOfAnImageCountsWithAWarning) {
+  // Every row in the file stands for itself, so that a cut leaves those above it.
+  Picture noise{32, 32, false, 0, {}};
+  for (unsigned i = 0; i < 32 * 32; ++i) {
+    const auto value = static_cast<std::uint8_t>(i * i * 7 >> 3);
+    noise.rgba.insert(noise.rgba.end(), {value, static_cast<std::uint8_t>(i), value, 255});
+  }
+  const std::string png = *host::imageio::encodePng(noise);
+  const std::string file = write("cut.png", png.substr(0, png.size() * 3 / 4));
+  const auto outcome = varnix({"pick", file});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.starts_with(file + "\nbackground")) << outcome.out;
+  EXPECT_EQ(outcome.error, "varnix: " + file +
+                               ": the image is truncated or damaged: only a part of it is there\n");
 }
 
 TEST_F(Pick, SizesThatNoImageHas) {
@@ -185,7 +202,7 @@ TEST_F(Pick, SizesThatNoImageHas) {
   };
   const std::string sixtyThousand("\0\0\xEA\x60", 4);
   expectBad(write("large.png", sized(sixtyThousand, sixtyThousand)),
-            "the image is too large (60000 x 60000)");
+            "the image is too large (60000 x 60000; 100000000 pixels at most)");
   const std::string nothing(4, '\0');
   expectBad(write("none.png", sized(nothing, nothing)), "the image has no pixels");
 }

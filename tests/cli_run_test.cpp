@@ -351,6 +351,18 @@ TEST_F(Run, IconsThatAreNone) {
   }
 }
 
+TEST_F(Run, AnIconOfWhichAPartIsThereIsAWarning) {
+  const std::string whole = test::contentsOf(VARNIX_SAMPLES "/icons/com.example.mail.png");
+  const std::string file = write("cut.png", whole.substr(0, whole.size() * 3 / 4));
+  for (const char* command : {"run", "inspect"}) {
+    const auto outcome = varnix({command, "--bundle", "a", "--icon", "a=" + file});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(
+        outcome.error,
+        "varnix: " + file + ": the image is truncated or damaged: only a part of it is there\n");
+  }
+}
+
 TEST_F(Run, AnotherExtensionIsLoadedAfterTheLibrary) {
   // The library itself stands in for another extension: loading it again changes nothing.
   const auto once = varnix({"run", "--bundle", "a", "--trace"});

@@ -310,6 +310,15 @@ TEST_F(Wrong, ImagesAreLookedAt) {
   refuses(board, "print\ntrack " + text, "line 2: not a PNG or JPEG image: " + text);
 }
 
+TEST_F(Script, AnArtworkOfWhichAPartIsThereIsAWarning) {
+  const std::string whole = test::contentsOf(kArtwork);
+  const std::string cut = write("cut.png", whole.substr(0, whole.size() * 3 / 4));
+  const auto outcome = run({"--bundle", "com.apple.springboard"}, "track " + cut + "\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.error,
+            "varnix: " + cut + ": the image is truncated or damaged: only a part of it is there\n");
+}
+
 TEST_F(Wrong, AMissingScriptEndsTheCommand) {
   for (const char* command : {"run", "inspect"}) {
     const auto missing = varnix({command, "--bundle", "com.example.app", "--script", "/no/such"});

@@ -194,7 +194,7 @@ TEST(Context, SaysWhyThereIsNone) {
   ASSERT_EQ(host::logLines().size(), 1U);
   EXPECT_EQ(host::logLines()[0].line,
             "CGBitmapContextCreate: unsupported parameter combination: 2 x 3, 8 bits a component, "
-            "4 bytes a row, bitmap info 1");
+            "4 bytes a row, bitmap info 1; a side has 32767 pixels at most");
 }
 
 TEST(Context, AnswersNothingForNil) {

@@ -156,6 +156,40 @@ TEST(Mask, CoversWhatIsDrawnByItsAlphaAlone) {
   for (std::size_t i = 0; i < bytes.size(); i += 4) EXPECT_EQ(bytes[i + 2], 0) << "no blue";
 }
 
+TEST(Mask, OfGreysWithoutAlphaCoversByThem) {
+  const test::Layout greys = {
+      .width = 4, .bitsPerPixel = 8, .info = kCGImageAlphaNone, .isGrey = true};
+  test::Layout inverted = greys;
+  inverted.decode = {1, 0};
+  const Bytes values = {0, 64, 128, 255};
+  for (const auto& [layout, expected] :
+       {std::pair{greys, values}, std::pair{inverted, Bytes{255, 191, 127, 0}}}) {
+    const test::Bitmap mask(test::createImage(values, layout));
+    Bytes bytes;
+    const test::Context context(test::createContext(bytes, 4, 1));
+    CGContextClipToMask(context, {{0, 0}, {4, 1}}, mask);
+    CGContextFillRect(context, {{0, 0}, {4, 1}});
+    EXPECT_EQ(alphasOf(bytes), expected);
+  }
+  // Halved, it covers by the means.
+  const test::Bitmap mask(test::createImage(values, greys));
+  Bytes bytes;
+  const test::Context context(test::createContext(bytes, 2, 1));
+  CGContextClipToMask(context, {{0, 0}, {2, 1}}, mask);
+  CGContextFillRect(context, {{0, 0}, {2, 1}});
+  EXPECT_EQ(alphasOf(bytes), (Bytes{32, 192}));
+}
+
+TEST(Mask, OfOpaqueColoursCoversAll) {
+  const test::Bitmap mask(
+      test::createImage(Bytes(8, 40), {.width = 2, .info = kCGImageAlphaNoneSkipLast}));
+  Bytes bytes;
+  const test::Context context(test::createContext(bytes, 2, 1));
+  CGContextClipToMask(context, {{0, 0}, {2, 1}}, mask);
+  CGContextFillRect(context, {{0, 0}, {2, 1}});
+  EXPECT_EQ(alphasOf(bytes), (Bytes{255, 255}));
+}
+
 TEST(Mask, CoversImagesAndPaths) {
   const test::Bitmap mask(createMask({0, 128, 255}));
   const test::Bitmap image(test::createImage(Bytes(3 * 4, 255), {.width = 3}));

@@ -144,6 +144,12 @@ class Files : public testing::Test {
     return file();
   }
   std::string file() const { return folder.path() + "/picture"; }
+  static Surface loaded(const std::string& file, const Pixels& covered) {
+    std::string problem;
+    Surface picture = readPicture(file, covered, problem);
+    EXPECT_EQ(problem, "");
+    return picture;
+  }
   test::Folder folder;
 };
 
@@ -159,13 +165,13 @@ Picture twoHalves(unsigned width, unsigned height) {
 
 TEST_F(Files, AreShrunkAsFarAsTheyStillCover) {
   write(*host::imageio::encodePng(twoHalves(400, 300)));
-  const Surface picture = readPicture(file(), {100, 100});
+  const Surface picture = loaded(file(), {100, 100});
   EXPECT_EQ(widthOf(picture), 133);
   EXPECT_EQ(heightOf(picture), 100);
   EXPECT_EQ(pixelAt(picture, 10, 50), 0xffff0000U);
   EXPECT_EQ(pixelAt(picture, 120, 50), 0xff0000ffU);
-  EXPECT_EQ(widthOf(readPicture(file(), {4000, 10})), 400) << "never enlarged";
-  EXPECT_EQ(widthOf(readPicture(file(), {1, 1})), 1);
+  EXPECT_EQ(widthOf(loaded(file(), {4000, 10})), 400) << "never enlarged";
+  EXPECT_EQ(widthOf(loaded(file(), {1, 1})), 1);
 }
 
 TEST_F(Files, AreTurnedAsTheyAreToBeSeen) {
@@ -188,7 +194,7 @@ TEST_F(Files, AreTurnedAsTheyAreToBeSeen) {
         29);
     exif.append(orientation, 1).append(6, '\0');
     jpeg.insert(2, exif);
-    const Surface turned = readPicture(write(jpeg), {500, 500});
+    const Surface turned = loaded(write(jpeg), {500, 500});
     EXPECT_EQ(widthOf(turned), width) << int(*orientation);
     EXPECT_EQ(channel(turned, 3, 3, 0) > 128, isRedFirst) << int(*orientation);
   }
@@ -196,11 +202,29 @@ TEST_F(Files, AreTurnedAsTheyAreToBeSeen) {
 
 TEST_F(Files, ThatAreNoPicturesAreRefused) {
   for (const char* bytes : {"", "text", "\x89PNG\r\n\x1a\n", "\xff\xd8\xff"})
-    EXPECT_THROW(readPicture(write(bytes), {10, 10}), std::runtime_error);
-  EXPECT_THROW(readPicture(folder.path(), {10, 10}), std::runtime_error);
-  EXPECT_THROW(readPicture("/nowhere", {10, 10}), std::runtime_error);
-  EXPECT_THROW(readPicture(write(*host::imageio::encodePng(twoHalves(40000, 1))), {10, 10}),
+    EXPECT_THROW(loaded(write(bytes), {10, 10}), std::runtime_error);
+  EXPECT_THROW(loaded(folder.path(), {10, 10}), std::runtime_error);
+  EXPECT_THROW(loaded("/nowhere", {10, 10}), std::runtime_error);
+  EXPECT_THROW(loaded(write(*host::imageio::encodePng(twoHalves(40000, 1))), {10, 10}),
                std::runtime_error);
+}
+
+TEST_F(Files, MayBeAsLongAsTheFormatsHaveThem) {
+  for (const unsigned width : {32'767U, 32'768U, 65'535U}) {
+    const Surface small = loaded(write(*host::imageio::encodePng(twoHalves(width, 40))), {100, 1});
+    EXPECT_EQ(widthOf(small), std::lround(width / 40.0)) << width;
+    EXPECT_EQ(heightOf(small), 1);
+    EXPECT_EQ(pixelAt(small, 300, 0), 0xffff0000U);
+    EXPECT_EQ(pixelAt(small, widthOf(small) - 300, 0), 0xff0000ffU);
+  }
+}
+
+TEST_F(Files, OfWhichAPartIsThereSaySo) {
+  const std::string whole = *host::imageio::encodePng(twoHalves(400, 300));
+  std::string problem;
+  const Surface part = readPicture(write(whole.substr(0, whole.size() - 30)), {10, 10}, problem);
+  EXPECT_EQ(problem, "the image is truncated or damaged: only a part of it is there");
+  EXPECT_EQ(pixelAt(part, 1, 1), 0xffff0000U);
 }
 
 TEST_F(Files, AreWrittenAsTheyAre) {

@@ -13,6 +13,9 @@ bool measurePass();
 /// The important colour of 512 x 512 pixels, and its parts.
 void measureImportantColor();
 
+/// Pictures of 64 million pixels, from file to squeeze.
+void measureLargeImages();
+
 /// A recoloured image of 120 x 120.
 void measureRecolor();
 

@@ -34,6 +34,7 @@ extern "C" [[gnu::visibility("default")]] int measurePictures(int count, char** 
     return 1;
   }
   bench::measureImportantColor();
+  bench::measureLargeImages();
   bench::measureRecolor();
   bench::measurePickers(pickers, pictures);
   bench::printTable();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Foundation/text.h"
 #include "color/AverageColor.h"
 #include "color/ImportantColor.h"
 #include "errors.h"
@@ -102,6 +103,7 @@ Analysis analyse(CQColorPicker* picker, const std::string& file, const Request& 
   try {
     const Strong<UIImage> image = imageFromFile(file);
     pickColors(picker, image, request, result);
+    result.warning = host::text(send<NSString*>(image.get(), "standIn_problem"_sel));
   } catch (const Unreadable& error) {
     result.error = error.what();
   }

@@ -24,7 +24,8 @@ struct Pixels {
 
 struct Analysis {
   std::string file;
-  std::string error;  ///< why there is nothing else; empty where there is
+  std::string error;    ///< why there is nothing else; empty where there is
+  std::string warning;  ///< what is wrong with an image that was analysed all the same
   Color background, primary, secondary, important, average;
   const char* rule = "";     ///< where the important colour came from
   bool isSaturated = false;  ///< whether it was pushed to another saturation

@@ -29,14 +29,14 @@ std::string reasonOf(const std::string& path) {
 }  // namespace
 
 Strong<UIImage> imageFromFile(const std::string& path) {
-  const auto bytes = host::fileContents(path, kMaximumBytes);
-  if (!bytes) throw Unreadable(reasonOf(path));
   const objc::AutoreleasePool pool;
-  auto image = Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData,
-                                           NSData::dataWithBytes(bytes->data(), bytes->size())));
+  NSData* file = host::fileData(path, kMaximumBytes);
+  if (file == nullptr) throw Unreadable(reasonOf(path));
+  auto image = Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData, file));
   if (image.get() != nullptr) return image;
   std::string why;
-  host::imageio::decode(*bytes, &why);
+  const auto* bytes = static_cast<const char*>(send(file, NSData::bytes));
+  host::imageio::decode({bytes, send(file, NSData::length)}, &why);
   throw Unreadable(why.empty() ? "the image cannot be used" : why);
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 
 #include "errors.h"
 #include "process/process.h"
@@ -53,7 +54,10 @@ std::vector<const Screen*> screensNamed(const std::vector<std::string>& identifi
 
 host::screens::Surface pictureFrom(const std::string& file, const host::screens::Pixels& covered) {
   try {
-    return screensModule().readPicture(file, covered);
+    std::string problem;
+    auto picture = screensModule().readPicture(file, covered, problem);
+    if (!problem.empty()) std::cerr << "varnix: " << file << ": " << problem << '\n';
+    return picture;
   } catch (const std::runtime_error& error) {
     throw Failure("cannot use the picture " + file, error.what());
   }

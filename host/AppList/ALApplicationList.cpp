@@ -41,9 +41,8 @@ struct ApplicationList : ALApplicationList {
 /// size of 0 or beyond reason.
 UIImage* ApplicationList::icon(NSUInteger size, NSString* identifier) {
   if (size > kMaximumSize || objc::as<NSString>(identifier) == nullptr) return nullptr;
-  const auto contents = host::fileContents(iconFile(identifier), kMaximumFile);
-  if (!contents) return nullptr;
-  auto* data = NSData::dataWithBytes(contents->data(), contents->size());
+  NSData* data = host::fileData(iconFile(identifier), kMaximumFile);
+  if (data == nullptr) return nullptr;
   auto* image = objc::alloc<UIImage>();
   if (image == nullptr) return nullptr;  // a process without that class
   const auto whole = Strong<UIImage>::adopt(send(image, UIImage::initWithData, data));

@@ -49,7 +49,8 @@ CGContextRef unsupported(std::size_t width, std::size_t height, std::size_t bits
             "CGBitmapContextCreate: unsupported parameter combination: " + std::to_string(width) +
                 " x " + std::to_string(height) + ", " + std::to_string(bitsPerComponent) +
                 " bits a component, " + std::to_string(bytesPerRow) + " bytes a row, bitmap info " +
-                std::to_string(info));
+                std::to_string(info) + "; a side has " + std::to_string(host::kLongestSide) +
+                " pixels at most");
   return nullptr;
 }
 

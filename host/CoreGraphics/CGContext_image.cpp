@@ -1,12 +1,15 @@
 // Images drawn into contexts. Shrinking is averaging; the rest is cairo's.
+#include <algorithm>
 #include <cmath>
 
 #include "CoreGraphics/drawing.h"
-#include "CoreGraphics/shrink.h"
 
 namespace {
 
 constexpr double kTiny = 1e-6;
+
+/// Of what is drawn larger or smaller than it is, or off its pixels: pixman skips what is longer.
+constexpr double kLongestStretched = 32'000;
 
 bool isWhole(double value) { return std::abs(value - std::round(value)) < kTiny; }
 
@@ -32,25 +35,10 @@ bool enlarges(const cairo_matrix_t& m) {
 /// How many pixels the image takes on the device, along its own axis.
 std::size_t pixelsTaken(double along, double across, std::size_t pixels) {
   const double length = std::hypot(along, across) * static_cast<double>(pixels);
-  const double taken = isWhole(length) ? std::round(length) : std::ceil(length);
+  double taken = isWhole(length) ? std::round(length) : std::ceil(length);
+  if (pixels > host::kLongestSide) taken = std::min(taken, kLongestStretched);
   if (!(taken < static_cast<double>(pixels))) return pixels;
   return std::max<std::size_t>(static_cast<std::size_t>(taken), 1);
-}
-
-host::PixelRows rowsOf(cairo_surface_t* surface) {
-  return {reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface)),
-          static_cast<std::size_t>(cairo_image_surface_get_stride(surface)) / 4,
-          static_cast<std::size_t>(cairo_image_surface_get_width(surface)),
-          static_cast<std::size_t>(cairo_image_surface_get_height(surface))};
-}
-
-CairoSurface shrunk(cairo_surface_t* from, std::size_t width, std::size_t height) {
-  CairoSurface small(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width),
-                                                static_cast<int>(height)));
-  if (cairo_surface_status(small.get()) == CAIRO_STATUS_SUCCESS)
-    host::shrink(rowsOf(from), rowsOf(small.get()));
-  cairo_surface_mark_dirty(small.get());
-  return small;
 }
 
 /// Threads may draw one image at the same time, and cairo's surfaces are no good for that.
@@ -63,6 +51,30 @@ CairoSurface viewOf(CGImageRef image) {
       cairo_image_surface_get_stride(shared)));
 }
 
+/// What a grey image without alpha covers as a mask: white all, black nothing.
+CairoSurface coverOf(cairo_surface_t* greys) {
+  const int width = cairo_image_surface_get_width(greys);
+  const int height = cairo_image_surface_get_height(greys);
+  CairoSurface cover(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+  if (cairo_surface_status(cover.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
+  auto rowOf = [](cairo_surface_t* surface, int y) {
+    return reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface) +
+                                            static_cast<std::ptrdiff_t>(y) *
+                                                cairo_image_surface_get_stride(surface));
+  };
+  for (int y = 0; y < height; ++y) {
+    const std::uint32_t* from = rowOf(greys, y);
+    std::transform(from, from + width, rowOf(cover.get(), y),
+                   [](std::uint32_t pixel) { return pixel << 24; });
+  }
+  cairo_surface_mark_dirty(cover.get());
+  return cover;
+}
+
+bool isOpaqueGrey(const CGImage& image) {
+  return image.format.colors == 1 && image.format.alpha() == kCGImageAlphaNone;
+}
+
 cairo_filter_t filterFor(CGContextRef context, CGImageRef image, const cairo_matrix_t& matrix) {
   const bool isSmooth =
       image->interpolates && context->state().interpolation != CGInterpolationQuality::none;
@@ -71,9 +83,8 @@ cairo_filter_t filterFor(CGContextRef context, CGImageRef image, const cairo_mat
 
 }  // namespace
 
-bool host::setImage(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image) {
-  CairoSurface source = viewOf(image);
-  if (source == nullptr) return false;
+bool host::setImage(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image,
+                    ImageUse use) {
   // From here on the image's own pixels are the unit, its top row first.
   if (!host::concatenate(cairo, {rect.size.width / static_cast<double>(image->width), 0, 0,
                                  -rect.size.height / static_cast<double>(image->height),
@@ -83,8 +94,12 @@ bool host::setImage(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRe
   cairo_get_matrix(cairo, &matrix);
   const std::size_t width = pixelsTaken(matrix.xx, matrix.yx, image->width);
   const std::size_t height = pixelsTaken(matrix.xy, matrix.yy, image->height);
-  if (width < image->width || height < image->height) {
-    source = shrunk(source.get(), width, height);
+  const bool isSmaller = width < image->width || height < image->height;
+  CairoSurface source = isSmaller ? image->shrunk(width, height) : viewOf(image);
+  if (source != nullptr && use == ImageUse::mask && isOpaqueGrey(*image))
+    source = coverOf(source.get());
+  if (source == nullptr) return false;
+  if (isSmaller) {
     cairo_matrix_scale(&matrix, static_cast<double>(image->width) / static_cast<double>(width),
                        static_cast<double>(image->height) / static_cast<double>(height));
   }
@@ -102,7 +117,8 @@ extern "C" HOST_EXPORT void CGContextDrawImage(CGContextRef context, CGRect rect
                                                CGImageRef image) {
   if (context == nullptr || image == nullptr) return;
   auto prepare = [&](cairo_t* cairo) {
-    return host::clipTo(cairo, rect) && host::setImage(context, cairo, rect, image);
+    return host::clipTo(cairo, rect) &&
+           host::setImage(context, cairo, rect, image, host::ImageUse::colors);
   };
   host::composite(context, prepare, context->state().alpha);
 }

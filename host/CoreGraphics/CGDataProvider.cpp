@@ -4,6 +4,7 @@ OBJC_EXPORTED_CLASS(CGDataProvider, NSObject, objc::Ivar<"bytes", &CGDataProvide
                     objc::Ivar<"size", &CGDataProvider::size>,
                     objc::Ivar<"info", &CGDataProvider::info>,
                     objc::Ivar<"release", &CGDataProvider::release>,
+                    objc::Ivar<"file", &CGDataProvider::file>,
                     objc::Method<"dealloc", &CGDataProvider::dealloc>)
 
 void CGDataProvider::dealloc() {
@@ -33,7 +34,8 @@ HOST_EXPORT CGDataProviderRef CGDataProviderCreateWithCFData(NSData* data) {
 
 HOST_EXPORT NSData* CGDataProviderCopyData(CGDataProviderRef provider) {
   if (provider == nullptr) return nullptr;
-  return static_cast<NSData*>(objc_retain(NSData::dataWithBytes(provider->bytes, provider->size)));
+  return static_cast<NSData*>(
+      objc_retain(NSData::dataWithBytes(provider->start(), provider->size)));
 }
 
 HOST_EXPORT CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider) {

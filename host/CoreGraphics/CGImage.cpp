@@ -6,19 +6,20 @@ OBJC_EXPORTED_CLASS(
     objc::Ivar<"bytesPerRow", &CGImage::bytesPerRow>, objc::Ivar<"format", &CGImage::format>,
     objc::Ivar<"space", &CGImage::space>, objc::Ivar<"provider", &CGImage::provider>,
     objc::Ivar<"decode", &CGImage::decode>, objc::Ivar<"interpolates", &CGImage::interpolates>,
-    objc::Ivar<"converted", &CGImage::converted>, objc::Ivar<"pixels", &CGImage::pixels>)
+    objc::Ivar<"converted", &CGImage::converted>, objc::Ivar<"pixels", &CGImage::pixels>,
+    objc::Ivar<"file", &CGImage::file>, objc::Ivar<"copies", &CGImage::copies>)
 
 cairo_surface_t* CGImage::surface() {
   std::call_once(converted, [this] {
     pixels.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width),
                                             static_cast<int>(height)));
     if (cairo_surface_status(pixels.get()) != CAIRO_STATUS_SUCCESS) return;
+    const std::uint8_t* from = provider->start();
     auto* to = cairo_image_surface_get_data(pixels.get());
     const int stride = cairo_image_surface_get_stride(pixels.get());
     for (std::size_t y = 0; y < height; ++y) {
       host::unpackRow(
-          format, provider->bytes + y * bytesPerRow, width,
-          decode.empty() ? nullptr : decode.data(),
+          format, from + y * bytesPerRow, width, decode.empty() ? nullptr : decode.data(),
           reinterpret_cast<std::uint32_t*>(to + static_cast<std::ptrdiff_t>(y) * stride));
     }
     cairo_surface_mark_dirty(pixels.get());
@@ -34,9 +35,10 @@ HOST_EXPORT CGImageRef CGImageCreate(std::size_t width, std::size_t height,
                                      CGBitmapInfo bitmapInfo, CGDataProviderRef provider,
                                      const CGFloat* decode, bool shouldInterpolate,
                                      CGColorRenderingIntent) {
-  if (width == 0 || height == 0 || width > host::kLongestSide || height > host::kLongestSide)
+  if (width == 0 || height == 0 || width > host::kLongestImage || height > host::kLongestImage)
     return nullptr;
-  if (space == nullptr || provider == nullptr || provider->bytes == nullptr) return nullptr;
+  if (space == nullptr || provider == nullptr) return nullptr;
+  if (provider->bytes == nullptr && provider->file == nullptr) return nullptr;
   const std::size_t colors = CGColorSpaceGetNumberOfComponents(space);
   const auto format = host::imageFormat(bitsPerComponent, bitsPerPixel, colors, bitmapInfo);
   if (!format || bytesPerRow < width * format->bytesPerPixel()) return nullptr;
@@ -52,6 +54,7 @@ HOST_EXPORT CGImageRef CGImageCreate(std::size_t width, std::size_t height,
   image->provider = Strong<CGDataProvider>::retain(provider);
   if (decode != nullptr) image->decode.assign(decode, decode + 2 * colors);
   image->interpolates = shouldInterpolate;
+  image->copies = std::make_shared<host::SmallCopies>();
   return image;
 }
 

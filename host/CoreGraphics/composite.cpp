@@ -77,7 +77,7 @@ extern "C" HOST_EXPORT void CGContextClipToMask(CGContextRef context, CGRect rec
   cairo_t* cairo = context->cairo.get();
   CGContext::Mask mask{Strong<CGImage>::retain(image), nullptr, {}};
   cairo_save(cairo);
-  if (host::setImage(context, cairo, rect, image)) {
+  if (host::setImage(context, cairo, rect, image, host::ImageUse::mask)) {
     mask.pattern = {cairo_pattern_reference(cairo_get_source(cairo)), &cairo_pattern_destroy};
     cairo_get_matrix(cairo, &mask.place);
   }

@@ -26,9 +26,12 @@ class Drawing {
 void composite(CGContext* context, const std::function<bool(cairo_t*)>& prepare,
                double opacity = 1);
 
+/// A mask covers by its alpha; a grey image without alpha by its greys, white being all.
+enum class ImageUse { colors, mask };
+
 /// The image becomes cairo's source, stretched to the rectangle, in whose space cairo is then.
 /// False where nothing of it could be seen.
-bool setImage(CGContext* context, cairo_t* cairo, CGRect rect, CGImage* image);
+bool setImage(CGContext* context, cairo_t* cairo, CGRect rect, CGImage* image, ImageUse use);
 
 /// Puts the transform before what the context has. False, and nothing done, where the two together
 /// cannot be undone: cairo would give up for good.

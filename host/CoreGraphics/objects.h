@@ -12,7 +12,9 @@
 #include <vector>
 
 #include "CoreGraphics/CoreGraphics.h"
+#include "CoreGraphics/file_image.h"
 #include "CoreGraphics/pixel_format.h"
+#include "CoreGraphics/small_copies.h"
 #include "objc/define.h"
 #include "objc/strong.h"
 
@@ -44,15 +46,21 @@ struct CGColor : NSObject {
 struct CGDataProvider : NSObject {
   void dealloc();
 
+  /// Those that were given, or those of the file, which are decoded now at the latest.
+  const std::uint8_t* start() { return file != nullptr ? file->pixels() : bytes; }
+
   const std::uint8_t* bytes;
   std::size_t size;
   void* info;
   CGDataProviderReleaseDataCallback release;
+  std::shared_ptr<host::FileImage> file;  ///< in place of bytes
 };
 
 struct CGImage : NSObject {
   /// The pixels as cairo has them, converted at the first use.
   cairo_surface_t* surface();
+  /// The image made smaller, a surface of the caller's own; nil where there is no memory.
+  CairoSurface shrunk(std::size_t newWidth, std::size_t newHeight);
 
   std::size_t width, height, bytesPerRow;
   host::PixelFormat format;
@@ -62,6 +70,8 @@ struct CGImage : NSObject {
   bool interpolates;
   std::once_flag converted;
   CairoSurface pixels;
+  std::shared_ptr<host::FileImage> file;      ///< which the pixels are read from as they are
+  std::shared_ptr<host::SmallCopies> copies;  ///< of a large image
 };
 
 struct CGContext : NSObject {

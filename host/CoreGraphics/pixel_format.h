@@ -22,8 +22,10 @@ struct PixelFormat {
   std::size_t bytesPerPixel() const { return bitsPerPixel / 8; }
 };
 
-/// More than cairo draws, either way.
-inline constexpr std::size_t kLongestSide = 32767;
+/// Of what is drawn on: cairo takes no more, either way.
+inline constexpr std::size_t kLongestSide = 32'767;
+/// Of an image. What is longer than cairo's surfaces is always drawn smaller than it is.
+inline constexpr std::size_t kLongestImage = 65'535;
 
 /// The format where the parameters fit one that can be read.
 std::optional<PixelFormat> imageFormat(std::size_t bitsPerComponent, std::size_t bitsPerPixel,

@@ -83,20 +83,10 @@ void addWholeRows(Columns& columns, const PixelRows& from, std::size_t first, st
   for (std::size_t i = 0; i < bytes; ++i) columns.sums[i] += weight * whole[i];
 }
 
+/// The weights of a span add up to the source's height at most, so 32 bits hold a column's sum.
 void addPartOfRow(Columns& columns, const PixelRows& from, std::size_t y, std::uint32_t weight) {
   const std::uint8_t* row = rowOf(from, y);
   for (std::size_t i = 0; i < columns.sums.size(); ++i) columns.sums[i] += weight * row[i];
-}
-
-/// The weights of a span add up to the source's height at most, so 32 bits hold a column's sum.
-void sumColumns(Columns& columns, const PixelRows& from, const Axis& axis, std::size_t index) {
-  std::fill(columns.sums.begin(), columns.sums.end(), 0);
-  const Axis::Share share = axis.share(index);
-  // A span never lies inside one pixel: the result is no larger than the source.
-  for (std::size_t row = share.first; row < share.last; row += kRowsAtOnce)
-    addWholeRows(columns, from, row, std::min(kRowsAtOnce, share.last - row), axis.pixel());
-  if (share.before != 0) addPartOfRow(columns, from, share.first - 1, share.before);
-  if (share.after != 0) addPartOfRow(columns, from, share.last, share.after);
 }
 
 // --- columns, summed pixel by pixel --------------------------------------------------------------
@@ -125,19 +115,60 @@ void sumPixels(std::uint8_t* to, std::size_t width, const std::uint32_t* sums, c
 
 }  // namespace
 
-void shrink(const PixelRows& from, const PixelRows& to) {
-  const Axis across(from.width, to.width);
-  const Axis down(from.height, to.height);
-  const std::uint64_t weight = std::uint64_t{across.span()} * down.span();
-  const bool fits32 = weight * 255 <= UINT32_MAX;
-  Columns columns(from.width);
-  for (std::size_t y = 0; y < to.height; ++y) {
-    sumColumns(columns, from, down, y);
-    auto* row = reinterpret_cast<std::uint8_t*>(to.pixels + y * to.stride);
+struct Shrinking::State {
+  State(std::size_t width, std::size_t height, const PixelRows& target)
+      : across(width, target.width), down(height, target.height), columns(width), to(target) {}
+
+  /// One row of the result is complete.
+  void finish() {
+    const std::uint64_t weight = std::uint64_t{across.span()} * down.span();
+    auto* row = reinterpret_cast<std::uint8_t*>(to.pixels + done * to.stride);
     const auto whole = static_cast<double>(weight);
+    const bool fits32 = weight * 255 <= UINT32_MAX;
     if (fits32) sumPixels<std::uint32_t>(row, to.width, columns.sums.data(), across, whole);
     else sumPixels<std::uint64_t>(row, to.width, columns.sums.data(), across, whole);
+    std::fill(columns.sums.begin(), columns.sums.end(), 0);
+    ++done;
   }
+
+  Axis across, down;
+  Columns columns;
+  PixelRows to;
+  std::size_t added = 0;  ///< rows of the source
+  std::size_t done = 0;   ///< rows of the result
+};
+
+Shrinking::Shrinking(std::size_t width, std::size_t height, const PixelRows& to)
+    : state_(std::make_unique<State>(width, height, to)) {}
+Shrinking::~Shrinking() = default;
+
+void Shrinking::add(const PixelRows& rows) {
+  State& state = *state_;
+  const std::size_t end = state.added + rows.height;
+  while (state.added < end && state.done < state.to.height) {
+    // A span never lies inside one pixel: the result is no larger than the source.
+    const Axis::Share share = state.down.share(state.done);
+    const std::size_t row = rows.height - (end - state.added);
+    if (state.added < share.first) {
+      addPartOfRow(state.columns, rows, row, share.before);
+      ++state.added;
+    } else if (state.added < share.last) {
+      const std::size_t count =
+          std::min({kRowsAtOnce, share.last - state.added, end - state.added});
+      addWholeRows(state.columns, rows, row, count, state.down.pixel());
+      state.added += count;
+    } else {
+      // Its other part belongs to the next span.
+      addPartOfRow(state.columns, rows, row, share.after);
+      state.finish();
+      continue;
+    }
+    if (state.added == share.last && share.after == 0) state.finish();
+  }
+}
+
+void shrink(const PixelRows& from, const PixelRows& to) {
+  Shrinking(from.width, from.height, to).add(from);
 }
 
 }  // namespace host

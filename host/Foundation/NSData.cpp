@@ -64,8 +64,15 @@ Data* Data::withBytes(const void* bytes, NSUInteger length) {
 }
 
 Data* Data::withContentsOfFile(NSString* path) {
-  const auto contents = host::fileContents(host::hostPath(host::text(path)), host::kMaximumBytes);
-  return contents ? withBytes(contents->data(), contents->size()) : nullptr;
+  return static_cast<Data*>(host::fileData(host::hostPath(host::text(path)), host::kMaximumBytes));
+}
+
+NSData* host::fileData(const std::string& path, std::size_t limit) {
+  auto contents = fileContents(path, limit);
+  if (!contents) return nullptr;
+  auto* data = static_cast<Data*>(class_createInstance(&objc_class_NSData, 0));
+  data->contents = std::move(*contents);
+  return static_cast<NSData*>(objc_autorelease(data));
 }
 
 Date* Date::since(double seconds) {

@@ -5,11 +5,15 @@
 #include <string>
 
 #include "export.h"
+#include "platform/Foundation.h"
 
 namespace host {
 
 /// What a regular file holds; nothing where it is missing, unreadable, larger than the limit, or
 /// something else than a file, such as a pipe that would keep the reader waiting.
 HOST_EXPORT std::optional<std::string> fileContents(const std::string& path, std::size_t limit);
+
+/// The same as data, autoreleased; nil where there is nothing.
+HOST_EXPORT NSData* fileData(const std::string& path, std::size_t limit);
 
 }  // namespace host

@@ -9,28 +9,54 @@ namespace {
 constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1a\n";
 constexpr std::string_view kJpegSignature = "\xff\xd8\xff";
 
+class WholePicture final : public Rows {
+ public:
+  bool begin(const Header& header) override {
+    picture = {header.width, header.height, header.hasAlpha, header.orientation, {}};
+    return true;
+  }
+  bool take(const std::uint8_t* rgba) override {
+    // Row by row, so that a few bytes do not fill the memory for a large picture.
+    if (picture.rgba.empty()) picture.rgba.reserve(bytesPerRow(picture) * picture.height);
+    picture.rgba.insert(picture.rgba.end(), rgba, rgba + bytesPerRow(picture));
+    return true;
+  }
+
+  Picture picture;
+};
+
 }  // namespace
 
-std::string sizeProblem(std::uint64_t width, std::uint64_t height) {
+std::string sizeProblem(std::uint64_t width, std::uint64_t height, std::uint64_t longest) {
   if (width == 0 || height == 0) return "the image has no pixels";
-  if (width <= kMaximumSide && height <= kMaximumSide && width * height <= kMaximumPixels) {
-    return {};
-  }
-  return "the image is too large (" + std::to_string(width) + " x " + std::to_string(height) + ")";
+  const std::string size =
+      "the image is too large (" + std::to_string(width) + " x " + std::to_string(height) + "; ";
+  if (width > longest || height > longest)
+    return size + "a side has " + std::to_string(longest) + " pixels at most)";
+  if (width * height > kMaximumPixels)
+    return size + std::to_string(kMaximumPixels) + " pixels at most)";
+  return {};
 }
 
 bool isConsistent(const Picture& picture) {
-  return sizeProblem(picture.width, picture.height).empty() &&
+  return sizeProblem(picture.width, picture.height, kMaximumSide).empty() &&
          picture.rgba.size() == bytesPerRow(picture) * picture.height;
 }
 
-std::optional<Picture> decode(std::string_view bytes, std::string* why) {
+bool readRows(std::string_view bytes, Rows& rows, std::string& problem) {
+  problem.clear();
+  if (bytes.starts_with(kPngSignature)) return readPng(bytes, rows, problem);
+  if (bytes.starts_with(kJpegSignature)) return readJpeg(bytes, rows, problem);
+  problem = "not a PNG or JPEG image";
+  return false;
+}
+
+std::optional<Picture> decode(std::string_view bytes, std::string* problem) {
   std::string ignored;
-  std::string& reason = why != nullptr ? *why : ignored;
-  if (bytes.starts_with(kPngSignature)) return decodePng(bytes, reason);
-  if (bytes.starts_with(kJpegSignature)) return decodeJpeg(bytes, reason);
-  reason = "not a PNG or JPEG image";
-  return {};
+  WholePicture whole;
+  if (!readRows(bytes, whole, problem != nullptr ? *problem : ignored)) return {};
+  whole.picture.rgba.resize(bytesPerRow(whole.picture) * whole.picture.height);
+  return std::move(whole.picture);
 }
 
 }  // namespace host::imageio

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,14 +10,15 @@
 namespace host::imageio {
 
 inline constexpr char kDamaged[] = "the image is truncated or damaged";
+inline constexpr char kPartial[] = "the image is truncated or damaged: only a part of it is there";
 inline constexpr char kUnsupported[] = "the image is of a kind that is not supported";
 
-/// The bytes begin with the format's signature. A reason is written where nothing comes back.
-std::optional<Picture> decodePng(std::string_view bytes, std::string& why);
-std::optional<Picture> decodeJpeg(std::string_view bytes, std::string& why);
+/// As readRows, for bytes that begin with the format's signature.
+bool readPng(std::string_view bytes, Rows& rows, std::string& problem);
+bool readJpeg(std::string_view bytes, Rows& rows, std::string& problem);
 
-/// Why a picture of that size is refused; empty where it is not.
-std::string sizeProblem(std::uint64_t width, std::uint64_t height);
+/// Why a picture of that size is refused, with the limit; empty where it is not.
+std::string sizeProblem(std::uint64_t width, std::uint64_t height, std::uint64_t longest);
 
 /// Whether the size is allowed and agrees with the bytes.
 bool isConsistent(const Picture& picture);

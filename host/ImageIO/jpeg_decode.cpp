@@ -6,6 +6,10 @@
 
 #include <jerror.h>
 
+#include <cstdlib>
+#include <vector>
+
+#include "ImageIO/color_conversion.h"
 #include "ImageIO/exif.h"
 #include "ImageIO/formats.h"
 
@@ -20,6 +24,8 @@ constexpr int kMaximumScans = 64;
 struct ReadingErrors : jpeg_error_mgr {
   std::jmp_buf way;
   const char* reason;
+  bool isBehindHeader;
+  bool isDamaged;
 };
 
 [[noreturn]] void leave(j_common_ptr info, const char* reason) {
@@ -44,7 +50,7 @@ struct ReadingErrors : jpeg_error_mgr {
   }
 }
 
-/// The library would go on after a warning with a picture of its own making.
+/// The library goes on after a warning with what there is.
 void weigh(j_common_ptr info, int level) {
   if (level >= 0) return;
   switch (info->err->msg_code) {
@@ -53,8 +59,15 @@ void weigh(j_common_ptr info, int level) {
     case JWRN_JFIF_MAJOR:
       return;
     default:
-      leave(info, kDamaged);
+      break;
   }
+  auto* errors = static_cast<ReadingErrors*>(info->err);
+  auto* reading = reinterpret_cast<j_decompress_ptr>(info);
+  errors->isDamaged = true;
+  // Rows come in groups as high as a block: without the first one there are none.
+  const bool hasRow =
+      errors->isBehindHeader && (reading->input_iMCU_row > 0 || reading->input_scan_number > 1);
+  if (!hasRow) leave(info, kDamaged);
 }
 
 void countScans(j_common_ptr info) {
@@ -64,20 +77,20 @@ void countScans(j_common_ptr info) {
 }
 
 /// Four inks for four bytes. Where Adobe's programs wrote the file 255 is no ink, else 0.
-void convertInks(std::vector<std::uint8_t>& pixels, bool isInverted) {
-  for (std::size_t i = 0; i < pixels.size(); i += kBytesPerPixel) {
-    const unsigned flip = isInverted ? 0 : 255;
-    const unsigned light = pixels[i + 3] ^ flip;
+void convertInks(std::vector<std::uint8_t>& row, bool isInverted) {
+  const unsigned flip = isInverted ? 0 : 255;
+  for (std::size_t i = 0; i < row.size(); i += kBytesPerPixel) {
+    const unsigned light = row[i + 3] ^ flip;
     for (std::size_t c = i; c < i + 3; ++c) {
-      pixels[c] = static_cast<std::uint8_t>(((pixels[c] ^ flip) * light + 127) / 255);
+      row[c] = static_cast<std::uint8_t>(((row[c] ^ flip) * light + 127) / 255);
     }
-    pixels[i + 3] = 255;
+    row[i + 3] = 255;
   }
 }
 
 class Reader {
  public:
-  explicit Reader(std::string_view bytes) : bytes_(bytes) {
+  Reader(std::string_view bytes, Rows& rows) : bytes_(bytes), rows_(rows) {
     jpeg_std_error(&errors_);
     errors_.error_exit = fail;
     errors_.emit_message = weigh;
@@ -88,69 +101,110 @@ class Reader {
   Reader(const Reader&) = delete;
   Reader& operator=(const Reader&) = delete;
 
-  bool read(Picture& picture, std::string& why) {
-    const bool hasHeader = guarded<&Reader::readHeader>(picture);
+  bool read(std::string& problem) {
+    const bool hasHeader = guarded<&Reader::readHeader>();
     // The size is there even where the library refuses it.
     if (hasHeader || errors_.msg_code == JERR_IMAGE_TOO_BIG) {
-      why = sizeProblem(info_.image_width, info_.image_height);
-      if (!why.empty()) return false;
+      problem = sizeProblem(info_.image_width, info_.image_height, kMaximumJpegSide);
+      if (!problem.empty()) return false;
     }
-    if (!hasHeader || !guarded<&Reader::readRows>(picture)) {
-      why = errors_.reason;
+    if (hasHeader) begin();
+    const bool isWhole = hasHeader && guarded<&Reader::readRows>();
+    if (!isWhole && !hasRow_) {
+      problem = errors_.reason;
       return false;
     }
-    if (info_.out_color_space == JCS_CMYK) {
-      convertInks(picture.rgba, info_.saw_Adobe_marker == TRUE);
-    }
+    problem = isWhole && !errors_.isDamaged ? "" : kPartial;
     return true;
   }
 
  private:
   /// The library leaves a step by a jump: a step has no local that would have to be destroyed.
-  template <void (Reader::*step)(Picture&)>
-  [[gnu::noinline]] bool guarded(Picture& picture) {
+  template <void (Reader::*step)()>
+  [[gnu::noinline]] bool guarded() {
     if (setjmp(errors_.way) != 0) return false;
-    (this->*step)(picture);
+    (this->*step)();
     return true;
   }
 
-  void readHeader(Picture& picture) {
+  void readHeader() {
     jpeg_create_decompress(&info_);
     jpeg_mem_src(&info_, reinterpret_cast<const unsigned char*>(bytes_.data()), bytes_.size());
     jpeg_save_markers(&info_, JPEG_APP0 + 1, 0xffff);
+    jpeg_save_markers(&info_, JPEG_APP0 + 2, 0xffff);
     jpeg_read_header(&info_, TRUE);
-    picture.width = info_.image_width;
-    picture.height = info_.image_height;
-    picture.hasAlpha = false;
-    picture.orientation = orientation();
+  }
+
+  void begin() {
+    const bool hasInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
+    const bool isGrey = info_.jpeg_color_space == JCS_GRAYSCALE;
+    info_.out_color_space = hasInks ? JCS_CMYK : JCS_EXT_RGBA;
+    areInverted_ = info_.saw_Adobe_marker == TRUE;
+    Header header;
+    header.width = info_.image_width;
+    header.height = info_.image_height;
+    header.isGrey = isGrey;
+    header.orientation = orientation();
+    row_.resize(header.bytesPerRow());
+    const Samples inks = areInverted_ ? Samples::invertedInks : Samples::inks;
+    useProfile(hasInks ? inks : isGrey ? Samples::grey : Samples::rgb);
+    wantsRows_ = rows_.begin(header);
   }
 
   int orientation() const {
     for (auto* marker = info_.marker_list; marker != nullptr; marker = marker->next) {
       const std::string_view data(reinterpret_cast<const char*>(marker->data), marker->data_length);
-      if (data.starts_with("Exif")) return orientationFromExif(marker->data, marker->data_length);
+      if (marker->marker == JPEG_APP0 + 1 && data.starts_with("Exif"))
+        return orientationFromExif(marker->data, marker->data_length);
     }
     return 0;
   }
 
-  void readRows(Picture& picture) {
-    const bool hasInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
-    info_.out_color_space = hasInks ? JCS_CMYK : JCS_EXT_RGBA;
+  void useProfile(Samples samples) {
+    if (!guarded<&Reader::readProfile>() || profile_ == nullptr) return;
+    colors_.useProfile({reinterpret_cast<const char*>(profile_), profileLength_}, samples);
+    std::free(profile_);
+  }
+  /// It comes in pieces.
+  void readProfile() {
+    if (jpeg_read_icc_profile(&info_, &profile_, &profileLength_) == FALSE) profile_ = nullptr;
+  }
+
+  void readRows() {
     info_.progress = &progress_;
+    errors_.isBehindHeader = true;
+    if (!wantsRows_ && jpeg_has_multiple_scans(&info_) == TRUE) return findRow();
     jpeg_start_decompress(&info_);
-    const std::size_t rowBytes = bytesPerRow(picture);
-    // Row by row, so that a few bytes do not fill the memory for a large picture.
-    picture.rgba.reserve(rowBytes * picture.height);
     while (info_.output_scanline < info_.output_height) {
-      const std::size_t filled = picture.rgba.size();
-      picture.rgba.resize(filled + rowBytes);
-      JSAMPROW row = &picture.rgba[filled];
+      JSAMPROW row = row_.data();
       jpeg_read_scanlines(&info_, &row, 1);
+      if (colors_.isNeeded()) colors_.apply(row_.data(), info_.output_width);
+      else if (info_.out_color_space == JCS_CMYK) convertInks(row_, areInverted_);
+      hasRow_ = true;
+      if (!wantsRows_ || !rows_.take(row_.data())) return;
     }
     jpeg_finish_decompress(&info_);
   }
 
+  /// Nobody waits for the later scans where there are several.
+  void findRow() {
+    info_.buffered_image = TRUE;
+    jpeg_start_decompress(&info_);
+    for (int status = JPEG_SUSPENDED; status != JPEG_ROW_COMPLETED &&
+                                      status != JPEG_SCAN_COMPLETED && status != JPEG_REACHED_EOI;)
+      status = jpeg_consume_input(&info_);
+    hasRow_ = true;
+  }
+
   std::string_view bytes_;
+  Rows& rows_;
+  bool hasRow_ = false;
+  bool wantsRows_ = true;
+  bool areInverted_ = false;
+  JOCTET* profile_ = nullptr;
+  unsigned profileLength_ = 0;
+  std::vector<std::uint8_t> row_;
+  ColorConversion colors_;
   ReadingErrors errors_{};
   jpeg_progress_mgr progress_{};
   jpeg_decompress_struct info_{};
@@ -158,10 +212,8 @@ class Reader {
 
 }  // namespace
 
-std::optional<Picture> decodeJpeg(std::string_view bytes, std::string& why) {
-  Picture picture;
-  if (!Reader(bytes).read(picture, why)) return {};
-  return picture;
+bool readJpeg(std::string_view bytes, Rows& rows, std::string& problem) {
+  return Reader(bytes, rows).read(problem);
 }
 
 }  // namespace host::imageio

@@ -6,8 +6,6 @@
 #include "CoreGraphics/CoreGraphics.h"
 #include "Foundation/file_contents.h"
 #include "Foundation/text.h"
-#include "ImageIO/decode.h"
-#include "objc/owned.h"
 #include "process/container.h"
 
 using host::Image;
@@ -37,7 +35,8 @@ OBJC_CLASS_NAMED(
     Method<"imageWithRenderingMode:", &Image::withRenderingMode>,
     Method<"CGImage", &Image::bitmapOf>, Method<"drawInRect:", &Image::drawInRect>,
     Method<"drawAtPoint:", &Image::drawAtPoint>,
-    Method<"drawInRect:blendMode:alpha:", &Image::drawBlended>)
+    Method<"drawInRect:blendMode:alpha:", &Image::drawBlended>,
+    Method<"standIn_problem", &Image::problem>)
 
 namespace host {
 
@@ -52,16 +51,6 @@ UIImage* autoreleased(Image* image) { return static_cast<UIImage*>(objc_autorele
 bool isSideways(Orientation orientation) {
   return orientation == Orientation::left || orientation == Orientation::right ||
          orientation == Orientation::leftMirrored || orientation == Orientation::rightMirrored;
-}
-
-CGImageRef bitmapOf(const imageio::Picture& picture) {
-  NSData* bytes = NSData::dataWithBytes(picture.rgba.data(), picture.rgba.size());
-  const objc::Owned<CGDataProviderRef, &CGDataProviderRelease> provider(
-      CGDataProviderCreateWithCFData(bytes));
-  const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
-  return CGImageCreate(picture.width, picture.height, 8, 32, std::size_t{picture.width} * 4, space,
-                       picture.hasAlpha ? kCGImageAlphaLast : kCGImageAlphaNoneSkipLast, provider,
-                       nullptr, true, CGColorRenderingIntent::standard);
 }
 
 /// From a unit square with the origin at the upper left, as the image is shown, to the same square
@@ -100,8 +89,8 @@ UIImage* Image::withDataAt(NSData* data, CGFloat scale) {
   return autoreleased(allocated()->initWithDataAt(data, scale));
 }
 UIImage* Image::withFile(NSString* path) {
-  const auto contents = fileContents(hostPath(text(path)), kLargestFile);
-  return contents ? withData(NSData::dataWithBytes(contents->data(), contents->size())) : nullptr;
+  NSData* contents = fileData(hostPath(text(path)), kLargestFile);
+  return contents == nullptr ? nullptr : withData(contents);
 }
 
 Image* Image::initWithBitmap(CGImageRef image) { return initWithBitmapAt(image, 1, 0); }
@@ -113,14 +102,9 @@ Image* Image::initWithBitmapAt(CGImageRef image, CGFloat imageScale, NSInteger v
 }
 Image* Image::initWithData(NSData* data) { return initWithDataAt(data, 1); }
 Image* Image::initWithDataAt(NSData* data, CGFloat imageScale) {
-  std::optional<imageio::Picture> picture;
-  if (data != nullptr)
-    picture = imageio::decode(
-        {static_cast<const char*>(send(data, NSData::bytes)), send(data, NSData::length)});
-  if (picture) {
-    const auto made = Strong<::CGImage>::adopt(host::bitmapOf(*picture));
-    if (made != nullptr) return initWithBitmapAt(made, imageScale, picture->orientation);
-  }
+  NSInteger turned = 0;
+  const auto made = Strong<::CGImage>::adopt(imageFromFile(data, turned));
+  if (made != nullptr) return initWithBitmapAt(made, imageScale, turned);
   objc_release(this);
   return nullptr;
 }
@@ -154,6 +138,11 @@ CGSize Image::sizeOf() {
   const CGFloat width = static_cast<CGFloat>(CGImageGetWidth(bitmap)) / scaleOf();
   const CGFloat height = static_cast<CGFloat>(CGImageGetHeight(bitmap)) / scaleOf();
   return isSideways(orientation) ? CGSize{height, width} : CGSize{width, height};
+}
+
+NSString* Image::problem() {
+  const std::string found = problemOf(bitmap);
+  return found.empty() ? nullptr : NSString::stringWithUTF8String(found.c_str());
 }
 
 void Image::drawAtPoint(CGPoint point) { drawInRect({point, sizeOf()}); }

@@ -40,6 +40,9 @@ struct Image : UIImage {
   NSInteger orientationOf() { return static_cast<NSInteger>(orientation); }
   CGImageRef bitmapOf() { return bitmap; }
 
+  /// Why rows are missing of an image that came from a file; nil where none are.
+  NSString* problem();
+
   void drawInRect(CGRect rect);
   void drawAtPoint(CGPoint point);
   void drawBlended(CGRect rect, std::int32_t mode, CGFloat alpha);

@@ -10,8 +10,9 @@ namespace host::screens {
 
 struct Module {
   std::span<const Screen* const> screens;  ///< in the order in which they are shown
-  /// PNG or JPEG, shrunk as far as it still covers so many pixels. Throws std::runtime_error.
-  Surface (*readPicture)(const std::string& file, const Pixels& covered);
+  /// PNG or JPEG, shrunk as far as it still covers so many pixels. Says in problem what is wrong
+  /// with a picture of which a part is there. Throws std::runtime_error.
+  Surface (*readPicture)(const std::string& file, const Pixels& covered, std::string& problem);
   Color (*meanColor)(const Surface& picture);
   /// The finished picture as a PNG file. From any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <csetjmp>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include <png.h>
@@ -20,22 +22,65 @@ namespace {
 constexpr std::size_t kMaximumBytes = 256 << 20;
 constexpr double kPi = 3.14159265358979323846;
 
-Surface fromDecoded(const imageio::Picture& picture) {
-  auto surface = makeSurface(static_cast<int>(picture.width), static_cast<int>(picture.height));
-  unsigned char* rows = cairo_image_surface_get_data(surface.get());
-  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get()));
-  for (std::size_t y = 0; y < picture.height; ++y) {
-    auto* to = reinterpret_cast<std::uint32_t*>(rows + y * stride);
-    const std::uint8_t* from = picture.rgba.data() + y * picture.width * 4;
-    for (std::size_t x = 0; x < picture.width; ++x, from += 4) {
+PixelRows rowsOf(const Surface& surface) {
+  cairo_surface_flush(surface.get());
+  return {reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get())),
+          static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get())) / 4,
+          static_cast<std::size_t>(widthOf(surface)), static_cast<std::size_t>(heightOf(surface))};
+}
+
+constexpr unsigned kLongest = 32'767;  ///< what cairo holds
+
+/// How many pixels are enough for a picture of that size, as stored.
+Pixels enough(const imageio::Header& header, const Pixels& covered) {
+  const bool liesOnSide = (header.orientation & 2) != 0;
+  const double width = header.width, height = header.height;
+  const double factor = liesOnSide ? std::max(covered.width / height, covered.height / width)
+                                   : std::max(covered.width / width, covered.height / height);
+  auto part = [&](unsigned side) {
+    const long pixels = factor >= 1 ? long{side} : std::lround(side * factor);
+    return static_cast<int>(std::clamp(pixels, 1L, long{side}));
+  };
+  return {part(header.width), part(header.height)};
+}
+
+/// Makes a picture smaller as its rows come.
+class SmallPicture final : public imageio::Rows {
+ public:
+  explicit SmallPicture(const Pixels& covered) : covered_(covered) {}
+
+  bool begin(const imageio::Header& header) override {
+    header_ = header;
+    const Pixels size = enough(header, covered_);
+    isTooLong_ = size.width > int{kLongest} || size.height > int{kLongest};
+    if (isTooLong_) return false;
+    surface = makeSurface(size.width, size.height);
+    shrinking_.emplace(header.width, header.height, rowsOf(surface));
+    row_.resize(header.width);
+    return true;
+  }
+  bool take(const std::uint8_t* from) override {
+    for (std::uint32_t& pixel : row_) {
       const unsigned alpha = from[3];
       auto part = [&](int i) { return (from[i] * alpha + 127) / 255; };
-      to[x] = alpha << 24 | part(0) << 16 | part(1) << 8 | part(2);
+      pixel = alpha << 24 | part(0) << 16 | part(1) << 8 | part(2);
+      from += 4;
     }
+    shrinking_->add({row_.data(), row_.size(), row_.size(), 1});
+    return true;
   }
-  cairo_surface_mark_dirty(surface.get());
-  return surface;
-}
+  bool isTooLong() const { return isTooLong_; }
+  int orientation() const { return header_.orientation; }
+
+  Surface surface;
+
+ private:
+  Pixels covered_;
+  imageio::Header header_;
+  bool isTooLong_ = false;
+  std::optional<Shrinking> shrinking_;
+  std::vector<std::uint32_t> row_;
+};
 
 /// By UIImageOrientation.
 Surface turned(const Surface& source, int orientation) {
@@ -53,13 +98,6 @@ Surface turned(const Surface& source, int orientation) {
   cairo_paint(cr);
   cairo_destroy(cr);
   return target;
-}
-
-PixelRows rowsOf(const Surface& surface) {
-  cairo_surface_flush(surface.get());
-  return {reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get())),
-          static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get())) / 4,
-          static_cast<std::size_t>(widthOf(surface)), static_cast<std::size_t>(heightOf(surface))};
 }
 
 struct Writer {
@@ -120,22 +158,15 @@ Surface shrunk(const Surface& source, int width, int height) {
   return target;
 }
 
-Surface readPicture(const std::string& file, const Pixels& covered) {
+Surface readPicture(const std::string& file, const Pixels& covered, std::string& problem) {
   const auto bytes = fileContents(file, kMaximumBytes);
   if (!bytes) throw std::runtime_error("cannot be read");
-  std::string why;
-  const auto picture = imageio::decode(*bytes, &why);
-  if (!picture) throw std::runtime_error(why);
-  // What cairo cannot hold is absurd as a picture of a screen.
-  constexpr unsigned kLongest = 32767;
-  if (picture->width > kLongest || picture->height > kLongest)
-    throw std::runtime_error("is longer than 32767 pixels");
-  Surface whole = turned(fromDecoded(*picture), picture->orientation);
-  const double width = widthOf(whole), height = heightOf(whole);
-  const double factor = std::max(covered.width / width, covered.height / height);
-  if (factor >= 1) return whole;
-  return shrunk(whole, static_cast<int>(std::lround(width * factor)),
-                static_cast<int>(std::lround(height * factor)));
+  SmallPicture picture(covered);
+  if (!imageio::readRows(*bytes, picture, problem)) throw std::runtime_error(problem);
+  if (picture.isTooLong())
+    throw std::runtime_error("is longer than " + std::to_string(kLongest) + " pixels");
+  cairo_surface_mark_dirty(picture.surface.get());
+  return turned(picture.surface, picture.orientation());
 }
 
 Color meanColor(const Surface& surface) {

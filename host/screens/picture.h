@@ -25,8 +25,9 @@ struct Pixels {
 };
 
 /// A PNG or JPEG file, turned as its orientation says, shrunk as far as it still covers so many
-/// pixels. Throws std::runtime_error with the reason.
-Surface readPicture(const std::string& file, const Pixels& covered);
+/// pixels. Throws std::runtime_error with the reason. Problem is what is wrong with a picture of
+/// which a part is there; else empty.
+Surface readPicture(const std::string& file, const Pixels& covered, std::string& problem);
 
 /// The mean of its pixels, laid on black.
 Color meanColor(const Surface& surface);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@ struct PngLook {
   std::vector<png_color> palette = {};
   Bytes paletteAlpha = {};
   std::optional<png_color_16> transparent = {};
+  std::function<void(png_structp, png_infop)> prepare = {};  ///< adds chunks to the header
 };
 
 /// The rows are packed as the format packs them, one behind the other.
@@ -50,8 +52,7 @@ inline std::string pngFile(unsigned width, unsigned height, const PngLook& look,
                  look.transparent ? &*look.transparent : nullptr);
   }
   png_set_check_for_invalid_index(png, 0);
-  // Wrong on purpose: whoever applies gamma shows it.
-  png_set_gAMA(png, info, 1.0);
+  if (look.prepare) look.prepare(png, info);
   png_write_info(png, info);
   const int passes = png_set_interlace_handling(png);
   const std::size_t rowBytes = packed.size() / height;
@@ -72,7 +73,8 @@ struct JpegLook {
   unsigned restartRows = 0;
   bool hasFullColor = true;
   bool hasAdobeMarker = false;
-  std::string app1 = {};  ///< contents of a segment
+  std::string app1 = {};     ///< contents of a segment
+  std::string profile = {};  ///< an ICC profile
   int quality = 100;
 };
 
@@ -114,6 +116,10 @@ inline std::string jpegFile(unsigned width, unsigned height, const JpegLook& loo
   if (!look.app1.empty()) {
     jpeg_write_marker(&info, JPEG_APP0 + 1, reinterpret_cast<const JOCTET*>(look.app1.data()),
                       static_cast<unsigned>(look.app1.size()));
+  }
+  if (!look.profile.empty()) {
+    jpeg_write_icc_profile(&info, reinterpret_cast<const JOCTET*>(look.profile.data()),
+                           static_cast<unsigned>(look.profile.size()));
   }
   Bytes rows = samples;
   while (info.next_scanline < height) {
