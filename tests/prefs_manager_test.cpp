@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "objc/autorelease_pool.h"
 #include "support/hosted.h"
 
 namespace {
@@ -370,6 +371,13 @@ TEST_F(Manager, KeysOfAnApplicationAreKept) {
     return host::runtime::stopCounting().allocations;
   };
   EXPECT_GT(allocations(), 0U);
+  EXPECT_EQ(allocations(), 0U);
+  // Those of others do not take their place.
+  for (int i = 0; i < 500; ++i) {
+    const objc::AutoreleasePool pool;
+    send<NSObject*>(store, "getPref:ident:"_sel, name,
+                    string(("com.example." + std::to_string(i)).c_str()));
+  }
   EXPECT_EQ(allocations(), 0U);
 }
 
