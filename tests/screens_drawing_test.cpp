@@ -6,13 +6,13 @@
 #include <fstream>
 
 #include "ImageIO/decode.h"
-#include "screens/backdrop.h"
-#include "screens/blur.h"
-#include "screens/picture.h"
-#include "screens/text.h"
+#include "gallery/screens/backdrop.h"
+#include "gallery/screens/blur.h"
+#include "gallery/screens/picture.h"
+#include "gallery/screens/text.h"
 #include "support/hosted.h"
 
-using namespace host::screens;
+using namespace varnix::screens;
 using host::imageio::Picture;
 
 namespace {

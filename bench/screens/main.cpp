@@ -8,15 +8,15 @@
 #include <filesystem>
 #include <string>
 
-#include "screens/backdrop.h"
-#include "screens/picture.h"
-#include "screens/screen.h"
+#include "gallery/screens/backdrop.h"
+#include "gallery/screens/picture.h"
+#include "gallery/screens/screen.h"
 #include "table.h"
 #include "timing.h"
 
 namespace {
 
-using namespace host::screens;
+using namespace varnix::screens;
 
 constexpr double kScale = 2;
 constexpr int kRounds = 5;

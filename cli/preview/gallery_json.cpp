@@ -8,7 +8,7 @@
 
 namespace varnix::cli {
 
-using host::screens::Color;
+using varnix::screens::Color;
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr Place kPlaces[] = {
     {"UISegment", Behind::bar},
 };
 
-Behind behindOf(const host::screens::Screen& screen, std::string_view className) {
+Behind behindOf(const varnix::screens::Screen& screen, std::string_view className) {
   if (screen.kind == host::ProcessKind::springboard) return Behind::wallpaper;
   for (const Place& place : kPlaces) {
     if (place.className == className) return place.behind;
@@ -90,7 +90,7 @@ Json surfacesOf(const AskedTab& asked, const Materials& materials) {
   return rows;
 }
 
-Json screenJson(const Tab& tab, const host::screens::Screen& screen, const Materials& materials) {
+Json screenJson(const Tab& tab, const varnix::screens::Screen& screen, const Materials& materials) {
   Json json{{"id", screen.id}, {"title", screen.title}};
   for (const auto& [wallpaper, scene] : materials.scenes) {
     json[wallpaper] = {{"before", pictureFile(tab, screen, wallpaper, "before")},

@@ -7,9 +7,9 @@
 
 namespace varnix::cli {
 
-using host::screens::Pixels;
-using host::screens::Scene;
-using host::screens::Surface;
+using varnix::screens::Pixels;
+using varnix::screens::Scene;
+using varnix::screens::Surface;
 
 namespace {
 
@@ -78,7 +78,7 @@ Materials gather(const MaterialChoice& choice) {
   materials.screens = screensNamed(choice.screens);
   materials.scale = choice.scale;
   auto pixels = [&](double points) { return static_cast<int>(std::lround(points * choice.scale)); };
-  const Pixels screen{pixels(host::screens::kWidth), pixels(host::screens::kHeight)};
+  const Pixels screen{pixels(varnix::screens::kWidth), pixels(varnix::screens::kHeight)};
   const Pixels icon{pixels(kIconSide), pixels(kIconSide)};
   if (choice.wallpaper.empty()) {
     for (const char* name : {"light", "dark"}) {

@@ -1,0 +1,15 @@
+// The bar with the time at the top of every screen.
+#pragma once
+
+#include <string>
+
+#include "gallery/screens/canvas.h"
+
+namespace varnix::screens {
+
+inline constexpr double kStatusBarHeight = 20;
+
+/// Over whatever is there already.
+void drawStatusBar(const Canvas& canvas, const Color& foreground);
+
+}  // namespace varnix::screens
