@@ -2,8 +2,9 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
+#include <cstdint>
 
+#include "drawing/hex.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
 #include "probe/situations.h"
@@ -63,8 +64,8 @@ constexpr Surface kSurfaces[] = {
     {"SBHUDView", "colorTint", "after layout", Form::color, laidOutHud},
 };
 
-int byteOf(CGFloat component) {
-  return static_cast<int>(std::lround(std::fmin(std::fmax(component, 0), 1) * 255));
+std::uint8_t byteOf(CGFloat component) {
+  return static_cast<std::uint8_t>(std::lround(std::fmin(std::fmax(component, 0), 1) * 255));
 }
 
 }  // namespace
@@ -86,10 +87,7 @@ Answer colorAnswer(NSObject* color) {
       !objc::sendDynamic<bool>(color, components, &c[0], &c[1], &c[2], &c[3])) {
     return {};
   }
-  char text[10];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x%02x", byteOf(c[0]), byteOf(c[1]), byteOf(c[2]),
-                byteOf(c[3]));
-  return std::string(text);
+  return drawing::hex(byteOf(c[0]), byteOf(c[1]), byteOf(c[2]), byteOf(c[3]));
 }
 
 Answer plainColorAnswer(CGColorRef color) {

@@ -1,7 +1,7 @@
 // Every colour that is dyed comes from an answer: another answer is another picture.
 #include <gtest/gtest.h>
 
-#include "gallery/screens/picture.h"
+#include "drawing/picture.h"
 #include "gallery/screens/screen.h"
 #include "support/hosted.h"
 

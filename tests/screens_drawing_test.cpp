@@ -6,10 +6,10 @@
 #include <fstream>
 
 #include "ImageIO/decode.h"
+#include "drawing/blur.h"
+#include "drawing/picture.h"
+#include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
-#include "gallery/screens/blur.h"
-#include "gallery/screens/picture.h"
-#include "gallery/screens/text.h"
 #include "support/hosted.h"
 
 using namespace varnix::screens;

@@ -1,5 +1,7 @@
 #include "preview/gallery_json.h"
 
+#include "drawing/hex.h"
+
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -37,11 +39,8 @@ Behind behindOf(const varnix::screens::Screen& screen, std::string_view classNam
 }
 
 std::string hex(const Color& color) {
-  auto byte = [](double part) { return static_cast<unsigned>(std::lround(part * 255)); };
-  char text[8];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x", byte(color.red) & 0xff,
-                byte(color.green) & 0xff, byte(color.blue) & 0xff);
-  return text;
+  auto byte = [](double part) { return static_cast<std::uint8_t>(std::lround(part * 255)); };
+  return drawing::hex(byte(color.red), byte(color.green), byte(color.blue));
 }
 
 std::string colorOf(Behind behind, const Materials& materials) {

@@ -61,8 +61,7 @@ void addScene(Materials& materials, const std::string& name, const Surface& wall
 
 bool isLight(const Surface& wallpaper) {
   constexpr double kMiddle = 0.5;
-  const auto mean = screensModule().meanColor(wallpaper);
-  return 0.2126 * mean.red + 0.7152 * mean.green + 0.0722 * mean.blue > kMiddle;
+  return varnix::drawing::luma(screensModule().meanColor(wallpaper)) > kMiddle;
 }
 
 }  // namespace

@@ -7,9 +7,11 @@
 #include <variant>
 #include <vector>
 
-#include "gallery/screens/color.h"
+#include "drawing/color.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 /// Nothing, a boolean, a number, or a colour as "#rrggbbaa".
 using Answer = std::variant<std::monostate, bool, double, std::string>;

@@ -1,9 +1,11 @@
 // Drawing around a middle.
 #pragma once
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 /// As long as it lives, (0, 0) is the middle.
 class Around {

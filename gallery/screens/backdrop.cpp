@@ -1,6 +1,6 @@
 #include "gallery/screens/backdrop.h"
 
-#include "gallery/screens/blur.h"
+#include "drawing/blur.h"
 
 namespace varnix::screens {
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
+#include "drawing/canvas.h"
 #include "gallery/screens/answers.h"
-#include "gallery/screens/canvas.h"
 
 namespace varnix::screens {
 

@@ -1,10 +1,10 @@
 // Control Centre, over whatever was open.
+#include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/control_glyphs.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 

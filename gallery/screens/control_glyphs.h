@@ -1,9 +1,11 @@
 // The glyphs of Control Centre and of the volume, each around its middle.
 #pragma once
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 using Glyph = void (*)(const Canvas& canvas, Point middle, const Color& color);
 

@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "gallery/screens/canvas.h"
-#include "gallery/screens/text.h"
+#include "drawing/canvas.h"
+#include "drawing/text.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 inline constexpr Color kBar = rgb(0xf8f8f8);
 inline constexpr Color kBarEdge = rgb(0xa7a7aa);

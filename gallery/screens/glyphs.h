@@ -1,9 +1,11 @@
 // Small drawings of one colour, around their middle.
 #pragma once
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 // Of tab bars, about 25 points.
 void drawPlaylists(const Canvas& canvas, Point middle, const Color& color);

@@ -1,11 +1,11 @@
 // The home screen: icons, a folder, an application that waits for its download, badges, the dock.
+#include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/home_items.h"
 #include "gallery/screens/legibility.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 #include "platform/SpringBoard.h"
 #include "platform/UIKit.h"

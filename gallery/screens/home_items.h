@@ -3,6 +3,8 @@
 
 namespace varnix::screens {
 
+using namespace drawing;
+
 enum class ItemKind : unsigned char { application, folder, waiting };
 
 struct HomeItem {

@@ -1,4 +1,5 @@
 // A feed of photographs whose names and topics are links.
+#include "drawing/text.h"
 #include "gallery/screens/around.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/glyphs.h"
@@ -6,7 +7,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 

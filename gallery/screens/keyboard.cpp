@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "drawing/text.h"
 #include "gallery/screens/questions.h"
-#include "gallery/screens/text.h"
 #include "platform/UIKit.h"
 
 namespace varnix::screens {

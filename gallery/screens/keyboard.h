@@ -1,8 +1,8 @@
 // The keyboard.
 #pragma once
 
+#include "drawing/canvas.h"
 #include "gallery/screens/answers.h"
-#include "gallery/screens/canvas.h"
 
 namespace varnix::screens {
 

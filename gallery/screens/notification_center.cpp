@@ -1,10 +1,10 @@
 // Notification Centre: the whole screen, dark, with what is on today.
+#include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 

@@ -3,9 +3,11 @@
 
 #include <vector>
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 /// A head and shoulders before colours from top to bottom.
 void drawPortrait(const Canvas& canvas, const Box& box, double radius,

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "drawing/canvas.h"
 #include "gallery/screens/answers.h"
-#include "gallery/screens/canvas.h"
 #include "process/process.h"
 
 namespace varnix::screens {

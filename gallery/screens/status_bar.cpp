@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "gallery/screens/text.h"
+#include "drawing/text.h"
 
 namespace varnix::screens {
 

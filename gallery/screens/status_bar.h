@@ -3,9 +3,11 @@
 
 #include <string>
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 namespace varnix::screens {
+
+using namespace drawing;
 
 inline constexpr double kStatusBarHeight = 20;
 

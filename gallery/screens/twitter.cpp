@@ -1,11 +1,11 @@
 // A timeline of short messages, whose names, times, links and notes each have a colour.
+#include "drawing/text.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/glyphs.h"
 #include "gallery/screens/portrait.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 

@@ -1,9 +1,9 @@
 // The volume's panel in the middle of the screen.
+#include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/control_glyphs.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
-#include "gallery/screens/text.h"
 #include "objc/strong.h"
 
 namespace varnix::screens {

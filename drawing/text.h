@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 enum class Weight : unsigned char { light, regular, medium, semibold, bold };
 enum class Align : unsigned char { left, center, right };
@@ -56,4 +56,4 @@ Extent measure(const Canvas& canvas, const Paragraph& paragraph);
 /// Its upper left corner there; returns the height.
 double drawParagraph(const Canvas& canvas, Point at, const Paragraph& paragraph);
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

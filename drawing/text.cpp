@@ -1,4 +1,4 @@
-#include "gallery/screens/text.h"
+#include "drawing/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 
 #include <pango/pangocairo.h>
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 namespace {
 
@@ -147,4 +147,4 @@ double drawParagraph(const Canvas& canvas, Point at, const Paragraph& paragraph)
   return count * paragraph.lineHeight;
 }
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

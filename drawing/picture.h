@@ -6,9 +6,9 @@
 
 #include <cairo.h>
 
-#include "gallery/screens/color.h"
+#include "drawing/color.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 using Surface = std::shared_ptr<cairo_surface_t>;
 
@@ -35,4 +35,4 @@ Color meanColor(const Surface& surface);
 /// An opaque picture as a PNG file of the least effort that still compresses flat areas well.
 std::string encodePng(const Surface& surface);
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

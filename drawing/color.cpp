@@ -1,9 +1,9 @@
-#include "gallery/screens/color.h"
+#include "drawing/color.h"
 
 #include <algorithm>
 #include <charconv>
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 std::optional<Color> parseColor(std::string_view text) {
   if (text.size() != 9 || text[0] != '#') return {};
@@ -24,14 +24,10 @@ Color over(const Color& top, const Color& below) {
           below.alpha};
 }
 
-double luma(const Color& color) {
-  return 0.2126 * color.red + 0.7152 * color.green + 0.0722 * color.blue;
-}
-
 Color saturated(const Color& color, double factor) {
   const double grey = luma(color);
   auto moved = [&](double part) { return std::clamp(grey + factor * (part - grey), 0.0, 1.0); };
   return {moved(color.red), moved(color.green), moved(color.blue), color.alpha};
 }
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 /// Components from 0 to 1, not multiplied by alpha.
 struct Color {
@@ -31,9 +31,11 @@ std::optional<Color> parseColor(std::string_view text);
 Color over(const Color& top, const Color& below);
 
 /// How bright a colour looks, from 0 to 1: Rec. 709 weights over the components as they are.
-double luma(const Color& color);
+constexpr double luma(const Color& color) {
+  return 0.2126 * color.red + 0.7152 * color.green + 0.0722 * color.blue;
+}
 
 /// The saturation multiplied, the luma kept; components are cut off at their ends.
 Color saturated(const Color& color, double factor);
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

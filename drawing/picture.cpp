@@ -1,4 +1,4 @@
-#include "gallery/screens/picture.h"
+#include "drawing/picture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +15,7 @@
 #include "Foundation/file_contents.h"
 #include "ImageIO/decode.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 namespace {
 
@@ -195,4 +195,4 @@ std::string encodePng(const Surface& surface) {
   return std::move(writer.bytes);
 }
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

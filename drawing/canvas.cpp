@@ -1,4 +1,4 @@
-#include "gallery/screens/canvas.h"
+#include "drawing/canvas.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 #include <numbers>
 #include <stdexcept>
 
-#include "gallery/screens/blur.h"
+#include "drawing/blur.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 namespace {
 
@@ -190,4 +190,4 @@ Surface Canvas::copy() const {
   return target;
 }
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

@@ -1,9 +1,9 @@
 // Gaussian blur.
 #pragma once
 
-#include "gallery/screens/picture.h"
+#include "drawing/picture.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 /// The picture blurred, sigma in pixels; beyond its edges its outermost pixels go on. It may come
 /// back smaller: what is blurred has no fine detail, and is to be stretched again.
@@ -15,4 +15,4 @@ Surface blurredShape(const Surface& shape, double sigma);
 /// Every pixel's saturation multiplied, in place.
 void saturate(const Surface& surface, double factor);
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

@@ -1,4 +1,4 @@
-#include "gallery/screens/blur.h"
+#include "drawing/blur.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 
 #include <pixman.h>
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 namespace {
 
@@ -126,4 +126,4 @@ void saturate(const Surface& surface, double factor) {
   cairo_surface_mark_dirty(surface.get());
 }
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing

@@ -8,10 +8,10 @@
 
 #include <cairo.h>
 
-#include "gallery/screens/color.h"
-#include "gallery/screens/picture.h"
+#include "drawing/color.h"
+#include "drawing/picture.h"
 
-namespace varnix::screens {
+namespace varnix::drawing {
 
 /// A whole turn, in radians.
 inline constexpr double kTurn = 2 * std::numbers::pi;
@@ -107,4 +107,4 @@ class Canvas {
   std::shared_ptr<cairo_t> context_;
 };
 
-}  // namespace varnix::screens
+}  // namespace varnix::drawing
