@@ -15,10 +15,10 @@
 #include "hosted_child.h"
 #include "interruption.h"
 #include "nearest.h"
+#include "probe/surfaces.h"
 #include "process_choice.h"
 #include "report.h"
 #include "script.h"
-#include "surfaces/surfaces.h"
 #include "swatches.h"
 #include "table.h"
 
@@ -104,7 +104,7 @@ Json inspectProcess(const Question& question, bool inProcess) {
 
 std::vector<std::string> surfaceClasses() {
   std::vector<std::string> names;
-  for (const auto& surface : host::surfaces::all()) {
+  for (const auto& surface : varnix::probe::all()) {
     if (names.empty() || names.back() != surface.className) names.emplace_back(surface.className);
   }
   return names;

@@ -17,10 +17,10 @@
 #include "objc/autorelease_pool.h"
 #include "pane/events.h"
 #include "pane/rows.h"
+#include "probe/surfaces.h"
 #include "process/process.h"
 #include "property_text.h"
 #include "root_choice.h"
-#include "surfaces/surfaces.h"
 #include "swatches.h"
 
 namespace varnix::cli {
@@ -70,7 +70,7 @@ void list(Session& session) {
 }
 
 void printBar(const Session& session) {
-  const auto color = host::surfaces::colorAnswer(barColor(session.screen));
+  const auto color = varnix::probe::colorAnswer(barColor(session.screen));
   const auto* text = std::get_if<std::string>(&color);
   std::cout << "bar       " << (text == nullptr ? "the system's" : *text) << '\n';
 }

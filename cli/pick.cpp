@@ -35,7 +35,7 @@ constexpr int kAllOfTheFrame = 256;
 /// The module with the colour code, beside the host library as everything that was built.
 pick::Entry loadModule() {
   const auto file =
-      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "libvarnixpick.so";
+      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "libvarnix-pick.so";
   void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* entry = module == nullptr ? nullptr : dlsym(module, pick::kEntryName);
   if (entry == nullptr) throw Failure("cannot load the colour code", dlerror());

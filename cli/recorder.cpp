@@ -24,7 +24,7 @@ Json argumentJson(NSObject* object) {
   if (color.is_null() && object != nullptr) return true;
   return color;
 }
-Json argumentJson(CGColorRef color) { return answerJson(host::surfaces::plainColorAnswer(color)); }
+Json argumentJson(CGColorRef color) { return answerJson(varnix::probe::plainColorAnswer(color)); }
 
 /// A setter that two classes have of their own has a slot for each.
 template <auto Declared, class T = typename decltype(Declared)::Class,

@@ -8,10 +8,10 @@
 #include "objc/autorelease_pool.h"
 #include "platform/Foundation.h"
 #include "prefs/elements.h"
+#include "probe/surfaces.h"
 #include "process_choice.h"
 #include "runtime/runtime.h"
 #include "script.h"
-#include "surfaces/surfaces.h"
 
 namespace varnix::cli {
 

@@ -5,14 +5,16 @@
 #include "errors.h"
 #include "objc/autorelease_pool.h"
 #include "platform/SpringBoard.h"
+#include "probe/objects.h"
+#include "probe/springboard_situations.h"
 #include "recorder.h"
 #include "runtime/instance_variable.h"
-#include "surfaces/springboard_situations.h"
 
 namespace varnix::cli {
 
-using host::surfaces::backdropSettings;
-using host::surfaces::wallpaperColor;
+using probe::backdropSettings;
+using probe::make;
+using probe::wallpaperColor;
 
 namespace {
 
@@ -39,8 +41,6 @@ constexpr StagedSurface kSurfaces[] = {
     {"balloon", "CKGradientView", Prints::answer},
 };
 
-constexpr CGRect kFrame{{0, 0}, {375, 440}};
-
 /// Where an icon lies on the wallpaper, and the piece of it that is behind the icon.
 constexpr CGPoint kPhase{27, 88};
 constexpr CGRect kPiece{{27, 88}, {60, 60}};
@@ -49,17 +49,6 @@ Class classNamed(const char* name) {
   Class cls = objc_getClass(name);
   if (cls == nullptr) throw Failure("this process has no such class", name);
   return cls;
-}
-
-Strong<NSObject> make(Class cls) {
-  auto* made = send<NSObject*>(cls, "alloc"_sel);
-  if (send(made, NSObject::respondsToSelector, sel_registerName("initWithFrame:")))
-    made = send<NSObject*>(made, "initWithFrame:"_sel, kFrame);
-  else if (send(made, NSObject::respondsToSelector, sel_registerName("initWithNibName:bundle:")))
-    made = send<NSObject*>(made, "initWithNibName:bundle:"_sel, static_cast<NSString*>(nullptr),
-                           static_cast<NSObject*>(nullptr));
-  else made = send<NSObject*>(made, "init"_sel);
-  return Strong<NSObject>::adopt(made);
 }
 
 /// The colour behind Control Centre's content.

@@ -130,7 +130,7 @@ TEST_F(StandIn, HasNoMethodThatPhonesLack) {
 TEST_F(StandIn, IsAskedWhole) {
   startWithAll();
   Names asked;
-  Names all{"libvarnixgraphics.so", "libvarnixhost.so"};
+  Names all{"libvarnix-graphics.so", "libvarnix-host.so"};
   for (const ListedMethod& method : methods())
     asked.insert(std::filesystem::path(method.binary).filename());
   for (const auto& file : std::filesystem::directory_iterator(frameworks()))

@@ -1,11 +1,11 @@
 // Every colour that is dyed comes from an answer: another answer is another picture.
 #include <gtest/gtest.h>
 
-#include "screens/picture.h"
-#include "screens/screen.h"
+#include "drawing/picture.h"
+#include "gallery/screens/screen.h"
 #include "support/hosted.h"
 
-using namespace host::screens;
+using namespace varnix::screens;
 
 namespace {
 

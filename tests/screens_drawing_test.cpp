@@ -6,13 +6,13 @@
 #include <fstream>
 
 #include "ImageIO/decode.h"
-#include "screens/backdrop.h"
-#include "screens/blur.h"
-#include "screens/picture.h"
-#include "screens/text.h"
+#include "drawing/blur.h"
+#include "drawing/picture.h"
+#include "drawing/text.h"
+#include "gallery/screens/backdrop.h"
 #include "support/hosted.h"
 
-using namespace host::screens;
+using namespace varnix::screens;
 using host::imageio::Picture;
 
 namespace {

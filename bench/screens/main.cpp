@@ -8,15 +8,15 @@
 #include <filesystem>
 #include <string>
 
-#include "screens/backdrop.h"
-#include "screens/picture.h"
-#include "screens/screen.h"
+#include "drawing/picture.h"
+#include "gallery/screens/backdrop.h"
+#include "gallery/screens/screen.h"
 #include "table.h"
 #include "timing.h"
 
 namespace {
 
-using namespace host::screens;
+using namespace varnix::screens;
 
 constexpr double kScale = 2;
 constexpr int kRounds = 5;
@@ -31,15 +31,22 @@ double milliseconds(F call) {
   return bench::bestOf(kRounds, 1, call) / kNanoseconds;
 }
 
+Surface whole(const std::filesystem::path& file, const Pixels& covered) {
+  std::string problem;
+  Surface picture = readPicture(file, covered, problem);
+  if (!problem.empty()) throw std::runtime_error(file.string() + ": " + problem);
+  return picture;
+}
+
 Scene sampleScene() {
   const std::filesystem::path samples = VARNIX_SAMPLES;
   Scene scene;
-  scene.wallpaper = readPicture(samples / "wallpapers/dark.png", {750, 1334});
+  scene.wallpaper = whole(samples / "wallpapers/dark.png", {750, 1334});
   scene.wallpaperColor = meanColor(scene.wallpaper);
-  scene.photograph = readPicture(samples / "covers/tides.png", {750, 750});
+  scene.photograph = whole(samples / "covers/tides.png", {750, 750});
   for (const auto& entry : std::filesystem::directory_iterator(samples / "icons")) {
     if (entry.path().extension() == ".png")
-      scene.icons[entry.path().stem()] = readPicture(entry.path(), {120, 120});
+      scene.icons[entry.path().stem()] = whole(entry.path(), {120, 120});
   }
   return scene;
 }

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+
+#include "drawing/hex.h"
 
 namespace varnix::cli::pick {
 
@@ -20,10 +21,7 @@ double luminance(const Color& color) {
 }  // namespace
 
 std::string hex(const Color& color) {
-  char text[10];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x%02x", color.red, color.green, color.blue,
-                color.alpha);
-  return text;
+  return drawing::hex(color.red, color.green, color.blue, color.alpha);
 }
 
 Color laidOn(const Color& ground, const Color& color) {

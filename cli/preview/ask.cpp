@@ -14,12 +14,12 @@
 #include "input_limits.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
-#include "surfaces/surfaces.h"
+#include "probe/surfaces.h"
 
 namespace varnix::cli {
 
-using host::screens::Answer;
-using host::screens::Answers;
+using varnix::screens::Answer;
+using varnix::screens::Answers;
 
 namespace {
 

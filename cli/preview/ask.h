@@ -5,26 +5,26 @@
 #include <string>
 #include <vector>
 
+#include "gallery/screens/screen.h"
 #include "json.h"
 #include "process/process.h"
-#include "screens/screen.h"
 
 namespace varnix::cli {
 
 /// By the name of the wallpaper.
-using WallpaperColors = std::map<std::string, host::screens::Color>;
+using WallpaperColors = std::map<std::string, varnix::screens::Color>;
 
 struct ProcessQuestion {
   host::ProcessOptions process;
   bool withLibrary = true;
   std::string artwork;  ///< the playing track's picture, a file; empty where nothing plays
-  std::vector<const host::screens::Screen*> screens;  ///< of this process
+  std::vector<const varnix::screens::Screen*> screens;  ///< of this process
   WallpaperColors wallpapers;
 };
 
 struct ProcessAnswer {
   /// By the screen's identifier, then by the wallpaper's name.
-  std::map<std::string, std::map<std::string, host::screens::Answers>> screens;
+  std::map<std::string, std::map<std::string, varnix::screens::Answers>> screens;
   /// [{"class", "property", "case", "answer"}]
   Json surfaces;
 };

@@ -1,5 +1,7 @@
 #include "preview/gallery_json.h"
 
+#include "drawing/hex.h"
+
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -8,7 +10,7 @@
 
 namespace varnix::cli {
 
-using host::screens::Color;
+using varnix::screens::Color;
 
 namespace {
 
@@ -28,7 +30,7 @@ constexpr Place kPlaces[] = {
     {"UISegment", Behind::bar},
 };
 
-Behind behindOf(const host::screens::Screen& screen, std::string_view className) {
+Behind behindOf(const varnix::screens::Screen& screen, std::string_view className) {
   if (screen.kind == host::ProcessKind::springboard) return Behind::wallpaper;
   for (const Place& place : kPlaces) {
     if (place.className == className) return place.behind;
@@ -37,11 +39,8 @@ Behind behindOf(const host::screens::Screen& screen, std::string_view className)
 }
 
 std::string hex(const Color& color) {
-  auto byte = [](double part) { return static_cast<unsigned>(std::lround(part * 255)); };
-  char text[8];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x", byte(color.red) & 0xff,
-                byte(color.green) & 0xff, byte(color.blue) & 0xff);
-  return text;
+  auto byte = [](double part) { return static_cast<std::uint8_t>(std::lround(part * 255)); };
+  return drawing::hex(byte(color.red), byte(color.green), byte(color.blue));
 }
 
 std::string colorOf(Behind behind, const Materials& materials) {
@@ -90,7 +89,7 @@ Json surfacesOf(const AskedTab& asked, const Materials& materials) {
   return rows;
 }
 
-Json screenJson(const Tab& tab, const host::screens::Screen& screen, const Materials& materials) {
+Json screenJson(const Tab& tab, const varnix::screens::Screen& screen, const Materials& materials) {
   Json json{{"id", screen.id}, {"title", screen.title}};
   for (const auto& [wallpaper, scene] : materials.scenes) {
     json[wallpaper] = {{"before", pictureFile(tab, screen, wallpaper, "before")},

@@ -7,9 +7,9 @@
 
 namespace varnix::cli {
 
-using host::screens::Pixels;
-using host::screens::Scene;
-using host::screens::Surface;
+using varnix::screens::Pixels;
+using varnix::screens::Scene;
+using varnix::screens::Surface;
 
 namespace {
 
@@ -61,8 +61,7 @@ void addScene(Materials& materials, const std::string& name, const Surface& wall
 
 bool isLight(const Surface& wallpaper) {
   constexpr double kMiddle = 0.5;
-  const auto mean = screensModule().meanColor(wallpaper);
-  return 0.2126 * mean.red + 0.7152 * mean.green + 0.0722 * mean.blue > kMiddle;
+  return varnix::drawing::luma(screensModule().meanColor(wallpaper)) > kMiddle;
 }
 
 }  // namespace
@@ -78,7 +77,7 @@ Materials gather(const MaterialChoice& choice) {
   materials.screens = screensNamed(choice.screens);
   materials.scale = choice.scale;
   auto pixels = [&](double points) { return static_cast<int>(std::lround(points * choice.scale)); };
-  const Pixels screen{pixels(host::screens::kWidth), pixels(host::screens::kHeight)};
+  const Pixels screen{pixels(varnix::screens::kWidth), pixels(varnix::screens::kHeight)};
   const Pixels icon{pixels(kIconSide), pixels(kIconSide)};
   if (choice.wallpaper.empty()) {
     for (const char* name : {"light", "dark"}) {

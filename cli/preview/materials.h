@@ -5,16 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "gallery/screens/screen.h"
 #include "preview/ask.h"
-#include "screens/screen.h"
 
 namespace varnix::cli {
 
 struct Materials {
-  std::vector<const host::screens::Screen*> screens;
+  std::vector<const varnix::screens::Screen*> screens;
   std::map<std::string, std::string> icons;  ///< an application's icon, a file
   /// By the wallpaper's name, "light" or "dark".
-  std::map<std::string, host::screens::Scene> scenes;
+  std::map<std::string, varnix::screens::Scene> scenes;
   double scale = 2;
 
   WallpaperColors wallpaperColors() const;

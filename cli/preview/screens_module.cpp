@@ -11,19 +11,19 @@
 
 namespace varnix::cli {
 
-using host::screens::Module;
-using host::screens::Screen;
+using varnix::screens::Module;
+using varnix::screens::Screen;
 
 namespace {
 
 /// Beside the host library, as everything that was built.
 const Module& load() {
   const auto folder = std::filesystem::path(host::defaultLibraryPath()).parent_path();
-  const auto file = folder / host::screens::kModuleFile;
+  const auto file = folder / varnix::screens::kModuleFile;
   void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* entry = module == nullptr ? nullptr : dlsym(module, host::screens::kModuleEntry);
+  void* entry = module == nullptr ? nullptr : dlsym(module, varnix::screens::kModuleEntry);
   if (entry == nullptr) throw Failure("cannot load what draws the screens", dlerror());
-  return *reinterpret_cast<host::screens::ModuleEntry>(entry)();
+  return *reinterpret_cast<varnix::screens::ModuleEntry>(entry)();
 }
 
 }  // namespace
@@ -52,7 +52,8 @@ std::vector<const Screen*> screensNamed(const std::vector<std::string>& identifi
   return chosen;
 }
 
-host::screens::Surface pictureFrom(const std::string& file, const host::screens::Pixels& covered) {
+varnix::screens::Surface pictureFrom(const std::string& file,
+                                     const varnix::screens::Pixels& covered) {
   try {
     std::string problem;
     auto picture = screensModule().readPicture(file, covered, problem);

@@ -4,18 +4,20 @@
 #include <string>
 #include <vector>
 
-#include "screens/module.h"
+#include "gallery/screens/module.h"
 
 namespace varnix::cli {
 
 /// Loads it at the first call; it stays. Throws Failure.
-const host::screens::Module& screensModule();
+const varnix::screens::Module& screensModule();
 
 /// The screens with these identifiers in the module's order, all where none is given. Throws
 /// UsageError for an unknown one.
-std::vector<const host::screens::Screen*> screensNamed(const std::vector<std::string>& identifiers);
+std::vector<const varnix::screens::Screen*> screensNamed(
+    const std::vector<std::string>& identifiers);
 
 /// A picture of the user's. Throws Failure.
-host::screens::Surface pictureFrom(const std::string& file, const host::screens::Pixels& covered);
+varnix::screens::Surface pictureFrom(const std::string& file,
+                                     const varnix::screens::Pixels& covered);
 
 }  // namespace varnix::cli

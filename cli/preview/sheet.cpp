@@ -10,10 +10,10 @@
 
 namespace varnix::cli {
 
-using host::screens::Answers;
-using host::screens::Layer;
-using host::screens::Scene;
-using host::screens::Screen;
+using varnix::screens::Answers;
+using varnix::screens::Layer;
+using varnix::screens::Scene;
+using varnix::screens::Screen;
 
 namespace {
 

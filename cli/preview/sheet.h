@@ -30,15 +30,15 @@ struct Picture {
   std::string file;  ///< relative to the gallery's folder
   /// Two pictures of the same contents have the same one.
   std::string contents;
-  std::vector<host::screens::Layer> layers;
-  host::screens::Scene scene;
+  std::vector<varnix::screens::Layer> layers;
+  varnix::screens::Scene scene;
 };
 
 /// The pictures of a tab, which point into what was answered.
 std::vector<Picture> picturesOf(const Tab& tab, const AskedTab& asked, const Materials& materials);
 
 /// The file of a picture: "TAB/SCREEN-WALLPAPER-before.png".
-std::string pictureFile(const Tab& tab, const host::screens::Screen& screen,
+std::string pictureFile(const Tab& tab, const varnix::screens::Screen& screen,
                         const std::string& wallpaper, const char* when);
 
 /// Draws every picture once, on all processors; equal ones share their bytes on the disk. A file

@@ -21,7 +21,7 @@ using Section = ElfW(Shdr);
 using Symbol = ElfW(Sym);
 
 /// Which is a name of no symbol.
-constexpr char kNobody[] = "libvarnixhost.so";
+constexpr char kNobody[] = "libvarnix-host.so";
 
 /// The parts of a shared library's file that say what it asks for.
 class LibraryFile {

@@ -1,5 +1,5 @@
 // The nearest colour of the same hue that is told well enough from what lies behind it.
-#include "preview/gallery/contrast.h"
+#include "gallery/page/contrast.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "preview/gallery/gallery.h"
+#include "gallery/page/gallery.h"
 #include "sample.h"
 
 int main(int count, char** arguments) try {

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "errors.h"
-#include "preview/gallery/gallery.h"
-#include "preview/gallery/page_data.h"
+#include "gallery/page/gallery.h"
+#include "gallery/page/page_data.h"
 #include "sample.h"
 
 using varnix::cli::Failure;

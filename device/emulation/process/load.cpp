@@ -78,7 +78,7 @@ std::vector<std::string> loadNeeded(const std::string& path, ImageFile& file) {
       load(neighbour);
       neighbours.push_back(neighbour);
     } else if (library.name.find("/CoreGraphics.framework/") != std::string_view::npos) {
-      const std::string graphics = host::ownFolder() / "libvarnixgraphics.so";
+      const std::string graphics = host::ownFolder() / "libvarnix-graphics.so";
       if (dlopen(graphics.c_str(), RTLD_NOW | RTLD_GLOBAL) == nullptr)
         throw std::runtime_error(dlerror());
     }

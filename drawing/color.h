@@ -1,0 +1,41 @@
+// Colours as the screens draw them.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace varnix::drawing {
+
+/// Components from 0 to 1, not multiplied by alpha.
+struct Color {
+  double red = 0, green = 0, blue = 0, alpha = 1;
+
+  constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
+  bool operator==(const Color&) const = default;
+};
+
+/// From 0xRRGGBB.
+constexpr Color rgb(unsigned value, double alpha = 1) {
+  auto part = [value](int shift) { return (value >> shift & 0xff) / 255.0; };
+  return {part(16), part(8), part(0), alpha};
+}
+
+inline constexpr Color kBlack = rgb(0x000000);
+inline constexpr Color kWhite = rgb(0xffffff);
+
+/// From "#rrggbbaa"; nothing for anything else.
+std::optional<Color> parseColor(std::string_view text);
+
+/// The colour laid over an opaque one.
+Color over(const Color& top, const Color& below);
+
+/// How bright a colour looks, from 0 to 1: Rec. 709 weights over the components as they are.
+constexpr double luma(const Color& color) {
+  return 0.2126 * color.red + 0.7152 * color.green + 0.0722 * color.blue;
+}
+
+/// The saturation multiplied, the luma kept; components are cut off at their ends.
+Color saturated(const Color& color, double factor);
+
+}  // namespace varnix::drawing

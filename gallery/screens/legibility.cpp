@@ -1,0 +1,10 @@
+#include "gallery/screens/legibility.h"
+
+namespace varnix::screens {
+
+Color legibleOn(const Color& wallpaper) {
+  constexpr double kBright = 0.68;
+  return luma(wallpaper) > kBright ? kBlack : kWhite;
+}
+
+}  // namespace varnix::screens

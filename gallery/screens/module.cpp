@@ -1,0 +1,27 @@
+#include "gallery/screens/module.h"
+
+#include "export.h"
+
+namespace varnix::screens {
+
+namespace {
+
+constexpr const Screen* kScreens[] = {
+    &kApplication,        &kMessages, &kHome,      &kControlCenter,
+    &kNotificationCenter, &kVolume,   &kInstagram, &kTwitter};
+
+std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
+  const Canvas canvas(kWidth, kHeight, scale);
+  for (const Layer& layer : layers) layer.screen->draw(canvas, *layer.answers, scene);
+  return encodePng(canvas.surface());
+}
+
+}  // namespace
+
+}  // namespace varnix::screens
+
+extern "C" HOST_EXPORT const varnix::screens::Module* varnix_screens() {
+  using namespace varnix::screens;
+  static const Module module{kScreens, readPicture, meanColor, draw};
+  return &module;
+}
