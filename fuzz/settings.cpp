@@ -9,10 +9,10 @@
 #include "hosted_process.h"
 #include "objc/autorelease_pool.h"
 #include "prefs/VNXManager.h"
-#include "property_text.h"
 #include "runtime/send.h"
-#include "settings_bytes.h"
-#include "settings_file.h"
+#include "settings/bytes.h"
+#include "settings/file.h"
+#include "settings/property_text.h"
 
 namespace {
 

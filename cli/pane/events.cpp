@@ -9,7 +9,7 @@
 #include "Social/requests.h"
 #include "UIKit/UIAlertView.h"
 #include "UIKit/UIApplication_urls.h"
-#include "errors.h"
+#include "common/errors.h"
 
 namespace varnix::cli {
 

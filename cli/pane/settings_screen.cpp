@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "process/process.h"
 
 namespace varnix::cli {

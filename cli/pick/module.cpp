@@ -1,6 +1,6 @@
 // The module's one function. The colour code adds to UIKit's classes, so that it is loaded after
 // them: not with the command, but by it.
-#include "errors.h"
+#include "common/errors.h"
 #include "export.h"
 #include "objc/autorelease_pool.h"
 #include "objc/strong.h"

@@ -10,19 +10,19 @@
 #include <vector>
 
 #include "commands.h"
-#include "errors.h"
-#include "escaped.h"
-#include "icon_choices.h"
-#include "interruption.h"
-#include "output_file.h"
+#include "common/errors.h"
+#include "common/escaped.h"
+#include "common/icon_choices.h"
+#include "common/interruption.h"
+#include "common/output_file.h"
+#include "common/root_choice.h"
+#include "common/swatches.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
 #include "preview/studio.h"
 #include "preview/watch.h"
-#include "root_choice.h"
-#include "settings_check.h"
-#include "settings_file.h"
-#include "swatches.h"
+#include "settings/check.h"
+#include "settings/file.h"
 
 namespace varnix::cli {
 

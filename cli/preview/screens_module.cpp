@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <iostream>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "process/process.h"
 
 namespace varnix::cli {

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-#include "interruption.h"
+#include "common/interruption.h"
 #include "preview/gallery/gallery.h"
 #include "preview/gallery_json.h"
 
