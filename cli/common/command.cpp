@@ -66,12 +66,6 @@ std::vector<std::string> namesOf(const Option& option) {
   return names;
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : " ").append(word);
-  return text;
-}
-
 std::string onOneLine(std::string text) {
   std::replace(text.begin(), text.end(), '\n', ' ');
   return text;

@@ -58,9 +58,6 @@ void forEachCommand(const Command& program,
 /// The names of an option: "-V,--version" has two.
 std::vector<std::string> namesOf(const Option& option);
 
-/// The words with blanks between them.
-std::string joined(const std::vector<std::string>& words);
-
 /// Without the line ends that a terminal's width made necessary.
 std::string onOneLine(std::string text);
 

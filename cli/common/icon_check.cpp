@@ -1,11 +1,10 @@
 #include "common/icon_check.h"
 
-#include <iostream>
-
 #include "Foundation/file_contents.h"
 #include "Foundation/text.h"
 #include "common/errors.h"
 #include "common/input_limits.h"
+#include "common/warning.h"
 #include "objc/autorelease_pool.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
@@ -25,7 +24,7 @@ Strong<UIImage> pictureIn(const std::string& file) {
 
 void warnOfMissingRows(NSObject* image, const std::string& file) {
   if (auto* problem = send<NSString*>(image, "standIn_problem"_sel))
-    std::cerr << "varnix: " << file << ": " << host::text(problem) << '\n';
+    warn(file + ": " + std::string(host::text(problem)));
 }
 
 void checkIcons(const std::map<std::string, std::string>& icons) {

@@ -6,6 +6,7 @@
 
 #include "common/errors.h"
 #include "common/interruption.h"
+#include "common/joined.h"
 #include "common/nearest.h"
 
 namespace varnix::cli {
@@ -39,8 +40,7 @@ std::optional<Words> match(const std::string& text, const std::string& lineText)
 }
 
 [[noreturn]] void refuse(std::span<const char* const> known, const Words& words) {
-  std::string line;
-  for (const std::string& word : words) line.append(line.empty() ? "" : " ").append(word);
+  const std::string line = joined(words);
   std::string forms;
   for (const char* form : known) {
     if (split(form)[0] == words[0]) forms.append(forms.empty() ? "expected " : " or ").append(form);

@@ -7,6 +7,7 @@
 
 #include "commands.h"
 #include "common/errors.h"
+#include "common/joined.h"
 #include "common/nearest.h"
 
 namespace varnix::cli {

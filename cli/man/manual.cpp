@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "common/joined.h"
 
 namespace varnix::cli {
 

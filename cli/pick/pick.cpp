@@ -1,7 +1,4 @@
 // varnix pick: the colours that the library finds in images.
-#include <dlfcn.h>
-
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -11,6 +8,7 @@
 #include "commands.h"
 #include "common/errors.h"
 #include "common/interruption.h"
+#include "common/module.h"
 #include "common/output_file.h"
 #include "common/swatches.h"
 #include "common/warning.h"
@@ -32,15 +30,7 @@ struct PickArguments {
 
 constexpr int kAllOfTheFrame = 256;
 
-/// The module with the colour code, beside the host library as everything that was built.
-pick::Entry loadModule() {
-  const auto file =
-      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "libvarnixpick.so";
-  void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* entry = module == nullptr ? nullptr : dlsym(module, pick::kEntryName);
-  if (entry == nullptr) throw Failure("cannot load the colour code", dlerror());
-  return reinterpret_cast<pick::Entry>(entry);
-}
+constexpr ModuleName<pick::Module> kModule{VARNIX_PICK_FILE, pick::kModuleEntry, "the colour code"};
 
 /// In an application's process, since the code asks one for its state; it needs no files.
 pick::Answer ask(const pick::Request& request) {
@@ -48,14 +38,12 @@ pick::Answer ask(const pick::Request& request) {
   process.bundle = "com.example.pick";
   host::printLog(false);
   host::startProcess(process);
-  pick::Answer answer;
   try {
-    loadModule()(request, answer);
+    return loadModule(kModule).answer(request);
   } catch (const Failure&) {
     for (const auto& line : host::logLines()) std::cerr << line.line << '\n';
     throw;
   }
-  return answer;
 }
 
 int pickColors(const PickArguments& arguments) {
@@ -71,8 +59,7 @@ int pickColors(const PickArguments& arguments) {
             << std::flush;
   int status = 0;
   for (const pick::Analysis& image : answer.images) {
-    if (!image.warning.empty())
-      std::cerr << "varnix: " << image.file << ": " << image.warning << '\n';
+    if (!image.warning.empty()) warn(image.file + ": " + image.warning);
     if (image.error.empty()) continue;
     warn("cannot pick from " + image.file + ": " + image.error);
     status = 1;

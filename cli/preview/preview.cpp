@@ -14,6 +14,7 @@
 #include "common/escaped.h"
 #include "common/icon_choices.h"
 #include "common/interruption.h"
+#include "common/joined.h"
 #include "common/output_file.h"
 #include "common/root_choice.h"
 #include "common/swatches.h"
@@ -82,17 +83,11 @@ std::string seconds(double time) {
   return text;
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : ", ").append(word);
-  return text;
-}
-
 void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& folder) {
   std::cout << "Following the settings; to end, press Ctrl-C." << std::endl;
   watch.follow([&] {
     const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
-    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens);
+    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
     std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
   });
 }

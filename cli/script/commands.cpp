@@ -1,13 +1,14 @@
 #include "script/commands.h"
 
 #include "Foundation/file_contents.h"
-#include "Foundation/run_loop.h"
 #include "Foundation/text.h"
+#include "common/class_names.h"
 #include "common/errors.h"
 #include "common/icon_check.h"
 #include "common/input_limits.h"
 #include "common/json.h"
 #include "common/line_commands.h"
+#include "common/main_loop.h"
 #include "platform/UIKit.h"
 #include "settings/file.h"
 
@@ -20,8 +21,7 @@ constexpr NSInteger kActive = 0;
 NSObject* imageOf(const std::string& file) {
   const auto contents = host::fileContents(file, kLargestFile);
   if (!contents) throw Failure("no such image file", file);
-  Class imageClass = objc_getClass("UIImage");
-  if (imageClass == nullptr) throw Failure("this process has no such class", "UIImage");
+  Class imageClass = classNamed("UIImage");
   NSData* data = NSData::dataWithBytes(contents->data(), contents->size());
   auto* image = send<NSObject*>(imageClass, "imageWithData:"_sel, data);
   if (image == nullptr) throw Failure("not a PNG or JPEG image", file);
@@ -51,12 +51,6 @@ void set(const std::string& key, const std::string& value) {
   const auto kind = kindOf(key);
   if (!kind) throw Failure("no such setting", withNearestKey(key));
   store(key, valueFor(*kind, value, false));
-}
-
-/// What a handler leaves on the main queue comes a turn later, and so on a few times.
-void drainMainLoop() {
-  constexpr int kSettledAfter = 4;
-  for (int turn = 0; turn < kSettledAfter; ++turn) host::MainRunLoop::instance().drain();
 }
 
 constexpr ScriptCommand kScriptCommands[] = {
@@ -93,7 +87,7 @@ constexpr ScriptCommand kScriptCommands[] = {
      [](ScriptContext&, const Words& words) {
        if (!remove(words[0])) throw Failure("not set", withNearestKey(words[0]));
      }},
-    {"wait", [](ScriptContext&, const Words&) { drainMainLoop(); }},
+    {"wait", [](ScriptContext&, const Words&) { settleMainLoop(); }},
     {"print", [](ScriptContext& c, const Words&) { c.print(c.stage.print()); }},
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/answer_json.h"
+#include "common/class_names.h"
 #include "common/errors.h"
 #include "common/json.h"
 #include "objc/autorelease_pool.h"
@@ -47,12 +48,6 @@ constexpr CGRect kFrame{{0, 0}, {375, 440}};
 /// Where an icon lies on the wallpaper, and the piece of it that is behind the icon.
 constexpr CGPoint kPhase{27, 88};
 constexpr CGRect kPiece{{27, 88}, {60, 60}};
-
-Class classNamed(const char* name) {
-  Class cls = objc_getClass(name);
-  if (cls == nullptr) throw Failure("this process has no such class", name);
-  return cls;
-}
 
 Strong<NSObject> make(Class cls) {
   auto* made = send<NSObject*>(cls, "alloc"_sel);
