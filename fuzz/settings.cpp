@@ -9,6 +9,7 @@
 #include "hosted_process.h"
 #include "objc/autorelease_pool.h"
 #include "prefs/VNXManager.h"
+#include "prefs/elements.h"
 #include "runtime/send.h"
 #include "settings/bytes.h"
 #include "settings/file.h"
@@ -111,13 +112,10 @@ void ask() {
   send(manager, VNXManager::wantsIconColor);
   send(manager, VNXManager::useAlbumArt);
   send(manager, VNXManager::dye);
-  send(manager, VNXManager::statusBarDye);
-  send(manager, VNXManager::folderDye);
-  send(manager, VNXManager::ccDye);
-  send(manager, VNXManager::ncDye);
-  send(manager, VNXManager::smsDye);
-  send(manager, VNXManager::keyboardDye);
-  send(manager, VNXManager::volDye);
+  for (const auto& element : varnix::settings::kElements) {
+    const std::string operation = std::string(element.operation) + "Dye";
+    objc::sendDynamic<NSObject*>(manager, sel_registerName(operation.c_str()));
+  }
 }
 
 void takeAsSettings(std::string_view bytes) {
