@@ -45,6 +45,14 @@ Option jsonOption(bool& json) {
   return {.name = "--json", .target = &json, .meaning = "Print JSON"};
 }
 
+Option iconOption(std::vector<std::string>& icons) {
+  return {.name = "--icon",
+          .value = "ID=FILE",
+          .target = &icons,
+          .meaning = "An application's icon, PNG or JPEG; repeatable",
+          .completes = Completes::files};
+}
+
 Command helpCommand(const Command& program) {
   Command help{
       .name = "help",

@@ -45,6 +45,7 @@ Option versionOption();
 Option colorOption(std::string& choice);
 Option rootOption(std::optional<std::string>& root);
 Option jsonOption(bool& json);
+Option iconOption(std::vector<std::string>& icons);
 
 /// "help COMMAND", for which the parser does "COMMAND --help".
 Command helpCommand(const Command& program);

@@ -103,11 +103,7 @@ std::vector<Option> ProcessChoice::options() {
                   "superclass has at each call), snapshot (what it had) or late (the same, and\n"
                   "only after the replacement is live); dynamic",
        .choices = hookingNames()},
-      {.name = "--icon",
-       .value = "ID=FILE",
-       .target = &icons_,
-       .meaning = "An application's icon, PNG or JPEG; repeatable",
-       .completes = Completes::files},
+      iconOption(icons_),
       rootOption(root_),
       {.name = "--settings",
        .value = "FILE",
