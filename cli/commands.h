@@ -1,7 +1,7 @@
-// The commands, each in a file of its name.
+// The commands, each in a folder of its name.
 #pragma once
 
-#include "command.h"
+#include "common/command.h"
 
 namespace varnix::cli {
 

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "commands.h"
-#include "errors.h"
-#include "interruption.h"
+#include "common/errors.h"
+#include "common/interruption.h"
+#include "common/warning.h"
 #include "parser.h"
-#include "warning.h"
 
 namespace {
 

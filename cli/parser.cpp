@@ -7,8 +7,8 @@
 #include <string_view>
 #include <type_traits>
 
-#include "errors.h"
-#include "nearest.h"
+#include "common/errors.h"
+#include "common/nearest.h"
 
 namespace varnix::cli {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "command.h"
+#include "common/command.h"
 
 namespace varnix::cli {
 

@@ -6,12 +6,13 @@
 #include <string>
 
 #include "Foundation/darwin_notify.h"
-#include "errors.h"
-#include "framework_files.h"
+#include "common/errors.h"
+#include "common/framework_files.h"
+#include "common/json.h"
 #include "hosted_process.h"
 #include "objc/autorelease_pool.h"
-#include "script.h"
-#include "settings_file.h"
+#include "script/script.h"
+#include "settings/file.h"
 
 namespace {
 

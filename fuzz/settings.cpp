@@ -10,10 +10,10 @@
 #include "objc/autorelease_pool.h"
 #include "prefs/VNXManager.h"
 #include "prefs/elements.h"
-#include "property_text.h"
 #include "runtime/send.h"
-#include "settings_bytes.h"
-#include "settings_file.h"
+#include "settings/bytes.h"
+#include "settings/file.h"
+#include "settings/property_text.h"
 
 namespace {
 

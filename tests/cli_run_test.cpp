@@ -354,12 +354,17 @@ TEST_F(Run, IconsThatAreNone) {
 TEST_F(Run, AnIconOfWhichAPartIsThereIsAWarning) {
   const std::string whole = test::contentsOf(VARNIX_SAMPLES "/icons/com.example.mail.png");
   const std::string file = write("cut.png", whole.substr(0, whole.size() * 3 / 4));
+  // A name that a terminal would obey.
+  const std::string clearing = write("c\x1b[2Jut.png", whole.substr(0, whole.size() * 3 / 4));
+  const std::string shown = folder.path() + "/c\\x1b[2Jut.png";
   for (const char* command : {"run", "inspect"}) {
-    const auto outcome = varnix({command, "--bundle", "a", "--icon", "a=" + file});
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(
-        outcome.error,
-        "varnix: " + file + ": the image is truncated or damaged: only a part of it is there\n");
+    for (const auto& [icon, name] : {std::pair(file, file), std::pair(clearing, shown)}) {
+      const auto outcome = varnix({command, "--bundle", "a", "--icon", "a=" + icon});
+      EXPECT_EQ(outcome.status, 0);
+      EXPECT_EQ(
+          outcome.error,
+          "varnix: " + name + ": the image is truncated or damaged: only a part of it is there\n");
+    }
   }
 }
 

@@ -9,16 +9,14 @@
 #include "Social/requests.h"
 #include "UIKit/UIAlertView.h"
 #include "UIKit/UIApplication_urls.h"
-#include "errors.h"
+#include "common/errors.h"
+#include "common/main_loop.h"
 
 namespace varnix::cli {
 
 namespace {
 
 constexpr std::chrono::milliseconds kPatience{500};
-
-/// What a handler leaves on the main queue comes a turn later, and so on a few times.
-constexpr int kTurns = 4;
 
 std::string words(NSObject* object) {
   return object == nullptr ? "" : std::string(host::text(send(object, NSObject::description)));
@@ -63,9 +61,8 @@ void PaneEvents::printAlert() const {
 }
 
 void PaneEvents::settle(bool awaitsAnswer) {
-  auto& loop = host::MainRunLoop::instance();
-  if (awaitsAnswer) loop.runUntil([this] { return isNew(); }, kPatience);
-  for (int turn = 0; turn < kTurns; ++turn) loop.drain();
+  if (awaitsAnswer) host::MainRunLoop::instance().runUntil([this] { return isNew(); }, kPatience);
+  settleMainLoop();
   NSArray* requests = host::performedRequests();
   for (; requests_ < count(requests); ++requests_)
     std::cout << requestLine(send(requests, NSArray::objectAtIndex, requests_)) << '\n';

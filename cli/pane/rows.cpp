@@ -4,11 +4,11 @@
 #include <string_view>
 
 #include "Foundation/text.h"
-#include "errors.h"
-#include "known_key.h"
-#include "nearest.h"
+#include "common/errors.h"
+#include "common/nearest.h"
 #include "objc/block.h"
-#include "settings_file.h"
+#include "settings/file.h"
+#include "settings/known_key.h"
 
 namespace varnix::cli {
 

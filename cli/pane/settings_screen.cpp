@@ -3,7 +3,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "errors.h"
+#include "common/class_names.h"
+#include "common/errors.h"
 #include "process/process.h"
 
 namespace varnix::cli {
@@ -17,19 +18,16 @@ void find(const std::string& pane, const char* name, Function*& entry) {
 }
 
 Strong<UIViewController> make(const char* name) {
-  Class cls = objc_getClass(name);
-  if (cls == nullptr) throw Failure("this process has no such class", name);
-  return Strong<UIViewController>::adopt(
-      send<UIViewController*>(send<UIViewController*>(cls, "alloc"_sel), "init"_sel));
+  auto* made = send<UIViewController*>(classNamed(name), "alloc"_sel);
+  return Strong<UIViewController>::adopt(send<UIViewController*>(made, "init"_sel));
 }
 
 }  // namespace
 
 PaneEntries loadPane() {
   // Beside the library, and for the same system.
-  const std::filesystem::path library = host::defaultLibraryPath();
-  const std::string pane =
-      library.parent_path() / ("libexamplepane" + library.extension().string());
+  const auto extension = std::filesystem::path(host::defaultLibraryPath()).extension();
+  const std::string pane = host::ownFolder() / ("libexamplepane" + extension.string());
   try {
     host::loadLibrary(pane);
   } catch (const std::runtime_error& error) {

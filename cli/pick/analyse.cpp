@@ -5,7 +5,7 @@
 #include "Foundation/text.h"
 #include "color/AverageColor.h"
 #include "color/ImportantColor.h"
-#include "errors.h"
+#include "common/errors.h"
 #include "objc/autorelease_pool.h"
 #include "pick/card.h"
 #include "pick/image_file.h"

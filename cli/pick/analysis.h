@@ -49,9 +49,13 @@ struct Answer {
   std::string picture;           ///< PNG: a card for each image that could be read; else empty
 };
 
-/// The name under which the module exports this. Throws Failure where no pass can be drawn; the log
-/// says why.
-inline constexpr char kEntryName[] = "varnix_pick";
-using Entry = void (*)(const Request& request, Answer& answer);
+/// What the module offers.
+struct Module {
+  /// Throws UsageError for more images than one picture holds, and Failure where no pass can be
+  /// drawn; the log says why.
+  Answer (*answer)(const Request& request);
+};
+
+inline constexpr char kModuleEntry[] = "varnix_pick";
 
 }  // namespace varnix::cli::pick

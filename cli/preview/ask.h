@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "common/json.h"
 #include "gallery/screens/screen.h"
-#include "json.h"
 #include "process/process.h"
 
 namespace varnix::cli {

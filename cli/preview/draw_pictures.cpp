@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "Foundation/property_list.h"
-#include "errors.h"
-#include "interruption.h"
+#include "common/errors.h"
+#include "common/interruption.h"
 #include "preview/screens_module.h"
 #include "preview/sheet.h"
 

@@ -8,6 +8,9 @@
 #include <set>
 #include <string_view>
 
+#include "common/answer_json.h"
+#include "common/json.h"
+
 namespace varnix::cli {
 
 using varnix::screens::Color;
@@ -57,30 +60,17 @@ std::string colorOf(Behind behind, const Materials& materials) {
       (light == materials.scenes.end() ? materials.scenes.begin() : light)->second.wallpaperColor);
 }
 
-Json answerTo(const Json& asked, const Json& surfaces) {
-  for (const Json& surface : surfaces) {
-    if (surface["class"] == asked["class"] && surface["property"] == asked["property"] &&
-        surface["case"] == asked["case"])
-      return surface["answer"];
-  }
-  return nullptr;
-}
-
 /// What one process has in common with another is listed once.
 Json surfacesOf(const AskedTab& asked, const Materials& materials) {
   Json rows = Json::array();
   std::set<std::string> listed, processes;
   for (const auto* screen : materials.screens) {
     if (!processes.insert(screen->bundle).second) continue;
-    const Json& before = asked.before.at(screen->bundle).surfaces;
-    for (const Json& surface : asked.after.at(screen->bundle).surfaces) {
-      Json row{{"class", surface["class"]},
-               {"property", surface["property"]},
-               {"case", surface["case"]},
-               {"before", answerTo(surface, before)},
-               {"after", surface["answer"]}};
+    const std::string& bundle = screen->bundle;
+    for (Json& row :
+         comparedAnswers(asked.before.at(bundle).surfaces, asked.after.at(bundle).surfaces)) {
       if (!listed.insert(dump(row)).second) continue;
-      const auto className = surface["class"].get<std::string>();
+      const auto className = row["class"].get<std::string>();
       row["process"] = screen->bundle;
       row["behind"] = colorOf(behindOf(*screen, className), materials);
       rows.push_back(std::move(row));

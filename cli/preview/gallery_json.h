@@ -1,7 +1,7 @@
 // What the gallery's page is told.
 #pragma once
 
-#include "json.h"
+#include "common/json_forward.h"
 #include "preview/sheet.h"
 
 namespace varnix::cli {

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <system_error>
 
-#include "errors.h"
+#include "common/errors.h"
 
 namespace varnix::cli {
 

@@ -10,19 +10,20 @@
 #include <vector>
 
 #include "commands.h"
-#include "errors.h"
-#include "escaped.h"
-#include "icon_choices.h"
-#include "interruption.h"
-#include "output_file.h"
+#include "common/errors.h"
+#include "common/escaped.h"
+#include "common/icon_choices.h"
+#include "common/interruption.h"
+#include "common/joined.h"
+#include "common/output_file.h"
+#include "common/root_choice.h"
+#include "common/swatches.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
 #include "preview/studio.h"
 #include "preview/watch.h"
-#include "root_choice.h"
-#include "settings_check.h"
-#include "settings_file.h"
-#include "swatches.h"
+#include "settings/check.h"
+#include "settings/file.h"
 
 namespace varnix::cli {
 
@@ -82,17 +83,11 @@ std::string seconds(double time) {
   return text;
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : ", ").append(word);
-  return text;
-}
-
 void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& folder) {
   std::cout << "Following the settings; to end, press Ctrl-C." << std::endl;
   watch.follow([&] {
     const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
-    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens);
+    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
     std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
   });
 }
@@ -156,11 +151,7 @@ Command previewCommand() {
                        .target = &arguments->artwork,
                        .meaning = "The playing track's picture, PNG or JPEG",
                        .completes = Completes::files},
-                      {.name = "--icon",
-                       .value = "ID=FILE",
-                       .target = &arguments->icons,
-                       .meaning = "An application's icon, PNG or JPEG; repeatable",
-                       .completes = Completes::files},
+                      iconOption(arguments->icons),
                       {.name = "--only",
                        .value = "SCREEN",
                        .target = &materials.screens,

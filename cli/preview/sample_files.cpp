@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "process/process.h"
 
 namespace varnix::cli {
@@ -11,8 +11,7 @@ namespace {
 
 /// Beside what was installed, else in the sources that this was built from.
 std::filesystem::path samples() {
-  const auto installed =
-      std::filesystem::path(host::defaultLibraryPath()).parent_path() / "samples";
+  const auto installed = host::ownFolder() / "samples";
   std::error_code ignored;
   return std::filesystem::is_directory(installed, ignored) ? installed : VARNIX_SAMPLE_FILES;
 }

@@ -1,13 +1,12 @@
 #include "preview/screens_module.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <iostream>
+#include <type_traits>
 
-#include "errors.h"
-#include "process/process.h"
+#include "common/errors.h"
+#include "common/joined.h"
+#include "common/module.h"
+#include "common/warning.h"
 
 namespace varnix::cli {
 
@@ -16,20 +15,14 @@ using varnix::screens::Screen;
 
 namespace {
 
-/// Beside the host library, as everything that was built.
-const Module& load() {
-  const auto folder = std::filesystem::path(host::defaultLibraryPath()).parent_path();
-  const auto file = folder / varnix::screens::kModuleFile;
-  void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* entry = module == nullptr ? nullptr : dlsym(module, varnix::screens::kModuleEntry);
-  if (entry == nullptr) throw Failure("cannot load what draws the screens", dlerror());
-  return *reinterpret_cast<varnix::screens::ModuleEntry>(entry)();
-}
+constexpr ModuleName<Module> kName{varnix::screens::kModuleFile, varnix::screens::kModuleEntry,
+                                   "what draws the screens"};
+static_assert(std::is_same_v<ModuleName<Module>::Entry, varnix::screens::ModuleEntry>);
 
 }  // namespace
 
 const Module& screensModule() {
-  static const Module& module = load();
+  static const Module& module = loadModule(kName);
   return module;
 }
 
@@ -39,9 +32,9 @@ std::vector<const Screen*> screensNamed(const std::vector<std::string>& identifi
     const bool isKnown = std::any_of(
         all.begin(), all.end(), [&](const Screen* screen) { return identifier == screen->id; });
     if (isKnown) continue;
-    std::string known;
-    for (const Screen* screen : all) known.append(known.empty() ? "" : ", ").append(screen->id);
-    throw UsageError("no such screen (there are: " + known + ")", identifier);
+    std::vector<std::string> known;
+    for (const Screen* screen : all) known.emplace_back(screen->id);
+    throw UsageError("no such screen (there are: " + joined(known, ", ") + ")", identifier);
   }
   std::vector<const Screen*> chosen;
   for (const Screen* screen : all) {
@@ -57,7 +50,7 @@ varnix::screens::Surface pictureFrom(const std::string& file,
   try {
     std::string problem;
     auto picture = screensModule().readPicture(file, covered, problem);
-    if (!problem.empty()) std::cerr << "varnix: " << file << ": " << problem << '\n';
+    if (!problem.empty()) warn(file + ": " + problem);
     return picture;
   } catch (const std::runtime_error& error) {
     throw Failure("cannot use the picture " + file, error.what());

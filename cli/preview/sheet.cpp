@@ -4,8 +4,8 @@
 #include <set>
 #include <string_view>
 
-#include "errors.h"
-#include "framework_files.h"
+#include "common/errors.h"
+#include "common/framework_files.h"
 #include "preview/screens_module.h"
 
 namespace varnix::cli {

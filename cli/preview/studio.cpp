@@ -4,8 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "common/interruption.h"
 #include "gallery/page/gallery.h"
-#include "interruption.h"
 #include "preview/gallery_json.h"
 
 namespace varnix::cli {

@@ -1,7 +1,7 @@
 #include "preview/tabs.h"
 
 #include "preview/sample_files.h"
-#include "settings_file.h"
+#include "settings/file.h"
 
 namespace varnix::cli {
 

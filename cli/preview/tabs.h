@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "temporary_container.h"
+#include "common/temporary_container.h"
 
 namespace varnix::cli {
 

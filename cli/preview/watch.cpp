@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "errors.h"
-#include "interruption.h"
+#include "common/errors.h"
+#include "common/interruption.h"
 #include "process/container.h"
-#include "settings_file.h"
+#include "settings/file.h"
 
 namespace varnix::cli {
 

@@ -13,7 +13,7 @@ struct Hsl {
   double hue = 0, saturation = 0, lightness = 0;
 };
 
-Hsl hslOf(const pick::Color& color) {
+Hsl hslOf(const drawing::ByteColor& color) {
   const double red = color.red / 255.0, green = color.green / 255.0, blue = color.blue / 255.0;
   const auto [least, most] = std::minmax({red, green, blue});
   const double chroma = most - least;
@@ -31,7 +31,7 @@ Hsl hslOf(const pick::Color& color) {
   return result;
 }
 
-pick::Color colorOf(const Hsl& hsl) {
+drawing::ByteColor colorOf(const Hsl& hsl) {
   const double half = hsl.saturation * (1 - std::abs(2 * hsl.lightness - 1)) / 2;
   // A channel is full for two sixths of the circle around its own hue, and rises and falls in one.
   auto channel = [&](double middle) {
@@ -45,7 +45,7 @@ pick::Color colorOf(const Hsl& hsl) {
 
 }  // namespace
 
-std::optional<pick::Color> parseColor(std::string_view text) {
+std::optional<drawing::ByteColor> parseColor(std::string_view text) {
   if ((text.size() != 7 && text.size() != 9) || text.front() != '#') return {};
   std::uint8_t channels[4] = {0, 0, 0, 255};
   for (std::size_t i = 0; 2 * i + 1 < text.size(); ++i) {
@@ -53,12 +53,12 @@ std::optional<pick::Color> parseColor(std::string_view text) {
     const auto [end, error] = std::from_chars(from, from + 2, channels[i], 16);
     if (error != std::errc{} || end != from + 2) return {};
   }
-  return pick::Color{channels[0], channels[1], channels[2], channels[3]};
+  return drawing::ByteColor{channels[0], channels[1], channels[2], channels[3]};
 }
 
-std::optional<pick::Color> nearestOfHue(const pick::Color& color, const pick::Color& ground,
-                                        double least) {
-  if (pick::contrastRatio(color, ground) >= least) return color;
+std::optional<drawing::ByteColor> nearestOfHue(const drawing::ByteColor& color,
+                                               const drawing::ByteColor& ground, double least) {
+  if (drawing::contrastRatio(color, ground) >= least) return color;
   const Hsl from = hslOf(color);
   // Finer than a byte of lightness. What is tried has been rounded to bytes, as it will be shown.
   constexpr int kSteps = 1020;
@@ -66,9 +66,9 @@ std::optional<pick::Color> nearestOfHue(const pick::Color& color, const pick::Co
     const double step = static_cast<double>(i) / kSteps;
     for (const double lightness : {from.lightness - step, from.lightness + step}) {
       if (lightness < -1.0 / kSteps || lightness > 1 + 1.0 / kSteps) continue;
-      const pick::Color tried =
+      const drawing::ByteColor tried =
           colorOf({from.hue, from.saturation, std::clamp(lightness, 0.0, 1.0)});
-      if (pick::contrastRatio(tried, ground) >= least) return tried;
+      if (drawing::contrastRatio(tried, ground) >= least) return tried;
     }
   }
   return {};

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "pick/color.h"
+#include "drawing/byte_color.h"
 
 namespace varnix::cli::gallery {
 
@@ -13,12 +13,12 @@ inline constexpr double kLeastForText = 4.5;
 inline constexpr double kLeastForShapes = 3;
 
 /// From "#rrggbb" or "#rrggbbaa"; nothing for any other text.
-std::optional<pick::Color> parseColor(std::string_view text);
+std::optional<drawing::ByteColor> parseColor(std::string_view text);
 
 /// The colour itself where its contrast against the opaque ground reaches `least`; else the one of
 /// the same hue and saturation whose lightness (HSL) lies nearest. Nothing where none reaches it:
 /// that cannot be for 4.5 and less. Both colours are opaque.
-std::optional<pick::Color> nearestOfHue(const pick::Color& color, const pick::Color& ground,
-                                        double least);
+std::optional<drawing::ByteColor> nearestOfHue(const drawing::ByteColor& color,
+                                               const drawing::ByteColor& ground, double least);
 
 }  // namespace varnix::cli::gallery

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "gallery/page/page_data.h"
 #include "gallery/page/page_files.h"
 

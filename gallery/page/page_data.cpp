@@ -7,7 +7,7 @@
 #include <sstream>
 #include <string>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "gallery/page/contrast.h"
 
 namespace varnix::cli::gallery {
@@ -43,13 +43,13 @@ Json screenData(const std::filesystem::path& folder, const Json& screen) {
   return result;
 }
 
-std::optional<pick::Color> colorOf(const Json& value) {
+std::optional<drawing::ByteColor> colorOf(const Json& value) {
   if (!value.is_string()) return {};
   return parseColor(value.get_ref<const std::string&>());
 }
 
 /// "#rrggbb".
-std::string opaqueHex(const pick::Color& color) { return pick::hex(color).substr(0, 7); }
+std::string opaqueHex(const drawing::ByteColor& color) { return drawing::hex(color).substr(0, 7); }
 
 Json surfaceData(const Json& surface) {
   Json result = surface;
@@ -60,9 +60,9 @@ Json surfaceData(const Json& surface) {
   const auto behind = colorOf(surface.value("behind", Json()));
   if (!dyed || !behind) return result;
 
-  const pick::Color ground = pick::laidOn({255, 255, 255}, *behind);
-  const pick::Color seen = pick::laidOn(ground, *dyed);
-  const double contrast = pick::contrastRatio(seen, ground);
+  const drawing::ByteColor ground = drawing::laidOn({255, 255, 255}, *behind);
+  const drawing::ByteColor seen = drawing::laidOn(ground, *dyed);
+  const double contrast = drawing::contrastRatio(seen, ground);
   result["contrast"] = std::floor(contrast * 100) / 100;
   if (contrast >= kLeastForText) return result;
   result["below"] = contrast < kLeastForShapes ? kLeastForShapes : kLeastForText;

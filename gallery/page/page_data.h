@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "json.h"
+#include "common/json.h"
 
 namespace varnix::cli::gallery {
 

@@ -7,35 +7,34 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace pick = varnix::cli::pick;
 using varnix::cli::gallery::kLeastForText;
 using varnix::cli::gallery::nearestOfHue;
 using varnix::cli::gallery::parseColor;
 
 namespace {
 
-constexpr pick::Color kWhite{255, 255, 255};
-constexpr pick::Color kBlack{0, 0, 0};
+constexpr varnix::drawing::ByteColor kWhite{255, 255, 255};
+constexpr varnix::drawing::ByteColor kBlack{0, 0, 0};
 
-int chromaOf(const pick::Color& c) {
+int chromaOf(const varnix::drawing::ByteColor& c) {
   const auto [least, most] = std::minmax({c.red, c.green, c.blue});
   return most - least;
 }
 
 /// In degrees. Not the way it is worked out in the code: as an angle in the plane of the colours.
-double hueOf(const pick::Color& c) {
+double hueOf(const varnix::drawing::ByteColor& c) {
   const double x = c.red - (c.green + c.blue) / 2.0;
   const double y = std::sqrt(3.0) / 2 * (c.green - c.blue);
   return std::atan2(y, x) * 180 / std::acos(-1.0);
 }
 
-double hueDistance(const pick::Color& a, const pick::Color& b) {
+double hueDistance(const varnix::drawing::ByteColor& a, const varnix::drawing::ByteColor& b) {
   return std::abs(std::remainder(hueOf(a) - hueOf(b), 360));
 }
 
 TEST(Contrast, ColorsAreReadFromText) {
-  EXPECT_EQ(parseColor("#1e88e5"), (pick::Color{0x1e, 0x88, 0xe5, 255}));
-  EXPECT_EQ(parseColor("#1E88e580"), (pick::Color{0x1e, 0x88, 0xe5, 0x80}));
+  EXPECT_EQ(parseColor("#1e88e5"), (varnix::drawing::ByteColor{0x1e, 0x88, 0xe5, 255}));
+  EXPECT_EQ(parseColor("#1E88e580"), (varnix::drawing::ByteColor{0x1e, 0x88, 0xe5, 0x80}));
   for (const char* text : {"", "#", "1e88e5", "#1e88e", "#1e88e58", "#1e88e5800", "#1e88eg",
                            "#-1-1-1", "#+1+1+1", "# 1 1 1", "red"}) {
     EXPECT_FALSE(parseColor(text)) << text;
@@ -45,14 +44,16 @@ TEST(Contrast, ColorsAreReadFromText) {
 TEST(Contrast, AColorThatReachesItStays) {
   EXPECT_EQ(nearestOfHue(kBlack, kWhite, kLeastForText), kBlack);
   EXPECT_EQ(nearestOfHue({0x76, 0x76, 0x76}, kWhite, kLeastForText),
-            (pick::Color{0x76, 0x76, 0x76}));
+            (varnix::drawing::ByteColor{0x76, 0x76, 0x76}));
 }
 
 TEST(Contrast, GreysMoveToTheNextGrey) {
   EXPECT_EQ(nearestOfHue({0x77, 0x77, 0x77}, kWhite, kLeastForText),
-            (pick::Color{0x76, 0x76, 0x76}));
-  EXPECT_EQ(nearestOfHue(kWhite, kWhite, kLeastForText), (pick::Color{0x76, 0x76, 0x76}));
-  EXPECT_EQ(nearestOfHue(kBlack, kBlack, kLeastForText), (pick::Color{0x75, 0x75, 0x75}));
+            (varnix::drawing::ByteColor{0x76, 0x76, 0x76}));
+  EXPECT_EQ(nearestOfHue(kWhite, kWhite, kLeastForText),
+            (varnix::drawing::ByteColor{0x76, 0x76, 0x76}));
+  EXPECT_EQ(nearestOfHue(kBlack, kBlack, kLeastForText),
+            (varnix::drawing::ByteColor{0x75, 0x75, 0x75}));
 }
 
 TEST(Contrast, ColorsOfTheSameHueGetDarkerOnWhiteAndLighterOnBlack) {
@@ -61,10 +62,10 @@ TEST(Contrast, ColorsOfTheSameHueGetDarkerOnWhiteAndLighterOnBlack) {
   ASSERT_TRUE(red);
   EXPECT_EQ(red->green, 0);
   EXPECT_EQ(red->blue, 0);
-  EXPECT_GE(pick::contrastRatio(*red, kWhite), 4.5);
-  pick::Color brighter = *red;
+  EXPECT_GE(varnix::drawing::contrastRatio(*red, kWhite), 4.5);
+  varnix::drawing::ByteColor brighter = *red;
   ++brighter.red;
-  EXPECT_LT(pick::contrastRatio(brighter, kWhite), 4.5);
+  EXPECT_LT(varnix::drawing::contrastRatio(brighter, kWhite), 4.5);
 
   const auto blue = nearestOfHue({0, 0, 255}, kBlack, kLeastForText);
   ASSERT_TRUE(blue);
@@ -75,7 +76,7 @@ TEST(Contrast, ColorsOfTheSameHueGetDarkerOnWhiteAndLighterOnBlack) {
 
 TEST(Contrast, TheNearerOfDarkerAndLighterIsTaken) {
   // Both black and white reach 4.5 on this grey, by little.
-  constexpr pick::Color kMiddle{0x75, 0x75, 0x75};
+  constexpr varnix::drawing::ByteColor kMiddle{0x75, 0x75, 0x75};
   const auto lighter = nearestOfHue({0xa0, 0xa0, 0xa0}, kMiddle, kLeastForText);
   const auto darker = nearestOfHue({0x50, 0x50, 0x50}, kMiddle, kLeastForText);
   ASSERT_TRUE(lighter && darker);
@@ -94,16 +95,19 @@ TEST(Contrast, EveryColorHasOneThatReachesItOnEveryGround) {
       for (int green = 0; green < 256; green += 51) {
         for (int blue = 0; blue < 256; blue += 51) {
           auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
-          const pick::Color color{byte(red), byte(green), byte(blue)};
-          const pick::Color behind{byte(ground), byte(255 - ground), byte(ground / 2)};
+          const varnix::drawing::ByteColor color{byte(red), byte(green), byte(blue)};
+          const varnix::drawing::ByteColor behind{byte(ground), byte(255 - ground),
+                                                  byte(ground / 2)};
           const auto nearest = nearestOfHue(color, behind, kLeastForText);
-          ASSERT_TRUE(nearest) << pick::hex(color) << " on " << pick::hex(behind);
-          ASSERT_GE(pick::contrastRatio(*nearest, behind), 4.5);
+          ASSERT_TRUE(nearest) << varnix::drawing::hex(color) << " on "
+                               << varnix::drawing::hex(behind);
+          ASSERT_GE(varnix::drawing::contrastRatio(*nearest, behind), 4.5);
           const int chroma = std::min(chromaOf(*nearest), chromaOf(color));
           if (chroma == 0) continue;
           // Half a byte to and fro turns a hue the more, the less colour there is.
           ASSERT_LE(hueDistance(*nearest, color), 60.0 / chroma + 0.01)
-              << pick::hex(color) << " on " << pick::hex(behind) << ": " << pick::hex(*nearest);
+              << varnix::drawing::hex(color) << " on " << varnix::drawing::hex(behind) << ": "
+              << varnix::drawing::hex(*nearest);
         }
       }
     }

@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "errors.h"
+#include "common/errors.h"
 #include "gallery/page/gallery.h"
 #include "gallery/page/page_data.h"
 #include "sample.h"

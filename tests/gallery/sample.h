@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "json.h"
+#include "common/json.h"
 
 /// Draws its pictures into the folder. `stroke` is the colour of a stroke across the dyed picture
 /// of Messages in the first tab, 0xrrggbb.

@@ -1,0 +1,26 @@
+// What a surface answers, as JSON.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "common/json_forward.h"
+#include "probe/surfaces.h"
+#include "runtime/send.h"
+
+namespace varnix::cli {
+
+Json answerJson(const varnix::probe::Answer& answer);
+
+/// "#rrggbbaa"; null for nil and for what is no colour.
+Json colorJson(NSObject* color);
+
+/// Every surface of this process, or those of the classes alone: [{"class", "property", "case",
+/// "answer"}], in the table's order.
+Json surfaceAnswers(const std::vector<std::string>& classes = {});
+
+/// What two processes answered, side by side: [{"class", "property", "case", "before", "after"}],
+/// in the second one's order. What the first was not asked is null before.
+Json comparedAnswers(const Json& before, const Json& after);
+
+}  // namespace varnix::cli

@@ -1,0 +1,65 @@
+// What a command is called, takes and does, as data. Parsing, the help, the manual page and the
+// shells' completions are all made of it.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace varnix::cli {
+
+/// What a shell offers for a value.
+enum class Completes { nothing, files, folders };
+
+/// An option, or an argument that goes by its place.
+struct Option {
+  using Target =
+      std::variant<std::monostate, bool*, int*, double*, std::string*, std::optional<double>*,
+                   std::optional<std::string>*, std::vector<std::string>*>;
+
+  std::string name = {};     ///< "--json" or "-V,--version"; of an argument a word in capitals
+  std::string value = {};    ///< what stands for its value; empty for a switch or an argument
+  Target target = {};        ///< left alone where it is not given; a list takes it repeatedly
+  std::string meaning = {};  ///< what it does, without a full stop
+  Completes completes = Completes::nothing;
+  std::vector<std::string> choices = {};  ///< the values, where they are few
+  bool isOptional = false;                ///< of an argument
+
+  bool isArgument() const { return !name.starts_with('-'); }
+};
+
+struct Command {
+  std::string name = {};
+  std::string summary = {};
+  std::vector<Option> options = {};
+  std::vector<Command> commands = {};
+  std::string notes = {};         ///< below the help
+  std::function<int()> run = {};  ///< gives the exit status; empty where a command must follow
+};
+
+// Options of several commands. What help and version do, the parser does.
+Option helpOption();
+Option versionOption();
+Option colorOption(std::string& choice);
+Option rootOption(std::optional<std::string>& root);
+Option jsonOption(bool& json);
+Option iconOption(std::vector<std::string>& icons);
+
+/// "help COMMAND", for which the parser does "COMMAND --help".
+Command helpCommand(const Command& program);
+
+/// Calls the function for each command below the program, a parent before its children, with the
+/// words that lead to it, its own last.
+using Path = std::vector<std::string>;
+void forEachCommand(const Command& program,
+                    const std::function<void(const Path& path, const Command& command)>& call);
+
+/// The names of an option: "-V,--version" has two.
+std::vector<std::string> namesOf(const Option& option);
+
+/// Without the line ends that a terminal's width made necessary.
+std::string onOneLine(std::string text);
+
+}  // namespace varnix::cli

@@ -1,0 +1,13 @@
+// A report for people.
+#pragma once
+
+#include <string>
+
+#include "common/json_forward.h"
+
+namespace varnix::cli {
+
+/// The plain form of what inspect found. Swatches are escape sequences of 24-bit colour.
+std::string table(const Json& report, bool withSwatches);
+
+}  // namespace varnix::cli
