@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "gallery/ask/ask.h"
 #include "gallery/screens/screen.h"
-#include "preview/ask.h"
 
 namespace varnix::cli {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "preview/ask.h"
+#include "gallery/ask/ask.h"
 #include "preview/materials.h"
 #include "preview/tabs.h"
 

@@ -1,4 +1,4 @@
-#include "preview/ask.h"
+#include "gallery/ask/ask.h"
 
 #include <algorithm>
 #include <chrono>
