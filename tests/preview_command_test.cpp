@@ -68,6 +68,24 @@ TEST_F(Preview, DrawsWhatTheProcessesAnswer) {
   EXPECT_FALSE(hasColor(picture("settings/application-light-before.png"), kOdd));
 }
 
+TEST_F(Preview, ThePageListsASurfaceBeforeAndAfter) {
+  previewWell({"--settings", settingsFile("<key>global_color</key><string>#1e88e5</string>"),
+               "--only", "application"});
+  const std::string script = test::contentsOf(out() + "/gallery.js");
+  constexpr std::string_view kCall = "varnixGallery(";
+  ASSERT_TRUE(script.starts_with(kCall) && script.ends_with(");\n")) << script;
+  const test::Json page =
+      test::Json::parse(script.substr(kCall.size(), script.size() - kCall.size() - 3));
+  // The second row: the first is the status bar's.
+  const test::Json view = page["tabs"][0]["surfaces"][1];
+  EXPECT_EQ(view["class"], "UIView");
+  EXPECT_EQ(view["property"], "tintColor");
+  EXPECT_EQ(view["case"], "view");
+  EXPECT_EQ(view["before"], "#007affff");
+  EXPECT_EQ(view["after"], "#1e88e5ff");
+  EXPECT_EQ(view["behind"], "#ffffff");
+}
+
 TEST_F(Preview, SwitchedOffNothingChanges) {
   previewWell({"--settings", settingsFile("<key>enabled</key><false/>")});
   std::size_t compared = 0;
