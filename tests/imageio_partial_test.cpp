@@ -84,6 +84,18 @@ TEST(PartOfAPng, HasTheRowsThatAreThereAndZeros) {
   EXPECT_GT(steps, kHeight / 2);
 }
 
+// No pixel of such a format is transparent.
+TEST(PartOfAPng, WithoutAlphaIsBlackWhereItIsMissing) {
+  const std::string file =
+      pngFile(kWidth, kHeight, {.colorType = PNG_COLOR_TYPE_RGB}, noise(kWidth * kHeight * 3));
+  std::string problem;
+  const auto half = decode(std::string_view(file).substr(0, file.size() / 2), &problem);
+  ASSERT_TRUE(half);
+  EXPECT_EQ(problem, kPartial);
+  const Bytes last(half->rgba.end() - 4, half->rgba.end());
+  EXPECT_EQ(last, (Bytes{0, 0, 0, 255}));
+}
+
 TEST(PartOfAPng, DamageEndsIt) {
   std::string file = png();
   const Picture whole = decode(file).value_or(Picture{});

@@ -55,8 +55,13 @@ std::optional<Picture> decode(std::string_view bytes, std::string* problem) {
   std::string ignored;
   WholePicture whole;
   if (!readRows(bytes, whole, problem != nullptr ? *problem : ignored)) return {};
-  whole.picture.rgba.resize(bytesPerRow(whole.picture) * whole.picture.height);
-  return std::move(whole.picture);
+  Picture& picture = whole.picture;
+  const std::size_t there = picture.rgba.size();
+  picture.rgba.resize(bytesPerRow(picture) * picture.height);
+  // A format without alpha has no transparent rows.
+  if (!picture.hasAlpha)
+    for (std::size_t i = there + 3; i < picture.rgba.size(); i += 4) picture.rgba[i] = 255;
+  return std::move(picture);
 }
 
 }  // namespace host::imageio

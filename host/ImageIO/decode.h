@@ -60,7 +60,8 @@ class Rows {
 /// pixel) and a JPEG in several scans (its coefficients, 3 to 6 bytes a pixel).
 HOST_EXPORT bool readRows(std::string_view bytes, Rows& rows, std::string& problem);
 
-/// The same as a picture; missing rows are zeros. Nothing where that answers false.
+/// The same as a picture; missing rows are zeros, or opaque
+/// black where the format has no alpha. Nothing where that answers false.
 HOST_EXPORT std::optional<Picture> decode(std::string_view bytes, std::string* problem = nullptr);
 
 /// Quality 0 to 1, clamped. Transparent pixels are laid on white; the orientation is kept. Nothing
