@@ -16,7 +16,7 @@ function(add_varnix_test name)
     string(REGEX REPLACE "^${folder}_" "" source ${source})
   endif()
   add_executable(${name} ${source})
-  target_link_libraries(${name} PRIVATE varnix_test_support varnix_warnings ${test_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE varnix_test_support varnix_test_warnings ${test_UNPARSED_ARGUMENTS})
   set(headers varnix_test_support)
   if(NOT test_OPTIMISED)
     set(headers varnix_test_headers)
@@ -24,9 +24,6 @@ function(add_varnix_test name)
   endif()
   if(VARNIX_BATCHES)
     target_precompile_headers(${name} REUSE_FROM ${headers})
-    # Compiled before, the standard library's headers are no longer the system's to the compiler, and
-    # these warnings are wrong about its strings.
-    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-array-bounds;-Wno-stringop-overflow>)
   endif()
   # A test may define a platform function of its own, which the library then finds first.
   # No macro of the target's own, with which the compiler would refuse the compiled headers.
