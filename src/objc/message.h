@@ -5,6 +5,7 @@
 //     static constexpr Message<"setOnTintColor:", void(UIColor*)> setOnTintColor{};
 //   };
 //   send(toggle, UISwitch::setOnTintColor, color);
+//
 // A message to nil returns zero. Arguments are converted to the declared types, so that neither a
 // bare nullptr nor a 0 for a floating-point number is passed as another type.
 #pragma once
