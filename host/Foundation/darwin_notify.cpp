@@ -121,7 +121,7 @@ class Observers {
     call(due);
   }
 
-  /// Whether a post that can wait must wait, or is delivered. The mutex is held.
+  /// Whether a post that can wait is kept or dropped now. The mutex is held.
   bool isKeptBack(const Entry& entry) {
     using enum CFNotificationSuspensionBehavior;
     if (!suspended_ || entry.behavior == deliverImmediately) return false;
