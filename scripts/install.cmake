@@ -11,7 +11,7 @@ install(TARGETS ${frameworks} LIBRARY DESTINATION ${home}/Frameworks)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/commands ${PROJECT_SOURCE_DIR}/samples DESTINATION ${home})
 install(FILES ${PROJECT_SOURCE_DIR}/include/varnix/pane.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/varnix)
 
-# The manual page and the completions are what the command itself prints.
+# The command itself prints the manual page and the completions.
 set(printed ${CMAKE_BINARY_DIR}/printed)
 install(CODE "
   file(MAKE_DIRECTORY \"${printed}\")

@@ -1,4 +1,4 @@
-// Holds what the library uses against what is known of the platform.
+// Compares what the library uses with what is known of the platform.
 #pragma once
 
 #include <string>
@@ -10,18 +10,18 @@
 
 namespace varnix::device {
 
-/// Where a thing is known from.
+/// The source of our knowledge.
 enum class Origin {
   unknown,
   fact,  ///< facts/
-  hand,  ///< the list of what the facts do not tell
+  hand,  ///< the list of what the facts do not cover
   own,   ///< a class of the library's
   added  ///< a method that the library adds to a class of the platform
 };
 
 struct Judged {
   Use use;
-  std::string cls;  ///< Whose it is: the class of the platform behind one of our own.
+  std::string cls;  ///< The owner: the platform class behind one of our own.
   Origin origin = Origin::unknown;
   std::string source;  ///< Framework and class of a fact; the reason of a line by hand.
   std::vector<std::string> complaints;

@@ -1,4 +1,4 @@
-// The contract as Markdown: a table a class of the platform, and one of C symbols.
+// The contract as Markdown: one table for each class of the platform, and one of C symbols.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace varnix::device {
 
-/// What is used of the platform on 32 and on 64 bits. Messages to the library's own classes are
-/// left out.
+/// What is used from the platform on 32 and 64 bits. Messages to the library's own classes are left
+/// out.
 std::string contractTable(const std::vector<Judged>& narrow, const std::vector<Judged>& wide,
                           const Facts& facts);
 

@@ -1,4 +1,4 @@
-// Tab-separated files: a row a line, "#" begins a comment line.
+// Tab-separated files: one row per line, "#" begins a comment line.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ struct Row {
   std::vector<std::string> fields;
 };
 
-/// Throws Error, with path and line, for a row that has not as many fields or an empty one.
+/// Throws Error, with path and line, for a row with another number of fields or an empty field.
 std::vector<Row> readRows(const std::string& path, std::size_t fields);
 
 }  // namespace varnix::device

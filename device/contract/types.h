@@ -1,5 +1,4 @@
-// Types of methods, as the run-time's encodings have them and as the facts do: how each value
-// travels.
+// Types of methods, from the run-time's encodings and from the facts: how each value is passed.
 #pragma once
 
 #include <string>
@@ -7,23 +6,23 @@
 
 namespace varnix::device {
 
-/// Words of 32 bits (armv7) or of 64 (arm64).
+/// Words of 32 bits (armv7) or 64 bits (arm64).
 enum class Width { narrow, wide };
 
 /// The values of a method's encoding: the result, then the arguments without receiver and selector.
-/// Throws Error for what is no method's encoding.
+/// Throws Error for anything but a method's encoding.
 std::vector<std::string> valuesOfEncoding(const std::string& types);
 
 /// The values of a fact's types, which have neither receiver nor selector: "v@{CGRect}". Throws
-/// Error for what cannot be read, and for a structure that is not known here.
+/// Error if they cannot be read, and for an unknown structure.
 std::vector<std::string> valuesOfFact(const std::string& types);
 
-/// What a fact's value is on that width, as an encoding. The facts are of 32 bits, where int and
-/// NSInteger, float and CGFloat have one letter: on 64 bits it is taken for the latter.
+/// The encoding of a fact's value at that width. The facts are for 32 bits, where int and NSInteger
+/// have the same letter, and float and CGFloat. On 64 bits it is read as the latter.
 std::string widened(const std::string& value, Width width);
 
-/// Whether two values of encodings travel in the same registers, and are both objects, selectors or
-/// pointers to something else, where they are one of these.
+/// Whether two values are passed in the same registers. If one is an object, a selector or a
+/// pointer to something else, the other must be the same.
 bool travelAlike(const std::string& one, const std::string& other);
 
 /// A value in words: "object", "CGRect", "pointer".

@@ -1,5 +1,5 @@
-// What the library uses of the platform, as a build that lists it says (src/objc/uses.h), and what
-// its finished binary says: imports and classes of its own.
+// What the library uses from the platform: the list from the build (src/objc/uses.h), and what the
+// finished binary shows: imports and its own classes.
 #pragma once
 
 #include <map>
@@ -26,7 +26,7 @@ struct Use {
 
 /// A class of the library's own.
 struct OwnClass {
-  std::string superclass;                      ///< Empty where the list does not say.
+  std::string superclass;                      ///< Empty if the list does not say.
   std::map<std::string, std::string> methods;  ///< Encodings by "-init".
 };
 
@@ -35,7 +35,7 @@ struct Uses {
   std::map<std::string, OwnClass> own;
 };
 
-/// Reads the lines of one architecture. Besides those of the build there are "symbol LIBRARY NAME",
+/// Reads the lines of one architecture. Besides the build's lines there are "symbol LIBRARY NAME",
 /// "own class NAME", "own class NAME -SELECTOR TYPES" and "own superclass NAME SUPERCLASS". Throws
 /// Error, with the line, for any other.
 Uses readUses(const std::string& text);

@@ -1,4 +1,4 @@
-// The loader's instructions: which words to set, and what others may look up.
+// The loader's instructions: which words to set, and which names others may look up.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ struct Export {
   uint32_t address = 0;  ///< With the Thumb bit.
 };
 
-/// The names as a prefix tree. Each stands there once. Empty for none.
+/// The names as a prefix tree. Each name appears in it once. Empty for none.
 std::vector<uint8_t> exportTrie(std::vector<Export> exports);
 
 }  // namespace varnix::device

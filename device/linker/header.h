@@ -10,10 +10,10 @@
 
 namespace varnix::device {
 
-/// What the header takes, and the room behind it for one more load command, of a signature.
+/// The size of the header, and the room after it for one more load command, a signature's.
 uint32_t headerSize(size_t sectionCount, const LinkOptions& options);
 
-/// Where the header has the UUID, which is written last.
+/// The offset of the UUID in the header. It is written last.
 struct Header {
   std::vector<uint8_t> bytes;
   size_t uuid = 0;

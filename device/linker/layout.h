@@ -1,4 +1,4 @@
-// Where everything goes: the library's sections, their addresses and their places in the file.
+// The layout: the library's sections, their addresses and their offsets in the file.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace varnix::device {
 
-/// Segments begin on pages of this size, which suits processors with pages of 4 and of 16 KiB.
+/// Segments begin on pages of this size, which suits processors with pages of 4 KiB and of 16 KiB.
 inline constexpr uint32_t kPageSize = 0x4000;
 
 struct OutputSection {
@@ -20,7 +20,7 @@ struct OutputSection {
   uint32_t firstIndirect = 0;  ///< Of pointers and stubs: the first of its indirect symbols.
   uint32_t stubSize = 0;
   std::vector<uint8_t> content;  ///< Empty for zeros.
-  uint32_t address = 0;          ///< Also the place in the file, for the library begins at 0.
+  uint32_t address = 0;          ///< Also the offset in the file, since the library begins at 0.
 
   bool isZeros() const;
 };
@@ -31,17 +31,17 @@ struct Segment {
 
 struct Layout {
   std::vector<OutputSection> sections;  ///< By address: __TEXT, __DATA, __DATA's zeros.
-  std::vector<size_t> ofObject;         ///< An object's section to one of `sections`.
+  std::vector<size_t> ofObject;         ///< From an object's section to one of `sections`.
   size_t stubs = 0, stubPointers = 0;   ///< The two sections that the linker adds.
   Segment text, data;
   Segment linkEdit;  ///< Its sizes are not known yet.
 
-  /// Where what an object's section has at an address is in the library.
+  /// The library's address for an address in an object's section.
   uint32_t moved(const Object& object, size_t section, uint32_t address) const;
 };
 
-/// Takes over the object's sections, adds stubs and a pointer for each, and places everything
-/// behind `headerSize` bytes. Throws Error when it does not fit into 16 MiB, a branch's reach.
+/// Takes over the object's sections, adds stubs and a pointer for each, and places everything after
+/// `headerSize` bytes. Throws Error if it does not fit into 16 MiB, a branch's reach.
 Layout layOut(const Object& object, uint32_t stubCount, uint32_t headerSize);
 
 }  // namespace varnix::device

@@ -14,11 +14,11 @@ struct LinkOptions {
   std::string installName;
   uint32_t currentVersion = 0x10000;
   std::vector<std::string> exports;    ///< With the leading underscore.
-  std::vector<StubLibrary> libraries;  ///< In load order; each is loaded, used by name or not.
+  std::vector<StubLibrary> libraries;  ///< In load order. All are loaded.
 };
 
-/// The library's bytes, unsigned, with room for the load command of a signature. The same input
-/// gives the same bytes. Throws Error, which says what is wrong, for what cannot be linked.
+/// The library's bytes, unsigned, with room for a signature's load command. The same input gives
+/// the same bytes. Throws Error with the reason if it cannot be linked.
 std::vector<uint8_t> link(const Object& object, const LinkOptions& options);
 
 }  // namespace varnix::device

@@ -22,7 +22,7 @@ struct LinkEdit {
   uint32_t exportCount = 0, importCount = 0;
 };
 
-/// Also tells the sections of pointers and stubs where their indirect symbols begin.
+/// Also sets where the indirect symbols of the sections of pointers and stubs begin.
 LinkEdit makeLinkEdit(const Object& object, const Imports& imports, const Fixups& fixups,
                       std::vector<Export> exports, Layout& layout);
 

@@ -1,4 +1,4 @@
-// An object file for 32-bit Arm, read into memory. The views point into the file's bytes.
+// An object file for 32-bit Arm in memory. The views point into the file's bytes.
 #pragma once
 
 #include <cstdint>
@@ -48,14 +48,14 @@ struct DataInCode {
 };
 
 struct Object {
-  uint32_t minimumVersion = 0;  ///< As the load command has it: 9.3 is 0x00090300.
+  uint32_t minimumVersion = 0;  ///< As in the load command: 9.3 is 0x00090300.
   std::vector<Section> sections;
   std::vector<Symbol> symbols;
   std::vector<uint32_t> indirect;  ///< Indices of symbols.
   std::vector<DataInCode> dataInCode;
 
-  /// The number of the section, from zero, that holds an address; its end counts as inside when no
-  /// other section begins there. None: throws.
+  /// The number of the section, from zero, that contains an address. Its end counts as inside if no
+  /// other section begins there. Throws if there is none.
   size_t sectionAt(uint32_t address) const;
 };
 

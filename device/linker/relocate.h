@@ -1,4 +1,4 @@
-// Makes the sections' contents right for the places that they have been given.
+// Adjusts the sections' contents to their final addresses.
 #pragma once
 
 #include <cstdint>
@@ -16,17 +16,17 @@ struct Bind {
   int32_t addend = 0;
 };
 
-/// What is left to the loader.
+/// What remains for the loader.
 struct Fixups {
-  std::vector<uint32_t> rebases;  ///< Addresses of words that hold an address of the library's own.
+  std::vector<uint32_t> rebases;  ///< Addresses of words that hold an address in the library.
   std::vector<Bind> binds;
 };
 
-/// Applies the relocations, fills in the stubs and the pointers. Throws Error for a relocation that
-/// would need the code to be written to when it is loaded.
+/// Applies the relocations, and fills in the stubs and the pointers. Throws Error for a relocation
+/// for which the loader would have to write into the code.
 Fixups relocate(const Object& object, const Imports& imports, Layout& layout);
 
-/// The address of a symbol that the object defines; a function's carries the Thumb bit.
+/// The address of a symbol that the object defines; a function's has the Thumb bit.
 uint32_t addressOf(const Object& object, const Layout& layout, const Symbol& symbol);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// One place in an object file that depends on where things end up.
+// One place in an object file that depends on the final layout.
 #pragma once
 
 #include <cstdint>
@@ -16,16 +16,16 @@ struct Relocation {
   bool isPcRelative = false;
   bool isExternal = false;   ///< `target` is a symbol's index.
   bool isScattered = false;  ///< `target` is an address.
-  uint8_t length = 0;        ///< Two to this power bytes; of halves: which one, and Thumb or not.
+  uint8_t length = 0;        ///< Two to this power bytes; for halves: which one, and Thumb or not.
   uint32_t target = 0;       ///< Else a section's number, from one.
-  uint32_t subtrahend = 0;   ///< Of differences: the address that is taken away.
-  uint16_t otherHalf = 0;    ///< Of halves: the half that is not in the instruction.
+  uint32_t subtrahend = 0;   ///< For differences: the address to subtract.
+  uint16_t otherHalf = 0;    ///< For halves: the half that is not in the instruction.
 };
 
-/// As "ARM_RELOC_HALF"; a number that is no kind is shown as such.
+/// Such as "ARM_RELOC_HALF"; an unknown kind is shown as a number.
 std::string nameOf(macho::ArmRelocation kind);
 
-/// A section's relocations, each pair made one. Throws for kinds that the linker does not handle,
+/// A section's relocations, with pairs combined. Throws for kinds that the linker does not handle,
 /// and for places outside a section of `sectionSize` bytes.
 std::vector<Relocation> readRelocations(Reader file, uint32_t offset, uint32_t count,
                                         uint32_t sectionSize);

@@ -1,4 +1,4 @@
-// A text stub: what a library of the device is called there, and what it offers.
+// A text stub: the name of a library on the device, and its symbols.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,8 @@ struct StubLibrary {
       false;  ///< May be missing on the device; the file does not say so, the caller does.
 };
 
-/// Reads version 4 of the format, for the target "armv7-ios". A stub that says what is not handled,
-/// such as a re-export, throws Error.
+/// Reads version 4 of the format, for the target "armv7-ios". A stub with an entry that is not
+/// handled, such as a re-export, throws Error.
 StubLibrary readStubLibrary(const std::string& text);
 
 }  // namespace varnix::device

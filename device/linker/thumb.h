@@ -6,16 +6,16 @@
 
 namespace varnix::device {
 
-/// The 16 bits that movw or movt loads. Another instruction throws Error.
+/// The 16 bits that movw or movt loads. Any other instruction throws Error.
 uint16_t readMove(std::span<const uint8_t> instruction);
 void writeMove(std::span<uint8_t> instruction, uint16_t value);
 
-/// Where bl, blx or b.w at an address leads to. Another instruction throws Error.
+/// The target of bl, blx or b.w at an address. Any other instruction throws Error.
 uint32_t readBranch(std::span<const uint8_t> instruction, uint32_t address);
-/// Leads it elsewhere, to Thumb code: blx becomes bl. Throws Error when that is out of reach.
+/// Changes its target, to Thumb code: blx becomes bl. Throws Error if that is out of reach.
 void writeBranch(std::span<uint8_t> instruction, uint32_t address, uint32_t target);
 
-/// What a call to another library goes through: jumps to where the pointer at `pointer` points.
+/// The stub for calls to another library: jumps to where the pointer at `pointer` points.
 inline constexpr uint32_t kStubSize = 16;
 void writeStub(std::span<uint8_t> stub, uint32_t address, uint32_t pointer);
 

@@ -1,4 +1,4 @@
-// Files as bytes: reading that never leaves them, and writing.
+// Files as bytes: reading within bounds, and writing.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace varnix::device {
 
-/// A view of bytes, least significant first. What lies outside throws Error.
+/// A view of bytes, least significant first. Reading outside it throws Error.
 class Reader {
  public:
   Reader() = default;
@@ -27,7 +27,7 @@ class Reader {
   Reader part(uint64_t offset, uint64_t size) const { return Reader(at(offset, size)); }
   /// Up to a NUL, which must be there within 64 KiB.
   std::string_view text(uint64_t offset) const;
-  /// A field of `size` bytes, filled up with NULs.
+  /// A field of `size` bytes, padded with NULs.
   std::string_view fixedText(uint64_t offset, uint64_t size) const;
 
  private:
@@ -52,11 +52,11 @@ class Writer {
   }
   /// With a NUL at its end.
   void text(std::string_view text);
-  /// Cut or filled up to `size` bytes.
+  /// Cut or padded to `size` bytes.
   void fixedText(std::string_view text, size_t size);
   /// Zeros up to a multiple of `alignment`.
   void padTo(size_t alignment);
-  /// Zeros until `size` bytes are there. Fewer must be there now.
+  /// Adds zeros up to `size` bytes. There must be fewer now.
   void fillTo(size_t size);
   std::vector<uint8_t> take() { return std::move(bytes_); }
   const std::vector<uint8_t>& written() const { return bytes_; }

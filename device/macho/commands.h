@@ -9,7 +9,7 @@
 
 namespace varnix::device {
 
-/// A load command that is no load command.
+/// An invalid load command.
 class CommandError : public Error {
  public:
   enum class Kind : uint8_t { tooSmall, leavesHeader };
@@ -27,9 +27,9 @@ struct LoadCommand {
   Reader bytes;       ///< Kind and size, then what belongs to the kind.
 };
 
-/// Calls `each` for every load command of a file for one architecture. Throws CommandError where
-/// one has fewer than 8 bytes or leaves the room that the header gives to all, and Error where the
-/// file ends before.
+/// Calls `each` for every load command of a file for one architecture. Throws CommandError if one
+/// has fewer than 8 bytes or leaves the room that the header gives to all, and Error if the file
+/// ends before.
 void forEachCommand(Reader file, const std::function<void(const LoadCommand&)>& each);
 
 }  // namespace varnix::device

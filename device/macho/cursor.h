@@ -1,4 +1,4 @@
-// Reads one byte or number after another from a part of a file.
+// Reads bytes and numbers one after another from a part of a file.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace varnix::device {
 
-/// What lies outside, and a number of more than 64 bits, throws Error.
+/// Reading outside the part, or a number of more than 64 bits, throws Error.
 class Cursor {
  public:
   explicit Cursor(Reader part, uint64_t at = 0) : part_(part), at_(at) {}
@@ -18,7 +18,7 @@ class Cursor {
   uint8_t u8() { return part_.u8(at_++); }
   uint64_t uleb();
   int64_t sleb();
-  /// Up to a NUL, which is passed over.
+  /// Up to a NUL, which is skipped.
   std::string_view text();
 
  private:

@@ -1,4 +1,4 @@
-// What is wrong with an input, in words for whoever runs the build.
+// What is wrong with an input, in words for the person who runs the build.
 #pragma once
 
 #include <stdexcept>

@@ -15,7 +15,7 @@ inline constexpr uint32_t kSubtypeArmV7 = 9;
 
 /// The size of a page for the loader, on 64-bit processors; a multiple of that of 32-bit ones.
 inline constexpr uint64_t kPage = 0x4000;
-/// What the loader reads of a file before it looks at it.
+/// The part of a file that the loader reads first.
 inline constexpr uint64_t kFirstRead = 0x1000;
 
 enum FileType : uint32_t { kObject = 1, kDylib = 6, kBundle = 8 };
@@ -32,7 +32,7 @@ enum HeaderFlag : uint32_t {
   kNoReexportedDylibs = 0x100000,
 };
 
-/// Of a load command that a loader has to know or else refuse the file.
+/// In a load command that a loader must know, or else refuse the file.
 inline constexpr uint32_t kRequired = 0x80000000;
 
 enum Command : uint32_t {
@@ -65,7 +65,7 @@ enum Command : uint32_t {
   kChainedFixups = 0x34 | kRequired,
 };
 
-/// The fixed sizes of structures, of 32 bits where the two differ.
+/// The fixed sizes of structures; for 32 bits where the two differ.
 enum Size : uint32_t {
   kSegmentSize = 56,
   kSectionSize = 68,
@@ -129,8 +129,8 @@ enum ArmRelocation : uint8_t {
   kHalfSectionDifference = 9,
 };
 
-/// The loader's opcodes for rebasing and binding stand in the high four bits, an immediate in the
-/// low ones.
+/// The loader's opcodes for rebasing and binding: the opcode in the high four bits, an immediate in
+/// the low four.
 inline constexpr uint8_t kOpcodeMask = 0xf0, kImmediateMask = 0x0f;
 
 enum RebaseOpcode : uint8_t {
@@ -161,12 +161,13 @@ enum BindOpcode : uint8_t {
   kBindDoUlebTimesSkippingUleb = 0xc0,
 };
 
-/// What a fixed word holds: an address, an absolute one, or the distance from the word's end to it.
+/// The value of a fixed-up word: an address, an absolute one, or the distance from the word's end
+/// to it.
 inline constexpr uint8_t kPointer = 1, kAbsolute32 = 2, kRelative32 = 3;
-/// Flags of a bind. A weak one of the latter kind is not replaced by another image's definition.
+/// Flags of a bind. With the latter, another image's definition does not replace a weak one.
 inline constexpr uint8_t kWeakImport = 1, kNonWeakDefinition = 8;
 
-/// Where a bind looks that names no library: the image itself, the executable, everywhere.
+/// Where a bind without a library looks: the image itself, the executable, everywhere.
 inline constexpr int kSelf = 0, kMainExecutable = -1, kFlatLookup = -2, kWeakLookup = -3;
 
 inline constexpr uint64_t kExportKindMask = 3, kExportAbsolute = 2, kExportReexport = 8,

@@ -1,4 +1,4 @@
-// What the loader is told to write into an image, one step after another.
+// The loader's instructions for writing into an image, step by step.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,11 @@ class UnknownOpcode : public Error {
 /// One opcode with its operands.
 struct FixupStep {
   enum class Kind : uint8_t {
-    done,     ///< The stream's end; of lazy binds, that of one.
+    done,     ///< The stream's end; for lazy binds, the end of one.
     type,     ///< `number` is one of macho::kPointer and its like.
     segment,  ///< Go to `distance` within the segment `number`.
-    move,     ///< Go on by `distance`, which may wrap around.
-    write,    ///< `times` a word, leaving out `distance` behind each.
+    move,     ///< Advance by `distance`, which may wrap around.
+    write,    ///< `times` a word, skipping `distance` after each.
     library,  ///< `value` is the library's number, from one, or macho::kSelf and below.
     symbol,   ///< `symbol`, with the flags `number`.
     addend,   ///< Add `value` to what is bound.
@@ -38,14 +38,14 @@ struct FixupStep {
 
 enum class FixupStream : uint8_t { rebases, binds };
 
-/// Reads steps from a part of a file that has to stay.
+/// Reads steps from a part of a file, which must stay alive.
 class FixupSteps {
  public:
   FixupSteps(FixupStream stream, Reader part, uint64_t pointerSize)
       : stream_(stream), cursor_(part), pointerSize_(pointerSize) {}
 
-  /// None at the part's end. Throws UnknownOpcode, and Error for an operand that is cut short, a
-  /// number of more than 64 bits, or a name without an end.
+  /// Nothing at the part's end. Throws UnknownOpcode, and Error for a truncated operand, a number
+  /// of more than 64 bits, or an unterminated name.
   std::optional<FixupStep> next();
   /// Where the next step begins.
   uint64_t position() const { return cursor_.position(); }

@@ -1,4 +1,4 @@
-// The platform's type encodings, read for the sizes of what travels.
+// Reads the platform's type encodings, for the sizes of the values.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ enum class Small : uint8_t { none, unsigned8, signed8, unsigned16, signed16 };
 struct Type {
   uint32_t size = 0, alignment = 1;  ///< A number's alignment is its size.
   Small small = Small::none;
-  char scalar = 0;     ///< Of a structure with members of one kind: theirs. Zero where they differ.
+  char scalar = 0;  ///< For a structure with members of one kind: that kind. Zero if they differ.
   uint32_t count = 0;  ///< Scalars within.
   bool isStructure = false, isBlock = false;
 };
@@ -27,8 +27,8 @@ class Encoding {
   bool atEnd() const { return at_ == text_.size(); }
   size_t position() const { return at_; }
 
-  /// One type, and the offset that may stand behind it. Throws Error for an encoding that is none,
-  /// or of a union, an array or a bit field.
+  /// One type, and the offset that may follow it. Throws Error for an invalid encoding, a union, an
+  /// array or a bit field.
   Type next();
 
  private:

@@ -1,4 +1,4 @@
-// Files with a slice for each of several processors.
+// Files with slices for several processors.
 #pragma once
 
 #include <cstdint>
@@ -13,9 +13,9 @@ struct UniversalSlice {
 };
 
 bool isUniversal(Reader file);
-/// How many slices it says that it has.
+/// The number of slices according to its header.
 uint32_t sliceCount(Reader file);
-/// What its header says of one. Throws Error where the file ends before.
+/// What its header says about one. Throws Error if the file ends before.
 UniversalSlice universalSlice(Reader file, uint32_t index);
 
 }  // namespace varnix::device

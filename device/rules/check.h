@@ -1,4 +1,4 @@
-// Holds a file against the rules that the platform's loader, kernel and run-time of classes impose.
+// Checks a file against the rules of the platform's loader, kernel and Objective-C run-time.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@ namespace varnix::device {
 /// Every rule, in the order in which they are applied.
 std::vector<RuleName> allRules();
 
-/// The rules that a file breaks, each once for a slice, in the order in which they are applied.
-/// Rules that read by way of something unsound are left out: all of a slice without load commands,
-/// what segments hold where these are wrong, and what is behind pointers where rebases or binds
-/// are. Throws nothing for any bytes.
+/// The rules that a file breaks, each once per slice, in the order in which they are applied. Rules
+/// that depend on something unsound are skipped: all rules of a slice without load commands, those
+/// of segments' contents if the segments are wrong, and those behind pointers if rebases or binds
+/// are wrong. Never throws, whatever the bytes.
 std::vector<Broken> checkLibrary(std::span<const uint8_t> file, const Offers& offers = {});
 
 }  // namespace varnix::device

@@ -1,4 +1,5 @@
-// What the run-time of classes finds in an image: classes, categories, constant strings and blocks.
+// What the Objective-C run-time finds in an image: classes, categories, constant strings and
+// blocks.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +31,7 @@ struct ClassPointer {
 struct ClassText {
   ClassPointer pointer;
   std::string_view text;
-  std::string wrong;  ///< Why it is no constant string, or nothing.
+  std::string wrong;  ///< Why it is not a constant string, or nothing.
 };
 
 /// A list of methods, variables or properties.
@@ -41,7 +42,7 @@ struct EntryList {
   uint32_t entrySize = 0, wantedSize = 0, count = 0;
   bool isAligned = true, fits = true;
   uint64_t end = 0;
-  std::vector<uint64_t> entries;  ///< Where each is. None where the list is unsound.
+  std::vector<uint64_t> entries;  ///< Where each is. None if the list is unsound.
 };
 
 struct MethodEntry {
@@ -53,11 +54,11 @@ struct MethodEntry {
 struct VariableEntry {
   std::string owner;
   ClassPointer offset;
-  std::optional<uint32_t> value;  ///< What the offset's word holds.
+  std::optional<uint32_t> value;  ///< The value of the offset's word.
   ClassText name, type;
   uint32_t alignmentBits = 0, size = 0;
 
-  /// In bytes; nobody's choice is a pointer's.
+  /// In bytes; if none is given, a pointer's.
   uint64_t alignment(uint64_t pointerSize) const;
 };
 
@@ -72,8 +73,8 @@ struct ClassHalf {
   std::string label;
   bool isMeta = false;
   ClassPointer isa, superclass, cache, data;
-  bool hasTable = false;  ///< Words that the run-time fills in are not zero.
-  bool hasData = false;   ///< Whether what follows could be read.
+  bool hasTable = false;  ///< Whether words that the run-time fills in are not zero.
+  bool hasData = false;   ///< Whether the following could be read.
   uint32_t flags = 0, start = 0, size = 0, reserved = 0;
   ClassPointer layout, weakLayout, protocols;
   ClassText name;
@@ -141,13 +142,13 @@ struct ClassData {
   uint64_t pointerSize() const { return image().pointerSize(); }
 };
 
-/// Throws Error where something leads out of the file.
+/// Throws Error if something points outside the file.
 ClassData readClassData(const Fixups& fixups);
 
-/// Whether a pointer leads to a function of the image, entered as the processor asks for it.
+/// Whether a pointer leads to a function of the image, with the entry that the processor requires.
 bool isFunction(const Image& image, const ClassPointer& pointer);
 
-/// The types of an encoding; none where it is none.
+/// The types of an encoding; nothing if it is not one.
 std::optional<std::vector<std::string_view>> splitTypes(std::string_view encoding,
                                                         uint64_t pointerSize);
 

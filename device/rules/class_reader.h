@@ -11,7 +11,7 @@ class ClassReader {
 
   uint64_t pointerSize() const { return image_.pointerSize(); }
   const Image& image() const { return image_; }
-  /// Throws Error where the file has no such word.
+  /// Throws Error if the file has no such word.
   uint32_t u32(uint64_t address) const;
   uint64_t word(uint64_t address) const;
   /// Whether the loader writes there.

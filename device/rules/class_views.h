@@ -1,4 +1,4 @@
-// Words about classes that several rules are made of.
+// Questions about classes that several rules share.
 #pragma once
 
 #include "rules/class_data.h"
@@ -12,7 +12,7 @@ inline constexpr uint32_t kClassIsMeta = 1, kClassIsRoot = 2;
 std::vector<ClassHalf> halves(const ClassData& data);
 /// Those whose parts could all be read.
 std::vector<ClassEntry> wholeClasses(const ClassData& data);
-/// Nil where none is listed there.
+/// Nil if none is listed there.
 const ClassHalf* listedAt(const ClassData& data, uint64_t address);
 
 }  // namespace varnix::device

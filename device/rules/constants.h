@@ -1,4 +1,4 @@
-// Constant strings and blocks, which no list leads to.
+// Constant strings and blocks, to which no list points.
 #pragma once
 
 #include "rules/class_data.h"

@@ -18,7 +18,7 @@ struct RuleName {
 struct Broken {
   std::string slice;      ///< "armv7", "arm64", or "file" for the whole.
   std::string_view rule;  ///< Its name.
-  std::string what;       ///< The first place; how many more there are.
+  std::string what;       ///< The first place, and how many more there are.
 };
 
 inline constexpr RuleName kWhole = {
@@ -52,7 +52,7 @@ class Findings {
     return broken_.size() == before;
   }
 
-  /// False, and said, where `work` runs into something that is not there.
+  /// False, with a finding, if `work` reads something that does not exist.
   template <class Work>
   bool survives(std::string_view what, const Work& work) {
     try {

@@ -1,4 +1,4 @@
-// What the loader is told to write, and the names that go with it.
+// What the loader must write into the image, and the names that go with it.
 #pragma once
 
 #include <cstdint>
@@ -35,7 +35,7 @@ struct BoundWord {
   bool mayBeMissing() const;
 };
 
-/// Words in the order of their opcodes, up to what stopped the loader.
+/// Words in the order of their opcodes, up to the one that stopped the loader.
 template <class Word>
 struct FixupWalk {
   std::vector<Word> words;
@@ -60,7 +60,7 @@ struct ExportEntry {
   ExportTerminal terminal;
 };
 
-/// Parts of the image, which has to stay.
+/// Parts of the image, which must stay alive.
 struct Fixups {
   const Image* image = nullptr;
   FixupWalk<RebasedWord> rebases;
@@ -77,7 +77,7 @@ struct Fixups {
   bool isRebased(uint64_t address) const { return rebasedAt.contains(address); }
 };
 
-/// Throws Error where a table leaves the file.
+/// Throws Error if a table leaves the file.
 Fixups readFixups(const Image& image);
 
 std::string labelOf(const RebasedWord& word);

@@ -1,4 +1,4 @@
-// A slice as its header and load commands tell it. Nothing of what they say is trusted.
+// A slice as its header and load commands describe it. None of that is trusted.
 #pragma once
 
 #include <array>
@@ -15,7 +15,7 @@
 
 namespace varnix::device {
 
-/// What is known of a library that others link.
+/// What is known about a library that others link.
 struct Offer {
   std::optional<uint32_t> compatibilityVersion;  ///< 1.0 is 0x00010000.
   std::optional<std::set<std::string, std::less<>>> symbols;
@@ -29,7 +29,7 @@ struct SegmentCommand {
   uint32_t maxProtection = 0, protection = 0;
 
   uint64_t end() const { return address + size; }
-  /// Whether an address lies within, and within what the file gives.
+  /// Whether an address is inside, and inside the part that is in the file.
   bool contains(uint64_t place) const { return place >= address && place - address < size; }
   bool isFilled(uint64_t place) const { return place >= address && place - address < fileSize; }
 };
@@ -48,7 +48,7 @@ struct SectionHeader {
 
 struct LibraryCommand {
   uint32_t index = 0;
-  std::string_view name;  ///< Empty where the command has none.
+  std::string_view name;  ///< Empty if the command has none.
   uint32_t compatibilityVersion = 0;
 };
 
@@ -79,32 +79,32 @@ struct Image {
   /// Symbols, their number, names, their size.
   std::optional<std::array<uint32_t, 4>> symbolTable;
   std::optional<LinkTable> indirectSymbols;
-  uint64_t relocations = 0;           ///< Of the image as a whole, in the way of old.
+  uint64_t relocations = 0;           ///< Of the image as a whole, in the old form.
   std::vector<LinkTable> linkTables;  ///< Of commands that have one table each.
   std::vector<LinkTable> signatures;
 
   uint64_t pointerSize() const { return is64 ? 8 : 4; }
   uint64_t headerSize() const { return is64 ? 32 : 28; }
   uint64_t addressMask() const { return is64 ? ~uint64_t{0} : 0xffffffff; }
-  /// Nil where there is none.
+  /// Nil if there is none.
   const SegmentCommand* segmentAt(uint64_t address) const;
   const SegmentCommand* segment(std::string_view name) const;
   const SectionHeader* sectionAt(uint64_t address) const;
   const SectionHeader* section(std::string_view name) const;
-  /// Where the file has what is at an address.
+  /// The file's offset of what is at an address.
   std::optional<uint64_t> place(uint64_t address) const;
-  /// A word of the image's width; none where the file has none.
+  /// A word of the image's width; nothing if the file has none there.
   std::optional<uint64_t> word(uint64_t address) const;
   /// An instruction's address without the Thumb bit.
   uint64_t code(uint64_t address) const { return is64 ? address : address & ~uint64_t{1}; }
-  /// Whether an address, with or without the Thumb bit, lies in code that can be run.
+  /// Whether an address, with or without the Thumb bit, is in executable code.
   bool holdsFunctions(uint64_t address) const;
   /// A dynamic library rather than a bundle.
   bool isDylib() const;
 };
 
-/// Reads a header, whose magic must be known, and then load commands up to the first that is none.
-/// Throws Error where a command is shorter than what its kind has.
+/// Reads a header, whose magic must be known, and then load commands up to the first invalid one.
+/// Throws Error if a command is too short for its kind.
 void readHeader(Image& image);
 void readCommands(Image& image);
 

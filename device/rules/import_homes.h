@@ -1,11 +1,11 @@
-// Which library has what the run-times offer.
+// Which library has which symbols of the run-times.
 #pragma once
 
 #include <string_view>
 
 namespace varnix::device {
 
-/// How the name of the library ends that must have a symbol; empty where that is not known.
+/// The end of the name of the library that must have a symbol; empty if that is not known.
 std::string_view homeOf(std::string_view symbol);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// A rule of the platform: what it is called, what it says, and how something is held against it.
+// A rule of the platform: its name, its sentence, and its check.
 #pragma once
 
 #include <cstdint>
@@ -8,24 +8,24 @@
 
 namespace varnix::device {
 
-/// Takes what is wrong, in words that begin with the place.
+/// Takes a description of what is wrong, which begins with the place.
 using Say = std::function<void(const std::string& wrong)>;
 
-/// Who asks for it.
+/// Who requires it.
 enum class Asker : uint8_t {
   platform,
-  project,  ///< Ours alone: the platform takes a library that is otherwise.
+  project,  ///< Only this project: the platform accepts a library that breaks it.
 };
 
 template <class Of>
 struct RuleOf {
   std::string_view name;      ///< "subject.rule".
-  std::string_view sentence;  ///< What holds for a sound file.
+  std::string_view sentence;  ///< What is true of a sound file.
   void (*check)(const Of& of, const Say& say);
   Asker asker = Asker::platform;
 };
 
-/// Words for what is wrong unless `holds`, else none.
+/// The description of what is wrong unless `holds`, else nothing.
 inline std::string unless(bool holds, std::string wrong) {
   return holds ? std::string() : std::move(wrong);
 }
@@ -47,7 +47,7 @@ void whole(const Of& of, const Say& say) {
 
 /// "0x4000"
 std::string hex(uint64_t number);
-/// What cannot be printed as a question mark.
+/// With a question mark for each character that cannot be printed.
 std::string printable(std::string_view text);
 
 }  // namespace varnix::device

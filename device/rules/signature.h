@@ -14,7 +14,7 @@ namespace varnix::device {
 struct SignatureBlob {
   uint32_t slot = 0;
   uint64_t offset = 0;          ///< Within the signature.
-  std::optional<Reader> bytes;  ///< None where it leaves the signature.
+  std::optional<Reader> bytes;  ///< Nothing if it leaves the signature.
 };
 
 /// A part that has digests of the code.
@@ -28,17 +28,17 @@ struct Directory {
 
   /// Whether the digests are of a known kind, and lie in the directory.
   bool canBeRead() const;
-  /// Of a page of code, or with a negative number of another part of the signature.
+  /// Of a page of code, or with a negative number, of another part of the signature.
   std::span<const uint8_t> digest(int64_t number) const;
-  /// What the digest of these bytes must be.
+  /// The right digest of these bytes.
   std::vector<uint8_t> digestOf(std::span<const uint8_t> code) const;
 };
 
 struct Signature {
   const Image* image = nullptr;
   std::optional<LinkTable> table;  ///< Where the load command says it is.
-  std::optional<Reader> bytes;     ///< None where that is not in the file.
-  bool isWhole = false;            ///< Whether it begins as one and its index lies within.
+  std::optional<Reader> bytes;     ///< Nothing if that is not in the file.
+  bool isWhole = false;            ///< Whether it begins like one and contains its index.
   std::vector<SignatureBlob> blobs;
   std::vector<Directory> directories;      ///< Those long enough.
   std::vector<uint32_t> shortDirectories;  ///< Slots of the others.
@@ -52,7 +52,7 @@ Signature readSignature(const Image& image);
 /// Whether a part at that slot has digests of the code.
 bool isDirectorySlot(uint32_t slot);
 
-/// The bytes of a digest of that type; zero where no such type is known.
+/// The size of a digest of that type in bytes; zero for an unknown type.
 uint32_t digestSize(uint8_t type);
 
 std::string labelOf(const SignatureBlob& blob);

@@ -1,5 +1,5 @@
-// Holds a slice against the rules of what the platform's loader and run-time read of it: all but
-// its signature.
+// Checks a slice against the rules for everything that the platform's loader and run-time read: all
+// but its signature.
 #pragma once
 
 #include <optional>
@@ -9,12 +9,12 @@
 
 namespace varnix::device {
 
-/// Reads the image by its bytes and applies the rules in order. False where its load commands
-/// cannot be read.
+/// Reads the image from its bytes and applies the rules in order. False if its load commands cannot
+/// be read.
 bool checkCode(Image& image, Findings& findings);
 
-/// The first rule of the platform that a slice breaks, which begins at `offset` of its file; none
-/// where it keeps to all. Rules of signatures are left out, and those that only this project has.
+/// The first rule of the platform that the slice at `offset` of its file breaks; nothing if it
+/// keeps all. Rules of signatures, and those of this project only, are left out.
 std::optional<Broken> firstBroken(Reader slice, uint64_t offset);
 
 }  // namespace varnix::device

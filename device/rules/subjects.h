@@ -1,4 +1,4 @@
-// The tables of rules, by what they are about.
+// The tables of rules, by subject.
 #pragma once
 
 #include <span>
@@ -22,10 +22,10 @@ using SignatureRule = RuleOf<Signature>;
 inline constexpr std::string_view kSystemLibrary = "/usr/lib/libSystem.B.dylib";
 
 std::span<const FileRule> fileRules();
-/// Of the bytes alone; the rest needs a header.
+/// Of the bytes only; the rest needs a header.
 std::span<const ImageRule> firstRules();
 std::span<const ImageRule> headerRules();
-/// Whether load commands can be read to the last, which the rest needs.
+/// Whether all load commands can be read, which the rest needs.
 std::span<const ImageRule> commandShapeRules();
 std::span<const ImageRule> commandRules();
 std::span<const ImageRule> segmentRules();

@@ -1,4 +1,4 @@
-// A file with slices, or of one alone.
+// A file with slices, or with only one.
 #pragma once
 
 #include <optional>
@@ -11,14 +11,14 @@ namespace varnix::device {
 struct FileSlice {
   uint32_t index = 0;
   UniversalSlice entry;
-  std::optional<Reader> bytes;  ///< None where it leaves the file.
+  std::optional<Reader> bytes;  ///< Nothing if it leaves the file.
 };
 
 struct UniversalFile {
   Reader bytes;
   bool isUniversal = false;
   uint32_t count = 0;  ///< As it says.
-  /// One where it is not universal. None where their table leaves what the loader reads.
+  /// One if it is not universal. None if their table leaves the part that the loader reads.
   std::vector<FileSlice> slices;
 };
 

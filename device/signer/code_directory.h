@@ -1,4 +1,4 @@
-// The part of a signature that vouches for a library's bytes: a digest of each page.
+// The part of a signature that covers a library's bytes: a digest of each page.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +15,11 @@ uint32_t sizeOf(Digest digest);
 std::vector<uint8_t> digestOf(Digest digest, std::span<const uint8_t> bytes);
 
 struct Code {
-  std::span<const uint8_t> bytes;  ///< All that stands before the signature.
+  std::span<const uint8_t> bytes;  ///< Everything before the signature.
   uint64_t textOffset = 0, textSize = 0;
 };
 
-/// How long the directory is that `codeDirectory` makes.
+/// The size of the directory that `codeDirectory` makes.
 uint32_t codeDirectorySize(Digest digest, const std::string& identifier, uint64_t codeSize);
 std::vector<uint8_t> codeDirectory(Digest digest, const std::string& identifier, const Code& code,
                                    std::span<const uint8_t> requirements);

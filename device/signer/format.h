@@ -1,4 +1,4 @@
-// The numbers of embedded signatures. Their fields have the most significant byte first.
+// The numbers of embedded signatures. Their fields are stored most significant byte first.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,8 @@ inline constexpr uint32_t kCodeDirectorySize = 88;
 /// Code is hashed in pieces of this size, whatever the processor's pages are.
 inline constexpr uint32_t kPageBits = 12, kPageBytes = 1 << kPageBits;
 
-/// Hashes that stand before those of the code: the requirements', and the one of a property list
-/// that a library does not have.
+/// Hashes before those of the code: the requirements', and that of a property list, which a library
+/// does not have.
 inline constexpr uint32_t kSpecialSlots = 2;
 
 }  // namespace varnix::device::signature

@@ -1,4 +1,4 @@
-// What a signature has to know of a library for one architecture.
+// What a signature needs to know about a library for one architecture.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct SignedImage {
   uint32_t signatureOffset = 0, signatureSize = 0;
 };
 
-/// Throws Error for what is not a library for one architecture, 32- or 64-bit Arm, or is damaged.
+/// Throws Error unless it is an undamaged library for one architecture, 32- or 64-bit Arm.
 SignedImage readImage(Reader file);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// Ad-hoc signatures: digests of the code, and nobody's key.
+// Ad-hoc signatures: digests of the code, without a key.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@
 namespace varnix::device {
 
 /// A copy of a library for one architecture, signed under that identifier with SHA-1, which older
-/// systems want, and SHA-256. A signature that is there is replaced. Throws Error where there is no
-/// room for the load command or the file is no such library.
+/// systems want, and SHA-256. An existing signature is replaced. Throws Error if there is no room
+/// for the load command, or if the file is not such a library.
 std::vector<uint8_t> sign(std::span<const uint8_t> file, const std::string& identifier);
 
 /// Throws Error, saying why, unless the file is what `sign` makes of it: both digests of each page.

@@ -1,4 +1,4 @@
-// The accounts of the device, as a test or a person sets them.
+// The accounts of the device, which a test or a person sets.
 #pragma once
 
 #include "platform/Accounts.h"
@@ -6,14 +6,14 @@
 
 namespace host {
 
-/// The user names of the accounts of one type, in order; in this process from now on. Needs the
-/// Accounts framework in the process.
+/// Sets the user names of the accounts of one type, in order, for this process. Needs the Accounts
+/// framework in the process.
 inline void setAccounts(NSString* typeIdentifier, NSArray* usernames) {
   send<void>(objc_getClass("ACAccountStore"), "standIn_setUsernames:ofType:"_sel, usernames,
              typeIdentifier);
 }
 
-/// What the user answers when asked for access. Yes before the first call.
+/// Sets what the user answers when asked for access. Yes before the first call.
 inline void setAccountAccess(bool granted) {
   send<void>(objc_getClass("ACAccountStore"), "standIn_setAccessGranted:"_sel, granted);
 }

@@ -7,7 +7,7 @@
 
 enum class CGColorSpaceModel : std::int32_t { unknown = -1, monochrome = 0, rgb = 1 };
 
-/// Of images drawn larger than they are: none repeats pixels, all else is smooth.
+/// For images drawn larger than they are: none repeats pixels, all others smooth.
 enum class CGInterpolationQuality : std::int32_t {
   standard = 0,
   none = 1,
@@ -16,7 +16,7 @@ enum class CGInterpolationQuality : std::int32_t {
   medium = 4,
 };
 
-/// Whether a gradient goes on beyond its two points, in the colours it has there.
+/// Whether a gradient continues beyond its two points, in the colours it has there.
 inline constexpr CGGradientDrawingOptions kCGGradientDrawsBeforeStartLocation = 1;
 inline constexpr CGGradientDrawingOptions kCGGradientDrawsAfterEndLocation = 2;
 
@@ -38,7 +38,7 @@ HOST_EXPORT void CGColorRelease(CGColorRef color);
 
 HOST_EXPORT CGDataProviderRef CGDataProviderCreateWithCFData(NSData* data);
 HOST_EXPORT CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider);
-/// The bytes as they were given; nil for nil.
+/// The bytes exactly as given; nil for nil.
 HOST_EXPORT NSData* CGDataProviderCopyData(CGDataProviderRef provider);
 
 HOST_EXPORT std::size_t CGImageGetBitsPerComponent(CGImageRef image);
@@ -51,7 +51,7 @@ HOST_EXPORT bool CGImageGetShouldInterpolate(CGImageRef image);
 HOST_EXPORT CGDataProviderRef CGImageGetDataProvider(CGImageRef image);
 HOST_EXPORT CGImageRef CGImageRetain(CGImageRef image);
 
-/// A copy of what is drawn so far.
+/// A copy of what has been drawn so far.
 HOST_EXPORT CGImageRef CGBitmapContextCreateImage(CGContextRef context);
 HOST_EXPORT void* CGBitmapContextGetData(CGContextRef context);
 HOST_EXPORT std::size_t CGBitmapContextGetWidth(CGContextRef context);

@@ -1,4 +1,5 @@
-// Drawing into a context: what stood in its memory comes first, what was drawn is there after.
+// Draws into a context: first takes over what is in its memory, and puts the result back
+// afterwards.
 #pragma once
 
 #include <cmath>
@@ -22,35 +23,37 @@ class Drawing {
 };
 
 /// Draws in the context's blend mode and under its masks. The function sets cairo's source, narrows
-/// its clip to what is drawn, and answers whether anything is; cairo's state is saved around it.
+/// its clip to what is drawn, and returns whether there is anything to draw. Cairo's state is saved
+/// around it.
 void composite(CGContext* context, const std::function<bool(cairo_t*)>& prepare,
                double opacity = 1);
 
-/// A mask covers by its alpha; a grey image without alpha by its greys, white being all.
+/// A mask covers by its alpha, or for a grey image without alpha by its grey values, fully where
+/// white.
 enum class ImageUse { colors, mask };
 
-/// The image becomes cairo's source, stretched to the rectangle, in whose space cairo is then.
-/// False where nothing of it could be seen.
+/// Makes the image cairo's source, stretched to the rectangle, and moves cairo to the rectangle's
+/// space. False if nothing of it would be visible.
 bool setImage(CGContext* context, cairo_t* cairo, CGRect rect, CGImage* image, ImageUse use);
 
-/// Puts the transform before what the context has. False, and nothing done, where the two together
-/// cannot be undone: cairo would give up for good.
+/// Applies the transform before the context's own. False, and nothing is done, if the two together
+/// cannot be inverted: cairo would stay in an error state for good.
 bool concatenate(cairo_t* cairo, const cairo_matrix_t& transform);
 
-/// Points further away than any bitmap is long are beyond cairo's coordinates.
+/// Points further away than any bitmap's size are beyond cairo's coordinates.
 inline constexpr CGFloat kFarthest = 1e6;
-/// So are points that are no numbers.
+/// False for points beyond that, or with NaN.
 inline bool canBeReached(CGPoint point) {
   return std::abs(point.x) < kFarthest && std::abs(point.y) < kFarthest;
 }
 
-/// Narrows the clip to a rectangle, whose sides may run either way. False, and nothing done, where
+/// Narrows the clip to a rectangle, whose sides may be negative. False, and nothing is done, if
 /// nothing would be left to draw on.
 bool clipTo(cairo_t* cairo, CGRect rect);
 /// Narrows the clip to nothing.
 void clipAll(cairo_t* cairo);
 
-/// 0 to 1; what is no number is 0.
+/// 0 to 1; NaN gives 0.
 inline CGFloat unit(CGFloat value) { return value > 0 ? std::min<CGFloat>(value, 1) : 0; }
 
 }  // namespace host

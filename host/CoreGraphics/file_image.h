@@ -1,5 +1,5 @@
-// An image whose pixels lie in a file's bytes. A small one is decoded at once. A large one is read
-// anew for each size that is asked, and decoded when its own pixels are.
+// An image whose pixels are in a file's bytes. A small one is decoded at once. A large one is read
+// again for each requested size, and decoded when its own pixels are requested.
 #pragma once
 
 #include <atomic>
@@ -27,22 +27,22 @@ class FileImage {
  public:
   explicit FileImage(NSData* file);
 
-  /// False for what is no image.
+  /// False if it is not an image.
   bool isImage() const { return isImage_; }
   const imageio::Header& header() const { return header_; }
-  /// How pixels() lie: greys where the file has them, RGBA of straight alpha otherwise.
+  /// The format of pixels(): grey if the file is, otherwise RGBA with straight alpha.
   PixelFormat format() const;
   std::size_t size() const { return header_.pixels() * format().bytesPerPixel(); }
 
-  /// All of them, decoded at the first use. Missing rows are zeros.
+  /// All of them, decoded on first use. Missing rows are zeros.
   const std::uint8_t* pixels();
-  /// Whether pixels() costs nothing any more.
+  /// Whether pixels() is already decoded.
   bool isDecoded() const { return isDecoded_; }
-  /// The same from the top, some rows of cairo's pixels at a time, without keeping them.
+  /// The same from the top, a few rows of cairo's pixels at a time, without keeping them.
   void readStrips(const std::function<void(const PixelRows&)>& take);
 
-  /// Shared with the image before this one where both are large and of the same bytes. The problem
-  /// is why rows are missing, as far as was noticed.
+  /// Shared with the previous image if both are large and have the same bytes. The problem says why
+  /// rows are missing, as far as was noticed.
   const std::shared_ptr<SmallCopies>& copies() const { return copies_; }
 
  private:
@@ -59,12 +59,12 @@ class FileImage {
   std::shared_ptr<SmallCopies> copies_;
 };
 
-/// The image in a file's bytes, owned by the caller; nil for what is none. The orientation is
+/// The image in a file's bytes, owned by the caller; nil if it is not an image. The orientation is
 /// UIImageOrientation.
 HOST_EXPORT CGImageRef imageFromFile(NSData* file, NSInteger& orientation);
 
-/// Why rows of such an image are missing, which is read to its end for that; empty where none are,
-/// and for other images and nil.
+/// Why rows of such an image are missing. Reads it to its end to find out. Empty if none are
+/// missing, and for other images and nil.
 HOST_EXPORT std::string problemOf(CGImageRef image);
 
 }  // namespace host

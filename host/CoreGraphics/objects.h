@@ -1,4 +1,5 @@
-// CoreGraphics' objects. They are the run-time's own, so they are retained and released as such.
+// CoreGraphics' objects. They are objects of the run-time, so they are retained and released as
+// such.
 #pragma once
 
 #include <cairo.h>
@@ -46,7 +47,7 @@ struct CGColor : NSObject {
 struct CGDataProvider : NSObject {
   void dealloc();
 
-  /// Those that were given, or those of the file, which are decoded now at the latest.
+  /// The given ones, or those of the file, which are now decoded if they were not yet.
   const std::uint8_t* start() { return file != nullptr ? file->pixels() : bytes; }
 
   const std::uint8_t* bytes;
@@ -57,9 +58,9 @@ struct CGDataProvider : NSObject {
 };
 
 struct CGImage : NSObject {
-  /// The pixels as cairo has them, converted at the first use.
+  /// The pixels in cairo's format, converted on first use.
   cairo_surface_t* surface();
-  /// The image made smaller, a surface of the caller's own; nil where there is no memory.
+  /// The image made smaller, as a surface that the caller owns; nil if there is no memory.
   CairoSurface shrunk(std::size_t newWidth, std::size_t newHeight);
 
   std::size_t width, height, bytesPerRow;
@@ -75,11 +76,11 @@ struct CGImage : NSObject {
 };
 
 struct CGContext : NSObject {
-  /// What stands in the caller's memory comes in before drawing, and goes back after it.
+  /// Copies the caller's memory in before drawing, and back after it.
   void load();
   void store();
 
-  /// An image whose alpha covers what is drawn, and the space it lay in when the clip was made.
+  /// An image whose alpha masks what is drawn, and the space in which the clip was made.
   struct Mask {
     Strong<CGImage> image;  ///< whose pixels the pattern reads
     std::shared_ptr<cairo_pattern_t> pattern;

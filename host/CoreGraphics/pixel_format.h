@@ -1,4 +1,4 @@
-// How a bitmap lays its pixels down, and the way from and to cairo's: 32 bits, alpha on top,
+// The layout of a bitmap's pixels, and conversion from and to cairo's: 32 bits, alpha on top,
 // premultiplied, in the machine's byte order.
 #pragma once
 
@@ -22,27 +22,27 @@ struct PixelFormat {
   std::size_t bytesPerPixel() const { return bitsPerPixel / 8; }
 };
 
-/// Of what is drawn on: cairo takes no more, either way.
+/// For bitmaps to draw on: cairo's limit in both directions.
 inline constexpr std::size_t kLongestSide = 32'767;
-/// Of an image. What is longer than cairo's surfaces is always drawn smaller than it is.
+/// For images. One longer than cairo's surfaces is always drawn smaller than it is.
 inline constexpr std::size_t kLongestImage = 65'535;
 
-/// The format where the parameters fit one that can be read.
+/// The format, if the parameters match one that can be read.
 std::optional<PixelFormat> imageFormat(std::size_t bitsPerComponent, std::size_t bitsPerPixel,
                                        std::size_t colors, CGBitmapInfo info);
-/// The format where the platform draws into such bitmaps: fewer than it reads.
+/// The format, if the platform draws into such bitmaps: fewer than it reads.
 std::optional<PixelFormat> contextFormat(std::size_t bitsPerComponent, std::size_t colors,
                                          CGBitmapInfo info);
 
-/// Cairo's name for the format where it has one: it draws into such bitmaps itself.
+/// Cairo's name for the format, if it has one: then it draws into such bitmaps directly.
 std::optional<cairo_format_t> cairosOwn(const PixelFormat& format);
 
-/// One row to cairo's pixels, premultiplied ones as they are. Decode has two values a colour, or is
-/// null.
+/// Converts one row to cairo's pixels; premultiplied ones stay as they are. Decode has two values
+/// per colour, or is null.
 void unpackRow(const PixelFormat& format, const std::uint8_t* row, std::size_t width,
                const CGFloat* decode, std::uint32_t* pixels);
-/// One row of cairo's pixels to the memory of a context of that format. Bytes that the format skips
-/// stay.
+/// Converts one row of cairo's pixels to the memory of a context of that format. Bytes that the
+/// format skips are not changed.
 void packRow(const PixelFormat& format, const std::uint32_t* pixels, std::size_t width,
              std::uint8_t* row);
 

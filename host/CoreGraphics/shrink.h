@@ -1,4 +1,4 @@
-// Images made smaller, each pixel the mean of what it covers.
+// Makes images smaller: each pixel is the mean of the area that it covers.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,9 @@ struct PixelRows {
   std::size_t width, height;
 };
 
-/// Makes an image smaller whose rows come one after another. Every pixel of `to` becomes the mean
-/// of the area of the source that it stands for, rounded; pixels on the area's edge count by the
-/// part that lies inside. `to` is no larger than the source either way.
+/// Makes an image smaller whose rows arrive one after another. Every pixel of `to` becomes the
+/// rounded mean of the area of the source that it covers. Pixels on the area's edge count by the
+/// part inside it. `to` is not larger than the source in either direction.
 class HOST_EXPORT Shrinking {
  public:
   Shrinking(std::size_t width, std::size_t height, const PixelRows& to);
@@ -26,7 +26,7 @@ class HOST_EXPORT Shrinking {
   Shrinking(const Shrinking&) = delete;
   Shrinking& operator=(const Shrinking&) = delete;
 
-  /// The source's next rows, as wide as it. Many at once are quicker.
+  /// The source's next rows, in its full width. Many at once are faster.
   void add(const PixelRows& rows);
 
  private:
@@ -34,7 +34,7 @@ class HOST_EXPORT Shrinking {
   std::unique_ptr<State> state_;
 };
 
-/// The same for an image that is there as a whole.
+/// The same for a complete image.
 HOST_EXPORT void shrink(const PixelRows& from, const PixelRows& to);
 
 }  // namespace host

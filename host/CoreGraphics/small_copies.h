@@ -1,5 +1,5 @@
-// What is known of a large image once it was read: the sizes in which it was asked last, and what
-// was wrong. To read it again takes long.
+// What is known about a large image once it has been read: copies in the sizes that were last asked
+// for, and what was wrong. Reading it again takes long.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ class SmallCopies {
  public:
   static bool holds(std::size_t width, std::size_t height) { return width * height <= 1 << 16; }
 
-  /// Cairo's pixels; nothing where there is no copy of that size.
+  /// Cairo's pixels; nothing if there is no copy of that size.
   std::optional<std::vector<std::uint32_t>> find(std::size_t width, std::size_t height) {
     const std::lock_guard lock(guard_);
     for (const Copy& copy : copies_)

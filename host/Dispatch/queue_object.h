@@ -9,14 +9,14 @@
 
 namespace host::dispatch {
 
-/// Something to run once, in an autorelease pool of its own. It never throws: what leaves a block
-/// ends the process.
+/// Something to run once, in an autorelease pool of its own. It never throws: an exception that
+/// leaves a block ends the process.
 using Work = std::function<void()>;
 
 class QueueBody {
  public:
   virtual void enqueue(Work work) = 0;
-  /// Where the queue's work runs; nil for a queue that is not aimed anywhere.
+  /// The queue's target, where its work runs; nil for a queue without one.
   virtual Strong<dispatch_queue_s> target() { return nullptr; }
   virtual const char* label() const = 0;
 

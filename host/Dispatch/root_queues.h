@@ -1,4 +1,4 @@
-// The queues that are there from the start: the main thread's and the global ones.
+// The queues that exist from the start: the main thread's and the global ones.
 #pragma once
 
 #include "objc/object.h"
@@ -6,7 +6,7 @@
 
 namespace host::dispatch {
 
-/// Where a queue's work runs that nobody aimed elsewhere.
+/// The default target of a queue.
 dispatch_queue_t defaultTarget();
 
 }  // namespace host::dispatch

@@ -1,4 +1,4 @@
-// A queue that runs one block after the other.
+// A queue that runs one block after another.
 #pragma once
 
 #include <deque>
@@ -9,9 +9,9 @@
 
 namespace host::dispatch {
 
-/// While it has work, one turn of the queue stands in the queue's target: it runs one piece of
-/// work and puts the next turn there. So a queue never runs two pieces at once, nor one beside
-/// the work of a serial queue that it is aimed at.
+/// While it has work, its target holds one turn of this queue: the turn runs one piece of work and
+/// enqueues the next turn. So a queue never runs two pieces at once, nor one at the same time as
+/// the work of a serial queue that is its target.
 class SerialQueue final : public QueueBody {
  public:
   SerialQueue(dispatch_queue_t self, const char* label);

@@ -15,12 +15,12 @@ namespace host::dispatch {
 enum class Priority : std::size_t { high, normal, low, background };
 inline constexpr std::size_t kPriorities = 4;
 
-/// Starts threads as work comes in, a few at most. They wait for more until the process ends.
+/// Starts threads as work arrives, a few at most. They wait for more until the process ends.
 class WorkerPool {
  public:
   static WorkerPool& instance();
 
-  /// Work of a higher priority begins first; within one, what came first.
+  /// Work of a higher priority begins first; within one priority, the earliest.
   void enqueue(Priority priority, Work work);
 
  private:

@@ -1,4 +1,4 @@
-// The main bundle: who this process is.
+// The main bundle: the identity of this process.
 #include "Foundation/text.h"
 #include "objc/define.h"
 #include "process/process.h"

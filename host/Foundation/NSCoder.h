@@ -1,13 +1,13 @@
-// Coders: what an object writes itself into and reads itself from.
+// Coders: objects write themselves into them and read themselves from them.
 #pragma once
 
 #include "platform/Foundation.h"
 #include "runtime/send.h"
 
-/// Every call raises for a nil key. Encoding a key again replaces its value. Decoding answers zero
+/// Every call raises for a nil key. Encoding a key again replaces its value. Decoding returns zero
 /// or nil for an absent key, and raises for a value of another kind.
 struct NSCoder : NSObject {
-  /// An object that is in the archive already is referred to.
+  /// An object that is already in the archive is stored as a reference.
   void encodeObject(NSObject* object, NSString* key) {
     send<void>(this, "encodeObject:forKey:"_sel, object, key);
   }
@@ -29,16 +29,16 @@ struct NSCoder : NSObject {
   NSObject* decodeObject(NSString* key) {
     return send<NSObject*>(this, "decodeObjectForKey:"_sel, key);
   }
-  /// Raises, too, for a number beyond 32 bits.
+  /// Also raises for a number beyond 32 bits.
   int decodeInt(NSString* key) { return send<int>(this, "decodeIntForKey:"_sel, key); }
   float decodeFloat(NSString* key) { return send<float>(this, "decodeFloatForKey:"_sel, key); }
   double decodeDouble(NSString* key) { return send<double>(this, "decodeDoubleForKey:"_sel, key); }
 
-  /// A list of objects under one key, as the collections keep theirs.
+  /// A list of objects under one key, as the collections use it.
   void encodeObjects(NSArray* objects, NSString* key) {
     send<void>(this, "_encodeArrayOfObjects:forKey:"_sel, objects, key);
   }
-  /// Nil for an absent key; raises where one of the objects decodes to nil.
+  /// Nil for an absent key; raises if one of the objects decodes to nil.
   NSArray* decodeObjects(NSString* key) {
     return send<NSArray*>(this, "_decodeArrayOfObjectsForKey:"_sel, key);
   }

@@ -1,5 +1,5 @@
 // How collections and dates are written into archives and read from them. Texts, numbers and data
-// lie in an archive as they are.
+// are stored in an archive directly.
 #include "Foundation/NSCoder.h"
 #include "Foundation/keyed_archive.h"
 #include "objc/define.h"
@@ -10,7 +10,7 @@ NSString* const kObjects = "NS.objects"_ns;
 NSString* const kKeys = "NS.keys"_ns;
 NSString* const kTime = "NS.time"_ns;
 
-/// The objects take the place of an array that cannot change.
+/// The objects replace an immutable array.
 struct CodedArray : NSArray {
   void encode(NSCoder* coder) { coder->encodeObjects(this, kObjects); }
   NSObject* initWithCoder(NSCoder* coder) {

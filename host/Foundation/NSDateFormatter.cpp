@@ -41,7 +41,7 @@ struct DateFormatter : NSDateFormatter {
   Strong<NSTimeZone> zone;
 };
 
-/// Years that the calendar of a locale is ahead of ours.
+/// The number of years by which a locale's calendar is ahead of ours.
 int yearsAhead(std::string_view locale) {
   constexpr int kBuddhist = 543;
   return locale.ends_with("@calendar=buddhist") ? kBuddhist : 0;

@@ -1,4 +1,4 @@
-// Errors, and what an HTTP server says: a domain or a URL, and a number.
+// Errors, and the response of an HTTP server: a domain or a URL, and a number.
 #include "objc/define.h"
 #include "objc/strong.h"
 #include "platform/Social.h"

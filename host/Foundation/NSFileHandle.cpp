@@ -62,7 +62,7 @@ Pipe* Pipe::make() {
   return static_cast<Pipe*>(objc_autorelease(made->init()));
 }
 
-/// Nil where the process has no descriptor left. Children get neither end unless they are given it.
+/// Nil if the process has no descriptor left. Children inherit an end only if it is passed to them.
 Pipe* Pipe::init() {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {

@@ -1,4 +1,4 @@
-// File handles and pipes from the inside.
+// The implementation of file handles and pipes.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// The file manager, as far as it is asked about programs.
+// The file manager: only the questions about programs.
 #include <unistd.h>
 
 #include "Foundation/text.h"

@@ -15,7 +15,7 @@ namespace {
 using namespace host::archive;
 using ObjectFields = Strong<NSMutableDictionary>;
 
-/// What the archive holds as it is.
+/// Whether the archive stores it directly.
 bool isPlain(NSObject* object) {
   return objc::as<NSString>(object) != nullptr || objc::as<NSNumber>(object) != nullptr ||
          objc::as<NSData>(object) != nullptr;
@@ -115,7 +115,7 @@ struct KeyedArchiver : NSCoder {
 
   std::uint32_t nextIndex() const { return static_cast<std::uint32_t>(objects.size()); }
 
-  /// Closes the innermost object, even where its own code raises and somebody further out goes on.
+  /// Closes the innermost object, even if its own code raises and an outer one continues.
   class Closing {
    public:
     explicit Closing(std::vector<ObjectFields>& open) : open_(open) {}

@@ -15,7 +15,7 @@ namespace {
 
 using namespace host::archive;
 
-/// An object of the archive, once somebody has asked for it.
+/// An object of the archive, once it has been asked for.
 struct Decoded {
   enum State { no, begun, done } state = no;
   Strong<NSObject> object;
@@ -28,7 +28,7 @@ bool inherits(Class cls, Class from) {
   return cls != nullptr;
 }
 
-/// Whether decoding makes another object than the one that was allocated.
+/// Whether decoding makes a different object from the one that was allocated.
 bool isFixedContainer(Class cls) {
   return (inherits(cls, objc::classOf<NSArray>()) &&
           !inherits(cls, objc::classOf<NSMutableArray>())) ||
@@ -72,7 +72,7 @@ struct KeyedUnarchiver : NSCoder {
     if (open.empty()) raiseOperation("there is no archive");
     return send(open.back(), NSDictionary::objectForKey, storedKey(key));
   }
-  /// The same where it is of the type; raises for another one.
+  /// The same if it has the type; raises otherwise.
   NSObject* stored(NSString* key, CFTypeID type, const char* what) {
     NSObject* value = stored(key);
     if (value != nullptr && CFGetTypeID(value) != type)
@@ -136,8 +136,8 @@ struct KeyedUnarchiver : NSCoder {
     Decoded& result = decoded[index];
     if (result.state == Decoded::no)
       decodeNew(send(objects, NSArray::objectAtIndex, index), result);
-    // What is not made yet, but refers to itself: a container that cannot change has no address
-    // before its contents are there.
+    // Not made yet, but refers to itself: an immutable container has no address before its contents
+    // exist.
     if (result.state == Decoded::begun && result.object.get() == nullptr)
       raiseOperation("a container is part of itself");
     return Strong<NSObject>(result.object).autorelease();  // it outlives the archive

@@ -18,7 +18,7 @@ struct Notification : NSObject {
   Strong<NSDictionary> userInfo;
 };
 
-/// An observer is not kept alive: it takes itself off before it goes.
+/// An observer is not kept alive: it must remove itself before it is freed.
 struct Observation {
   NSObject* observer;
   SEL selector;
@@ -99,7 +99,7 @@ void Center::postWithInfo(NSString* name, NSObject* object, NSDictionary* userIn
   notification->object = Strong<NSObject>::retain(object);
   notification->userInfo = Strong<NSDictionary>::retain(userInfo);
   for (const Observation& observation : wanted) {
-    // An earlier observer may have taken this one off, and freed it.
+    // An earlier observer may have removed this one, and freed it.
     if (!isObserved(observation)) continue;
     objc::sendDynamic<void>(observation.observer, observation.selector,
                             static_cast<NSObject*>(notification));

@@ -15,7 +15,7 @@ NSData* dataOf(const std::optional<std::string>& bytes) {
   return bytes ? NSData::dataWithBytes(bytes->data(), bytes->size()) : nullptr;
 }
 
-/// There are no error objects here: whoever asks for one gets nil.
+/// There are no error objects here: a caller that asks for one gets nil.
 struct PropertyListSerialization : NSObject {
   static NSObject* read(NSData* data, NSUInteger, NSUInteger* format, NSObject** error) {
     if (error != nullptr) *error = nullptr;

@@ -1,4 +1,4 @@
-// Strings: on the heap, and laid down by the compiler.
+// Strings: on the heap, and emitted by the compiler.
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -29,7 +29,7 @@ struct AnyString : NSString {
   static NSString* empty() { return host::makeString(""); }
 
   std::string_view text() { return host::text(this); }
-  /// The text from its first character that is no blank, closed by a zero.
+  /// The text from its first character that is not a blank, terminated by a zero.
   std::string trimmed() {
     std::string_view whole = text();
     const std::size_t start = whole.find_first_not_of(" \t\n\r\f\v");
@@ -87,15 +87,15 @@ struct AnyString : NSString {
   float readFloat() { return static_cast<float>(readDouble()); }
 };
 
-/// A string made while running. Its text lies behind it, closed by a zero: one allocation.
+/// A string made at run time. Its text follows it, terminated by a zero: one allocation.
 struct HeapString : AnyString {
   static HeapString* create(std::string_view text);
-  /// Whatever alloc gave has no room for the text: another string takes its place.
+  /// The object from alloc has no room for the text, so another string replaces it.
   NSString* initWithUtf8(const char* utf8) {
     objc_release(this);
     return utf8 == nullptr ? nullptr : host::makeOwnedString(utf8).leak();
   }
-  /// Nil for bytes above 127 in ASCII, for what is no UTF-8, and for encodings that are not here.
+  /// Nil for bytes above 127 in ASCII, for invalid UTF-8, and for encodings that are not supported.
   NSString* initWithData(NSData* data, NSUInteger encoding) {
     objc_release(this);
     if (data == nullptr) return nullptr;
@@ -172,7 +172,7 @@ asm(R"(
 )");
 
 id AnyString::alloc(Class cls, SEL) {
-  // Room for the zero that closes the text of one that is never initialised.
+  // Room for the zero that terminates the text of one that is never initialised.
   return class_createInstance(cls == &objc_class_NSString ? &objc_class_NSHeapString : cls, 1);
 }
 

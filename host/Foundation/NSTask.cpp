@@ -1,4 +1,4 @@
-// Child processes, on real ones of this machine.
+// Child processes, which are real ones of this machine.
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,7 +60,7 @@ class Child {
   bool ended_ = false;
 };
 
-/// What becomes of a child's descriptors.
+/// What happens to a child's descriptors.
 class FileActions {
  public:
   FileActions() { posix_spawn_file_actions_init(&actions_); }
@@ -147,6 +147,6 @@ void Task::start() {
                   host::pointersTo(environment).data()) != 0)
     raise("the program cannot be run");
   child = Child::watch(started);
-  // Else nobody would ever read to the pipe's end.
+  // Otherwise a reader would never reach the pipe's end.
   if (pipe != nullptr) pipe->forWriting()->close();
 }

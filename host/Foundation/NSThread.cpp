@@ -1,4 +1,4 @@
-// Threads, as far as anybody asks which one is the main one, or waits.
+// Threads: only which one is the main one, and sleeping.
 #include <sys/syscall.h>
 #include <unistd.h>
 

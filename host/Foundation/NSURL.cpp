@@ -1,4 +1,4 @@
-// URLs: their text, taken apart. What cannot stand in one makes none.
+// URLs: their text, split into parts. Text that is not a valid URL makes none.
 #include <cctype>
 #include <cstring>
 #include <optional>
@@ -78,7 +78,7 @@ struct Url : NSURL {
   NSString* absolute() { return text; }
   Parts parts() { return Parts(host::text(text)); }
   NSString* scheme() { return stringOf(parts().scheme); }
-  /// Nil where it is empty, as the platform has it.
+  /// Nil if it is empty, as on the platform.
   NSString* hostName() {
     const Part name = parts().host;
     return !name || name->empty() ? nullptr : stringOf(name);

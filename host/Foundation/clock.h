@@ -1,4 +1,4 @@
-// What a hosted device takes for now and for its user's ways with dates.
+// The present time of a hosted device, and its user's settings for dates.
 #pragma once
 
 #include <optional>
@@ -8,13 +8,13 @@
 
 namespace host {
 
-/// Stops the clock at that many seconds after the first moment of 2001, GMT; nothing lets it go on
-/// with the machine's.
+/// Stops the clock at that many seconds after the start of 2001, GMT; nothing makes it follow the
+/// machine's clock again.
 HOST_EXPORT void setClock(std::optional<double> seconds);
 double now();
 
 /// The user's region: "en_US" at first. One that ends in "@calendar=buddhist" counts years from
-/// another beginning, as the platform's do.
+/// another era, as on the platform.
 HOST_EXPORT void setUserLocale(std::string identifier);
 std::string userLocale();
 

@@ -54,7 +54,7 @@ class Observers {
   void post(const std::string& file) {
     const bool written = touchNotificationFile(file);
     std::lock_guard lock(mutex_);
-    // Where files do not work, the process still hears itself.
+    // Even if files do not work, the process hears its own posts.
     if (entries_.empty() || (written && watch_.active())) return;
     const bool scheduled = !unwritten_.empty();
     if (std::find(unwritten_.begin(), unwritten_.end(), file) == unwritten_.end())
@@ -121,7 +121,7 @@ class Observers {
     call(due);
   }
 
-  /// Whether a post that can wait does, or goes. The mutex is held.
+  /// Whether a post that can wait is kept or dropped now. The mutex is held.
   bool isKeptBack(const Entry& entry) {
     using enum CFNotificationSuspensionBehavior;
     if (!suspended_ || entry.behavior == deliverImmediately) return false;

@@ -17,7 +17,7 @@ class Descriptor {
   explicit operator bool() const { return descriptor_ >= 0; }
   int get() const { return descriptor_; }
 
-  /// False where the last of what was written could not be kept.
+  /// False if the last of the written data could not be stored.
   bool closeNow() {
     const int descriptor = std::exchange(descriptor_, -1);
     return descriptor < 0 || close(descriptor) == 0;

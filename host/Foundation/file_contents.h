@@ -9,11 +9,11 @@
 
 namespace host {
 
-/// What a regular file holds; nothing where it is missing, unreadable, larger than the limit, or
-/// something else than a file, such as a pipe that would keep the reader waiting.
+/// The contents of a regular file; nothing if it is missing, unreadable, larger than the limit, or
+/// not a regular file, such as a pipe that would keep the reader waiting.
 HOST_EXPORT std::optional<std::string> fileContents(const std::string& path, std::size_t limit);
 
-/// The same as data, autoreleased; nil where there is nothing.
+/// The same as data, autoreleased; nil if there is nothing.
 HOST_EXPORT NSData* fileData(const std::string& path, std::size_t limit);
 
 }  // namespace host

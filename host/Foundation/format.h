@@ -24,11 +24,11 @@ class FormatArguments {
   ~FormatArguments() = default;
 };
 
-/// The formatted text. A nil object or C string reads "(null)".
+/// The formatted text. A nil object or C string gives "(null)".
 std::string format(std::string_view format, FormatArguments& arguments);
 std::string format(std::string_view format, va_list arguments);
 
-/// The number that a text begins with, in the C locale; 0 where there is none.
+/// The number at the beginning of a text, in the C locale; 0 if there is none.
 double leadingDouble(const std::string& text);
 
 }  // namespace host

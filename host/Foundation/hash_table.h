@@ -1,4 +1,4 @@
-// The table behind dictionaries: insertion order kept, open addressing over stored hashes.
+// The table behind dictionaries: keeps insertion order, with open addressing over stored hashes.
 #pragma once
 
 #include <cstdint>
@@ -18,9 +18,9 @@ class HashTable {
 
   /// The entry's value, or nil.
   NSObject* find(NSObject* key) const;
-  /// Takes the key as it is: copying it is the dictionary's business.
+  /// Stores the key as it is: the dictionary must copy it.
   void set(Strong<NSObject> key, Strong<NSObject> value);
-  /// The other's entries replace those of the same key.
+  /// The other's entries replace those with the same key.
   void addAll(const HashTable& other);
   void remove(NSObject* key);
   void reserve(std::size_t count);

@@ -22,7 +22,7 @@ struct ArchiveUid : NSObject {
 
 }  // namespace
 
-// The class behind everything that CoreFoundation has no public class for; here, references alone.
+// The class behind everything for which CoreFoundation has no public class; here, only references.
 OBJC_CLASS_NAMED(__NSCFType, NSObject, ArchiveUid, NSObject,
                  objc::Ivar<"index", &ArchiveUid::index>,
                  objc::Method<"isEqual:", &ArchiveUid::equals>,

@@ -11,7 +11,7 @@ namespace host {
 /// A reference to the object of that index, owned by the caller.
 HOST_EXPORT Strong<NSObject> makeArchiveUid(std::uint32_t index);
 HOST_EXPORT bool isArchiveUid(NSObject* object);
-/// Zero for another object.
+/// Zero for any other object.
 HOST_EXPORT std::uint32_t archiveUidIndex(NSObject* uid);
 
 }  // namespace host

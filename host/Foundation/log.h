@@ -17,7 +17,7 @@ struct LogLine {
   std::string line;
 };
 
-/// Adds a line to the log; it is also printed to standard error while printLog(true) is in force.
+/// Adds a line to the log. While printLog(true) is in effect, it is also printed to standard error.
 HOST_EXPORT void log(LogLevel level, std::string line);
 
 /// All lines so far, in order.

@@ -38,7 +38,7 @@ bool isPlain(char c, bool first) {
   return c == '-' || c == '_' || (c == '.' && !first);
 }
 
-/// The folder is made, its parent is not: a root that is gone stays so.
+/// Makes the folder but not its parent: a root that was removed stays removed.
 bool makeFolder(const std::string& path) {
   return !path.empty() && (mkdir(path.c_str(), 0755) == 0 || errno == EEXIST);
 }
@@ -69,11 +69,11 @@ std::string notificationFileName(std::string_view name) {
 bool touchNotificationFile(const std::string& fileName) {
   const std::string path = folder();
   if (!makeFolder(path)) return false;
-  // Something else in the file's place, such as a pipe, fails instead of waiting.
+  // If there is something else in the file's place, such as a pipe, this fails instead of waiting.
   const int file = open((path + "/" + fileName).c_str(),
                         O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC, 0644);
   if (file < 0) return false;
-  // Always at the start: the file does not grow, and the write is an event even so.
+  // Always at the start: the file does not grow, and the write is still an event.
   const bool written = pwrite(file, "!", 1, 0) == 1;
   close(file);
   return written;
@@ -84,7 +84,7 @@ bool NotifyFolderWatch::start() {
   if (descriptor_ < 0) return false;
   const std::string path = folder();
   if (!makeFolder(path)) return false;
-  // Creating a file is no event of its own: the write that follows is the one that counts.
+  // Creating a file is not an event here: only the write that follows counts.
   watch_ = inotify_add_watch(descriptor_, path.c_str(), IN_MODIFY | IN_ONLYDIR);
   return watch_ >= 0;
 }

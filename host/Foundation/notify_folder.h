@@ -1,4 +1,4 @@
-// The folder through which processes notify each other: a file a name, a write a post.
+// The folder through which processes notify each other: each name is a file, each post a write.
 #pragma once
 
 #include <string>
@@ -9,10 +9,10 @@
 
 namespace host {
 
-/// The file that stands for a notification; never empty, never one with a special meaning.
+/// The file name for a notification; never empty, and never a name with a special meaning.
 HOST_EXPORT std::string notificationFileName(std::string_view name);
 
-/// Writes to the file. False where that is not possible.
+/// Writes to the file. False if that is not possible.
 bool touchNotificationFile(const std::string& fileName);
 
 /// One process's watch on the folder.
@@ -22,7 +22,7 @@ class HOST_EXPORT NotifyFolderWatch {
   NotifyFolderWatch(const NotifyFolderWatch&) = delete;
   NotifyFolderWatch& operator=(const NotifyFolderWatch&) = delete;
 
-  /// Makes the folder where it is missing. False where it cannot be watched.
+  /// Makes the folder if it is missing. False if it cannot be watched.
   bool start();
   bool active() const { return watch_ >= 0; }
   int descriptor() const { return descriptor_; }
@@ -31,11 +31,11 @@ class HOST_EXPORT NotifyFolderWatch {
     bool anything = false;           ///< events were lost: any file may have been written
     std::vector<std::string> files;  ///< each once, in order
   };
-  /// What was written since the last call.
+  /// The files that were written since the last call.
   Written read();
 
  private:
-  int descriptor_ = -1;  ///< of the inotify instance; the process keeps it to its end
+  int descriptor_ = -1;  ///< the inotify instance's; the process keeps it until it ends
   int watch_ = -1;
 };
 

@@ -58,7 +58,7 @@ Strong<NSObject> string(plist_t node) {
   return Strong<NSObject>::adopt(makeOwnedString({words, length}).leak());
 }
 
-/// Nil for a number that no archive has.
+/// Nil for a number that cannot occur in an archive.
 Strong<NSObject> uid(plist_t node) {
   std::uint64_t index = 0;
   plist_get_uid_val(node, &index);

@@ -150,7 +150,7 @@ class BinaryGuard {
     return frames_.size() <= kMaximumDepth;
   }
 
-  /// The parser gives up the process over a key with a zero in it.
+  /// The parser aborts the process at a key with a zero in it.
   bool isFreeOfZeros(const Object& object) const {
     for (std::uint64_t i = 0; i < object.count; ++i) {
       if (bigEndian(object.contents + 2 * i, 2) == 0) return false;
@@ -182,7 +182,7 @@ class BinaryGuard {
   }
 
   bool add(const Frame& parent, const Seen& child) {
-    // Each reference stands for a node at least.
+    // Each reference stands for at least one node.
     if (++references_ > kMaximumNodes) return false;
     const bool isKey = parent.object.kind == kDictionary && parent.next < parent.object.count;
     if (isKey && !child.canBeKey) return false;

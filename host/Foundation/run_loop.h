@@ -17,17 +17,18 @@ class HOST_EXPORT MainRunLoop {
   void watch(int descriptor, std::function<void()> readable);
   void unwatch(int descriptor);
 
-  /// Runs the function on the main thread at the loop's next turn; from any thread, in order.
+  /// Runs the function on the main thread at the loop's next turn. May be called on any thread;
+  /// functions run in order.
   void perform(std::function<void()> function);
 
-  /// Runs until stop(), or until the time is over.
+  /// Runs until stop(), or until the time has passed.
   void run();
   void runFor(std::chrono::milliseconds duration);
-  /// Runs until the condition holds; false where the time was over before.
+  /// Runs until the condition is true; false if the time passed before that.
   bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
   /// Handles what is ready and returns at once.
   void drain();
-  /// From any thread.
+  /// May be called on any thread.
   void stop();
 
  private:

@@ -1,4 +1,4 @@
-// Strings from the inside: the stand-in's own code reads and makes them without messages.
+// The implementation of strings: the stand-in's own code reads and makes them without messages.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// UTF-16, as texts from other systems have it.
+// UTF-16, as used in texts from other systems.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@ namespace host {
 /// Whether the bytes begin with UTF-16's byte order mark.
 bool isUtf16(std::string_view bytes);
 
-/// The text behind the byte order mark in UTF-8; nothing where a unit or a pair is not whole.
+/// The text after the byte order mark, in UTF-8; nothing if a unit or a pair is incomplete.
 std::optional<std::string> utf8FromUtf16(std::string_view bytes);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// Colours of a file's own space, converted to sRGB.
+// Converts colours from a file's own space to sRGB.
 #pragma once
 
 #include <cstddef>
@@ -9,22 +9,22 @@
 
 namespace host::imageio {
 
-/// What the stored samples are, which a profile has to fit.
+/// The kind of the stored samples, which a profile must match.
 enum class Samples {
   rgb,
-  grey,          ///< red, green and blue the same
+  grey,          ///< red, green and blue are the same
   inks,          ///< cyan, magenta, yellow and black; 255 is all of an ink
   invertedInks,  ///< 255 is none
 };
 
-/// Where red, green, blue and white lie, x and y each, and the power that makes samples of light.
+/// The x and y of red, green, blue and white, and the power that turns light into samples.
 struct Chromaticities {
   double white[2], red[2], green[2], blue[2];
 };
 inline constexpr Chromaticities kSrgbPlaces = {
     {0.3127, 0.3290}, {0.64, 0.33}, {0.30, 0.60}, {0.15, 0.06}};
 
-/// Does nothing unless something else than sRGB was given to it.
+/// Does nothing unless it was given something other than sRGB.
 class ColorConversion {
  public:
   ColorConversion();
@@ -32,16 +32,17 @@ class ColorConversion {
   ColorConversion(const ColorConversion&) = delete;
   ColorConversion& operator=(const ColorConversion&) = delete;
 
-  /// From an ICC profile. One that is broken, larger than 4 MiB, of a space that the samples are
-  /// not of, or as good as sRGB, changes nothing.
+  /// From an ICC profile. One that is broken, larger than 4 MiB, for another kind of samples, or
+  /// practically sRGB changes nothing.
   void useProfile(std::string_view profile, Samples samples);
 
-  /// From places and power: samples are light to the power of gamma, or sRGB's where that is 0.
+  /// From chromaticities and power: samples are light to the power of gamma, or sRGB's if that is
+  /// 0.
   void useGamma(double gamma, const Chromaticities& places, Samples samples);
 
   bool isNeeded() const { return conversion_ != nullptr || !greys_.empty(); }
 
-  /// A row of RGBA, or of four inks, becomes one of sRGB. Alpha stays; inks come out opaque.
+  /// Converts a row of RGBA, or of four inks, to sRGB. Alpha stays; inks become opaque.
   void apply(std::uint8_t* row, std::size_t width) const;
 
  private:

@@ -7,11 +7,11 @@
 
 namespace host::imageio {
 
-/// The segment's contents, "Exif" included. UIImageOrientation; 0 where there is none, or none that
-/// makes sense.
+/// From the segment's contents, including "Exif". UIImageOrientation; 0 if there is none, or an
+/// invalid one.
 int orientationFromExif(const std::uint8_t* bytes, std::size_t length);
 
-/// The contents of a segment that says that orientation, 0 to 7.
+/// The contents of a segment with that orientation, 0 to 7.
 std::string exifWithOrientation(int orientation);
 
 }  // namespace host::imageio

@@ -1,4 +1,4 @@
-// What the two formats share.
+// Shared by the two formats.
 #pragma once
 
 #include <cstdint>
@@ -13,11 +13,11 @@ inline constexpr char kDamaged[] = "the image is truncated or damaged";
 inline constexpr char kPartial[] = "the image is truncated or damaged: only a part of it is there";
 inline constexpr char kUnsupported[] = "the image is of a kind that is not supported";
 
-/// As readRows, for bytes that begin with the format's signature.
+/// Like readRows, for bytes that begin with the format's signature.
 bool readPng(std::string_view bytes, Rows& rows, std::string& problem);
 bool readJpeg(std::string_view bytes, Rows& rows, std::string& problem);
 
-/// Why a picture of that size is refused, with the limit; empty where it is not.
+/// Why a picture of that size is refused, with the limit; empty if it is not refused.
 std::string sizeProblem(std::uint64_t width, std::uint64_t height, std::uint64_t longest);
 
 /// Whether the size is allowed and agrees with the bytes.

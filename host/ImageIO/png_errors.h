@@ -1,4 +1,4 @@
-// How libpng tells of errors, for reading and writing: by a jump, and silently.
+// libpng's errors, for reading and writing: reported by a jump, without output.
 #pragma once
 
 #include <png.h>

@@ -10,14 +10,14 @@
 
 namespace host::gl {
 
-/// EGL lets a context be current on one thread alone, and a thread that ends takes it along. The
-/// device knows neither, so EGL's is bound around each call only, and what is current here is a
-/// reference that the thread keeps.
+/// EGL allows a context to be current on one thread only, and it is lost when that thread ends. The
+/// device has neither limit. So EGL's context is bound only around each call, and the current
+/// context here is a reference that the thread keeps.
 struct Context : EAGLContext {
-  /// Nil where there is no such API or no driver.
+  /// Nil if there is no such API or no driver.
   Context* initWithApi(NSUInteger api);
   void dealloc();
-  /// False, and nothing changes, for what is no context or was never initialised.
+  /// False, and nothing changes, for anything but an initialised context.
   static bool setCurrent(EAGLContext* context);
   static EAGLContext* current();
   NSUInteger api() { return kEAGLRenderingAPIOpenGLES2; }
@@ -26,7 +26,7 @@ struct Context : EAGLContext {
   std::mutex mutex;
 };
 
-/// Binds the thread's current context for one scope; false where there is none.
+/// Binds the thread's current context for one scope; false if there is none.
 class Bound {
  public:
   Bound();

@@ -11,7 +11,7 @@
 
 namespace host::gl {
 
-/// How often one function was called. All of them form a list, built before anybody calls.
+/// How often one function was called. All counters form a list, built before the first call.
 struct Counter {
   explicit Counter(const char* function);
 
@@ -23,8 +23,8 @@ struct Counter {
 template <objc::FixedString Name>
 inline Counter counterOf{objc::kStored<Name>.text};
 
-/// The driver's function of that name, which must have parameters of these very types. Zero, and no
-/// effect, without a current context.
+/// Calls the driver's function of that name, which must have parameters of exactly these types.
+/// Without a current context it returns zero and has no effect.
 template <objc::FixedString Name, class Result = void, class... Arguments>
 Result uncounted(Arguments... arguments) {
   using Driver = Result (*)(Arguments...);

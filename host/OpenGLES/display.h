@@ -5,7 +5,7 @@
 
 namespace host::gl {
 
-/// Opened at the first call; EGL_NO_DISPLAY where there is no driver.
+/// Opened at the first call; EGL_NO_DISPLAY if there is no driver.
 EGLDisplay display();
 
 }  // namespace host::gl

@@ -1,4 +1,4 @@
-// The graphics as tests see them: made to fail, and counted.
+// Graphics for tests: makes calls fail, and counts them.
 #pragma once
 
 #include <cstddef>
@@ -10,16 +10,16 @@
 
 namespace host::gl {
 
-/// Whether a new context can be had.
+/// Whether new contexts can be made.
 HOST_EXPORT void setAvailable(bool isAvailable);
-/// Makes setCurrentContext: answer NO for any context, and change nothing. Nil still works.
+/// Makes setCurrentContext: return NO for any context, and change nothing. Nil still works.
 HOST_EXPORT void failActivation(bool fails);
 /// Makes shaders of that type fail to compile; 0 for none.
 HOST_EXPORT void failCompile(GLenum type);
 HOST_EXPORT void failLink(bool fails);
 
-/// How often the function of that name, or any, was called. Throws std::invalid_argument where
-/// there is none of that name.
+/// How often the function of that name, or any, was called. Throws std::invalid_argument if there
+/// is no function of that name.
 HOST_EXPORT std::uint64_t callCount(std::string_view function);
 HOST_EXPORT std::uint64_t callCount();
 

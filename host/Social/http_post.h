@@ -1,4 +1,4 @@
-// A form, posted to a server of this machine.
+// Posts a form to a server on this machine.
 #pragma once
 
 #include <optional>
@@ -21,7 +21,7 @@ struct HttpAnswer {
 };
 
 /// Sends it to "127.0.0.1:PORT" or "localhost:PORT" and waits for the answer, a few seconds at
-/// most. Nothing for any other server, and where there is no answer.
+/// most. Nothing for any other server, or if there is no answer.
 std::optional<HttpAnswer> sendToLoopback(const std::string& server, const HttpPost& post);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// The requests to social networks that this process has sent off.
+// The requests to social networks that this process has sent.
 #pragma once
 
 #include "platform/Social.h"

@@ -1,11 +1,11 @@
-// What the user asked of the interface under Accessibility.
+// The user's choices for the interface under Accessibility.
 #pragma once
 
 #include "export.h"
 
 namespace host {
 
-/// Backgrounds that are less see-through. Nobody is told: the platform tells its views by itself.
+/// Less transparent backgrounds. Sends no notification: the platform tells its views itself.
 HOST_EXPORT void setEnhancedBackgroundContrast(bool enhanced);
 
 }  // namespace host

@@ -6,12 +6,11 @@
 #include "runtime/send.h"
 
 extern "C" {
-/// Not opaque, a pixel a point.
+/// Not opaque, one pixel per point.
 HOST_EXPORT void UIGraphicsBeginImageContext(CGSize size);
-/// A context of the caller's own becomes the current one, its origin wherever the caller has it. No
-/// image comes of it.
+/// Makes a context of the caller's the current one, with the caller's origin. It gives no image.
 HOST_EXPORT void UIGraphicsPushContext(CGContextRef context);
-/// Takes back the push; nothing where an image context was begun since.
+/// Undoes the push; does nothing if an image context was begun since.
 HOST_EXPORT void UIGraphicsPopContext();
 /// Lossless. Nil for an image without bitmap.
 HOST_EXPORT NSData* UIImagePNGRepresentation(UIImage* image);

@@ -1,4 +1,4 @@
-// The stand-in's alert, and how one is answered without a finger.
+// The stand-in's alert, and how to answer one from code.
 #pragma once
 
 #include "UIKit/UIView.h"
@@ -16,16 +16,16 @@ struct AlertView : View {
   /// -1 for none.
   NSInteger cancelIndex() { return cancelButton; }
   void setCancelIndex(NSInteger index) { cancelButton = index; }
-  /// The first one of the initialiser; -1 for none.
+  /// The initialiser's first one; -1 for none.
   NSInteger firstOtherIndex() { return firstOther; }
 
-  /// Raises on another thread than the main one.
+  /// Raises on any thread but the main one.
   void show();
   bool isVisible();
-  /// Takes it off the screen; without a click as far as the delegate can tell.
+  /// Takes it off the screen; the delegate is not told of a click.
   void dismiss(NSInteger index, bool animated);
-  /// What a finger does: a click, then the dismissal. Raises where there is no such button or the
-  /// alert is not shown.
+  /// Acts like a tap: a click, then the dismissal. Raises if there is no such button or the alert
+  /// is not shown.
   void press(NSInteger index);
   /// The alerts on screen, the first shown first.
   static NSArray* shown();
@@ -47,7 +47,7 @@ inline NSArray* shownAlerts() {
   return send<NSArray*>(objc_getClass("UIAlertView"), "standIn_shownAlerts"_sel);
 }
 
-/// Presses a button of a shown alert, as a finger does.
+/// Presses a button of a shown alert, like a tap.
 inline void pressAlertButton(NSObject* alert, NSInteger index) {
   send<void>(alert, "standIn_pressButtonAtIndex:"_sel, index);
 }

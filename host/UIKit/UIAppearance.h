@@ -1,4 +1,4 @@
-// Appearance proxies: what new controls of a class look like inside containers of some classes.
+// Appearance proxies: the appearance of new controls of a class inside containers of some classes.
 #pragma once
 
 #include "UIKit/UIView.h"
@@ -9,11 +9,11 @@ namespace host {
 NSObject* appearance(Class control, SEL);
 
 /// The proxy of a class of views inside an object of the first class, which is inside one of the
-/// second and so on; the list ends with nil. The same for the same list.
+/// second, and so on; nil ends the list. The same list gives the same proxy.
 NSObject* appearanceWhenContainedIn(Class control, SEL, Class first, ...);
 
-/// Gives a view that came into another, and all below it, what their proxies were told: the most
-/// closely described one first. What a view was told itself stays.
+/// When a view is added to another, gives it and all its subviews what their proxies were told, the
+/// most specific proxy first. Values that were set on a view itself stay.
 void applyAppearance(View* added);
 
 }  // namespace host

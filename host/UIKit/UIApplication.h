@@ -12,7 +12,7 @@ struct Application : UIApplication {
   NSInteger applicationState() { return state; }
   void setApplicationState(NSInteger value) { state = value; }
 
-  /// Only SpringBoard knows what is in front.
+  /// Only SpringBoard knows which application is in front.
 
   NSInteger state;
 };

@@ -1,4 +1,4 @@
-// Which URLs the device's applications take, and which were opened.
+// Which URLs the device's applications open, and which were opened.
 #pragma once
 
 #include "platform/UIKit.h"
@@ -6,8 +6,8 @@
 
 namespace host {
 
-/// The schemes of the applications that are installed beside the system's (http, https, mailto), as
-/// strings; in this process from now on.
+/// Sets the schemes of installed applications, as strings, for this process. They come on top of
+/// the system's (http, https, mailto).
 inline void setInstalledURLSchemes(NSArray* schemes) {
   send<void>(objc_getClass("UIApplication"), "standIn_setInstalledURLSchemes:"_sel, schemes);
 }

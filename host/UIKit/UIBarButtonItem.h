@@ -21,7 +21,7 @@ struct BarButtonItem : BarItem {
   NSInteger styleOf() { return style; }
   void setBackground(UIImage* picture, NSUInteger state, NSInteger metrics);
   UIImage* background(NSUInteger state, NSInteger metrics);
-  /// What a finger does: the action goes to the target, with the item.
+  /// Acts like a tap: sends the action to the target, with the item.
   void press();
 
   NSInteger style;

@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// Components are 0 to 1, clamped. A grey keeps its white in all three.
+/// Components are 0 to 1, clamped. A grey has its white in all three.
 struct Color : UIColor {
   static Color* make(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha, bool grey);
   static Color* withRgb(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
@@ -28,7 +28,7 @@ struct Color : UIColor {
   /// Four for a colour, two for a grey.
   NSUInteger componentCount();
   CGColorRef cgColor();
-  /// The fill colour of the current image context from now on.
+  /// Sets the fill colour of the current image context.
   void setAsFill();
   static Color* withCgColor(CGColorRef color);
   bool equals(NSObject* other);

@@ -29,18 +29,18 @@ struct Image : UIImage {
 
   Image* initWithBitmap(CGImageRef image);
   HOST_EXPORT Image* initWithBitmapAt(CGImageRef image, CGFloat scale, NSInteger orientation);
-  /// Nil, and the receiver gone, for what is no image.
+  /// For data that is not an image: nil, and the receiver is released.
   Image* initWithData(NSData* data);
   Image* initWithDataAt(NSData* data, CGFloat scale);
 
   /// In points, as shown.
   CGSize sizeOf();
-  /// Pixels a point; 1 for an image without bitmap.
+  /// Pixels per point; 1 for an image without bitmap.
   CGFloat scaleOf() { return scale > 0 ? scale : 1; }
   NSInteger orientationOf() { return static_cast<NSInteger>(orientation); }
   CGImageRef bitmapOf() { return bitmap; }
 
-  /// Why rows are missing of an image that came from a file; nil where none are.
+  /// Why an image from a file has missing rows; nil if none are missing.
   NSString* problem();
 
   void drawInRect(CGRect rect);
@@ -50,11 +50,11 @@ struct Image : UIImage {
   UIEdgeInsets capInsetsOf() { return capInsets; }
   UIEdgeInsets alignmentOf() { return alignment; }
   NSInteger renderingModeOf() { return renderingMode; }
-  /// Copies that differ in one thing.
+  /// Copies that differ in one property.
   UIImage* withCapInsets(UIEdgeInsets insets);
   UIImage* withAlignment(UIEdgeInsets insets);
   UIImage* withRenderingMode(NSInteger mode);
-  /// Whether a copy was made with cap insets, were they zero.
+  /// Whether a copy was made with cap insets, even if they are zero.
   bool isResizable() { return resizable; }
   Image* copyOf();
 

@@ -21,7 +21,7 @@ struct View : UIView {
   /// The view's own tint, else its superview's, else the platform's blue.
   UIColor* inheritedTint();
   void storeTint(UIColor* color) { tint = Strong<UIColor>::retain(color); }
-  /// What setTintColor: stored; nil where the view inherits.
+  /// What setTintColor: stored; nil if the view inherits.
   UIColor* storedTint() { return tint; }
   bool isOpaque() { return opaque; }
   void storeOpaque(bool value) { opaque = value; }
@@ -34,12 +34,12 @@ struct View : UIView {
   std::vector<Strong<UIView>> subviews;
   Strong<UIColor> tint;
   Strong<UIColor> backgroundColor;
-  NSObject* controller;  ///< whose view it is, not kept alive; nil for most
+  NSObject* controller;  ///< the view's controller, not kept alive; nil for most
   bool opaque;
   bool autoresizesSubviews;
 };
 
 }  // namespace host
 
-/// A class of views that adds nothing here to what all views do.
+/// A class of views that adds nothing to the behaviour of all views here.
 #define PLAIN_VIEW_CLASS(Name, SuperName) OBJC_CLASS_NAMED(Name, SuperName, host::View, host::View)

@@ -6,16 +6,16 @@
 namespace host {
 struct ViewController : UIViewController {
   ViewController* init();
-  /// Nothing is loaded from a nib here: the view is a plain one.
+  /// Loads nothing from a nib: the view is a plain one.
   HOST_EXPORT ViewController* initWithNib(NSString* name, NSBundle* bundle);
   HOST_EXPORT void dealloc();
 
   UIView* viewOf() { return pageView; }
   UIViewController* parentOf() { return parent; }
-  /// The nearest of that class that the controller is in; nil for none.
+  /// The nearest parent of that class; nil if there is none.
   UIViewController* splitViewControllerOf();
   UIViewController* navigationControllerOf();
-  /// Made when it is first asked for; nil in a process without the class.
+  /// Made when first asked for; nil in a process without the class.
   NSObject* item();
 
   Strong<UIView> pageView;
@@ -24,11 +24,11 @@ struct ViewController : UIViewController {
   UIRectEdge edges;
 };
 
-/// A controller that shows others: their parent, for as long as it holds them.
+/// A controller that shows others: it is their parent as long as it holds them.
 struct ContainerViewController : ViewController {
   void dealloc();
   NSArray* children();
-  /// Objects that are no view controllers are left out.
+  /// Objects that are not view controllers are left out.
   void setChildren(NSArray* controllers);
   void add(ViewController* child);
   void removeLast();

@@ -5,7 +5,7 @@
 
 namespace host {
 
-/// Plain storage: what becomes of it is the renderer's business.
+/// Plain storage: the renderer would use it.
 struct BackdropSettings : NSObject {
   Strong<UIColor> colorTint;
   CGFloat colorTintAlpha;
@@ -17,7 +17,7 @@ struct BackdropSettings : NSObject {
 struct BackdropView : View {
   BackdropView* initWithFrame(CGRect rect);
   BackdropSettings* settingsOf() { return settings; }
-  /// The platform does so whenever the background is built anew: nobody may keep the old object.
+  /// The platform does so whenever it rebuilds the background: do not keep the old object.
   HOST_EXPORT void replaceSettings();
 
   HOST_EXPORT static BackdropView* make(CGRect frame);

@@ -1,4 +1,5 @@
-// What a process lacks of the platform, by name: an older or newer phone, or another device.
+// The parts of the platform that a process lacks, by name: an older or newer phone, or another
+// device.
 #pragma once
 
 #include <optional>
@@ -18,15 +19,15 @@ struct Absence {
   std::string name;
 };
 
-/// Nothing for what is none of these: "-[Class]", "Class.", "".
+/// Nothing for any other text: "-[Class]", "Class.", "".
 HOST_EXPORT std::optional<Absence> readAbsence(const std::string& text);
 
-/// Leaves it out of this process, where it is not here yet when it comes. Throws std::runtime_error
-/// for no name, where a class is here without the method or the variable, and for what no process
-/// can do without: the root class with its methods, and a few others.
+/// Leaves it out of this process; if it is not loaded yet, as soon as it is. Throws
+/// std::runtime_error without a name, if a loaded class lacks the method or the variable, and for
+/// names that every process needs: the root class with its methods, and a few others.
 void leaveOut(const std::string& text);
 
-/// What was to be left out and was not here at the start of the process.
+/// The names to leave out that were not here at the start of the process.
 HOST_EXPORT const std::vector<std::string>& notHereYet();
 
 /// The functions that a library must not find, by their C names.

@@ -1,4 +1,4 @@
-// Libraries that are no files of this system's: who else can load one.
+// An additional loader, for libraries that are not files of this system.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@ namespace host {
 struct ImageLoader {
   /// Throws std::runtime_error with the reason.
   void (*load)(const std::string& path);
-  /// A symbol of a loaded library; nil where it has none of that name.
+  /// A symbol of a loaded library; nil if it has none of that name.
   void* (*symbol)(const std::string& path, const char* name);
-  /// The library that the address lies in; empty where it is none of the loader's.
+  /// The library that contains the address; empty if that is not one of the loader's.
   std::string (*pathOf)(const void* address);
 };
 
-/// Takes over the libraries whose files end in ".dylib". The loader has to stay.
+/// From now on the loader loads the files that end in ".dylib". It must stay alive.
 HOST_EXPORT void setImageLoader(const ImageLoader* loader);
 HOST_EXPORT const ImageLoader* imageLoader();
 

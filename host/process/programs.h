@@ -9,16 +9,16 @@
 
 namespace host {
 
-/// The machine's file for a program of the device: one that lies in the container root, or the
-/// machine's shell where the root has no "/bin/sh". Empty for everything else, so that no other
-/// program of this machine is ever run under a device's name; so is a link that leaves the root.
+/// The machine's file for a program of the device: one in the container root, or the machine's
+/// shell if the root has no "/bin/sh". Empty for everything else, also for a link that leaves the
+/// root, so that no other program of this machine ever runs under a device's name.
 std::string programFile(std::string_view devicePath);
 
-/// The environment of a child, NAME=VALUE: ours, but its PATH is the container's folders of
-/// programs and then a folder with the few of the machine's that a shell may use.
+/// The environment of a child, NAME=VALUE: ours, but with a PATH of the container's program
+/// folders, then a folder with the few programs of this machine that a shell may use.
 std::vector<std::string> childEnvironment();
 
-/// A list of that form for a call: pointers into the strings, then a null.
+/// Such a list in the form of a system call: pointers into the strings, then a null.
 std::vector<char*> pointersTo(std::vector<std::string>& strings);
 
 }  // namespace host

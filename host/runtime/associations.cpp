@@ -29,12 +29,13 @@ bool copies(AssociationPolicy policy) {
   return policy == AssociationPolicy::copy || policy == AssociationPolicy::copyNonatomic;
 }
 
-/// An atomic value is handed out with a reference of the reader's: another thread may replace it.
+/// An atomic value is returned with a reference for the reader, since another thread may replace
+/// it.
 bool isAtomic(AssociationPolicy policy) {
   return policy == AssociationPolicy::retain || policy == AssociationPolicy::copy;
 }
 
-/// Classes and objects that the compiler laid down have no header.
+/// Classes, and objects that the compiler emitted, have no header.
 bool hasHeader(id owner) {
   const ClassRw* data = rw(owner->isa);
   return !data->customReferenceCounting && (data->flags & objc::kMetaClass) == 0;

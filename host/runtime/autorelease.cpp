@@ -1,4 +1,4 @@
-// Autorelease pools: one stack of objects a thread, with marks where pools begin.
+// Autorelease pools: one stack of objects per thread, with marks where pools begin.
 #include <vector>
 
 #include "internal.h"
@@ -12,7 +12,7 @@ class Stack {
   Stack() = default;
   Stack(const Stack&) = delete;
   Stack& operator=(const Stack&) = delete;
-  /// Objects that were autoreleased outside every pool go when their thread ends.
+  /// Objects that were autoreleased outside all pools are released when their thread ends.
   ~Stack() { popTo(0); }
 
   void push(id object) { objects_.push_back(object); }

@@ -35,7 +35,7 @@ OBJC_CLASS_NAMED(NSBlock, NSObject, AnyBlock, NSObject, objc::Ivar<"flags", &Any
                  objc::Ivar<"descriptor", &AnyBlock::descriptor>,
                  objc::Method<"copy", &AnyBlock::copy>)
 
-// Blocks that the compiler laid down or that live on a stack are not counted.
+// Blocks that the compiler emitted, or that are on a stack, are not counted.
 OBJC_CLASS_NAMED(__NSGlobalBlock, NSBlock, AnyBlock, AnyBlock,
                  objc::Method<"retain", &AnyBlock::keep>, objc::Method<"release", &AnyBlock::let>,
                  objc::Method<"autorelease", &AnyBlock::keep>)
@@ -44,7 +44,7 @@ OBJC_CLASS_NAMED(__NSStackBlock, NSBlock, AnyBlock, AnyBlock,
                  objc::Method<"autorelease", &AnyBlock::keep>)
 OBJC_CLASS_NAMED(__NSMallocBlock, NSBlock, MallocBlock, AnyBlock,
                  objc::Method<"dealloc", &MallocBlock::dealloc>)
-// Blocks themselves are of these.
+// The classes of blocks.
 OBJC_CLASS_NAMED(__NSGlobalBlock__, __NSGlobalBlock, AnyBlock, AnyBlock)
 OBJC_CLASS_NAMED(__NSStackBlock__, __NSStackBlock, AnyBlock, AnyBlock)
 OBJC_CLASS_NAMED(__NSMallocBlock__, __NSMallocBlock, MallocBlock, MallocBlock)

@@ -21,7 +21,7 @@ struct Registry {
   std::unordered_set<std::string> hidden;
   /// As "-[Class selector]", "+[Class selector]" and "Class.variable".
   std::unordered_set<std::string> leftOut;
-  /// Somebody may have them still: a method lives as long as the process.
+  /// Never freed, since other code may still use them: a method lives as long as the process.
   std::vector<objc_method*> hiddenMethods;
 };
 
@@ -30,7 +30,7 @@ Registry& registry() {
   return *classes;
 }
 
-/// Metadata lists as they lie in a binary.
+/// Metadata lists as a binary stores them.
 template <class Entry>
 struct ListData {
   objc::ListHeader header;
@@ -48,7 +48,7 @@ std::string methodName(std::string_view className, std::string_view selector, bo
   return (classMethod ? "+[" : "-[") + std::string(className) + " " + std::string(selector) + "]";
 }
 
-/// Names are put together only where something is left out.
+/// Names are put together only if something is left out.
 bool isMethodLeftOut(Class cls, const char* selector) {
   const auto& leftOut = registry().leftOut;
   return !leftOut.empty() &&
@@ -66,7 +66,7 @@ void addMethods(Class cls, void* list) {
     SEL selector = sel_registerName(entry.name);
     auto& methods = rw(cls)->methods;
     if (auto found = methods.find(selector); found != methods.end()) {
-      // A category wins over its class.
+      // A category takes precedence over its class.
       found->second->implementation = entry.implementation;
       found->second->types = entry.types;
     } else {
@@ -80,8 +80,8 @@ std::uint32_t alignUp(std::uint32_t value, std::uint32_t log2Alignment) {
   return (value + mask) & ~mask;
 }
 
-/// Moves the instance variables behind those of a superclass that has grown since the binary was
-/// compiled, and writes the new offsets where the binary's code reads them.
+/// If a superclass has grown since the binary was compiled, moves the instance variables after the
+/// superclass's, and writes the new offsets where the binary's code reads them.
 void addIvars(Class cls, const objc::ClassRo& ro) {
   std::uint32_t shift = 0;
   const std::uint32_t superSize =
@@ -113,13 +113,13 @@ void mapHalf(Class cls, const objc::ClassRo& ro) {
   }
 }
 
-/// Whether the superclass that a binary names is there. One that was left out itself is not.
+/// Whether the superclass that a binary names exists. One that was itself left out does not.
 bool superclassIsThere(Class cls) {
   const auto& ro = *static_cast<objc::ClassRo*>(cls->data);
   return (ro.flags & objc::kRootClass) != 0 || registry().mapped.contains(cls->superclass);
 }
 
-/// The first class of a name is the one that is found by it.
+/// A look-up by name finds the first class of that name.
 void warnOfTakenName(Class cls, const char* name) {
   const auto first = registry().byName.find(name);
   if (first == registry().byName.end()) return;
@@ -133,7 +133,7 @@ void mapClass(Class cls) {
   const auto& metaRo = *static_cast<objc::ClassRo*>(cls->isa->data);
   warnOfTakenName(cls, ro.name);
   mapHalf(cls, ro);
-  mapHalf(cls->isa, metaRo);  // second: a root's metaclass has the root for its superclass
+  mapHalf(cls->isa, metaRo);  // second, since a root's metaclass has the root as its superclass
   rw(cls->isa)->instanceSize = sizeof(objc_class);
   addIvars(cls, ro);
   addMethods(cls, ro.methods);
@@ -142,7 +142,7 @@ void mapClass(Class cls) {
   registry().mapped.insert(cls);
 }
 
-/// Subclasses may be there already: an extension can replace an inherited retain.
+/// Subclasses may exist already: an extension can replace an inherited retain.
 void markCustomReferenceCounting(Class cls) {
   rw(cls)->customReferenceCounting = true;
   for (Class subclass : rw(cls)->subclasses) markCustomReferenceCounting(subclass);
@@ -217,9 +217,9 @@ using namespace host::runtime;
 
 extern "C" {
 
-/// Takes over the classes and categories of a binary that was just loaded. A class is left out
-/// where its superclass is missing, a category where its class is missing. A class whose name is
-/// taken is not found by name, but its own binary has it. Either list may have entries of nothing.
+/// Takes over the classes and categories of a binary that was just loaded. A class is left out if
+/// its superclass is missing, and a category if its class is missing. A class whose name is taken
+/// cannot be found by name, but its own binary can use it. Either list may have empty entries.
 [[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
                                                   objc::CategoryData** categories,
                                                   objc::CategoryData** categoriesEnd) {

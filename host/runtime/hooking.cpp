@@ -1,5 +1,5 @@
-// The injection framework's call. There are two families of such frameworks, which save different
-// things at different moments.
+// The injection framework's function. There are two kinds of such frameworks, which save different
+// things at different times.
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -30,7 +30,7 @@ namespace {
 constexpr std::pair<const char*, Hooking> kHookingNames[] = {
     {"dynamic", Hooking::dynamic}, {"snapshot", Hooking::snapshot}, {"late", Hooking::late}};
 
-/// Long enough for another thread to come by, be it by itself or on another processor.
+/// Long enough for another thread to run, on this processor or another.
 constexpr std::chrono::microseconds kLiveUnsaved{200};
 
 std::optional<Hooking>& chosenHooking() {
@@ -38,7 +38,7 @@ std::optional<Hooking>& chosenHooking() {
   return chosen;
 }
 
-/// A stub that looks the superclass's implementation up at each call; nil when none is left.
+/// A stub that looks up the superclass's implementation at each call; nil when none is left.
 IMP superStub(Class cls, SEL selector) {
   constexpr int kStubs = 512;
   constexpr std::ptrdiff_t kStubBytes = 16;
@@ -48,7 +48,7 @@ IMP superStub(Class cls, SEL selector) {
   return reinterpret_cast<IMP>(const_cast<char*>(objc_superStubs + kStubBytes * used++));
 }
 
-/// What is saved of the class's method. The lock is held.
+/// The implementation to save for the class's method. The lock is held.
 IMP savedOf(const objc_method& method, Class cls, SEL selector, Hooking how) {
   const bool isInherited = method.owner != cls;
   if (isInherited && how == Hooking::dynamic) {

@@ -1,4 +1,4 @@
-// Instance variables by name, for who looks into any object.
+// Instance variables by name, for code that inspects any object.
 #pragma once
 
 #include "objc/object.h"

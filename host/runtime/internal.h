@@ -1,4 +1,4 @@
-// What the files of the run-time share: the mutable half of a class, methods, caches, the lock.
+// Shared by the files of the run-time: the mutable half of a class, methods, caches, the lock.
 #pragma once
 
 #include <atomic>
@@ -62,14 +62,14 @@ struct ClassRw {
   IMP destruct = nullptr;   ///< this class's own .cxx_destruct
 };
 
-/// What lies before every instance. A negative count does not change: an object that is never
-/// freed, or one that is on its way out.
+/// The header before every instance. A negative count does not change: the object is never freed,
+/// or is just being freed.
 struct ObjectHeader {
   std::atomic<std::int64_t> references;
   std::atomic<std::uint64_t> hasAssociations;
 };
 
-/// The count while dealloc runs, which may keep the object and let it go again.
+/// The count while dealloc runs, which may retain and release the object.
 inline constexpr std::int64_t kDeallocating = INT64_MIN;
 
 inline ClassRw* rw(Class cls) { return static_cast<ClassRw*>(cls->data); }
@@ -81,23 +81,23 @@ inline Class isaOf(const void* object) { return *static_cast<const Class*>(objec
 /// Guards classes, methods and the filling of caches. Messengers read caches without it.
 std::recursive_mutex& lock();
 
-/// The method that instances of the class have, inherited ones included; nil where there is none.
-/// The lock is held.
+/// The method that instances of the class have, inherited ones included; nil if there is none. The
+/// lock is held.
 objc_method* findMethod(Class cls, SEL selector);
 
-/// Gives the class a method of its own. The lock is held and the class has none of that name.
+/// Adds a method to the class. The lock is held, and the class has none of that name itself.
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation);
 
 /// Every class that was mapped or registered. The lock is held.
 std::vector<Class> allClasses();
 
-/// The path of the binary that the class lies in; "?" for one that was made at run time.
+/// The path of the class's binary; "?" for a class that was made at run time.
 std::string binaryOf(Class cls);
 
-/// Tells the observer of changes, if there is one. The lock is not held.
+/// Notifies the observer of changes, if there is one. The lock is not held.
 void report(Change::Kind kind, Class cls, SEL selector, const char* types);
 
-/// Empties the caches of the class and of everything below it. The lock is held.
+/// Empties the caches of the class and of all its subclasses. The lock is held.
 void flushCaches(Class cls);
 
 /// The root's own way of counting, for an object that has a header.
@@ -106,17 +106,17 @@ void dropReference(id object);
 /// Has the thread's innermost pool release the object.
 void releaseWithPool(id object);
 
-/// Whether references are counted by message. Among these are objects without a header: classes
-/// and what the compiler laid down.
+/// Whether references are counted by message. That includes objects without a header: classes, and
+/// objects that the compiler emitted.
 bool countsItself(Class cls);
 
-/// Removes the associations of an object that goes away.
+/// Removes the associations of an object that is being freed.
 void removeAssociations(id object);
 
 /// Raises "unrecognized selector", as the platform does.
 [[noreturn]] void raiseUnrecognizedSelector(const void* receiver, SEL selector);
 
-/// Whether messages are being counted: then no cache is filled, and each message is looked up.
+/// Whether messages are being counted. If so, no cache is filled, and each message is looked up.
 extern std::atomic<bool> counting;
 void countLookUp();
 void countAllocation();

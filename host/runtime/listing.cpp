@@ -1,4 +1,4 @@
-// What there is in this process: every method of every class.
+// Lists every method of every class in this process.
 #include "internal.h"
 #include "runtime.h"
 

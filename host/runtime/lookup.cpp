@@ -8,7 +8,7 @@
 
 extern "C" {
 constinit objc_cache _objc_empty_cache{0, 0, {}};
-/// Called by the messengers when a cache has no answer: cls is nil for the receiver's own class.
+/// The messengers call this when a cache has no entry. A nil cls means the receiver's own class.
 [[gnu::visibility("hidden")]] IMP objc_resolve(const void* receiver, Class cls, SEL selector);
 }
 
@@ -16,8 +16,8 @@ namespace host::runtime {
 
 namespace {
 
-/// Buckets behind the last one that a selector's address can name: with at most that many entries
-/// in a cache, probing always meets an empty bucket.
+/// Buckets after the last one that a selector's address can index. With at most that many entries
+/// in a cache, probing always finds an empty bucket.
 std::size_t tail(std::size_t buckets) { return buckets * 3 / 4 + 1; }
 
 objc_cache* makeCache(std::size_t buckets) {
@@ -79,7 +79,7 @@ void fill(Class cls, SEL selector, IMP implementation) {
   insert(cache, selector, implementation);
 }
 
-/// The implementation of a method that a class does not have, for those who ask for it by name.
+/// The implementation of a method that a class does not have, for callers that ask for it by name.
 void forward(const void* receiver, SEL selector) { raiseUnrecognizedSelector(receiver, selector); }
 
 std::atomic<std::uint64_t> messages;
@@ -98,7 +98,7 @@ std::function<void(const Message&)>& messageObserver() {
   return *observer;
 }
 
-/// Whether every message has to come by here.
+/// Whether every message must be looked up here.
 bool isWatched() { return counting.load(std::memory_order_relaxed) || messageObserver(); }
 
 void note(Class cls, SEL selector) {
@@ -166,7 +166,7 @@ IMP objc_resolve(const void* receiver, Class cls, SEL selector) {
   if (cls == nullptr) cls = isaOf(receiver);
   std::scoped_lock guard(lock());
   objc_method* method = findMethod(cls, selector);
-  // Raised here: behind the jump, nothing tells where the receiver of a stret message stands.
+  // Raised here: after the jump, nothing tells which argument is the receiver of a stret message.
   if (method == nullptr && receiver != nullptr) raiseUnrecognizedSelector(receiver, selector);
   IMP implementation =
       method == nullptr ? reinterpret_cast<IMP>(&forward) : method->implementation.load();

@@ -1,5 +1,5 @@
 // The messengers for 64-bit Arm; see messenger_x86_64.S for the layouts. A structure's result
-// address travels in x8, so there is one entry point for every result.
+// address is passed in x8, so there is one entry point for all results.
 #if defined(__aarch64__)
 
         .text

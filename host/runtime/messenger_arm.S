@@ -1,5 +1,6 @@
 // The messengers for 32-bit Arm; see messenger_x86_64.S for the layouts, whose words are four bytes
-// here. Only ip is free. r9 is left alone: the device's code uses it as scratch, Linux's keeps it.
+// here. Only ip is free. r9 is not touched: the device's code uses it as scratch, Linux's preserves
+// it.
 #if defined(__arm__)
 
         .syntax unified
@@ -7,7 +8,7 @@
         .arm
         .text
 
-// r4 = class, r5 free. Leaves the implementation in ip, or jumps to \miss. The implementation's
+// r4 = class, r5 is free. Leaves the implementation in ip, or jumps to \miss. The implementation's
 // load depends on the selector's, so that the two are read in order.
 .macro FIND selector, miss
         ldr     r4, [r4, #8]
@@ -72,8 +73,8 @@ MESSENGER objc_msgSend
         RESOLVE r0, r1
 END objc_msgSend
 
-// The result's address is the first argument. What lies there for a nil receiver is the sender's
-// business: its size is not known here.
+// The result's address is the first argument. For a nil receiver the sender must clear the result,
+// since its size is not known here.
 MESSENGER objc_msgSend_stret
         cmp     r1, #0
         bxeq    lr

@@ -104,8 +104,8 @@ MESSENGER objc_msgSend
         RESOLVE %rdi, %rsi
 END objc_msgSend
 
-// The result's address is the first argument. What lies there for a nil receiver is the sender's
-// business: its size is not known here.
+// The result's address is the first argument. For a nil receiver the sender must clear the result,
+// since its size is not known here.
 MESSENGER objc_msgSend_stret
         testq   %rsi, %rsi
         jz      8f

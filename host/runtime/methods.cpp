@@ -1,4 +1,4 @@
-// Adding and replacing methods, and telling who observes it.
+// Adds and replaces methods, and notifies the observer.
 #include <cstring>
 
 #include "internal.h"

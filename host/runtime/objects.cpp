@@ -1,4 +1,4 @@
-// Instances: making them, counting references, ending them.
+// Instances: making them, counting references, freeing them.
 #include <cstdlib>
 #include <new>
 

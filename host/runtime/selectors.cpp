@@ -1,4 +1,4 @@
-// Selectors: one object a name, so that they are compared by pointer.
+// Selectors: one object per name, so that they can be compared by pointer.
 #include <cstring>
 #include <shared_mutex>
 

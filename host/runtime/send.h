@@ -1,4 +1,4 @@
-// Messages by name, for who speaks to any class: the types are those of the call.
+// Messages by name, for code that uses any class. The types are those of the call.
 #pragma once
 
 #include "objc/object.h"
@@ -12,14 +12,14 @@ inline R send(const void* receiver, Selector<Name> selector, A... arguments) {
   return perform<R>(receiver, selector.get(), arguments...);
 }
 
-/// The same with a selector that is known only when running.
+/// The same with a selector that is known only at run time.
 template <class R, class... A>
 inline R sendDynamic(const void* receiver, SEL selector, A... arguments) {
   return perform<R>(receiver, selector, arguments...);
 }
 
-/// Sends a message with one named and any number of unnamed arguments, which travel differently
-/// on arm64.
+/// Sends a message with one named and any number of unnamed arguments, which arm64 passes
+/// differently.
 template <class R, FixedString Name, class First, class... A>
   requires(Selector<Name>::kArguments == 1)
 inline R sendVariadic(const void* receiver, Selector<Name>, First first, A... arguments) {
@@ -27,7 +27,7 @@ inline R sendVariadic(const void* receiver, Selector<Name>, First first, A... ar
   return entry(receiver, Selector<Name>::get(), first, arguments...);
 }
 
-/// The same with several named ones, whose types stand behind R.
+/// The same with several named arguments, whose types follow R.
 template <class R, class... Named, FixedString Name, class... A>
   requires(sizeof...(Named) > 1 && sizeof...(Named) == Selector<Name>::kArguments)
 inline R sendVariadic(const void* receiver, Selector<Name>, std::type_identity_t<Named>... named,

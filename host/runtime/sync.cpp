@@ -1,4 +1,4 @@
-// The lock that every object has: made when it is first taken, gone when nobody holds or awaits it.
+// The lock that every object has: made when first taken, freed when no thread holds it or waits.
 #include <atomic>
 #include <mutex>
 #include <thread>
@@ -10,9 +10,9 @@ namespace {
 
 struct ObjectLock {
   std::recursive_mutex mutex;
-  int users = 0;                       ///< those who hold it and those who wait
-  std::atomic<std::thread::id> owner;  ///< who holds it; nobody's where it is free
-  int depth = 0;                       ///< how often; the owner's alone
+  int users = 0;                       ///< the threads that hold it or wait for it
+  std::atomic<std::thread::id> owner;  ///< the thread that holds it; none if it is free
+  int depth = 0;                       ///< how often it is held; only the owner uses this
 };
 
 struct Locks {

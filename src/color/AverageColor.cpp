@@ -17,7 +17,7 @@ UIColor* AverageColor(UIImage* image) {
   }
   const double alpha = pixel[3] / 255.0;
   auto channel = [&](int index) {
-    // Divided by alpha it would be the colour as it looks; the dyed surfaces want it deeper.
+    // Dividing by alpha would give the visible colour, but the dyed surfaces need a deeper one.
     const double value = pixel[3] > 0 ? alpha / 255.0 * pixel[index] : pixel[index] / 255.0;
     return static_cast<CGFloat>(value);
   };

@@ -1,6 +1,6 @@
 #include "color/CQRGBPixel.h"
 
-// A difference below zero wraps around, and so does its square: back to what it ought to be.
+// A difference below zero wraps around, but so does its square, which gives the right value.
 NSUInteger squareDistanceInRGBSpaceBetweenColor(CQRGBPixel a, CQRGBPixel b) {
   const NSUInteger red = a.red - b.red;
   const NSUInteger green = a.green - b.green;

@@ -1,4 +1,4 @@
-// A colour of whole numbers, and how far two of them are apart.
+// A colour with integer components, and the distance between two.
 #pragma once
 
 #include "platform/Foundation.h"

@@ -5,9 +5,9 @@
 
 namespace varnix::Color {
 
-/// The colour with its brightness lowered and its saturation raised by that many per cent; the two
-/// go together, for a deeper shade instead of a duller one. Nothing is clamped. A colour without
-/// hue, saturation and brightness is returned as it is; nil stays nil.
+/// The colour with its brightness lowered and its saturation raised by that many per cent. Changing
+/// both gives a deeper shade rather than a duller one. Nothing is clamped. A colour without hue,
+/// saturation and brightness is returned as it is; nil gives nil.
 UIColor* Darken(UIColor* color, float amount);
 
 }  // namespace varnix::Color

@@ -11,9 +11,9 @@ namespace {
 
 CGFloat saturationOf(UIColor* color) { return hsb(color).saturation; }
 
-/// A picker of one's own for as long as a question takes, apart from the class's shared one. The
-/// one that is idle is kept as long as the process; two questions at once have two. Nobody waits,
-/// and what the platform raises in between costs a picker.
+/// Lends a picker for one question, other than the class's shared one. One idle picker is kept as
+/// long as the process; two questions at once use two. No thread waits. If the platform raises in
+/// between, that picker is lost.
 class BorrowedPicker {
  public:
   BorrowedPicker()
@@ -51,7 +51,7 @@ ImportantChoice mostSaturated(CQColorScheme* scheme) {
   return {backgroundColor, background, false};
 }
 
-/// There is always an average. For a missing one the platform's yellow is fetched, and dropped.
+/// There is always an average. For a missing one the platform's yellow is fetched, and discarded.
 UIColor* vividAverage(UIImage* image) {
   UIColor* average = AverageColor(image);
   if (average == nullptr) {

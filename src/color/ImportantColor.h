@@ -1,11 +1,11 @@
-// The colour that stands for an image.
+// The colour that represents an image.
 #pragma once
 
 #include "platform/UIKit.h"
 
 namespace varnix::Color {
 
-/// Where the colour that stands for an image came from.
+/// The source of the colour that represents an image.
 enum class ImportantRule { background, primary, secondary, average };
 
 struct ImportantChoice {
@@ -16,8 +16,8 @@ struct ImportantChoice {
 
 /// The most saturated of the background and the two text colours of the image's colour scheme,
 /// pushed to saturation 0.76 if it is neither grey (0.1 and less) nor vivid (0.63 and more). While
-/// the application is in the background there is no scheme: the average colour's hue, saturated.
-/// Runs a graphics pass, on the calling thread, whichever that is.
+/// the application is in the background there is no scheme, so it is the average colour's hue,
+/// saturated. Runs a graphics pass on the calling thread, which may be any.
 UIColor* ImportantColor(UIImage* image);
 
 /// The same, and how it was chosen.

@@ -17,7 +17,7 @@ UIImage* TintImage(UIImage* image, UIColor* color) {
     CGContextTranslateCTM(context, 0, size.height);
     CGContextScaleCTM(context, 1, -1);
     CGContextClipToMask(context, whole, bitmap);
-    CGContextFillRect(context, whole);  // black: what was drawn so far shows at soft edges only
+    CGContextFillRect(context, whole);  // black: what was drawn so far shows only at soft edges
     CGContextDrawImage(context, whole, bitmap);
     CGContextSetBlendMode(context, CGBlendMode::hue);
     const Hsb parts = hsb(color);

@@ -1,5 +1,5 @@
-// The marks on colours: which are ours, and which of those are an album's. The library adds them to
-// UIColor.
+// The marks on colours: which are ours, and which of those come from an album. The library adds
+// them to UIColor.
 #pragma once
 
 #include "platform/UIKit.h"

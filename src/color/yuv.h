@@ -14,7 +14,7 @@ float vComponent(UIColor* color);
 float yuvSquareDistance(UIColor* to, UIColor* from);
 float yuvDistance(UIColor* to, UIColor* from);
 
-// What the library adds to UIColor where it has none of that name.
+// What the library adds to UIColor, unless it already has methods of these names.
 inline constexpr objc::ClassMessage<UIColor, "yComponentFromColor:", float(UIColor*)>
     yComponentFromColor{};
 inline constexpr objc::ClassMessage<UIColor, "uComponentFromColor:", float(UIColor*)>

@@ -17,7 +17,7 @@ UIColor* shade(float amount) {
 
 }  // namespace
 
-// Unlike other elements, balloons are dyed for these two types only.
+// Unlike other elements, balloons are dyed only for these two types.
 NSArray* dyedColors(CKGradientView* self, SEL cmd) {
   NSArray* own = colors.original(self, cmd);
   if (type() != kOwnColor && type() != kFollowsTheDye) return own;

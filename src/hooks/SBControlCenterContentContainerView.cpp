@@ -19,7 +19,7 @@ constexpr BackdropElement kElement = backdropElement<"cc">(CGFloat(0.6));
 
 void tint(View* self, SEL) { tintOrClearBackdrop(send(self, View::backdropView), kElement); }
 
-// Where contrast is enhanced there is no blur to tint: the colour goes behind the content as it is.
+// With enhanced contrast there is no blur to tint: the plain colour goes behind the content.
 void dyedContrastDidChange(View* self, SEL cmd, NSObject* notification) {
   contrastDidChange.original(self, cmd, notification);
   if (kElement.type() == kKeepsItsLook) return;

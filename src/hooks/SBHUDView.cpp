@@ -8,12 +8,12 @@ constinit objc::Hook<UIView::layoutSubviews, SBHUDView> layoutSubviews;
 
 namespace {
 
-/// Stronger than the two centres'.
+/// Stronger than in the two centres.
 constexpr BackdropElement kElement = backdropElement<"vol">(CGFloat(0.8));
 
 }  // namespace
 
-// Where the HUD is off, whatever tint it has stays.
+// If the HUD is off, it keeps the tint that it has.
 void dyedLayoutSubviews(SBHUDView* self, SEL cmd) {
   layoutSubviews.original(self, cmd);
   if (kElement.type() == kKeepsItsLook) return;

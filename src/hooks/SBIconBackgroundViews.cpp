@@ -24,7 +24,7 @@ CGColorRef folderColor() {
 
 CGColorRef folderColorOr(CGColorRef color) { return areFoldersDyed() ? folderColor() : color; }
 
-// Without contents the view shows the flat colour instead of its piece of blurred wallpaper.
+// Without contents the view shows the plain colour instead of its piece of blurred wallpaper.
 void dyedSetWallpaperBackgroundRect(Blurry* self, SEL cmd, CGRect rect, NSObject* contents,
                                     CGColorRef fallback) {
   if (areFoldersDyed()) {

@@ -1,4 +1,4 @@
-// What lies behind folder icons and icons with a blurred backing.
+// The backgrounds of folder icons and of icons with a blurred backing.
 #pragma once
 
 #include "objc/hook.h"
@@ -12,7 +12,7 @@ using Blurry = SBIconBlurryBackgroundView;
 template <class View>
 inline constinit objc::Hook<Blurry::setWallpaperColor, View> setWallpaperColor;
 
-/// The folder's colour where folders are dyed, else the given one.
+/// The folder's colour if folders are dyed, else the given one.
 CGColorRef folderColorOr(CGColorRef color);
 
 template <class View>

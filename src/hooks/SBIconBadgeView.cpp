@@ -8,13 +8,13 @@ namespace varnix::badge {
 
 constinit objc::Hook<SBIconBadgeView::checkoutBackgroundImage> checkoutBackgroundImage;
 
-// Badges have no colour type: they carry the dye.
+// Badges have no colour type: they always have the dye.
 SBIconAccessoryImage* dyedCheckoutBackgroundImage(Class self, SEL cmd) {
   SBIconAccessoryImage* background = checkoutBackgroundImage.original(self, cmd);
   UIImage* recolored = Color::RecolorImage(background, dye());
   auto image = Strong<SBIconAccessoryImage>::adopt(
       send(objc::alloc<SBIconAccessoryImage>(), SBIconAccessoryImage::initWithImage, recolored));
-  // By which the pool of backgrounds takes it back.
+  // The pool of backgrounds takes it back by this key.
   if (objc::answers(background, SBIconAccessoryImage::countedMapKey)) {
     send(image, SBIconAccessoryImage::setCountedMapKey,
          send(background, SBIconAccessoryImage::countedMapKey));

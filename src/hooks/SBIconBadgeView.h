@@ -1,4 +1,4 @@
-// Badges: a coloured copy of the platform's background, made anew at every checkout.
+// Badges: a coloured copy of the platform's background, made again at every checkout.
 #pragma once
 
 #include "objc/hook.h"

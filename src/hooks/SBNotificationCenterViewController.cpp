@@ -20,7 +20,7 @@ void tint(Controller* self, SEL) {
   tintOrClearBackdrop(send(self, Controller::backdropView), kElement);
 }
 
-// The tint comes first, unlike Control Centre's.
+// Tints first, unlike Control Centre.
 NSObject* dyedHostWillPresent(Controller* self, SEL cmd) {
   send(self, colorBackdrop);
   return hostWillPresent.original(self, cmd);

@@ -1,4 +1,4 @@
-// The library's one entry point: runs once in every process that loads it.
+// The library's only entry point: it runs once in every process that loads it.
 #include "hooks/UIColor.h"
 #include "hooks/installation_table.h"
 #include "hooks/now_playing.h"

@@ -12,8 +12,8 @@ namespace {
 using namespace Color;
 using objc::added;
 
-/// A mark is a boolean object under the getter's selector. It is not retained: the platform's two
-/// booleans live as long as the process.
+/// A mark is a boolean object associated under the getter's selector. It is not retained: the
+/// platform's two booleans live as long as the process.
 template <auto Getter>
 bool mark(UIColor* self, SEL) {
   return send(objc::associated<NSNumber>(self, Getter), NSNumber::boolValue);

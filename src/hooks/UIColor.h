@@ -1,4 +1,4 @@
-// What UIColor gets from the library: the marks, components, measures in YUV space.
+// What the library adds to UIColor: marks, components, measures in YUV space.
 #pragma once
 
 #include <span>
@@ -9,8 +9,8 @@ namespace varnix {
 
 /// In every process that loads the library.
 extern const std::span<const objc::Replacement> kColorMarks;
-/// In processes that are dyed. Nothing here asks for them: an application or another extension may
-/// have methods of these names, with other units.
+/// In processes that are dyed. Our own code does not use them: an application or another extension
+/// may have methods of these names, with other units.
 extern const std::span<const objc::Replacement> kColorMeasures;
 
 }  // namespace varnix

@@ -1,4 +1,4 @@
-// Text colours of the Twitter client, class methods that it adds to UIColor.
+// Text colours of the Twitter client: class methods that it adds to UIColor.
 #pragma once
 
 #include "objc/hook.h"
@@ -9,7 +9,7 @@ namespace varnix::twitter {
 template <objc::FixedString Name>
 inline constexpr objc::ClassMessage<UIColor, Name, UIColor*()> textColor{};
 
-/// The seven are dyed alike and never ask for their own colour, but each has its slot.
+/// All seven are dyed the same way and never ask for their original colour, but each has its slot.
 template <objc::FixedString Name>
 inline constinit objc::Hook<textColor<Name>> color;
 

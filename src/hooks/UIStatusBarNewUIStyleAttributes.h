@@ -1,4 +1,4 @@
-// The status bar's foreground takes the status bar's colour, in applications.
+// In applications, the status bar's foreground has the status bar's colour.
 #pragma once
 
 #include "objc/hook.h"

@@ -8,7 +8,7 @@ constinit objc::Hook<UIView::layoutSubviews, UISwitch> layoutSubviews;
 constinit objc::Hook<UISwitch::setOnTintColor> setOnTintColor;
 constinit objc::Hook<UIView::setTintColor, UISwitch> setTintColor;
 
-// The two messages go through the replacements below.
+// Both messages reach the replacements below.
 void dyedLayoutSubviews(UISwitch* self, SEL cmd) {
   layoutSubviews.original(self, cmd);
   send(self, UIView::setTintColor, nullptr);

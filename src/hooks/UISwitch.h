@@ -1,4 +1,4 @@
-// Switches always carry the dye, and no tint of their own.
+// Switches always have the dye, and no tint of their own.
 #pragma once
 
 #include "objc/hook.h"

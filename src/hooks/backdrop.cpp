@@ -12,7 +12,7 @@ constexpr CGFloat kMaskAlpha = CGFloat(0.7);
 
 using Settings = _UIBackdropViewSettings;
 
-/// Another kind of view than what is usual there may have other settings, or none.
+/// A view of another kind than usual there may have other settings, or none.
 template <class Setter, class Value>
 void setInput(UIView* view, Setter setter, Value value) {
   auto* backdrop = static_cast<_UIBackdropView*>(view);
@@ -30,7 +30,7 @@ bool albumArtIsLive() {
          objc::classOf<MPUNowPlayingController>() != nullptr && isPlaying();
 }
 
-/// Nil where nothing plays, and for a track without artwork or artwork without colour.
+/// Nil if nothing plays, for a track without artwork, and for artwork without colour.
 UIColor* albumColor() {
   auto artwork = [] {
     return send(nowPlayingController(), MPUNowPlayingController::currentNowPlayingArtwork);

@@ -6,7 +6,7 @@
 
 namespace varnix {
 
-/// A surface with a backdrop: the manager's two operations for it, asked anew at each use.
+/// A surface with a backdrop: the manager's two operations for it, asked again at each use.
 struct BackdropElement {
   NSInteger (*type)();
   UIColor* (*color)();
@@ -19,16 +19,16 @@ constexpr BackdropElement backdropElement(CGFloat tintAlpha) {
           [] { return send(sharedManager, VNXManager::dyeOf<Operation>); }, tintAlpha};
 }
 
-/// Lays the colour over the blur: the playing album's where album art is live, the element's own,
-/// the icon's of the application in front, the album's of a track that plays without album art
-/// being live, or the element's, in that order. Each setting goes to a settings object that is
-/// fetched anew. Nothing happens to what is no such backdrop.
+/// Lays the colour over the blur. It is the first that applies: the playing album's if album art is
+/// live, the element's own, that of the icon of the application in front, the album's of a track
+/// that plays although album art is not live, or the element's. The settings object is fetched
+/// again for each setting. Nothing happens to any other kind of view.
 void tintBackdrop(UIView* backdrop, const BackdropElement& element);
 
-/// The same, and no tint where the element is off; its strengths stay as they are then.
+/// The same, but removes the tint if the element is off; its strengths then stay as they are.
 void tintOrClearBackdrop(UIView* backdrop, const BackdropElement& element);
 
-/// What tinting sends to backdrops and their settings.
+/// The messages that tinting sends to backdrops and their settings.
 inline constexpr auto kBackdropNeeds =
     objc::needs(objc::kNeedsMethod<_UIBackdropView::inputSettings>,
                 objc::kNeedsMethod<_UIBackdropViewSettings::setRequiresColorStatistics>,

@@ -1,4 +1,4 @@
-// Puts a group of the installation table in.
+// Installs a group of the installation table.
 #include <cstring>
 
 #include "hooks/installation_table.h"
@@ -24,13 +24,13 @@ Class target(const Replacement& row) {
   return row.isOfClass ? objc_getMetaClass(row.className) : objc_getClass(row.className);
 }
 
-/// Why the row would do harm; nothing where it would not.
+/// Why the row would do harm; nothing if it would not.
 SkipReason reasonToSkip(const Replacement& row, Class cls, SEL selector) {
   for (const objc::Need& need : row.needs()) {
     if (!need.isMet()) return {SkipReason::lacks, need.name};
   }
   objc_method* present = class_getInstanceMethod(cls, selector);
-  // A method of somebody else's may mean something else by the same name.
+  // Someone else's method may mean something different by the same name.
   if (row.isAddition) return present == nullptr ? SkipReason{} : SkipReason{SkipReason::taken, ""};
   if (present == nullptr) return {SkipReason::absent, ""};
   const char* types = method_getTypeEncoding(present);

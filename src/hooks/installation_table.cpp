@@ -64,9 +64,9 @@ namespace cc = control_center;
 namespace nc = notification_center;
 namespace ib = icon_background;
 
-// What the replacements rely on besides what they replace. Without it they would do harm.
+// What the replacements need besides the methods that they replace. Without it they would do harm.
 constexpr auto kControlCenter = needs(kBackdropNeeds, kNeedsMethod<cc::View::backdropView>);
-// Methods of ours that are sent: where the class has others of their names, ours are not added.
+// Methods of ours that are sent: they are not added if the class has others of the same names.
 constexpr auto kControlCenterTint = needs(kControlCenter, kNeedsMethod<cc::colorBackdrop>);
 constexpr auto kControlCenterContrast =
     needs(kControlCenterTint,

@@ -5,7 +5,7 @@
 #include "objc/implementation.h"
 #include "platform/dlfcn.h"
 
-/// Told of each change by the controller, on whatever thread that has.
+/// The controller notifies it of each change, on the controller's own thread.
 struct VarnixNowPlayingDelegate : objc::View<VarnixNowPlayingDelegate, NSObject> {
   static constexpr Message<"nowPlayingController:nowPlayingInfoDidChange:",
                            void(NSObject* controller, NSObject* info)>
@@ -48,7 +48,7 @@ NSString* trackChanged() { return "com.quillmarsh.varnix2.track.changed"_ns; }
 
 MPUNowPlayingController* nowPlayingController() { return controller; }
 
-// The answer is a byte of which the lowest bit counts.
+// The answer is a byte. Only its lowest bit counts.
 bool isPlaying() { return (send(controller, MPUNowPlayingController::isPlaying) & 1) != 0; }
 
 }  // namespace varnix

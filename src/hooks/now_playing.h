@@ -5,17 +5,17 @@
 
 namespace varnix {
 
-/// Makes the controller and listens to it, for good. Without the framework, or with one
-/// that lacks what is asked of its controller, nothing happens.
+/// Makes the controller and listens to it from then on. Does nothing without the framework, or if
+/// its controller lacks a method that we need.
 void startNowPlaying();
 
-/// The name of the notification that a change of the track is.
+/// The name of the notification of a change of the track.
 NSString* trackChanged();
 
 /// Nil before startNowPlaying() and without the framework.
 MPUNowPlayingController* nowPlayingController();
 
-/// Whether something plays; no without a controller.
+/// Whether something is playing; no without a controller.
 bool isPlaying();
 
 }  // namespace varnix

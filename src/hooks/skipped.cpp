@@ -11,7 +11,7 @@ struct Skipped {
   SkipReason reason;
 };
 
-/// More than the tables have rows.
+/// More than all rows of the tables.
 constexpr NSUInteger kMost = 64;
 constinit Skipped list[kMost]{};
 constinit NSUInteger count = 0;

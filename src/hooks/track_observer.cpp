@@ -6,8 +6,8 @@
 
 namespace varnix {
 
-// The method is added after the surfaces' initialisers are replaced, and not where the class has
-// another of its name.
+// The method is added after the surfaces' initialisers are replaced, and not at all if the class
+// has another of its name.
 void observeTrack(NSObject* surface) {
   if (surface != nullptr && !objc::answers(surface, dyeTrackChanged<NSObject>)) return;
   send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, surface,
@@ -18,8 +18,8 @@ void stopObservingTrack(NSObject* surface) {
   send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::removeObserver, surface);
 }
 
-// The block owns nothing: one that did would be copied for the queue, and the copy on this thread
-// could be the last to let go.
+// The block owns nothing. Otherwise it would be copied for the queue, and this thread's copy might
+// be the last to release the surface.
 void performOnMainQueue(NSObject* surface, SEL message) {
   NSObject* kept = Strong<NSObject>::retain(surface).leak();
   auto tint = objc::makeBlock<void()>([kept, message] {

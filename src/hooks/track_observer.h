@@ -1,4 +1,4 @@
-// Surfaces that are tinted again when the playing track changes.
+// Tints surfaces again when the playing track changes.
 #pragma once
 
 #include "objc/hook.h"
@@ -6,19 +6,19 @@
 
 namespace varnix {
 
-/// The message that a change of the track is, to a surface of class T.
+/// The message that a surface of class T gets at a change of the track.
 template <class T>
 inline constexpr objc::Message<T, "dyeTrackChanged:", void(NSObject*)> dyeTrackChanged{};
 
-/// From a surface's creation to the start of its end.
+/// Observe from a surface's creation until its deallocation begins.
 void observeTrack(NSObject* surface);
 void stopObservingTrack(NSObject* surface);
 
-/// Sends the message to the surface on the main queue, without waiting for it. The surface lives
-/// until then, and is let go there: views end on the main thread.
+/// Sends the message to the surface later, on the main queue. The surface is kept alive until then
+/// and released there, since views must be freed on the main thread.
 void performOnMainQueue(NSObject* surface, SEL message);
 
-/// What the notification calls.
+/// The method that the notification calls.
 template <class T, auto Tint>
 void trackDidChange(T* self, SEL, NSObject*) {
   performOnMainQueue(self, Tint);

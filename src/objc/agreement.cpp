@@ -7,11 +7,11 @@ namespace objc {
 
 namespace {
 
-/// The numbers of one value in the order in which they lie: a scalar is one, a structure its
+/// The numbers of one value, in memory order: a scalar is one, a structure has those of its
 /// members.
 struct Value {
   struct Number {
-    char kind;  ///< 'i' of whole numbers and pointers, 'f' of fractions, 'v' of nothing
+    char kind;  ///< 'i' for integers and pointers, 'f' for floating point, 'v' for nothing
     std::uint8_t size;
     bool operator==(const Number&) const = default;
   };
@@ -43,10 +43,10 @@ class Reader {
 
   bool isAtEnd() const { return *at_ == '\0'; }
 
-  /// False for what cannot be read.
+  /// False if it cannot be read.
   bool next(Value& value) {
     if (!read(value, 0)) return false;
-    // Where it lies in the frame, which the receiver's own ABI decides.
+    // The offset in the frame, which the receiver's own ABI decides.
     while (*at_ == '-' || *at_ == '+' || isDigit(*at_)) ++at_;
     return true;
   }
@@ -70,7 +70,7 @@ class Reader {
         return value.add('i', 2);
       case 'i':
       case 'I':
-      case 'l':  // 32 bits wherever the compiler still writes it
+      case 'l':  // 32 bits wherever the compiler still emits it
       case 'L':
         return value.add('i', 4);
       case 'q':
@@ -108,7 +108,7 @@ class Reader {
     return value.add('i', sizeof(void*));
   }
 
-  /// What a pointer points to is of no account.
+  /// What a pointer points to does not matter.
   bool skip(int depth) {
     if (*at_ == '?') return ++at_, true;
     if (*at_ != '{' && *at_ != '(' && *at_ != '[') {
@@ -127,7 +127,7 @@ class Reader {
 
   bool readStructure(Value& value, int depth) {
     while (*at_ != '\0' && *at_ != '=' && *at_ != '}') ++at_;
-    // Without its members nothing is known.
+    // Without its members we know nothing about it.
     if (*at_ != '=' || depth == kDeepest) return false;
     ++at_;
     while (*at_ != '}') {
@@ -148,8 +148,8 @@ class Reader {
   const char* at_;
 };
 
-/// Whether a result of theirs can be taken for ours. Where they answer nothing, our pointer holds
-/// whatever was there, and goes to a caller that looks at nothing.
+/// Whether their result can serve as ours. If they return nothing, our pointer holds whatever was
+/// in the register, and goes to a caller that ignores it.
 bool resultsAgree(const Value& theirs, const Value& ours) {
   return theirs == ours || (theirs.isNothing() && ours.isObject);
 }
@@ -160,13 +160,13 @@ bool agree(const char* theirs, const char* ours) {
   if (theirs == nullptr || ours == nullptr) return true;
   Reader one(theirs);
   Reader other(ours);
-  // Result, receiver and selector: a text that ends before is no method's.
+  // Result, receiver and selector: a shorter text is not a method's encoding.
   constexpr int kFewest = 3;
   for (int i = 0; !one.isAtEnd() || !other.isAtEnd(); ++i) {
     if (i < kFewest && (one.isAtEnd() || other.isAtEnd())) return true;
     Value a;
     Value b;
-    // The one that has ended has too few arguments, unless the other cannot be read.
+    // The encoding that has ended has too few arguments, unless the other cannot be read.
     if (!one.isAtEnd() && !one.next(a)) return true;
     if (!other.isAtEnd() && !other.next(b)) return true;
     if (i == 0 ? !resultsAgree(a, b) : !(a == b)) return false;

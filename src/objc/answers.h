@@ -1,4 +1,4 @@
-// Whether private methods are there, asked before they are relied on.
+// Whether private methods exist. Ask before you rely on one.
 #pragma once
 
 #include "objc/agreement.h"
@@ -6,11 +6,11 @@
 
 namespace objc {
 
-/// Whether instances of the class, which may be nil, have a method of that name whose encoding
-/// agrees.
+/// Whether instances of the class, which may be nil, have a method of that name with an encoding
+/// that agrees.
 bool hasMethod(Class cls, const char* name, const char* types);
 
-/// Whether instances of the class answer the message, with arguments that travel as declared.
+/// Whether instances of the class understand the message, with the types that it declares.
 template <class T, FixedString Name, class Signature>
 bool understands(Class cls, Message<T, Name, Signature>) {
   objc_method* method = class_getInstanceMethod(cls, Selector<Name>::get());
@@ -18,19 +18,19 @@ bool understands(Class cls, Message<T, Name, Signature>) {
          agree(method_getTypeEncoding(method), kStored<Message<T, Name, Signature>::types()>.text);
 }
 
-/// Whether the class that declares the message answers it; no where there is no such class.
+/// Whether the class that declares the message understands it; no if there is no such class.
 template <class T, FixedString Name, class Signature>
 bool understands(ClassMessage<T, Name, Signature>) {
   return hasMethod(object_getClass(classOf<T>()), kStored<Name>.text,
                    kStored<ClassMessage<T, Name, Signature>::types()>.text);
 }
 
-/// Whether the object answers all of these; no for nil. The last class that was asked is remembered
-/// with its answer, so that the usual question costs a comparison.
+/// Whether the object understands all of these; no for nil. The last class and its answer are
+/// remembered, so that the usual question costs only a comparison.
 template <class... M>
 bool answers(NSObject* object, M... messages) {
   if (object == nullptr) return false;
-  // The answer stands in the lowest bit, which no class's address has.
+  // The answer is in the lowest bit, which is zero in every class's address.
   constexpr std::uintptr_t kYes = 1;
   static constinit std::uintptr_t remembered = 0;
   Class cls = object_getClass(object);

@@ -1,4 +1,4 @@
-// Blocks: calling one that we are given, and laying out a callable of ours as one.
+// Blocks: calling those that we are given, and making our own callables into blocks.
 #pragma once
 
 #include <new>
@@ -16,7 +16,7 @@ struct BlockDescriptor {
   const char* signature;
 };
 
-/// What a block without copy and dispose helpers points to: the same without the two.
+/// The descriptor of a block without copy and dispose helpers: the same without the two.
 struct PlainBlockDescriptor {
   unsigned long reserved;
   unsigned long size;
@@ -40,12 +40,12 @@ struct BlockLayout<R(A...)> {
   R operator()(A... arguments) { return R(invoke(this, Traveling<A>(arguments)...)); }
 };
 
-/// A block of that signature: what a message or function takes and hands out. Call it with
-/// (*block)(arguments); nil blocks are the caller's business.
+/// A block of that signature, as messages and functions take and return it. Call it with
+/// (*block)(arguments); the caller must check for nil.
 template <class Signature>
 using Block = BlockLayout<Signature>*;
 
-/// A block around a callable, on the stack of whoever made it. A callee that keeps it copies it.
+/// A block around a callable, on the stack of its maker. A callee that keeps it must copy it.
 template <class Signature, class F>
 class StackBlock;
 
@@ -84,7 +84,7 @@ StackBlock<Signature, F> makeBlock(F callable) {
   return StackBlock<Signature, F>(std::move(callable));
 }
 
-/// A block kept beyond the call that it was given to: a copy, released with the last KeptBlock.
+/// A block that outlives the call that received it: a copy, released with the last KeptBlock.
 template <class Signature>
 class KeptBlock;
 

@@ -1,4 +1,4 @@
-// The platform class that a C++ struct stands for: the struct's own name, without a table.
+// The platform class that a C++ struct mirrors, by the struct's own name, without a table.
 #pragma once
 
 #include "objc/fixed_string.h"
@@ -46,7 +46,7 @@ inline constexpr auto kClassName = detail::bareName<T>();
 
 namespace detail {
 
-/// Apart from the many places that find the class there already.
+/// Kept out of line, since most callers find the class in place.
 [[gnu::noinline, gnu::cold]] inline Class findClass(const char* name, Class* place) {
   Class cls = objc_getClass(name);
   __atomic_store_n(place, cls, __ATOMIC_RELAXED);
@@ -55,7 +55,7 @@ namespace detail {
 
 }  // namespace detail
 
-/// The class of that name, or nil. Looked up at first use and remembered once found.
+/// The class of that name, or nil. Looked up on first use, and remembered once found.
 template <FixedString Name>
 inline Class classNamed() {
   static constinit Class found = nullptr;
@@ -64,8 +64,8 @@ inline Class classNamed() {
   return cls;
 }
 
-/// Where the class that T mirrors comes from: the run-time's look-up by name, and for a class of
-/// ours its own object (own_class.h).
+/// How to find the class that T mirrors: by name, or for a class of ours through its own object
+/// (own_class.h).
 template <class T>
 struct ClassOf {
   static Class get() {

@@ -1,4 +1,4 @@
-// String objects laid down by the compiler: "enabled"_ns allocates nothing and never dies.
+// String objects that the compiler emits: "enabled"_ns allocates nothing and is never freed.
 #pragma once
 
 #include "objc/fixed_string.h"
@@ -31,7 +31,7 @@ inline constinit ConstantString kConstantString = {&__CFConstantStringClassRefer
                                                    kConstantAsciiString, kStored<Text>.text,
                                                    static_cast<long>(Text.size())};
 
-/// The constant string of that text, for text that is put together by the preprocessor.
+/// The constant string of that text, for text that the preprocessor puts together.
 template <FixedString Text>
   requires(isAscii<Text>())
 NSString* constantString() {

@@ -1,5 +1,5 @@
-// Class definitions as constant data: OBJC_CLASS lays down the platform's metadata for a struct,
-// so that nothing runs when the library is loaded.
+// Class definitions as constant data: OBJC_CLASS emits the platform's metadata for a struct, so
+// that nothing runs when the library is loaded.
 #pragma once
 
 #include <array>
@@ -25,7 +25,7 @@ struct Concat<List<A...>, List<B...>, Rest...> {
   using Type = typename Concat<List<A..., B...>, Rest...>::Type;
 };
 
-/// Bytes of T that a derived struct leaves alone: its size without the padding at its end.
+/// Bytes of T that a derived struct cannot reuse: its size without the padding at its end.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 template <class T>
@@ -39,7 +39,7 @@ consteval std::size_t dataSize() {
 }
 #pragma GCC diagnostic pop
 
-/// The entries of a list one behind the other. Each keeps its own function type.
+/// The entries of a list, one after the other. Each keeps its own function type.
 template <class... M>
 struct Entries;
 template <class Last>
@@ -79,8 +79,8 @@ struct Offsets {
   std::uint32_t end = 0;
 };
 
-/// Lays the members out in the order of the table, as the C++ compiler does: each behind the one
-/// before it, aligned.
+/// Lays out the members in the order of the table, as the C++ compiler does: each after the one
+/// before, aligned.
 template <class Base, class... I>
 consteval auto layOut() {
   Offsets<sizeof...(I)> offsets;
@@ -102,7 +102,7 @@ consteval std::uint32_t log2(std::size_t power) {
   return exponent;
 }
 
-/// Whether a new instance's zeros are the member's empty state.
+/// Whether all zeros, as in a new instance, are the member's empty state.
 template <class M>
 inline constexpr bool kStartsAsZeros = std::is_trivially_default_constructible_v<M>;
 template <class T>
@@ -115,7 +115,7 @@ struct IvarList;
 template <class Base, class... I>
 struct IvarList<Base, List<I...>> {
   static constexpr auto kLayout = layOut<Base, I...>();
-  /// The words that the run-time corrects when the superclass is larger than it was here.
+  /// The words that the run-time corrects when the superclass is larger than at build time.
   static inline constinit auto offsets = kLayout.at;
   struct Data {
     ListHeader header{sizeof(IvarEntry), sizeof...(I)};
@@ -135,7 +135,7 @@ struct IvarList<Base, List<I...>> {
   static constexpr bool kDestructs = !(std::is_trivially_destructible_v<typename I::Type> && ...);
   static constexpr bool kConstructs = !(kStartsAsZeros<typename I::Type> && ...);
 
-  /// The variable of that row in an instance, wherever the run-time has put it.
+  /// The variable of that row in an instance, wherever the run-time put it.
   template <class Row>
   static typename Row::Type& in(NSObject* self) {
     std::size_t index = 0;
@@ -182,12 +182,12 @@ struct PropertyList<List<P...>> {
 
 }  // namespace detail
 
-/// The instance variables of a class whose superclass may be larger than it was here, rows in the
-/// order of its table: what MovingProperty reaches them through.
+/// The instance variables of a class whose superclass may be larger than at build time, with rows
+/// in the order of its table. MovingProperty reaches them through it.
 template <class Base, class... Rows>
 using MovingIvars = detail::IvarList<Base, List<Rows...>>;
 
-/// A property of such a class. Its member says name and type; it is never read in place.
+/// A property of such a class. Its member gives name and type; it is never accessed directly.
 template <class Place, FixedString Name, auto Member, Storage How = Storage::strong,
           Atomicity Guard = Atomicity::nonatomic>
 struct MovingProperty : Property<Name, Member, How, Guard> {
@@ -204,7 +204,7 @@ struct MovingProperty : Property<Name, Member, How, Guard> {
   using InstanceMethods = List<Method<Name, &get>, Method<detail::setterName<Name>(), &set>>;
 };
 
-/// All metadata of one class but the two objects that carry its symbols. Base is the C++ struct
+/// All metadata of one class except the two objects that carry its symbols. Base is the C++ struct
 /// of the superclass; void for a root class.
 template <FixedString Name, class T, class Base, class... Members>
 struct Definition {
@@ -297,28 +297,29 @@ struct CategoryDefinition {
 #define OBJC_EXPORTED_CLASS(T, Super, ...) \
   OBJC_SUBCLASS_(T, OBJC_EXPORTED, , Super, T, Super __VA_OPT__(, ) __VA_ARGS__)
 
-/// A class whose superclass a process may lack: there, it does not exist either.
+/// A class whose superclass may be missing in a process: then this class does not exist there
+/// either.
 #define OBJC_CLASS_IF_SUPERCLASS(T, Super, ...) \
   OBJC_SUBCLASS_(T, OBJC_HIDDEN, OBJC_WEAK, Super, T, Super __VA_OPT__(, ) __VA_ARGS__)
 
-/// The same for one that other binaries may link against.
+/// The same for a class that other binaries may link against.
 #define OBJC_EXPORTED_CLASS_IF_SUPERCLASS(T, Super, ...) \
   OBJC_SUBCLASS_(T, OBJC_EXPORTED, OBJC_WEAK, Super, T, Super __VA_OPT__(, ) __VA_ARGS__)
 
-/// A class whose implementation is another struct than the view of the same name, as a platform's
-/// own classes are: name, superclass's name, struct, struct of the superclass, members.
+/// A class whose implementation is a different struct from the view of its name, like the
+/// platform's own classes: name, superclass's name, struct, struct of the superclass, members.
 #define OBJC_CLASS_NAMED(Name, SuperName, T, Base, ...) \
   OBJC_SUBCLASS_(Name, OBJC_EXPORTED, , SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
 
-/// The same for one that is private to its binary.
+/// The same for a class that is private to its binary.
 #define OBJC_PRIVATE_CLASS_NAMED(Name, SuperName, T, Base, ...) \
   OBJC_SUBCLASS_(Name, OBJC_HIDDEN, , SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
 
-/// The same for one that others may link against, and whose superclass a process may lack.
+/// The same for a class that others may link against, and whose superclass may be missing.
 #define OBJC_CLASS_NAMED_IF_SUPERCLASS(Name, SuperName, T, Base, ...) \
   OBJC_SUBCLASS_(Name, OBJC_EXPORTED, OBJC_WEAK, SuperName, T, Base __VA_OPT__(, ) __VA_ARGS__)
 
-/// A root class: it is its own metaclass's superclass.
+/// A root class: it is the superclass of its own metaclass.
 #define OBJC_ROOT_CLASS(Name, T, ...)                                                             \
   OBJC_DEFINE_CLASS_(Name, OBJC_EXPORTED, &objc_metaclass_##Name, &objc_class_##Name, nullptr, T, \
                      void __VA_OPT__(, ) __VA_ARGS__)
@@ -330,7 +331,7 @@ struct CategoryDefinition {
   OBJC_CATEGORY_LIST static constinit objc::CategoryData* objc_listed_##ClassName##_##Name =     \
       &objc_category_##ClassName##_##Name;
 
-/// A category: methods put into a class of another binary, nothing where that class is missing.
+/// A category: methods added to a class of another binary, or nothing if that class is missing.
 #define OBJC_CATEGORY(ClassName, Name, ...) \
   OBJC_CATEGORY_(ClassName, Name, OBJC_WEAK __VA_OPT__(, ) __VA_ARGS__)
 

@@ -12,7 +12,7 @@ namespace objc {
 template <class T>
 inline constexpr auto kStructEncoding = nullptr;
 
-/// A structure of the platform's that is known by its name alone; see OBJC_OPAQUE.
+/// A structure of the platform's of which only the name is known; see OBJC_OPAQUE.
 template <class T>
 inline constexpr bool kIsOpaque = false;
 
@@ -51,7 +51,7 @@ consteval auto encodeScalar() {
   }
 }
 
-/// What the platform's language points to implicitly: objects, classes, selectors, blocks.
+/// The types that are pointers in the platform's language: objects, classes, selectors, blocks.
 template <class T>
 consteval bool isHandleTarget() {
   if constexpr (std::is_same_v<T, objc_selector> || std::is_same_v<T, objc_class>) return true;
@@ -60,7 +60,7 @@ consteval bool isHandleTarget() {
   else return false;
 }
 
-/// Whether what lies at the end of a chain of pointers may not be written.
+/// Whether the target at the end of a chain of pointers is const.
 template <class T>
 consteval bool endsInConst() {
   using Target = std::remove_cv_t<std::remove_pointer_t<T>>;
@@ -82,7 +82,7 @@ consteval auto encodeValue() {
   else return encodeScalar<T>();
 }
 
-/// A pointer to data that is no object. A structure's members are named for the outermost only.
+/// A pointer to data that is not an object. Only the outermost structure's members are listed.
 template <class T, bool Outermost>
 consteval auto encodeDataPointer() {
   if constexpr (std::is_same_v<T, char>) return FixedString("*");
@@ -132,7 +132,7 @@ inline constexpr auto kBlockEncoding = kEncoding<R> + "@?" + detail::encodeAll<A
 
 namespace detail {
 
-/// Whether a structure has members, and all of them are fractions.
+/// Whether a structure has members, and all of them are floating point.
 template <class T>
 consteval bool isOfFractions() {
   constexpr auto text = kEncoding<T>;
@@ -152,12 +152,13 @@ consteval bool isOfFractions() {
 }  // namespace detail
 }  // namespace objc
 
-/// Says that a structure is only ever pointed to, and is no object.
+/// Declares a structure that is used only through pointers, and is not an object.
 #define OBJC_OPAQUE(Name) \
   template <>             \
   inline constexpr bool objc::kIsOpaque<Name> = true
 
-/// Names a structure and the types of its members, in order, outside every namespace.
+/// Declares a structure's name and the types of its members, in order. Use it outside all
+/// namespaces.
 #define OBJC_STRUCT(Name, ...)                        \
   template <>                                         \
   inline constexpr auto objc::kStructEncoding<Name> = \

@@ -1,4 +1,4 @@
-// Text as a template argument: selectors, class names and type encodings known when compiling.
+// Text as a template argument: selectors, class names and type encodings known at compile time.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ struct FixedString {
     for (std::size_t i = 0; i < N; ++i) text[i] = literal[i];
   }
 
-  /// Length without the closing zero.
+  /// The length without the terminating zero.
   static constexpr std::size_t size() { return N - 1; }
 
   constexpr std::size_t count(char wanted) const {

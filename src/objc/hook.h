@@ -1,5 +1,5 @@
-// Replaced and added methods: rows of tables, and a slot of its own for what each replacement
-// replaced.
+// Replaced and added methods: rows of tables, and for each replaced method a slot with the
+// original.
 #pragma once
 
 #include <array>
@@ -8,14 +8,14 @@
 #include "objc/answers.h"
 #include "objc/variable.h"
 
-/// The injection framework's call. It leaves *saved alone where the class has no such method.
+/// The injection framework's function. It does not touch *saved if the class has no such method.
 extern "C" [[gnu::visibility("default")]] void MSHookMessageEx(Class cls, SEL selector,
                                                                IMP replacement, IMP* saved);
 
 namespace objc {
 
-/// The slot of one replaced method, by its declaration. T is the class whose method it is, which
-/// may have inherited it from the one that declares it. A class method's receiver is a Class.
+/// The slot of one replaced method, by its declaration. T is the class whose method is replaced,
+/// which may inherit it from the declaring class. A class method's receiver is a Class.
 template <auto Declared, class T = typename decltype(Declared)::Class,
           class Signature = typename decltype(Declared)::Signature>
 class Hook;
@@ -38,8 +38,8 @@ class Hook<Declared, T, R(A...)> {
                                  arguments...);
   }
 
-  /// Puts the replacement in. The slot holds the present implementation before that: a framework
-  /// that saves it only after the replacement is live would else leave a moment without one.
+  /// Installs the replacement. The slot gets the present implementation first: a framework that
+  /// saves it only after the replacement is live would leave the slot empty for a moment.
   template <auto Replacement>
   void install(Class cls, SEL selector) {
     if (objc_method* present = class_getInstanceMethod(cls, selector)) {
@@ -53,7 +53,7 @@ class Hook<Declared, T, R(A...)> {
   IMP saved_ = nullptr;
 };
 
-/// Something private that a replacement relies on: what it is called, and whether it is there.
+/// Something private that a replacement relies on: its name, and whether it exists.
 struct Need {
   const char* name;
   bool (*isMet)();
@@ -98,7 +98,7 @@ constexpr std::array<Need, sizeof...(N)> needs(N... each) {
   return {each...};
 }
 
-/// A list with others behind it.
+/// A list followed by others.
 template <std::size_t Count, class... N>
 constexpr auto needs(const std::array<Need, Count>& first, N... others) {
   std::array<Need, Count + sizeof...(N)> all{};
@@ -112,12 +112,12 @@ constexpr auto needs(const std::array<Need, Count>& first, N... others) {
 struct Replacement {
   const char* className;
   const char* selector;
-  const char* types;  ///< ours, which the platform's own must agree with
+  const char* types;  ///< ours; the platform's own must agree
   void (*install)(Class cls, SEL selector);
   const Need* firstNeed;
   std::uint8_t needCount;
   bool isOfClass;   ///< a method of the class itself
-  bool isAddition;  ///< a method of ours; else one of the platform's is replaced
+  bool isAddition;  ///< adds a method of ours; otherwise replaces one of the platform's
 
   std::span<const Need> needs() const { return {firstNeed, needCount}; }
 };
@@ -138,7 +138,7 @@ void installHook(Class cls, SEL selector) {
   Slot.template install<Function>(cls, selector);
 }
 
-/// An added method's function: of the receiver, the selector and the declared arguments.
+/// An added method's function: it takes the receiver, the selector and the declared arguments.
 template <class D, class Signature = typename D::Signature>
 struct Added;
 template <class D, class R, class... A>
@@ -163,8 +163,8 @@ void installAddition(Class cls, SEL selector) {
 
 }  // namespace detail
 
-/// The row of a replacement: its slot, and the function that goes in. Where one of the needs is not
-/// met, the method stays as it is.
+/// The row of a replacement: its slot, and the new function. If one of the needs is not met, the
+/// method stays as it is.
 template <auto& Slot, auto Function>
 constexpr Replacement replaced(std::span<const Need> needs = {}) {
   using S = std::remove_reference_t<decltype(Slot)>;
@@ -179,8 +179,8 @@ constexpr Replacement replaced(std::span<const Need> needs = {}) {
           false};
 }
 
-/// The row of a method of ours that a class of the platform gets where it has none of that name.
-/// The encoding is the declaration's unless an interface fixes another.
+/// The row of a method of ours that is added to a platform class, unless it has one of that name.
+/// The encoding is the declaration's, unless an interface fixes another.
 template <auto Declared, auto Function, FixedString Types = decltype(Declared)::types()>
 constexpr Replacement added(std::span<const Need> needs = {}) {
   using D = decltype(Declared);

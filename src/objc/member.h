@@ -28,7 +28,7 @@ struct Thunk<Fn, R (T::*)(A...)> {
   static constexpr auto kCall = &call;
 };
 
-/// A function that wants receiver and selector themselves is its own implementation.
+/// A function that takes receiver and selector is its own implementation.
 template <auto Fn, class Self, class R, class... A>
 struct Thunk<Fn, R (*)(Self*, SEL, A...)> {
   using Signature = R(A...);
@@ -68,7 +68,7 @@ struct MemberOf<M T::*> {
   using Type = M;
 };
 
-/// What an instance variable holds, seen from outside: a Strong<T> is a T*.
+/// The type of an instance variable as others see it: a Strong<T> is a T*.
 template <class M>
 struct Held {
   using Type = M;
@@ -91,13 +91,13 @@ template <class M>
 consteval auto ivarEncoding() {
   if constexpr (std::is_class_v<M> &&
                 std::is_same_v<decltype(kStructEncoding<M>), const std::nullptr_t>) {
-    return FixedString("?");  // a C++ type; the platform's compiler has no better word for it
+    return FixedString("?");  // a C++ type, which the platform's compiler encodes like this too
   } else {
     return kEncoding<M>;
   }
 }
 
-/// The type part of a property's attributes: an object carries its class's name.
+/// The type part of a property's attributes: for an object it includes the class's name.
 template <class V>
 consteval auto propertyType() {
   if constexpr (kEncoding<V>.size() == 1 && kEncoding<V>.text[0] == '@') {
@@ -160,7 +160,7 @@ struct DeclaredMember<Declared, Fn, true> {
 
 }  // namespace detail
 
-/// The method behind a declared message, whose types its function has.
+/// The method behind a declared message. Its function has the declared types.
 template <auto Declared, auto Fn>
 struct Implements : detail::DeclaredMember<Declared, Fn>::Type {
   static_assert(std::is_same_v<typename detail::DeclaredMember<Declared, Fn>::Signature,
@@ -185,11 +185,11 @@ struct Ivar {
 /// How a property keeps its value.
 enum class Storage { strong, copy, assign };
 enum class Atomicity { nonatomic, atomic };
-/// Whether the property's setter is made here or stands in the class's table by itself.
+/// Whether the property's setter is made here, or is in the class's table.
 enum class Setter { synthesized, custom };
 
-/// A property over a data member, with getter and setter. The member of a strong or copied
-/// property is a Strong<T>, or a Published<T> where several threads meet.
+/// A property with getter and setter for a data member. The member of a strong or copied property
+/// is a Strong<T>, or a Published<T> if several threads use it.
 template <FixedString Name, auto Member, Storage How = Storage::strong,
           Atomicity Guard = Atomicity::nonatomic, Setter Kind = Setter::synthesized>
 struct Property {
@@ -198,13 +198,13 @@ struct Property {
   using Value = typename detail::Held<Type>::Type;
 
   static Value get(Owner* self, SEL) {
-    // Another thread may let go of it before the caller has looked at it.
+    // Another thread may release it before the caller has used it.
     if constexpr (detail::kIsPublished<Type>) return (self->*Member).read().autorelease();
     else return self->*Member;
   }
   static void set(Owner* self, SEL, Value value) { store(self, value); }
 
-  /// What the setter does, for a class's own code that bypasses it.
+  /// Does what the setter does, for the class's own code that bypasses it.
   static void store(Owner* self, Value value) { storeAt(self->*Member, value); }
 
   static void storeAt(Type& place, Value value) {

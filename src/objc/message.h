@@ -1,13 +1,13 @@
-// Messages. Each is declared once, with its whole signature, where its class is declared; a send, a
-// replacement and a class's own table name the declaration:
+// Messages. Each is declared once, with its whole signature, where its class is declared. A send, a
+// replacement and a class's own table use that declaration:
 //
 //   struct UISwitch : objc::View<UISwitch, UIView> {
 //     static constexpr Message<"setOnTintColor:", void(UIColor*)> setOnTintColor{};
 //   };
 //   send(toggle, UISwitch::setOnTintColor, color);
 //
-// A nil receiver answers zero. Arguments are converted to the declared types, so that neither a
-// bare nullptr nor a 0 for a fraction travels as something else.
+// A message to nil returns zero. Arguments are converted to the declared types, so that neither a
+// bare nullptr nor a 0 for a floating-point number is passed as another type.
 #pragma once
 
 #include <type_traits>
@@ -19,16 +19,16 @@
 
 namespace objc {
 
-/// How a value travels in a call. A BOOL is a byte, and any but zero is yes: on 32 bits the
-/// platform's own methods may answer another than 1.
+/// How a call passes a value. A BOOL is a byte, and any value but zero is yes: on 32 bits the
+/// platform's own methods may return values other than 1.
 template <class T>
 using Traveling = std::conditional_t<std::is_same_v<T, bool>, unsigned char, T>;
 
 namespace detail {
 
-/// Whether a result travels through a hidden pointer that shifts the receiver to the second
-/// argument. On arm64 the pointer has a register of its own; on armv7 every structure of ours is
-/// returned so: only those of one word of integers are not, and nobody may declare one.
+/// Whether a result is returned through a hidden pointer that shifts the receiver to the second
+/// argument. On arm64 the pointer has a register of its own. On armv7 all our structures are
+/// returned like that: only a structure of one word of integers is not, and none may be declared.
 template <class R>
 consteval bool returnedThroughFirstArgument() {
   if constexpr (!std::is_class_v<R>) {
@@ -63,7 +63,7 @@ inline IMP superMessenger() {
   return &objc_msgSendSuper;
 }
 
-/// Calls an implementation or a messenger by the types of a signature.
+/// Calls an implementation or a messenger with the types of a signature.
 template <class R, class... A, class Receiver>
 inline R call(IMP entry, Receiver* receiver, SEL selector, A... arguments) {
   auto typed = reinterpret_cast<Traveling<R> (*)(Receiver*, SEL, Traveling<A>...)>(entry);
@@ -73,7 +73,7 @@ inline R call(IMP entry, Receiver* receiver, SEL selector, A... arguments) {
   else return typed(receiver, selector, Traveling<A>(arguments)...);
 }
 
-/// A function of ours as the run-time calls it: where it takes a BOOL, any byte but zero is yes.
+/// A function of ours as the run-time calls it: for a BOOL argument, any byte but zero is yes.
 template <auto Fn>
 struct Entry;
 
@@ -97,15 +97,15 @@ struct Declaration<T, Name, R(A...)> {
   using Signature = R(A...);
   using Result = R;
   static constexpr auto kName = Name;
-  /// Of the method. A function, since the classes it names may not be complete where it is
+  /// The method's encoding. A function, since the classes in it may be incomplete where it is
   /// declared.
   static consteval auto types() { return kMethodEncoding<R, A...>; }
 
-  /// The selector, for who takes one as an argument.
+  /// The selector, to pass as an argument.
   operator SEL() const { return Selector<Name>::get(); }
 };
 
-/// With further arguments that have no declared types: on arm64 they travel differently.
+/// With further arguments that have no declared types: arm64 passes these differently.
 template <class T, FixedString Name, class R, class... A>
 struct Declaration<T, Name, R(A..., ...)> {
   static_assert(Name.count(':') == sizeof...(A), "an argument for each colon");
@@ -174,8 +174,8 @@ inline R send(::Class receiver, ClassMessage<T, Name, R(A..., ...)> message, Giv
   return message.callVariadic(receiver, arguments...);
 }
 
-/// A message to the class itself that T mirrors. It is sent by calling it: UIColor::whiteColor().
-/// In a process without the class it answers zero.
+/// A message to the class itself that T mirrors. Call it to send it: UIColor::whiteColor(). In a
+/// process without the class it returns zero.
 template <class T, FixedString Name, class R, class... A>
 struct ClassMessage<T, Name, R(A...)> : detail::Declaration<T, Name, R(A...)> {
   static constexpr bool kIsOfClass = true;
@@ -194,7 +194,7 @@ struct ClassMessage<T, Name, R(A..., ...)> : detail::Declaration<T, Name, R(A...
   }
 };
 
-/// Sends a message whose selector is known only when running.
+/// Sends a message whose selector is known only at run time.
 template <class R, class... A>
 inline R perform(const void* receiver, SEL selector, A... arguments) {
   if constexpr (std::is_class_v<R>) {
@@ -203,7 +203,7 @@ inline R perform(const void* receiver, SEL selector, A... arguments) {
   return detail::call<R, A...>(detail::messenger<R>(), receiver, selector, arguments...);
 }
 
-/// What a view onto the class that T mirrors derives from: the superclass's view, and the forms of
+/// The base of the view of the class that T mirrors: the superclass's view, and the forms of
 /// declarations.
 template <class T, class Super>
 struct View : Super {

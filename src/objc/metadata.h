@@ -5,7 +5,7 @@
 
 #include "objc/runtime.h"
 
-/// A class as it lies in a binary. The run-time takes `data` over when it maps the image.
+/// A class as a binary stores it. The run-time takes over `data` when it maps the image.
 struct objc_class {
   Class isa;
   Class superclass;

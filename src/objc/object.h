@@ -1,4 +1,4 @@
-// The root of every view onto a platform object. Nobody constructs or copies one in C++.
+// The root of all views of platform objects. C++ code never constructs or copies one.
 #pragma once
 
 #include "objc/message.h"
@@ -43,8 +43,7 @@ inline T* alloc() {
   return static_cast<T*>(send(classOf<T>(), NSObject::alloc));
 }
 
-/// The object as a T if it is a kind of T's class, else nil; a class that is not there has no
-/// instances.
+/// The object as a T if it is a kind of T's class, else nil. A missing class has no instances.
 template <class T>
 inline T* as(NSObject* object) {
   Class cls = classOf<T>();
@@ -53,7 +52,7 @@ inline T* as(NSObject* object) {
   return static_cast<T*>(object);
 }
 
-/// What a C interface hands out by a type of its own, as the object that it is.
+/// The object behind a C interface's own type.
 template <class T>
 inline NSObject* bridged(T* reference) {
   return reinterpret_cast<NSObject*>(reference);

@@ -1,11 +1,11 @@
-// An owning reference to something with a release function of its own.
+// An owning reference to an object with a release function of its own.
 #pragma once
 
 #include <utility>
 
 namespace objc {
 
-/// Holds one reference that a function with Create in its name gave, or null.
+/// Holds one reference from a function with Create in its name, or null.
 template <class Reference, void (*Release)(Reference)>
 class Owned {
  public:

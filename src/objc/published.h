@@ -9,13 +9,13 @@ namespace objc {
 
 namespace detail {
 
-/// An object that was replaced while somebody was reading.
+/// An object that was replaced while a thread was reading.
 struct Retired {
   id object;
   Retired* next;
 };
 
-/// Threads that have read a published reference and do not hold one of their own yet.
+/// The number of threads that have read a published reference but do not hold their own yet.
 inline constinit int publishedReaders = 0;
 inline constinit Retired* retiredObjects = nullptr;
 
@@ -26,8 +26,8 @@ inline void putBack(Retired* first, Retired* last) {
   }
 }
 
-/// Lets go of what was replaced, now where nobody reads, else at a later replacement. Who read a
-/// replaced reference counted itself in before it was replaced.
+/// Releases what was replaced: now if no thread is reading, otherwise at a later replacement. A
+/// thread that read a replaced reference was counted before the replacement.
 [[gnu::noinline]] inline void retire(id object) {
   if (object == nullptr) return;
   auto* kept = static_cast<Retired*>(std::malloc(sizeof(Retired)));
@@ -72,7 +72,7 @@ class Published {
     detail::retire(__atomic_exchange_n(&object_, object.leak(), __ATOMIC_SEQ_CST));
   }
 
-  /// Replaces what was read before. No, and nothing happens, where somebody else did so meanwhile.
+  /// Replaces the object if it is still the expected one. Otherwise does nothing and returns no.
   bool replaceIf(const Strong<T>& expected, Strong<T> object) {
     T* old = expected.get();
     T* replacement = object.get();

@@ -34,7 +34,7 @@ enum class AssociationPolicy : std::uintptr_t {
 // The platform exports these, whatever the visibility of our own code.
 #pragma GCC visibility push(default)
 extern "C" {
-/// The messengers. They are declared without arguments: a send casts them to the callee's type.
+/// The messengers, declared without arguments: a send casts them to the callee's type.
 void objc_msgSend();
 void objc_msgSendSuper();
 #if !defined(__aarch64__)
@@ -70,7 +70,7 @@ std::ptrdiff_t ivar_getOffset(objc_ivar* ivar);
 const char* ivar_getName(objc_ivar* ivar);
 const char* ivar_getTypeEncoding(objc_ivar* ivar);
 
-/// A new class, or nil where the name is taken. A nil superclass makes a root class.
+/// A new class, or nil if the name is taken. A nil superclass makes a root class.
 Class objc_allocateClassPair(Class superclass, const char* name, std::size_t extraBytes);
 void objc_registerClassPair(Class cls);
 bool class_addIvar(Class cls, const char* name, std::size_t size, std::uint8_t log2Alignment,
@@ -87,7 +87,7 @@ void objc_autoreleasePoolPop(void* pool);
 void objc_setAssociatedObject(id object, const void* key, id value, AssociationPolicy policy);
 id objc_getAssociatedObject(id object, const void* key);
 
-/// Begins and ends a section that one thread at a time runs for that object, any number deep.
+/// Enter and leave the object's lock. One thread at a time holds it, any number of times.
 int objc_sync_enter(const void* object);
 int objc_sync_exit(const void* object);
 
@@ -96,7 +96,7 @@ void _Block_release(const void* block);
 extern void* _NSConcreteStackBlock[32];
 extern void* _NSConcreteGlobalBlock[32];
 
-/// The empty method cache that class metadata starts with.
+/// The empty method cache with which class metadata starts.
 extern objc_cache _objc_empty_cache;
 }
 #pragma GCC visibility pop

@@ -8,7 +8,7 @@ namespace objc {
 
 namespace detail {
 
-/// Apart from the many places that find the selector there already.
+/// Kept out of line, since most callers find the selector in place.
 [[gnu::noinline, gnu::cold]] inline SEL registerSelector(const char* name, SEL* place) {
   SEL selector = sel_registerName(name);
   __atomic_store_n(place, selector, __ATOMIC_RELAXED);
@@ -21,8 +21,8 @@ template <FixedString Name>
 struct Selector {
   static constexpr std::size_t kArguments = Name.count(':');
 
-  /// The registered selector. Looked up once per name; every thread finds the same pointer, so
-  /// that two threads may look it up at once.
+  /// The registered selector. Looked up once per name. Two threads may look it up at once, since
+  /// both find the same pointer.
   static SEL get() {
     static constinit SEL registered = nullptr;
     SEL selector = __atomic_load_n(&registered, __ATOMIC_RELAXED);

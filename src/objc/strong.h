@@ -1,4 +1,4 @@
-// An owning reference. The two ways in say who owned the object before.
+// An owning reference. Its two factory functions say who owned the object before.
 #pragma once
 
 #include <utility>
@@ -7,8 +7,8 @@
 
 namespace objc {
 
-/// Holds one reference to a T, or nil. Its empty state is all zeros, as the run-time leaves the
-/// instance variables of a new object.
+/// Holds one reference to a T, or nil. Its empty state is all zeros, like the instance variables of
+/// a new object.
 template <class T>
 class Strong {
  public:

@@ -1,6 +1,6 @@
-// What a binary uses of the platform, as a program reads it: a line a message, variable or class,
-// in a section of its own. Only a build that lists the uses has it; in any other these macros are
-// empty.
+// What a binary uses from the platform, in a form for programs: one line for each message, variable
+// or class, in a section of its own. Only the build that lists the uses has it; in all others these
+// macros are empty.
 #pragma once
 
 #include "objc/fixed_string.h"

@@ -11,7 +11,7 @@ struct Variable {};
 
 namespace detail {
 
-/// Where a class has its variable of that name; -1 where it has none, or one that holds no object.
+/// The offset of a class's variable of that name; -1 if it has none, or one that holds no object.
 inline std::ptrdiff_t offsetOfObject(Class cls, const char* name) {
   objc_ivar* found = class_getInstanceVariable(cls, name);
   const char* types = found == nullptr ? nullptr : ivar_getTypeEncoding(found);
@@ -20,13 +20,13 @@ inline std::ptrdiff_t offsetOfObject(Class cls, const char* name) {
 
 }  // namespace detail
 
-/// Whether the class has the variable, and an object in it.
+/// Whether the class has the variable, of object type.
 template <class T, FixedString Name, class V>
 bool hasVariable(Class cls, Variable<T, Name, V>) {
   return detail::offsetOfObject(cls, kStored<Name>.text) >= 0;
 }
 
-/// What the variable holds; nil where T's class has none of that name. Looked up once.
+/// The object in the variable; nil if T's class has no variable of that name. Looked up once.
 template <class T, FixedString Name, class V>
 V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
   OBJC_USES("variable " + kClassName<T> + " " + Name + " " + kClassName<V>);

@@ -10,8 +10,8 @@ using objc::Atomicity;
 using objc::MovingProperty;
 using objc::Storage;
 
-/// Its superclass may be larger than it is declared here, so that the members are found through the
-/// offsets that the run-time corrects.
+/// Its superclass may be larger than declared here, so the members are found through the offsets
+/// that the run-time corrects.
 struct BarButtonItem : objc::Implementation<QKBarButtonItem, UIBarButtonItem> {
   void dealloc() {
     send(self(), QKBarButtonItem::setShareText, nullptr);
@@ -26,7 +26,7 @@ using Place =
     objc::MovingIvars<UIBarButtonItem, objc::Ivar<"_shareText", &BarButtonItem::_shareText>,
                       objc::Ivar<"_container", &BarButtonItem::_container>>;
 using ShareText = MovingProperty<Place, "shareText", &BarButtonItem::_shareText>;
-// A pointer is read and written in one piece, which is all that atomic asks for here.
+// A pointer is read and written in one piece, which is all that atomic requires here.
 using Container = MovingProperty<Place, "container", &BarButtonItem::_container, Storage::assign,
                                  Atomicity::atomic>;
 

@@ -4,12 +4,12 @@
 #include "objc/own_class.h"
 #include "platform/UIKit.h"
 
-/// A bar button with what its sheet needs.
+/// A bar button that carries what its sheet needs.
 struct QKBarButtonItem : objc::View<QKBarButtonItem, UIBarButtonItem> {
-  /// What the sheet begins with.
+  /// The initial text of the sheet.
   static constexpr Message<"shareText", NSString*()> shareText{};
   static constexpr Message<"setShareText:", void(NSString*)> setShareText{};
-  /// Presents the sheet; not kept alive.
+  /// The controller that presents the sheet; not kept alive.
   static constexpr Message<"container", UIViewController*()> container{};
   static constexpr Message<"setContainer:", void(UIViewController*)> setContainer{};
 };

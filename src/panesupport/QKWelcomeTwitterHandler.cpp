@@ -26,7 +26,7 @@ void thank(NSString* message, NSString* button) {
   send(alert, UIAlertView::show);
 }
 
-/// Under which a chooser holds its accounts.
+/// The key under which a chooser holds its accounts.
 constexpr auto kAccountsKey = "varnixAccounts"_sel;
 
 NSArray* heldAccounts(UIAlertView* alert) { return objc::associated<NSArray>(alert, kAccountsKey); }
@@ -50,7 +50,7 @@ void showChooser(Handler* handler, NSArray* accounts) {
   send(chooser, UIAlertView::show);
 }
 
-/// What the answer to the question for access leads to, on whatever thread it comes.
+/// Handles the answer to the request for access, on the thread on which it arrives.
 void accessAnswered(Handler* handler, ACAccountStore* store, ACAccountType* type, bool granted) {
   if (!granted) return;
   auto accounts =
@@ -91,7 +91,7 @@ void WelcomeHandler::clickedButton(UIAlertView* alert, NSInteger index) {
   NSArray* accounts = heldAccounts(alert);
   const auto count = static_cast<NSInteger>(send(accounts, NSArray::count));
   if (index < 0 || index > count) return;
-  // The first button is for all of them.
+  // The first button stands for all accounts.
   const NSInteger first = index == 0 ? 0 : index - 1;
   const NSInteger end = index == 0 ? count : index;
   for (NSInteger i = first; i < end; ++i)
@@ -119,7 +119,7 @@ void WelcomeHandler::dropMeAFollow() {
 void WelcomeHandler::followWithAccount(ACAccount* account) {
   loadSocial();
   NSURL* url = NSURL::URLWithString("https://api.twitter.com/1.1/friendships/create.json"_ns);
-  // A nil ends the list: without a name nothing else is lost.
+  // A nil ends the list. The name comes last, so without one nothing else is lost.
   NSDictionary* parameters = NSDictionary::dictionaryWithObjectsAndKeys(
       "FALSE"_ns, "follow"_ns, send(self(), Handler::username), "screen_name"_ns,
       static_cast<NSObject*>(nullptr));

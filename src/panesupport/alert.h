@@ -6,8 +6,8 @@
 
 namespace varnix {
 
-/// An alert with a button to dismiss it and the titles of others behind it. Texts and delegate may
-/// be nil. Nil in a process without alerts.
+/// An alert with a button that dismisses it, followed by buttons with the other titles. Texts and
+/// delegate may be nil. Nil in a process without alerts.
 template <class... A>
 Strong<UIAlertView> makeAlert(NSString* title, NSString* message, NSObject* delegate,
                               NSString* cancelTitle, A... others) {

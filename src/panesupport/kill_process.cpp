@@ -5,7 +5,7 @@
 
 int QKKillProcess(NSString* signal, NSString* name) {
   NSString* option = NSString::stringWithFormat("-%@"_ns, signal == nullptr ? "9"_ns : signal);
-  // The child gets copies.
+  // The child gets copies of the arguments.
   char* const arguments[] = {const_cast<char*>("killall"),
                              const_cast<char*>(send(option, NSString::UTF8String)),
                              const_cast<char*>(send(name, NSString::UTF8String)), nullptr};

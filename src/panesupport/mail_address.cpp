@@ -1,4 +1,4 @@
-// Opens a mail address in the application for mail.
+// Opens a mail address in the mail application.
 #include "platform/UIKit.h"
 #include "varnix/pane.h"
 

@@ -1,11 +1,11 @@
-// Opens an account's profile in a client application, else on the web.
+// Opens an account's profile in a client application, or else on the web.
 #include "platform/UIKit.h"
 #include "varnix/pane.h"
 
 namespace {
 
 struct Client {
-  NSString* scheme;   ///< its bare URL, which only an installed client takes
+  NSString* scheme;   ///< its bare URL, which opens only if the client is installed
   NSString* profile;  ///< the format of a profile's URL
 };
 
@@ -27,7 +27,7 @@ void QKOpenTwitterUsername(NSString* username) {
     profile = client.profile;
     break;
   }
-  // Nil where the name cannot stand in a URL.
+  // Nil if a URL cannot contain the name.
   NSURL* url = NSURL::URLWithString(NSString::stringWithFormat(profile, username));
   if (url != nullptr) send(application, UIApplication::openURL, url);
 }

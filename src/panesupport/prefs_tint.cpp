@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What a pane is shown in. Everything is nil where the pane is in no split view.
+/// The bar and the page that show a pane. Both are nil if the pane is not in a split view.
 struct Shown {
   explicit Shown(UIViewController* pane) {
     UISplitViewController* split = send(pane, UIViewController::splitViewController);
@@ -15,7 +15,7 @@ struct Shown {
                 UIViewController::view);
   }
 
-  /// A nil colour is none: the system's then.
+  /// A nil colour means none, which gives the system's.
   void setTitleColor(UIColor* color) const {
     auto* attributes = NSDictionary::dictionaryWithObjectsAndKeys(
         color, NSForegroundColorAttributeName, static_cast<NSObject*>(nullptr));
@@ -26,7 +26,7 @@ struct Shown {
   UIView* page;
 };
 
-/// What new controls of the class T look like inside containers of that class.
+/// The appearance of new controls of class T inside containers of that class.
 template <class T>
 T* appearanceIn(Class container) {
   constexpr Class kEnd = nullptr;
@@ -37,7 +37,7 @@ T* appearanceIn(Class container) {
 }  // namespace
 
 void QKSetPrefsTint(UIViewController* controller, UIColor* color) {
-  // An appearance without container would be every control's.
+  // Without a container class the appearance would apply to every control.
   if (controller == nullptr) return;
   const Shown shown(controller);
   shown.setTitleColor(color);

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A background of nothing, so that the button shows no border.
+/// An empty background, so that the button shows no border.
 UIImage* emptyImage() {
   constexpr CGSize kSize{20, 20};
   UIGraphicsBeginImageContextWithOptions(kSize, false, 0);

@@ -1,4 +1,4 @@
-// The group at a pane's end whose footer shows the package's version and who made it.
+// The group at a pane's end. Its footer shows the package's version and the copyright holder.
 #include "objc/answers.h"
 #include "objc/strong.h"
 #include "platform/Foundation.h"
@@ -9,7 +9,7 @@ namespace {
 
 NSString* printedBy(NSString* command) {
   NSString* shell = "/bin/sh"_ns;
-  // Launching what cannot be run would raise.
+  // Launching a file that cannot be run would raise.
   if (!send(NSFileManager::defaultManager(), NSFileManager::isExecutableFileAtPath, shell))
     return ""_ns;
   auto task = objc::make<NSTask>();
@@ -29,7 +29,7 @@ NSString* printedBy(NSString* command) {
   return text == nullptr ? ""_ns : text.autorelease();
 }
 
-/// In the calendar that package holders count in, whatever the user's.
+/// In the calendar that copyright years use, whatever the user's.
 NSString* currentYear() {
   auto formatter = objc::make<NSDateFormatter>();
   send(formatter, NSDateFormatter::setLocale,

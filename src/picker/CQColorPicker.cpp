@@ -15,7 +15,7 @@ bool ColorPicker::isAppActive() {
          UIApplicationStateBackground;
 }
 
-// The queue and the context go with the last reference; what the context holds goes with it.
+// The queue and the context are freed with the last reference, and the context's objects with it.
 void ColorPicker::dealloc() { objc::sendSuper<CQColorPicker>(self(), NSObject::dealloc); }
 
 }  // namespace varnix

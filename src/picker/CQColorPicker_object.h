@@ -1,4 +1,4 @@
-// The picker from inside: its queue, its context and the names of what the context holds.
+// The picker's implementation: its queue, its context and the names of the context's objects.
 #pragma once
 
 #include "objc/implementation.h"
@@ -42,7 +42,7 @@ struct ColorPicker : objc::Implementation<CQColorPicker> {
   UIColor* colorFromFrameFiltering(NSUInteger width, NSUInteger height, UIColor* color,
                                    float tolerance);
 
-  /// Whether GL calls reach the picker's context; without, they would reach somebody else's.
+  /// Whether GL calls reach the picker's context. If not, they would reach someone else's.
   bool isContextCurrent() const {
     return _context != nullptr && EAGLContext::currentContext() == _context;
   }
@@ -61,7 +61,7 @@ struct ColorPicker : objc::Implementation<CQColorPicker> {
   Strong<dispatch_queue_s> taskQueue;
 };
 
-/// Gives the memory of a dumped frame back.
+/// Frees the memory of a dumped frame.
 void freeImageData(void* info, const void* data, std::size_t size);
 
 }  // namespace varnix

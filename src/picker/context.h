@@ -6,7 +6,7 @@
 
 namespace varnix::picker {
 
-/// Makes the context of before current again at the end of the scope.
+/// Restores the current context at the end of the scope.
 class RestoredContext {
  public:
   RestoredContext() : before_(Strong<EAGLContext>::retain(EAGLContext::currentContext())) {}

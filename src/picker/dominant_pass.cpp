@@ -1,4 +1,4 @@
-// The pass itself: the image goes up, the frame is drawn and read back.
+// The pass itself: upload the image, draw the frame, read it back.
 #include <bit>
 #include <cstdlib>
 
@@ -14,7 +14,7 @@ using picker::Frame;
 
 namespace {
 
-/// Where a member of the vertices lies in the bound buffer, as GL wants it: as a pointer.
+/// The offset of a vertex's member in the bound buffer, as the pointer that GL expects.
 const void* atOffset(std::size_t offset) { return std::bit_cast<const void*>(offset); }
 
 void pointAttribute(GLuint slot, GLint components, std::size_t offset) {
@@ -50,7 +50,7 @@ void ColorPicker::renderDominant() {
   if (!isContextCurrent()) return;
   glEnable(GL_BLEND);
   glBlendFunc(GL_ONE, GL_ZERO);
-  glEnable(GL_TEXTURE_2D);  // no capability of OpenGL ES 2.0, which says so and goes on
+  glEnable(GL_TEXTURE_2D);  // not an ES 2.0 capability: GL sets an error and goes on
   glViewport(0, 0, kTotalWidth, kTotalWidth);
 
   glBindBuffer(GL_ARRAY_BUFFER, _vertexBuffer);
@@ -76,7 +76,7 @@ UIImage* ColorPicker::dumpFrame(NSUInteger width, NSUInteger height, UIColor** b
   Frame frame(width, height, isContextCurrent());
   if (biggestAlphaColor != nullptr) *biggestAlphaColor = frame.mostFrequent().opaque();
   const std::size_t bytesPerRow = width * 4;
-  // The provider stays: it goes when the process does.
+  // The provider is not released: it lives as long as the process.
   CGDataProviderRef provider =
       CGDataProviderCreateWithData(nullptr, frame.leak(), bytesPerRow * height, &freeImageData);
   const objc::Owned<CGColorSpaceRef, &CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());

@@ -11,7 +11,7 @@
 
 namespace varnix::picker {
 
-/// A pixel's colour and, as alpha, how many samples are like it.
+/// A pixel's colour and, as alpha, the number of similar samples.
 struct FramePixel {
   std::uint8_t red, green, blue, alpha;
 
@@ -22,8 +22,8 @@ struct FramePixel {
   }
 };
 
-/// Rows of that many pixels, the image's top row first. All zeros where nothing could be read;
-/// null where there is no memory for it.
+/// Rows of that many pixels, the image's top row first. All zeros if nothing could be read; null if
+/// there is no memory.
 inline FramePixel* readFrame(NSUInteger width, NSUInteger height, bool canRead) {
   NSUInteger count = 0;
   constexpr NSUInteger kLongest = 0x7fffffff;
@@ -46,8 +46,8 @@ class Frame {
   Frame& operator=(const Frame&) = delete;
   ~Frame() { std::free(pixels_); }
 
-  /// The first of the pixels with the greatest alpha, among those of the quarter that counts whose
-  /// colour qualifies; black with alpha 0 where there is none.
+  /// The pixel with the greatest alpha (the first, if several are equal) among those in the quarter
+  /// that counts whose colour qualifies. Black with alpha 0 if there is none.
   template <class Qualifies>
   FramePixel mostFrequent(Qualifies qualifies) const {
     FramePixel best{};

@@ -1,4 +1,4 @@
-// How large the picture is that the shader works on.
+// The size of the picture that the shader works on.
 #pragma once
 
 /// Pixels on each side of the squeezed image and of the frame.

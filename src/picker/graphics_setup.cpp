@@ -1,5 +1,5 @@
-// What a pass needs in the picker's context: made where the context does not hold it yet. Nothing
-// is deleted; it all goes with the context.
+// Makes what a pass needs in the picker's context, if the context does not have it yet. Nothing is
+// deleted; everything goes with the context.
 #include "objc/association.h"
 #include "picker/CQColorPicker_object.h"
 #include "picker/frame_size.h"
@@ -10,8 +10,8 @@ namespace varnix {
 
 namespace {
 
-/// A vertex shader that has no program because the fragment shader failed waits for the next
-/// request under this key of the context.
+/// If the fragment shader fails, the vertex shader has no program and waits for the next request
+/// under this key of the context.
 SEL waitingShaderKey() { return objc::Selector<"waitingVertexShader">::get(); }
 
 GLuint waitingShader(EAGLContext* context) {
@@ -26,7 +26,7 @@ void keepWaitingShader(EAGLContext* context, GLuint shader) {
                   AssociationPolicy::retain);
 }
 
-/// What a pass without a program leaves in the frame, which may have held another image's.
+/// What a pass without a program leaves in the frame, instead of an earlier image's pixels.
 bool failWithBlackFrame() {
   glUseProgram(0);
   glClearColor(0, 0, 0, 0);
@@ -80,7 +80,7 @@ bool ColorPicker::setupContext() {
   } else {
     NSLog("Failed to set current OpenGL context"_ns);
   }
-  // The rest of the pass is not to reach a context of somebody else's.
+  // The rest of the pass must not reach someone else's context.
   EAGLContext::setCurrentContext(nullptr);
   return false;
 }

@@ -11,7 +11,7 @@ using objc::makeBlock;
 namespace {
 
 NSDictionary* dictionaryOf(CQColorScheme* scheme) {
-  // The list ends at its first nil.
+  // The first nil ends the list.
   return NSDictionary::dictionaryWithObjectsAndKeys(
       send(scheme, CQColorScheme::backgroundColor), "BackgroundColor"_ns,
       send(scheme, CQColorScheme::primaryTextColor), "PrimaryTextColor"_ns,
@@ -21,7 +21,7 @@ NSDictionary* dictionaryOf(CQColorScheme* scheme) {
 
 }  // namespace
 
-// Nothing here asks how the set-up went: what could not be drawn reads back as black.
+// The set-up's result is not checked: what could not be drawn reads back as black.
 CQColorScheme* ColorPicker::colorSchemeFromImage(UIImage* image) {
   if (!send(self(), CQColorPicker::isAppActive)) return nullptr;
   const picker::RestoredContext restored;

@@ -12,7 +12,7 @@ bool ColorPicker::validateProgram(GLuint program) {
   GLint length = 0;
   glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
   if (length >= 1) {
-    // The log is fetched and dropped.
+    // The log is fetched and discarded.
     const objc::Owned<void*, &std::free> log(std::malloc(static_cast<std::size_t>(length)));
     if (log != nullptr)
       glGetProgramInfoLog(program, length, nullptr, static_cast<GLchar*>(static_cast<void*>(log)));

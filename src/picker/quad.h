@@ -1,11 +1,11 @@
-// The quad that covers the frame: corners with the image's own, two triangles.
+// The quad that covers the frame: corners with the image's coordinates, two triangles.
 #pragma once
 
 #include "platform/OpenGLES.h"
 
 struct Vertex {
   GLfloat position[3];
-  GLfloat color[4];  ///< reaches the shader and changes nothing
+  GLfloat color[4];  ///< the shader takes it and ignores it
   GLfloat textureCoordinate[2];
 };
 static_assert(sizeof(Vertex) == 36);

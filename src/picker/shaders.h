@@ -1,5 +1,5 @@
-// The pass that counts how many samples of the image look like each of its pixels. The spelling of
-// the uniforms is part of it.
+// The shaders, which count for each pixel how many samples of the image are similar. The names of
+// the uniforms must not change.
 #pragma once
 
 // clang-format off: one statement a line

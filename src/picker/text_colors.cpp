@@ -14,7 +14,7 @@ using picker::FramePixel;
 
 namespace {
 
-// Squared distances, of 195075.
+// Squared distances, at most 195075.
 constexpr NSUInteger kFarFromBackground = 16256;
 constexpr NSUInteger kFarFromPrimary = 5852;
 
@@ -37,7 +37,7 @@ CQRGBPixel wholeNumbers(UIColor* color) {
   return {wholeNumber(red), wholeNumber(green), wholeNumber(blue)};
 }
 
-/// How far is far: a tolerance of 1 is a channel's whole range.
+/// What counts as far: a tolerance of 1 is a channel's whole range.
 NSUInteger squaredLimit(float tolerance) {
   const float distance = tolerance * 255;
   const float limit = distance * distance;

@@ -1,5 +1,5 @@
-// The Accounts framework: the accounts of social networks that are stored on the device. It is not
-// linked, which would load it into every process.
+// The Accounts framework: the accounts of social networks on the device. It is not linked, since
+// that would load it into every process.
 #pragma once
 
 #include "objc/block.h"
@@ -14,7 +14,7 @@ struct ACAccount : objc::View<ACAccount, NSObject> {
 struct ACAccountStore : objc::View<ACAccountStore, NSObject> {
   static constexpr Message<"accountTypeWithAccountTypeIdentifier:", ACAccountType*(NSString*)>
       accountTypeWithAccountTypeIdentifier{};
-  /// Asks the user where that was not done before. The handler is called on any thread.
+  /// Asks the user, if that was not done before. The handler may be called on any thread.
   static constexpr Message<"requestAccessToAccountsWithType:withCompletionHandler:",
                            void(ACAccountType*, objc::Block<void(bool granted, NSError*)>)>
       requestAccessToAccountsWithType{};

@@ -6,10 +6,10 @@
 
 #pragma GCC visibility push(default)
 extern "C" {
-/// The colour of "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha" behind it. A nil or
+/// The colour of "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha" after it. A nil or
 /// unreadable value gives the fallback's colour. Some versions throw on a value of one digit and
-/// guess at malformed ones: hand over only what is of an accepted form. Nil itself where the device
-/// lacks the library, or has one without this function.
+/// guess at malformed ones, so pass only values of an accepted form. The function itself is null if
+/// the device lacks the library, or has one without this function.
 OBJC_WEAK UIColor* LCPParseColorString(NSString* value, NSString* fallback);
 }
 #pragma GCC visibility pop

@@ -14,7 +14,7 @@ using CFNotificationCallback = void (*)(CFNotificationCenterRef center, void* ob
                                         CFStringRef name, const void* object,
                                         CFDictionaryRef userInfo);
 
-/// What becomes of notifications while an observer's process is suspended.
+/// What happens to notifications while an observer's process is suspended.
 enum class CFNotificationSuspensionBehavior : NSInteger {
   drop = 1,
   coalesce = 2,
@@ -24,7 +24,7 @@ enum class CFNotificationSuspensionBehavior : NSInteger {
 
 #pragma GCC visibility push(default)
 extern "C" {
-/// The centre whose notifications reach every process; they carry a name and nothing else.
+/// The centre whose notifications reach every process. They carry only a name.
 CFNotificationCenterRef CFNotificationCenterGetDarwinNotifyCenter();
 
 /// The callback runs on the process's main thread. The observer is not kept alive.
@@ -41,7 +41,7 @@ using CFTypeID = unsigned long;
 CFTypeID CFGetTypeID(CFTypeRef object);
 
 // Private: null on a system without them.
-/// The type of the references between the objects of a keyed archive, and the index that one holds.
+/// The type of the references between the objects of a keyed archive, and the index in a reference.
 OBJC_WEAK CFTypeID _CFKeyedArchiverUIDGetTypeID();
 OBJC_WEAK std::uint32_t _CFKeyedArchiverUIDGetValue(CFTypeRef uid);
 /// Writes a line to the system log. The format may mix %s, %d and %@. Level 3 is an error.

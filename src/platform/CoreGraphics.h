@@ -27,7 +27,7 @@ OBJC_STRUCT(CGPoint, CGFloat, CGFloat);
 OBJC_STRUCT(CGSize, CGFloat, CGFloat);
 OBJC_STRUCT(CGRect, CGPoint, CGSize);
 
-// Owned by whoever called a function with Create in its name; every Release takes nil.
+// The caller of a function with Create in its name owns the result. Every Release accepts nil.
 struct CGColor;
 struct CGColorSpace;
 struct CGContext;
@@ -47,7 +47,7 @@ using CGDataProviderRef = CGDataProvider*;
 using CGGradientRef = CGGradient*;
 using CGImageRef = CGImage*;
 
-/// Where a pixel keeps its alpha (low five bits), and the order of its bytes (bits 12 to 14).
+/// The position of a pixel's alpha (low five bits), and the order of its bytes (bits 12 to 14).
 using CGBitmapInfo = std::uint32_t;
 inline constexpr CGBitmapInfo kCGImageAlphaNone = 0;
 inline constexpr CGBitmapInfo kCGImageAlphaPremultipliedLast = 1;
@@ -79,12 +79,12 @@ extern "C" {
 CGColorSpaceRef CGColorSpaceCreateDeviceRGB();
 void CGColorSpaceRelease(CGColorSpaceRef space);
 
-/// Alpha included: four for red, green, blue; two for a grey. 0 for nil.
+/// Including alpha: four for red, green and blue, two for a grey. 0 for nil.
 std::size_t CGColorGetNumberOfComponents(CGColorRef color);
-/// As many as that, each 0 to 1, alpha last; they live as long as the colour. Nil for nil.
+/// That many values, each 0 to 1, alpha last. They live as long as the colour. Nil for nil.
 const CGFloat* CGColorGetComponents(CGColorRef color);
 
-/// The callback, which may be null, gives the data back when nobody needs it any more.
+/// The callback, which may be null, frees the data when it is no longer needed.
 CGDataProviderRef CGDataProviderCreateWithData(void* info, const void* data, std::size_t size,
                                                CGDataProviderReleaseDataCallback release);
 void CGDataProviderRelease(CGDataProviderRef provider);
@@ -94,15 +94,15 @@ std::size_t CGImageGetWidth(CGImageRef image);
 std::size_t CGImageGetHeight(CGImageRef image);
 /// Not owned by the caller; nil for nil and for a mask.
 CGColorSpaceRef CGImageGetColorSpace(CGImageRef image);
-/// Nil where the parameters fit no pixel format.
+/// Nil if the parameters match no pixel format.
 CGImageRef CGImageCreate(std::size_t width, std::size_t height, std::size_t bitsPerComponent,
                          std::size_t bitsPerPixel, std::size_t bytesPerRow, CGColorSpaceRef space,
                          CGBitmapInfo bitmapInfo, CGDataProviderRef provider, const CGFloat* decode,
                          bool shouldInterpolate, CGColorRenderingIntent intent);
 void CGImageRelease(CGImageRef image);
 
-/// A context over the caller's memory, or over its own where data is null. The first row in memory
-/// is the top one; (0, 0) is the lower left corner. Nil where the parameters fit no pixel format.
+/// A context over the caller's memory, or over its own if data is null. The first row in memory is
+/// the top one; (0, 0) is the lower left corner. Nil if the parameters match no pixel format.
 CGContextRef CGBitmapContextCreate(void* data, std::size_t width, std::size_t height,
                                    std::size_t bitsPerComponent, std::size_t bytesPerRow,
                                    CGColorSpaceRef space, CGBitmapInfo bitmapInfo);
@@ -115,19 +115,19 @@ void CGContextRestoreGState(CGContextRef context);
 void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
 void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
 void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode);
-/// What is drawn from now on is covered as the image's alpha has it, stretched to the rectangle.
+/// Everything drawn from now on is masked by the image's alpha, stretched to the rectangle.
 void CGContextClipToMask(CGContextRef context, CGRect rect, CGImageRef mask);
 void CGContextAddRect(CGContextRef context, CGRect rect);
 void CGContextFillPath(CGContextRef context);
-/// In the current fill colour, opaque black to begin with.
+/// In the current fill colour, which is opaque black at first.
 void CGContextFillRect(CGContextRef context, CGRect rect);
 
-/// Of CGColors, an NSArray of them; without locations they are evenly spaced from 0 to 1. Nil for
-/// an empty list.
+/// From an NSArray of CGColors. Without locations they are evenly spaced from 0 to 1. Nil for an
+/// empty list.
 CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef space, NSObject* colors,
                                          const CGFloat* locations);
 void CGGradientRelease(CGGradientRef gradient);
-/// Without options it is not extended beyond its two points. Nothing for a nil gradient.
+/// Without options it does not extend beyond its two points. Does nothing for a nil gradient.
 void CGContextDrawLinearGradient(CGContextRef context, CGGradientRef gradient, CGPoint start,
                                  CGPoint end, CGGradientDrawingOptions options);
 }

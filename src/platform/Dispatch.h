@@ -4,7 +4,7 @@
 #include "objc/block.h"
 #include "objc/object.h"
 
-/// A queue is an object: it is retained and released as one.
+/// A queue is an object, and is retained and released like one.
 struct dispatch_queue_s : objc::View<dispatch_queue_s, NSObject> {};
 using dispatch_queue_t = dispatch_queue_s*;
 struct dispatch_queue_attr_s;
@@ -17,12 +17,12 @@ inline constexpr long DISPATCH_QUEUE_PRIORITY_LOW = -2;
 extern "C" {
 extern dispatch_queue_s _dispatch_main_q;
 
-/// Serial where there are no attributes. The label is copied. Owned by the caller.
+/// Serial if there are no attributes. The label is copied. Owned by the caller.
 dispatch_queue_t dispatch_queue_create(const char* label, dispatch_queue_attr_s* attributes);
 /// A concurrent queue that lives as long as the process, of priority 2, 0, -2 or -32768; nil for
 /// another number.
 dispatch_queue_t dispatch_get_global_queue(long priority, unsigned long flags);
-/// Where the queue's blocks run from now on.
+/// Sets the queue on which this queue's blocks run from now on.
 void dispatch_set_target_queue(NSObject* object, dispatch_queue_t queue);
 /// Runs a copy of the block later, on the queue.
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);

@@ -27,7 +27,7 @@ struct NSString : objc::View<NSString, NSObject> {
   /// In UTF-16 units.
   static constexpr Message<"length", NSUInteger()> length{};
   static constexpr Message<"UTF8String", const char*()> UTF8String{};
-  /// Nil for bytes that the encoding does not have. The receiver comes from alloc.
+  /// Nil for bytes that are invalid in the encoding. The receiver comes from alloc.
   static constexpr Message<"initWithData:encoding:", NSString*(NSData*, NSUInteger)> initWithData{};
   static constexpr Message<"stringByAppendingString:", NSString*(NSString*)>
       stringByAppendingString{};
@@ -36,7 +36,7 @@ struct NSString : objc::View<NSString, NSObject> {
   static constexpr Message<"stringByDeletingPathExtension", NSString*()>
       stringByDeletingPathExtension{};
 
-  // The reading of the leading text; 0 and NO where it has none.
+  // The value of the leading text; 0 and NO if it has none.
   static constexpr Message<"boolValue", bool()> boolValue{};
   static constexpr Message<"intValue", int()> intValue{};
   static constexpr Message<"integerValue", NSInteger()> integerValue{};
@@ -54,13 +54,13 @@ struct NSNumber : objc::View<NSNumber, NSObject> {
   static constexpr Message<"longLongValue", long long()> longLongValue{};
   static constexpr Message<"floatValue", float()> floatValue{};
   static constexpr Message<"doubleValue", double()> doubleValue{};
-  /// The encoding of what it was made from; "c" for a boolean.
+  /// The encoding of the value it was made from; "c" for a boolean.
   static constexpr Message<"objCType", const char*()> objCType{};
 };
 
 struct NSURL : objc::View<NSURL, NSObject> {
-  /// Nil for text that is no URL: one with a blank or another character that must be escaped.
-  /// Raises for nil.
+  /// Nil for text that is not a URL, such as one with a blank or another character that must be
+  /// escaped. Raises for nil.
   static constexpr ClassMessage<"URLWithString:", NSURL*(NSString*)> URLWithString{};
   static constexpr Message<"absoluteString", NSString*()> absoluteString{};
 };
@@ -68,7 +68,7 @@ struct NSURL : objc::View<NSURL, NSObject> {
 struct NSData : objc::View<NSData, NSObject> {
   static constexpr ClassMessage<"dataWithBytes:length:", NSData*(const void*, NSUInteger)>
       dataWithBytes{};
-  /// What a file holds; nil where there is none that can be read.
+  /// The contents of a file; nil if it cannot be read.
   static constexpr ClassMessage<"dataWithContentsOfFile:", NSData*(NSString*)>
       dataWithContentsOfFile{};
 
@@ -76,7 +76,7 @@ struct NSData : objc::View<NSData, NSObject> {
   static constexpr Message<"length", NSUInteger()> length{};
 };
 
-/// Seconds since the first moment of 2001, GMT.
+/// Seconds since the start of 2001, GMT.
 struct NSDate : objc::View<NSDate, NSObject> {
   /// Now.
   static constexpr ClassMessage<"date", NSDate*()> date{};
@@ -92,7 +92,7 @@ struct NSArray : objc::View<NSArray, NSObject> {
       arrayWithObjects{};
 
   static constexpr Message<"count", NSUInteger()> count{};
-  /// Nil where it is empty.
+  /// Nil if it is empty.
   static constexpr Message<"lastObject", NSObject*()> lastObject{};
   /// Raises beyond the end.
   static constexpr Message<"objectAtIndex:", NSObject*(NSUInteger)> objectAtIndex{};
@@ -111,7 +111,7 @@ struct NSDictionary : objc::View<NSDictionary, NSObject> {
   /// A nil ends the list, wherever it stands.
   static constexpr ClassMessage<"dictionaryWithObjectsAndKeys:", NSDictionary*(NSObject*, ...)>
       dictionaryWithObjectsAndKeys{};
-  /// Nil where the file is missing, is no property list or holds no dictionary on top.
+  /// Nil if the file is missing, is not a property list, or its root is not a dictionary.
   static constexpr ClassMessage<"dictionaryWithContentsOfFile:", NSDictionary*(NSString*)>
       dictionaryWithContentsOfFile{};
 
@@ -119,7 +119,7 @@ struct NSDictionary : objc::View<NSDictionary, NSObject> {
   /// Nil for an absent or nil key.
   static constexpr Message<"objectForKey:", NSObject*(NSObject*)> objectForKey{};
   static constexpr Message<"allKeys", NSArray*()> allKeys{};
-  /// As an XML property list. NO where the file cannot be written.
+  /// As an XML property list. NO if the file cannot be written.
   static constexpr Message<"writeToFile:atomically:", bool(NSString*, bool)> writeToFile{};
 };
 
@@ -132,7 +132,7 @@ struct NSMutableDictionary : objc::View<NSMutableDictionary, NSDictionary> {
   /// Raises for a nil object or key.
   static constexpr Message<"setObject:forKey:", void(NSObject*, NSObject*)> setObjectForKey{};
   static constexpr Message<"removeObjectForKey:", void(NSObject*)> removeObjectForKey{};
-  /// The other's entries replace those of the same key.
+  /// The other's entries replace those with the same key.
   static constexpr Message<"addEntriesFromDictionary:", void(NSDictionary*)>
       addEntriesFromDictionary{};
 };
@@ -140,7 +140,7 @@ struct NSMutableDictionary : objc::View<NSMutableDictionary, NSDictionary> {
 struct NSBundle : objc::View<NSBundle, NSObject> {
   static constexpr ClassMessage<"mainBundle", NSBundle*()> mainBundle{};
 
-  /// Nil for a process that is no bundle.
+  /// Nil for a process that is not a bundle.
   static constexpr Message<"bundleIdentifier", NSString*()> bundleIdentifier{};
 };
 
@@ -148,20 +148,20 @@ struct NSBundle : objc::View<NSBundle, NSObject> {
 struct NSNotificationCenter : objc::View<NSNotificationCenter, NSObject> {
   static constexpr ClassMessage<"defaultCenter", NSNotificationCenter*()> defaultCenter{};
 
-  /// The observer is not kept alive. A nil object is any sender.
+  /// The observer is not kept alive. A nil object means any sender.
   static constexpr Message<"addObserver:selector:name:object:",
                            void(NSObject*, SEL, NSString*, NSObject*)>
       addObserver{};
   /// For all names.
   static constexpr Message<"removeObserver:", void(NSObject*)> removeObserver{};
-  /// To every observer, before it returns.
+  /// Notifies every observer before it returns.
   static constexpr Message<"postNotificationName:object:", void(NSString*, NSObject*)>
       postNotificationName{};
 };
 
 struct NSThread : objc::View<NSThread, NSObject> {
   static constexpr ClassMessage<"isMainThread", bool()> isMainThread{};
-  /// For so many seconds at least; on any thread.
+  /// For at least that many seconds; on any thread.
   static constexpr ClassMessage<"sleepForTimeInterval:", void(double)> sleepForTimeInterval{};
 };
 
@@ -172,7 +172,8 @@ struct NSKeyedArchiver : objc::View<NSKeyedArchiver, NSObject> {
 };
 
 struct NSKeyedUnarchiver : objc::View<NSKeyedUnarchiver, NSObject> {
-  /// Raises for data that is no archive, and for one of classes that the process lacks.
+  /// Raises for data that is not an archive, and for an archive with classes that the process
+  /// lacks.
   static constexpr ClassMessage<"unarchiveObjectWithData:", NSObject*(NSData*)>
       unarchiveObjectWithData{};
 };
@@ -187,7 +188,7 @@ struct NSTimeZone : objc::View<NSTimeZone, NSObject> {
       timeZoneForSecondsFromGMT{};
 };
 
-/// New ones have the user's locale, with its calendar, and the device's time zone.
+/// A new one has the user's locale, with its calendar, and the device's time zone.
 struct NSDateFormatter : objc::View<NSDateFormatter, NSObject> {
   static constexpr Message<"setLocale:", void(NSLocale*)> setLocale{};
   static constexpr Message<"setDateFormat:", void(NSString*)> setDateFormat{};
@@ -201,7 +202,7 @@ struct NSFileManager : objc::View<NSFileManager, NSObject> {
 };
 
 struct NSFileHandle : objc::View<NSFileHandle, NSObject> {
-  /// Waits for the end.
+  /// Reads to the end, and waits for it.
   static constexpr Message<"readDataToEndOfFile", NSData*()> readDataToEndOfFile{};
 };
 
@@ -215,9 +216,9 @@ struct NSPipe : objc::View<NSPipe, NSObject> {
 struct NSTask : objc::View<NSTask, NSObject> {
   static constexpr Message<"setLaunchPath:", void(NSString*)> setLaunchPath{};
   static constexpr Message<"setArguments:", void(NSArray*)> setArguments{};
-  /// A pipe's writing end is closed here once the child has it.
+  /// The writing end of a pipe is closed in this process once the child has it.
   static constexpr Message<"setStandardOutput:", void(NSObject*)> setStandardOutput{};
-  /// Raises where the file cannot be run.
+  /// Raises if the file cannot be run.
   static constexpr Message<"launch", void()> launch{};
 };
 
@@ -226,8 +227,8 @@ struct NSError : objc::View<NSError, NSObject> {
 };
 
 struct NSPropertyListSerialization : objc::View<NSPropertyListSerialization, NSObject> {
-  /// The tree of a property list in any form; nil where it cannot be read. The references of a
-  /// keyed archive are objects of CoreFoundation's own.
+  /// The tree of a property list in any form; nil if it cannot be read. References in a keyed
+  /// archive are objects of CoreFoundation's own.
   static constexpr ClassMessage<"propertyListWithData:options:format:error:",
                                 NSObject*(NSData*, NSUInteger options, NSUInteger* format,
                                           NSError** error)>

@@ -1,4 +1,4 @@
-// What the Instagram application has of its own.
+// Classes of the Instagram application.
 #pragma once
 
 #include "platform/UIKit.h"

@@ -1,4 +1,4 @@
-// OpenGL ES 2.0 and the contexts that it draws in.
+// OpenGL ES 2.0 and its contexts.
 #pragma once
 
 #include <cstdint>
@@ -21,11 +21,11 @@ using GLuint = std::uint32_t;
 inline constexpr NSUInteger kEAGLRenderingAPIOpenGLES2 = 2;
 
 struct EAGLContext : objc::View<EAGLContext, NSObject> {
-  /// Nil where there is no such API.
+  /// Nil if there is no such API.
   static constexpr Message<"initWithAPI:", EAGLContext*(NSUInteger)> initWithAPI{};
   /// The context of the calling thread's GL calls; nil for none.
   static constexpr ClassMessage<"currentContext", EAGLContext*()> currentContext{};
-  /// It is kept alive while it is current. NO where that fails.
+  /// It is kept alive while it is current. NO if that fails.
   static constexpr ClassMessage<"setCurrentContext:", bool(EAGLContext*)> setCurrentContext{};
 };
 
@@ -62,7 +62,7 @@ inline constexpr GLenum GL_DEPTH_ATTACHMENT = 0x8D00;
 inline constexpr GLenum GL_FRAMEBUFFER = 0x8D40;
 inline constexpr GLenum GL_RENDERBUFFER = 0x8D41;
 
-// Without a current context every call does nothing, and every question answers 0.
+// Without a current context every call does nothing, and every query returns 0.
 #pragma GCC visibility push(default)
 extern "C" {
 void glActiveTexture(GLenum texture);

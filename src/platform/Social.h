@@ -1,5 +1,5 @@
-// The Social framework: requests to social networks, and the sheet that composes a post. It is not
-// linked, which would load it into every process.
+// The Social framework: requests to social networks, and the sheet for writing a post. It is not
+// linked, since that would load it into every process.
 #pragma once
 
 #include "platform/Accounts.h"
@@ -16,7 +16,7 @@ struct SLRequest : objc::View<SLRequest, NSObject> {
                                 SLRequest*(NSString*, NSInteger, NSURL*, NSDictionary*)>
       requestForServiceType{};
   static constexpr Message<"setAccount:", void(ACAccount*)> setAccount{};
-  /// Returns at once; the handler is called on any thread. It may not be nil.
+  /// Returns at once. The handler may be called on any thread, and must not be nil.
   static constexpr Message<"performRequestWithHandler:",
                            void(objc::Block<void(NSData*, NSHTTPURLResponse*, NSError*)>)>
       performRequestWithHandler{};

@@ -7,7 +7,7 @@
 /// An application as SpringBoard knows it.
 struct SBApplication : objc::View<SBApplication, NSObject> {
   static constexpr Message<"bundleIdentifier", NSString*()> bundleIdentifier{};
-  /// What earlier systems call it.
+  /// Its name in earlier systems.
   static constexpr Message<"displayIdentifier", NSString*()> displayIdentifier{};
 };
 
@@ -25,7 +25,7 @@ struct SBControlCenterContentContainerView
   static constexpr Message<"controlCenterWillPresent", void()> willPresent{};
   static constexpr Message<"_updateBackground", void()> updateBackground{};
   static constexpr Message<"backdropView", UIView*()> backdropView{};
-  /// What lies behind the content where contrast is enhanced.
+  /// The view behind the content when contrast is enhanced.
   static constexpr objc::Variable<SBControlCenterContentContainerView,
                                   "_accessibilityBackgroundView", UIView>
       accessibilityBackgroundView{};
@@ -33,17 +33,17 @@ struct SBControlCenterContentContainerView
 
 struct SBNotificationCenterViewController
     : objc::View<SBNotificationCenterViewController, UIViewController> {
-  /// Nobody looks at what it answers, where it answers anything.
+  /// Its result, if it has one, is ignored.
   static constexpr Message<"hostWillPresent", NSObject*()> hostWillPresent{};
   static constexpr Message<"_backgroundContrastDidChange:", void(NSObject*)> contrastDidChange{};
   static constexpr Message<"backdropView", UIView*()> backdropView{};
 };
 
-/// What lies behind an icon with a blurred backing; a folder's derives from it.
+/// The background of an icon with a blurred backing; a folder's derives from it.
 struct SBIconBlurryBackgroundView : objc::View<SBIconBlurryBackgroundView, UIView> {
   static constexpr Message<"setWallpaperColor:phase:", void(CGColorRef, CGSize phase)>
       setWallpaperColor{};
-  /// Not in every system.
+  /// Missing on some systems.
   static constexpr Message<"setWallpaperBackgroundRect:forContents:withFallbackColor:",
                            void(CGRect, NSObject* contents, CGColorRef fallback)>
       setWallpaperBackgroundRect{};

@@ -1,4 +1,4 @@
-// UIKit: what the library replaces and asks.
+// UIKit: the parts that the library replaces and uses.
 #pragma once
 
 #include "objc/block.h"
@@ -19,13 +19,13 @@ struct UIColor : objc::View<UIColor, NSObject> {
   static constexpr ClassMessage<"whiteColor", UIColor*()> whiteColor{};
   static constexpr ClassMessage<"blackColor", UIColor*()> blackColor{};
 
-  /// The fill and stroke colour of the current context.
+  /// Sets the fill and stroke colour of the current context.
   static constexpr Message<"set", void()> set{};
-  /// As long as the colour lives.
+  /// Lives as long as the colour.
   static constexpr Message<"CGColor", CGColorRef()> CGColor{};
   static constexpr Message<"colorWithAlphaComponent:", UIColor*(CGFloat)> colorWithAlphaComponent{};
-  /// Each 0 to 1; a null place is left out. NO, and nothing written, for a colour without
-  /// components.
+  /// Each 0 to 1; a null pointer is skipped. For a colour without components it returns NO and
+  /// writes nothing.
   static constexpr Message<"getHue:saturation:brightness:alpha:",
                            bool(CGFloat*, CGFloat*, CGFloat*, CGFloat*)>
       getHue{};
@@ -41,7 +41,8 @@ struct UIView : objc::View<UIView, NSObject> {
   static constexpr Message<"setOpaque:", void(bool)> setOpaque{};
   static constexpr Message<"setAutoresizesSubviews:", void(bool)> setAutoresizesSubviews{};
   static constexpr Message<"setBackgroundColor:", void(UIColor*)> setBackgroundColor{};
-  /// What new instances look like inside containers of that class; a nil ends the containers.
+  /// The appearance of new instances inside containers of that class. A nil ends the list of
+  /// containers.
   static constexpr ClassMessage<"appearanceWhenContainedIn:", NSObject*(Class, ...)>
       appearanceWhenContainedIn{};
 };
@@ -56,9 +57,9 @@ struct UIViewController : objc::View<UIViewController, NSObject> {
   static constexpr Message<"initWithNibName:bundle:", UIViewController*(NSString*, NSBundle*)>
       initWithNibName{};
   static constexpr Message<"view", UIView*()> view{};
-  /// The one that it is in, near or far; nil for none.
+  /// The nearest split view that contains it, at any depth; nil if there is none.
   static constexpr Message<"splitViewController", UISplitViewController*()> splitViewController{};
-  /// How far its page may reach below the bars.
+  /// The edges at which its page may extend under bars.
   static constexpr Message<"edgesForExtendedLayout", UIRectEdge()> edgesForExtendedLayout{};
   static constexpr Message<"setEdgesForExtendedLayout:", void(UIRectEdge)>
       setEdgesForExtendedLayout{};
@@ -75,7 +76,7 @@ struct UISplitViewController : objc::View<UISplitViewController, UIViewControlle
 };
 
 struct UINavigationBar : objc::View<UINavigationBar, UIView> {
-  // Nil for the system's.
+  // Nil means the system's.
   static constexpr Message<"setTitleTextAttributes:", void(NSDictionary*)> setTitleTextAttributes{};
   static constexpr Message<"setBarTintColor:", void(UIColor*)> setBarTintColor{};
 };
@@ -107,7 +108,7 @@ struct UIStatusBarNewUIStyleAttributes : objc::View<UIStatusBarNewUIStyleAttribu
       initWithRequest{};
 };
 
-/// What draws the blur behind a surface; its settings are replaced now and then.
+/// Draws the blur behind a surface. The platform replaces its settings now and then.
 struct _UIBackdropViewSettings : objc::View<_UIBackdropViewSettings, NSObject> {
   static constexpr Message<"setRequiresColorStatistics:", void(bool)> setRequiresColorStatistics{};
   static constexpr Message<"setUsesColorTintView:", void(bool)> setUsesColorTintView{};
@@ -120,11 +121,11 @@ struct _UIBackdropView : objc::View<_UIBackdropView, UIView> {
 };
 
 struct UIApplication : objc::View<UIApplication, NSObject> {
-  /// Nil in a process that runs no application.
+  /// Nil in a process that is not an application.
   static constexpr ClassMessage<"sharedApplication", UIApplication*()> sharedApplication{};
-  /// Whether an installed application takes URLs of that scheme.
+  /// Whether an installed application opens URLs of that scheme.
   static constexpr Message<"canOpenURL:", bool(NSURL*)> canOpenURL{};
-  /// NO where no application takes the URL, and for nil.
+  /// NO if no application opens the URL, and for nil.
   static constexpr Message<"openURL:", bool(NSURL*)> openURL{};
   static constexpr Message<"applicationState", NSInteger()> applicationState{};
 };
@@ -138,24 +139,24 @@ OBJC_STRUCT(UIEdgeInsets, CGFloat, CGFloat, CGFloat, CGFloat);
 
 struct UIImage : objc::View<UIImage, NSObject> {
   static constexpr ClassMessage<"imageWithCGImage:", UIImage*(CGImageRef)> imageWithCGImage{};
-  /// PNG or JPEG, turned as its orientation says. Nil for anything else.
+  /// From PNG or JPEG, rotated according to its orientation. Nil for anything else.
   static constexpr Message<"initWithData:", UIImage*(NSData*)> initWithData{};
-  /// In points, and pixels a point.
+  /// In points, and in pixels per point.
   static constexpr Message<"size", CGSize()> size{};
   static constexpr Message<"scale", CGFloat()> scale{};
-  /// As long as the image lives; nil for one without bitmap.
+  /// Lives as long as the image; nil for one without bitmap.
   static constexpr Message<"CGImage", CGImageRef()> CGImage{};
   static constexpr Message<"capInsets", UIEdgeInsets()> capInsets{};
   static constexpr Message<"alignmentRectInsets", UIEdgeInsets()> alignmentRectInsets{};
   static constexpr Message<"renderingMode", NSInteger()> renderingMode{};
-  // Copies that differ in one of these.
+  // Copies that differ in one property.
   static constexpr Message<"resizableImageWithCapInsets:", UIImage*(UIEdgeInsets)>
       resizableImageWithCapInsets{};
   static constexpr Message<"imageWithAlignmentRectInsets:", UIImage*(UIEdgeInsets)>
       imageWithAlignmentRectInsets{};
   static constexpr Message<"imageWithRenderingMode:", UIImage*(NSInteger)> imageWithRenderingMode{};
 
-  // In the current image context, in points; the former stretches to the rectangle.
+  // Draw into the current image context, in points. The former stretches to the rectangle.
   static constexpr Message<"drawInRect:", void(CGRect)> drawInRect{};
   static constexpr Message<"drawAtPoint:", void(CGPoint)> drawAtPoint{};
 };
@@ -182,7 +183,7 @@ struct UINavigationItem : objc::View<UINavigationItem, NSObject> {
 
 /// Used on the main thread. Does not keep its delegate alive.
 struct UIAlertView : objc::View<UIAlertView, UIView> {
-  /// A nil text is left out, a button too. More titles follow the first other button's; a nil ends
+  /// A nil text or button is left out. More titles follow the first other button's; a nil ends
   /// them.
   static constexpr Message<"initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:",
                            UIAlertView*(NSString* title, NSString* message, NSObject* delegate,
@@ -201,19 +202,18 @@ extern "C" {
 /// The key of a text's colour among its attributes.
 extern NSString* const NSForegroundColorAttributeName;
 
-/// A new image context on top of the thread's stack of them: its size in points, pixels a point (0
-/// for the screen's), (0, 0) the upper left corner. An opaque one begins black.
+/// Pushes a new image context on the thread's stack: its size in points, pixels per point (0 for
+/// the screen's), with (0, 0) at the upper left corner. An opaque one starts black.
 void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat scale);
-/// What the context on top holds; nil without one.
+/// The image in the topmost context; nil without one.
 UIImage* UIGraphicsGetImageFromCurrentImageContext();
 void UIGraphicsEndImageContext();
 /// Nil without one.
 CGContextRef UIGraphicsGetCurrentContext();
-/// Whether the user asks for backgrounds that are less see-through: any byte but zero is yes.
-/// Private: null on a system without it.
+/// Whether the user wants less transparent backgrounds: any byte but zero is yes. Private: null on
+/// a system without it.
 OBJC_WEAK unsigned char _UIAccessibilityEnhanceBackgroundContrast();
-/// Quality 0 to 1. The image's transparent parts are laid on white. Nil for an image without
-/// bitmap.
+/// Quality is 0 to 1. Transparent parts of the image become white. Nil for an image without bitmap.
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 }
 #pragma GCC visibility pop

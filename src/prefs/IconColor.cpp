@@ -11,7 +11,7 @@ namespace varnix::Color {
 
 namespace {
 
-/// Asked of the manager anew each time; nil without one.
+/// The manager is asked again each time; nil without one.
 VXPrefsManager* storeOf(VNXManager* manager) { return send(manager, VNXManager::prefsMan); }
 
 NSString* cacheKey(NSString* identifier) {
@@ -22,20 +22,20 @@ NSObject* cachedColor(VNXManager* manager, NSString* identifier) {
   if (storeOf(manager) == nullptr) return nullptr;
   NSString* key = cacheKey(identifier);
   auto entry = [&] { return send(storeOf(manager), KTPrefsManager::objectForKey, key); };
-  // Unarchiving raises for anything else, and there is nobody here to catch it.
+  // Unarchiving raises for anything else, and nothing here catches it.
   if (!isDecodableArchive(entry())) return nullptr;
   return NSKeyedUnarchiver::unarchiveObjectWithData(static_cast<NSData*>(entry()));
 }
 
-/// Whether the file has bytes that are no settings: cut short, or in the middle of being written.
+/// Whether the file has bytes that are not settings: truncated, or in the middle of being written.
 bool isFileSpoiled(VNXManager* manager) {
   NSString* path = send(storeOf(manager), KTPrefsManager::plistPath);
   return NSDictionary::dictionaryWithContentsOfFile(path) == nullptr &&
          send(NSData::dataWithContentsOfFile(path), NSData::length) != 0;
 }
 
-/// Saving writes the whole view, so what others stored since the last reload is read first. Where
-/// it cannot be read the defaults would be written over it: the colour is kept in memory alone.
+/// Saving writes the whole view, so what others stored since the last reload is read first. If it
+/// cannot be read, saving would write the defaults over it, so the colour is kept only in memory.
 void storeArchive(NSData* archive, VNXManager* manager, NSString* identifier) {
   const bool isSpoiled = isFileSpoiled(manager);
   if (!isSpoiled) send(storeOf(manager), KTPrefsManager::updateCurrentImplementation);
@@ -43,7 +43,7 @@ void storeArchive(NSData* archive, VNXManager* manager, NSString* identifier) {
   if (!isSpoiled) send(storeOf(manager), KTPrefsManager::save);
 }
 
-/// The store is changed and written on the main thread alone: two writers would spoil the file.
+/// The store is changed and written on the main thread only: two writers would damage the file.
 void keepColor(UIColor* color, VNXManager* manager, NSString* identifier) {
   if (storeOf(manager) == nullptr || color == nullptr) return;
   NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(color);
@@ -55,7 +55,7 @@ void keepColor(UIColor* color, VNXManager* manager, NSString* identifier) {
   dispatch_async(dispatch_get_main_queue(), store);
 }
 
-/// Nil for an application without icon, and where there is no list or one that cannot tell.
+/// Nil for an application without icon, and if there is no list or the list cannot tell.
 UIImage* iconOf(NSString* identifier) {
   if (!objc::understands(ALApplicationList::sharedApplicationList)) return nullptr;
   ALApplicationList* list = ALApplicationList::sharedApplicationList();
@@ -63,7 +63,7 @@ UIImage* iconOf(NSString* identifier) {
   return send(list, ALApplicationList::iconOfSize, ALApplicationIconSizeLarge, identifier);
 }
 
-/// Without the icon's alpha: its transparent corners become pixels like others.
+/// The icon without alpha: its transparent corners become ordinary pixels.
 UIImage* opaqueCopy(UIImage* icon) {
   NSData* data = UIImageJPEGRepresentation(icon, 1);
   return Strong<UIImage>::adopt(send(objc::alloc<UIImage>(), UIImage::initWithData, data))
@@ -79,7 +79,7 @@ UIColor* IconColor(NSString* identifier, UIColor* fallback, VNXManager* manager)
   if (identifier == nullptr || icon == nullptr) return fallback;
 
   UIImage* image = opaqueCopy(icon);
-  ImportantColor(image);  // the first answer is dropped: the second is the one that counts
+  ImportantColor(image);  // this answer is discarded: only the second counts
   UIColor* color = ImportantColor(image);
   keepColor(color, manager, identifier);
   return color;

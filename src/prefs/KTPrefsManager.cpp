@@ -13,7 +13,8 @@ using objc::Storage;
 
 namespace {
 
-// A table row is also the way to store past an accessor that another extension may have replaced.
+// The table's rows also serve to store values without the accessors, which another extension may
+// have replaced.
 using NotificationCallback =
     Accessors<KTPrefsManager::notificationCallback, KTPrefsManager::setNotificationCallback,
               &PrefsManager::_notificationCallback, Storage::assign, Atomicity::atomic>;
@@ -34,13 +35,13 @@ void notificationArrived(CFNotificationCenterRef, void* observer, CFStringRef, c
   send(static_cast<KTPrefsManager*>(observer), KTPrefsManager::notificationReceived);
 }
 
-/// Changes a copy of the merged view and puts it in the view's place: another thread may be looking
-/// into the view itself.
+/// Changes a copy of the merged view and replaces the view with it: another thread may be reading
+/// the view.
 template <class Change>
 void changeView(PrefsManager& store, Change change) {
   for (;;) {
     using View = Strong<NSMutableDictionary>;
-    // Both are the pool's: a nil object or key raises, and nothing here is given back then.
+    // The pool owns both: a nil object or key raises, and nothing would be released here.
     NSMutableDictionary* view = store._currentPrefsImplementation.read().autorelease();
     if (view == nullptr) return;
     NSMutableDictionary* changed = NSMutableDictionary::dictionary();
@@ -51,16 +52,16 @@ void changeView(PrefsManager& store, Change change) {
   }
 }
 
-/// In seconds. A file that is written in place has no bytes for a moment.
+/// In seconds. A file that is written in place is empty for a moment.
 constexpr double kWaits[] = {0.001, 0.002, 0.004, 0.008};
 
-/// Nil for a file that is missing, holds no dictionary, or stays without bytes.
+/// Nil for a file that is missing, stays empty, or holds no dictionary.
 NSDictionary* dictionaryIn(NSString* path) {
   for (const double wait : kWaits) {
     if (NSDictionary* found = NSDictionary::dictionaryWithContentsOfFile(path)) return found;
     NSData* bytes = NSData::dataWithContentsOfFile(path);
     if (bytes == nullptr) return nullptr;
-    if (send(bytes, NSData::length) != 0) break;  // written since, or no property list
+    if (send(bytes, NSData::length) != 0) break;  // written meanwhile, or not a property list
     NSThread::sleepForTimeInterval(wait);
   }
   return NSDictionary::dictionaryWithContentsOfFile(path);
@@ -86,8 +87,8 @@ KTPrefsManager* PrefsManager::initWithId(NSString* identifier, NSDictionary* def
   return self();
 }
 
-// The path goes through its setter, which reloads once more: by then there are neither defaults
-// nor a path, so that it builds an empty view.
+// The path is cleared through its setter, which reloads once more. By then there are neither
+// defaults nor a path, so it builds an empty view.
 void PrefsManager::dealloc() {
   send(self(), KTPrefsManager::setDefaultValues, nullptr);
   send(self(), KTPrefsManager::setNotificationName, nullptr);
@@ -118,7 +119,7 @@ void PrefsManager::notificationReceived() {
   if (_notificationCallback != nullptr) (*_notificationCallback)(self());
 }
 
-// The object is the caller's beyond the view's end.
+// The object must outlive the view, for the caller.
 NSObject* PrefsManager::objectForKey(NSString* key) {
   const auto view = _currentPrefsImplementation.read();
   return Strong<NSObject>::retain(send(view, NSDictionary::objectForKey, key)).autorelease();

@@ -6,9 +6,9 @@
 #include "platform/Foundation.h"
 #include "platform/Preferences.h"
 
-/// Defaults overlaid by a property-list file, reloaded whenever a Darwin notification says that
-/// the file has changed. It is changed on the main thread; other threads may read meanwhile, and no
-/// lock is taken.
+/// Defaults overlaid by a property-list file, reloaded whenever a Darwin notification says that the
+/// file has changed. Only the main thread changes it. Other threads may read at the same time, and
+/// no lock is taken.
 struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   using Callback = objc::Block<void(KTPrefsManager*)>;
 
@@ -24,7 +24,7 @@ struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   static constexpr Message<"setNotificationCallback:", void(Callback)> setNotificationCallback{};
   static constexpr Message<"notificationName", NSString*()> notificationName{};
   static constexpr Message<"setNotificationName:", void(NSString*)> setNotificationName{};
-  /// The merged view. It is replaced as a whole, and never changes.
+  /// The merged view. It is replaced as a whole, never changed.
   static constexpr Message<"currentPrefsImplementation", NSMutableDictionary*()>
       currentPrefsImplementation{};
   static constexpr Message<"setCurrentPrefsImplementation:", void(NSMutableDictionary*)>
@@ -32,26 +32,26 @@ struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   static constexpr Message<"defaultValues", NSDictionary*()> defaultValues{};
   static constexpr Message<"setDefaultValues:", void(NSDictionary*)> setDefaultValues{};
   static constexpr Message<"plistPath", NSString*()> plistPath{};
-  /// Keeps the path and reloads from it at once.
+  /// Stores the path and reloads from it at once.
   static constexpr Message<"setPlistPath:", void(NSString*)> setPlistPath{};
   /// The file's name without folder and extension.
   static constexpr Message<"identifier", NSString*()> identifier{};
 
-  /// Rebuilds the merged view; changes that were not saved are lost. A file that is missing or
-  /// holds no dictionary contributes nothing. One of no bytes may be in the middle of being
-  /// written: the calling thread waits up to 15 ms for its contents.
+  /// Rebuilds the merged view; unsaved changes are lost. A file that is missing or holds no
+  /// dictionary contributes nothing. An empty file may be in the middle of being written: the
+  /// calling thread waits up to 15 ms for its contents.
   static constexpr Message<"updateCurrentImplementation", void()> updateCurrentImplementation{};
   /// What the notification does: reload, then the callback.
   static constexpr Message<"notificationReceived", void()> notificationReceived{};
 
-  /// What is stored, of whatever kind; nil for none.
+  /// The stored value, of any kind; nil if there is none.
   static constexpr Message<"objectForKey:", NSObject*(NSString*)> objectForKey{};
-  // A value's reading; zero for none and for a value that is neither number nor string.
+  // The value read as that type; zero if there is none, or if it is neither number nor string.
   static constexpr Message<"boolForKey:", bool(NSString*)> boolForKey{};
   static constexpr Message<"intForKey:", int(NSString*)> intForKey{};
   static constexpr Message<"floatForKey:", float(NSString*)> floatForKey{};
 
-  // In memory only, until save.
+  // Only in memory, until save.
   static constexpr Message<"setObject:forKey:", void(NSObject*, NSString*)> setObject{};
   static constexpr Message<"removeObjectForKey:", void(NSString*)> removeObject{};
 
@@ -60,7 +60,7 @@ struct KTPrefsManager : objc::View<KTPrefsManager, NSObject> {
   static constexpr Message<"notifyEveryone", void()> notifyEveryone{};
   static constexpr Message<"saveAndNotify", void()> saveAndNotify{};
 
-  /// A pane's row: the value under its "key", else its "default".
+  /// The value of a pane's row: that for its "key", or else its "default".
   static constexpr Message<"readPreferenceValue:", NSObject*(PSSpecifier*)> readPreferenceValue{};
   /// Stores, saves and announces at once. Nothing happens for a nil specifier.
   static constexpr Message<"setPreferenceValue:specifier:", void(NSObject*, PSSpecifier*)>

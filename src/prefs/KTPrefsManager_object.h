@@ -1,4 +1,4 @@
-// The store from inside: its instance variables, behind which those of a subclass lie.
+// The store's implementation: its instance variables, which those of a subclass follow.
 #pragma once
 
 #include "objc/implementation.h"
@@ -31,7 +31,7 @@ struct PrefsManager : objc::Implementation<KTPrefsManager> {
 
   KTPrefsManager::Callback _notificationCallback;
   Strong<NSString> _notificationName;
-  /// Looked into on any thread while a reload replaces it.
+  /// Any thread may read it while a reload replaces it.
   Published<NSMutableDictionary> _currentPrefsImplementation;
   Strong<NSDictionary> _defaultValues;
   Strong<NSString> _plistPath;

@@ -21,7 +21,7 @@ constexpr NSInteger kIconColor = 1;
 NSString* springBoardId() { return "com.apple.springboard"_ns; }
 NSString* defaultGlobalColor() { return objc::constantString<settings::kDefaultDye>(); }
 
-// Answers read the store at every question: there is nothing to do when the settings change.
+// Every question reads the store: there is nothing to do when the settings change.
 void settingsChanged(KTPrefsManager*) {}
 
 struct Manager : objc::Implementation<VNXManager> {
@@ -44,7 +44,7 @@ struct Manager : objc::Implementation<VNXManager> {
   }
 
   Strong<VXPrefsManager> _prefsMan;
-  /// Asked for on any thread. The first one that is found stays.
+  /// Any thread may ask. The first colour that is found stays.
   Published<UIColor> _cachedIconColor;
 };
 
@@ -119,7 +119,7 @@ bool Manager::isSpringBoard() {
   return send(send(self(), VNXManager::bundleId), NSString::isEqualToString, springBoardId());
 }
 
-// What is in front says its identifier by one name or the other; without either it has none.
+// The application in front has its identifier under one of two names, or has none.
 NSString* Manager::getOpenAppId() {
   auto* application = static_cast<SpringBoard*>(UIApplication::sharedApplication());
   if (!objc::answers(application, SpringBoard::frontMostApplication)) return nullptr;
@@ -151,7 +151,7 @@ UIColor* Manager::dye() {
     return _cachedIconColor.read();
   };
   auto cached = _cachedIconColor.read();
-  // Cannot be: SpringBoard was answered above.
+  // Never true: SpringBoard was handled above.
   if (cached == nullptr && send(self(), VNXManager::isSpringBoard))
     cached = remember(plainGlobalColor());
   if (cached == nullptr) {
@@ -169,7 +169,7 @@ NSInteger Manager::getEnabled(NSString* typeKey, bool inSpringBoardContext) {
   return integerOf(send(_prefsMan, VXPrefsManager::getPrefIdent, typeKey, identifier));
 }
 
-// An own colour is read for this process even where the type was the open application's.
+// An own colour is read for this process even if the type was the open application's.
 UIColor* Manager::getDyeColor(NSString* colorKey, NSString* fallback, SEL enabledOperation) {
   const auto type = objc::perform<NSInteger>(this, enabledOperation);
   if (type == kNotDyed) return nullptr;

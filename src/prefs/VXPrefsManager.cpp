@@ -16,7 +16,7 @@ struct ScopedPrefsManager : objc::Implementation<VXPrefsManager, PrefsManager> {
 
   NSObject* getPrefIdent(NSString* key, NSString* identifier) {
     const ScopeKeys keys = scopeKeys(identifier, key);
-    // Plain look-ups, six messages less a tint.
+    // Direct look-ups save six messages for each tint.
     NSObject* scope = objectForKey(keys.switchKey);
     NSObject* own = objectForKey(keys.overrideKey);
     if (isReadable(own) && boolOf(scope)) return own;

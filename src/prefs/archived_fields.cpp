@@ -10,7 +10,7 @@ bool isFiniteNumber(NSObject* value) {
   auto* number = archivedNumber(value);
   if (number == nullptr) return false;
   const float read = send(number, NSNumber::floatValue);
-  return read - read == 0;  // infinity and what is no number give something else
+  return read - read == 0;  // not true for infinity and NaN
 }
 
 bool isSmallInteger(NSObject* value) {

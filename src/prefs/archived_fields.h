@@ -1,18 +1,18 @@
-// The values of one archived object, by the keys under which the platform's own classes keep them.
+// The values of one archived object, by the keys that the platform's own classes use.
 #pragma once
 
 #include "platform/Foundation.h"
 
 namespace varnix {
 
-/// A number that is no boolean, which a decoder tells apart; else nil.
+/// A number that is not a boolean, which decoders treat differently; else nil.
 NSNumber* archivedNumber(NSObject* value);
 
-/// A text, number, data or date: what an archive holds as it is. Not nil.
+/// Whether it is a text, number, data or date, which an archive holds directly. False for nil.
 bool isPlainValue(NSObject* value);
 
-/// Whether the components of a colour and the moment of a date are of the kinds that decoding asks
-/// for, where they are there. Anything else there may be is not looked at.
+/// Whether a colour's components and a date's time, if present, are of the kinds that decoding
+/// requires. Other fields are ignored.
 bool haveDecodableKinds(NSDictionary* fields);
 
 }  // namespace varnix

@@ -1,5 +1,5 @@
-// The elements: parts of the interface that may have a colour of their own. Data only; the
-// manager's operations, the settings' keys and what the command line reports come from this table.
+// The elements: parts of the interface that may have a colour of their own. Data only: the
+// manager's operations, the settings' keys and the command's reports come from this table.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +10,10 @@ namespace varnix::settings {
 
 struct Element {
   const char* name;       ///< in reports
-  const char* operation;  ///< the manager answers OPERATIONEnabled and OPERATIONDye
+  const char* operation;  ///< the manager has OPERATIONEnabled and OPERATIONDye
   const char* key;        ///< KEY_color_type and KEY_color are stored
-  const char* ownColor;   ///< its own colour where none is stored
-  /// Whether it lies over applications: its type is then asked for the one in front.
+  const char* ownColor;   ///< its own colour if none is stored
+  /// Whether it appears over applications. If so, its type is that for the application in front.
   bool followsOpenApp;
   const char* typeMeaning;
   const char* colorMeaning;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr long long kVersion = 100000;
 constexpr NSUInteger kMaximumObjects = 256;
-/// Values in values and objects in objects, together: the platform recurses when it decodes.
+/// Limits nested values plus nested objects, since the platform decodes recursively.
 constexpr int kMaximumDepth = 64;
 
 bool inherits(Class cls, Class from) {
@@ -17,18 +17,18 @@ bool inherits(Class cls, Class from) {
   return cls != nullptr;
 }
 
-/// Whether the system can tell references.
+/// Whether the system lets us recognise references.
 bool knowsReferences() {
   return &_CFKeyedArchiverUIDGetTypeID != nullptr && &_CFKeyedArchiverUIDGetValue != nullptr;
 }
 
-/// The objects of an archive. References are followed as decoding follows them, each object once.
+/// The objects of an archive. Checks them along their references as decoding does, each once.
 class ArchivedObjects {
  public:
   explicit ArchivedObjects(NSArray* objects)
       : objects_(objects), count_(send(objects, NSArray::count)) {}
 
-  /// Whether they are few enough, and the first of them stands for nil.
+  /// Whether there are few enough, and the first stands for nil.
   bool canBeRead() const {
     if (count_ == 0 || count_ > kMaximumObjects) return false;
     auto* first = objc::as<NSString>(send(objects_, NSArray::objectAtIndex, 0));
@@ -40,7 +40,7 @@ class ArchivedObjects {
     const NSUInteger index = indexOf(value);
     if (index == 0) return true;
     if (index >= count_) return false;
-    if (states_[index] != State::unseen) return states_[index] == State::sound;  // else a cycle
+    if (states_[index] != State::unseen) return states_[index] == State::sound;  // open: a cycle
     states_[index] = State::open;
     NSObject* object = send(objects_, NSArray::objectAtIndex, index);
     auto* fields = objc::as<NSDictionary>(object);
@@ -52,7 +52,7 @@ class ArchivedObjects {
  private:
   enum class State : unsigned char { unseen, open, sound };
 
-  /// The number of the object that a reference stands for; out of range for another value.
+  /// The index of the object that a reference names; out of range for any other value.
   NSUInteger indexOf(NSObject* value) const {
     const bool isReference =
         value != nullptr && CFGetTypeID(value) == _CFKeyedArchiverUIDGetTypeID();
@@ -69,7 +69,7 @@ class ArchivedObjects {
            (!inPairs || countOf(keys) == countOf(objects));
   }
 
-  /// The class that an object names, where this process can decode it; else nil.
+  /// The class that an object names, if this process can decode it; else nil.
   Class decodableClass(NSObject* reference) const {
     const NSUInteger index = indexOf(reference);
     if (index >= count_) return nullptr;
@@ -104,7 +104,7 @@ class ArchivedObjects {
     return true;
   }
 
-  /// Absent, or references to objects none of which is nil.
+  /// True if absent, or if all are references to objects other than nil.
   bool isList(NSObject* value) const {
     if (value == nullptr) return true;
     auto* list = objc::as<NSArray>(value);
@@ -116,7 +116,7 @@ class ArchivedObjects {
     return true;
   }
 
-  /// For the keys of a list that was found to be one: a dictionary copies them.
+  /// For the keys in a list that has been checked: a dictionary copies them.
   bool arePlain(NSObject* keys) const {
     const NSUInteger count = countOf(keys);
     for (NSUInteger i = 0; i < count; ++i) {

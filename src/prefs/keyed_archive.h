@@ -5,8 +5,8 @@
 
 namespace varnix {
 
-/// Whether a stored value is a keyed archive that this process can decode without raising: data,
-/// whole, of classes that are there. The platform raises for anything else.
+/// Whether a stored value is a keyed archive that this process can decode without raising: complete
+/// data, with classes that exist here. The platform raises for anything else.
 bool isDecodableArchive(NSObject* value);
 
 }  // namespace varnix

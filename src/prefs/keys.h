@@ -1,4 +1,4 @@
-// The settings that people may store: names, kinds, defaults. Data only.
+// The settings that users may store: names, kinds, defaults. Data only.
 #pragma once
 
 #include <array>
@@ -14,18 +14,18 @@ enum class Kind : unsigned char {
   boolean,
   integer,
   colorType,  ///< 1: not dyed; 2: the element's own colour; anything else follows the dye
-  color,      ///< "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha" behind it
-  data,       ///< written by the library alone
+  color,      ///< "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha" after it
+  data,       ///< written only by the library
 };
 
 struct Key {
   const char* name;
   Kind kind;
-  const char* fallback;  ///< what counts where nothing is stored, as text
+  const char* fallback;  ///< the value if nothing is stored, as text
   const char* meaning;
 };
 
-/// The dye where none is stored.
+/// The dye if none is stored.
 inline constexpr objc::FixedString kDefaultDye{"#de3027"};
 
 namespace detail {
@@ -58,8 +58,8 @@ inline constexpr auto kKeys =
     detail::allKeys(std::make_index_sequence<std::size(detail::kGeneralKeys)>{},
                     std::make_index_sequence<kElementCount>{});
 
-/// A key that carries an application's identifier, in front of the suffix or behind the prefix.
-/// Besides these, IDENTIFIER_KEY is that application's own value of any key above.
+/// A key that contains an application's identifier, before the suffix or after the prefix. Besides
+/// these, IDENTIFIER_KEY is that application's own value of any key above.
 struct ApplicationForm {
   const char* prefix;
   const char* suffix;

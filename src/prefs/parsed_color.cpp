@@ -8,15 +8,15 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// 16 for what is no hexadecimal digit.
+/// 16 for anything but a hexadecimal digit.
 unsigned hexValue(char c) {
   if (isDigit(c)) return static_cast<unsigned>(c - '0');
   const char lower = static_cast<char>(c | 0x20);
   return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
 }
 
-/// Digits with at most one point among them, to the end. More digits than a double holds exactly
-/// would make no difference to anybody's eyes.
+/// Reads digits with at most one point, up to the end. Digits beyond a double's precision would
+/// make no visible difference.
 bool readAlpha(const char* text, double& alpha) {
   constexpr double kFull = 1e14;
   double digits = 0;
@@ -52,7 +52,7 @@ bool readColor(const char* text, Rgba& color) {
     digits[count++] = hexValue(*text);
   }
   if (count != 6 && !(count == 3 && hasSign)) return false;
-  // Of three digits each stands for two.
+  // With three digits, each stands for two.
   const std::size_t width = count / 3;
   auto channel = [&](std::size_t i) {
     return (digits[i * width] * 16 + digits[i * width + width - 1]) / 255.0;

@@ -6,8 +6,8 @@ namespace varnix {
 
 namespace {
 
-/// A kept pair. Entries are filled once, by whichever thread claims them, and never change or go:
-/// views are asked for their tint on other threads too.
+/// A kept pair. An entry is filled once, by the thread that claims it, and never changed or
+/// removed: views are asked for their tint on other threads too.
 struct Entry {
   enum State : int { empty, claimed, filled };
   int state;
@@ -31,7 +31,7 @@ ScopeKeys format(NSString* identifier, NSString* key) {
           NSString::stringWithFormat("%@_%@"_ns, identifier, key)};
 }
 
-/// A string that may change later gives another object when it is copied, and is never met again.
+/// Copying a mutable string gives another object, which no later call passes.
 NSString* copyOf(NSString* string) { return static_cast<NSString*>(send(string, NSObject::copy)); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The two keys that decide about an application's own value of a setting.
+// The two keys that decide about an application's own value for a setting.
 #pragma once
 
 #include "platform/Foundation.h"
@@ -10,8 +10,8 @@ struct ScopeKeys {
   NSString* overrideKey;  ///< "IDENTIFIER_KEY"
 };
 
-/// The keys for an identifier and a key, autoreleased or never freed. Those asked for often are
-/// formatted once and kept; the strings are compared by identity, so that a hit costs no message.
+/// The keys for an identifier and a key, autoreleased or never freed. Frequent pairs are formatted
+/// once and kept. Strings are compared by identity, so that a hit costs no message.
 ScopeKeys scopeKeys(NSString* identifier, NSString* key);
 
 }  // namespace varnix

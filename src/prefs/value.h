@@ -1,12 +1,12 @@
-// What a settings file may hold: a value of an unexpected kind must never raise.
+// Reads the values in a settings file: one of an unexpected kind must never raise.
 #pragma once
 
 #include "platform/Foundation.h"
 
 namespace varnix {
 
-/// Whether a stored value has a reading. Only a number and a string have one; asking anything else
-/// would raise.
+/// Whether a stored value can be read. Only a number and a string can; asking anything else would
+/// raise.
 inline bool isReadable(NSObject* value) {
   return objc::as<NSNumber>(value) != nullptr || objc::as<NSString>(value) != nullptr;
 }
@@ -21,7 +21,7 @@ auto reading(NSObject* value) {
 
 }  // namespace detail
 
-// The readings of a stored value; zero and no for one without.
+// A stored value read as a type; zero or no if it cannot be read.
 inline bool boolOf(NSObject* value) {
   return detail::reading<NSNumber::boolValue, NSString::boolValue>(value);
 }

@@ -1,5 +1,5 @@
-// Where the device's calling conventions meet those of Linux on the same processor: all that the
-// library calls, and all that calls it, passes here.
+// The boundary between the device's calling conventions and those of Linux on the same processor.
+// All calls out of the library and into it pass through here.
 #pragma once
 
 #include <cstdint>
@@ -8,15 +8,15 @@
 
 namespace varnix::device {
 
-/// What a symbol of the device's means in this process, by its name with the leading underscore;
-/// nil where nobody has it.
+/// The address of one of the device's symbols in this process, by its name with the leading
+/// underscore; nil if there is none.
 void* importedSymbol(std::string_view symbol);
 
-/// Makes the methods of an image's classes and categories ones that this process may call, before
-/// the run-time sees them. The lists are those of "__objc_classlist" and "__objc_catlist".
+/// Makes the methods of an image's classes and categories callable by this process, before the
+/// run-time sees them. The lists are those of "__objc_classlist" and "__objc_catlist".
 void adaptMethods(std::span<uintptr_t> classes, std::span<uintptr_t> categories);
 
-/// Whether an address lies in a library of the device that is loaded; the loader answers it.
+/// Whether an address is in a loaded library of the device. The loader defines this.
 bool isOfLibrary(const void* address);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// Code between the two conventions of 64-bit Arm, written as it is needed.
+// Code between the two conventions of 64-bit Arm, generated as needed.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace varnix::device {
 /// Whether a call of that kind needs a bridge at all.
 bool needsBridge(const CallSignature& call, Direction direction);
 
-/// The instructions, then the target's address. Every register that can hold an argument or a
-/// result arrives as it left, but for what the conventions ask.
+/// The instructions, then the target's address. They preserve every register that can hold an
+/// argument or a result, except as the conventions require.
 std::vector<uint32_t> bridgeCode(const CallSignature& call, Direction direction, uint64_t target);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// Memory for code that is written at run time.
+// Memory for code that is generated at run time.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +6,8 @@
 
 namespace varnix::device {
 
-/// Where the instructions lie from now on, for ever; equal ones lie there once. From any thread.
-/// Throws Error where there is no memory.
+/// Stores the instructions for ever and returns their place; equal ones are stored once. May be
+/// called on any thread. Throws Error if there is no memory.
 void* placeCode(const std::vector<uint32_t>& code);
 
 }  // namespace varnix::device

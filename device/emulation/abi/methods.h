@@ -5,11 +5,12 @@
 
 namespace varnix::device {
 
-/// What the library calls in place of a function that sends messages; nil for others. It may be
-/// called with the device's conventions.
+/// What the library calls instead of a function that sends messages; nil for other functions. It
+/// can be called with the device's conventions.
 void* messenger(std::string_view name);
 
-/// What stands for a function of the run-time that hands implementations over; nil for others.
+/// The replacement for a function of the run-time that takes or returns implementations; nil for
+/// other functions.
 void* methodFunction(std::string_view name);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// Calls between the library and this process, whichever of the two processors it is for.
+// Calls between the library and this process, for either processor.
 #pragma once
 
 #include <string_view>
@@ -20,8 +20,8 @@ using NativeSignature = WordSignature;
 
 NativeSignature readNativeSignature(std::string_view encoding);
 
-/// A function that takes such a call and makes it the other way; the target itself where it will
-/// do, and nil for nil. It stays for ever.
+/// A function that takes such a call and makes it with the other convention. The target itself if
+/// that works unchanged, and nil for nil. It lives for ever.
 void* bridge(const NativeSignature& call, Direction direction, void* target);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// Code between the two conventions of 32-bit Arm, written as it is needed.
+// Code between the two conventions of 32-bit Arm, generated as needed.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@
 
 namespace varnix::device {
 
-/// The instructions, then the target's address: every word goes where the other side looks for it,
-/// and the stack is even to eight bytes.
+/// The instructions, then the target's address. Every word goes where the other side expects it,
+/// and the stack is aligned to eight bytes.
 std::vector<uint32_t> bridgeCode(const WordSignature& call, Direction direction, uint32_t target);
 
 }  // namespace varnix::device

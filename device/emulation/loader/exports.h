@@ -1,4 +1,4 @@
-// The names that a library offers.
+// The names that a library exports.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 
 namespace varnix::device {
 
-/// Offsets from the image's start, by name; on armv7 a function's lowest bit is set where it is
-/// Thumb code. Throws Error where the tree is no tree, leaves the file, is deeper than 256 nodes,
-/// or names something outside the image, or what another library has.
+/// Offsets from the image's start, by name. On armv7 the lowest bit is set for a function in Thumb
+/// code. Throws Error if the tree is not a tree, leaves the file, is deeper than 256 nodes, or
+/// names something outside the image or in another library.
 std::map<std::string, uint64_t, std::less<>> readExports(const ImageFile& image);
 
 }  // namespace varnix::device

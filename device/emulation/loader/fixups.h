@@ -1,4 +1,4 @@
-// What the loader writes into an image, from the opcodes of its file.
+// What the loader writes into an image, read from the opcodes of its file.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace varnix::device {
 
 enum class FixupKind : uint8_t { pointer, absolute32, relative32 };
 
-/// A word to which the distance between the image's place and its file's addresses is added.
+/// A word to which the loader adds the distance between the image's place and its file's addresses.
 struct ImageRebase {
   uint64_t offset = 0;  ///< From the image's start; the word lies in one segment.
   FixupKind kind = FixupKind::pointer;
@@ -27,12 +27,12 @@ struct ImageBind {
   bool mayBeMissing = false;
 };
 
-/// Throws Error for an opcode that is not known, a word outside the image's segments, a library
-/// that is not there, and for more than a million words.
+/// Throws Error for an unknown opcode, a word outside the image's segments, a library that does not
+/// exist, and for more than a million words.
 std::vector<ImageRebase> readRebases(const ImageFile& image);
-/// Those that are bound at once and those that wait for a first call, in that order.
+/// Those bound at once, then those that wait for a first call.
 std::vector<ImageBind> readBinds(const ImageFile& image);
-/// Those that any image's definition of the same name satisfies.
+/// Those that a definition of the name in any image satisfies.
 std::vector<ImageBind> readWeakBinds(const ImageFile& image);
 
 }  // namespace varnix::device

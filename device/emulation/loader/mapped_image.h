@@ -1,4 +1,4 @@
-// An image in memory, its words fixed up.
+// An image in memory, with its words fixed up.
 #pragma once
 
 #include <cstdint>
@@ -12,24 +12,24 @@
 
 namespace varnix::device {
 
-/// A symbol's address, by the name in the file with its underscore; nil where there is none.
+/// A symbol's address, by the name in the file with its underscore; nil if there is none.
 using Resolve = std::function<void*(std::string_view symbol)>;
 
-/// Stays mapped for ever, as an image that a run-time has seen has to.
+/// Stays mapped for ever, as is necessary once a run-time has seen the image.
 class MappedImage {
  public:
-  /// Copies the segments into memory that can be written to, and fixes them up. Throws Error, which
-  /// names all symbols that are missing, where a fixup cannot be made.
+  /// Copies the segments into writable memory and fixes them up. Throws Error if a fixup fails,
+  /// with the names of all missing symbols.
   MappedImage(const ImageFile& file, const Resolve& resolve);
 
-  /// Gives each segment the protection that its file asks for. Runs nothing.
+  /// Gives each segment the protection that its file requests. Runs nothing.
   void protect() const;
   /// Runs the initialisers in the file's order.
   void initialise() const;
 
-  /// The words of a section such as "__objc_classlist"; empty where there is none.
+  /// The words of a section such as "__objc_classlist"; empty if there is none.
   std::span<uintptr_t> words(std::string_view section) const;
-  /// Nil where the image does not offer the name.
+  /// Nil if the image does not export the name.
   void* exported(std::string_view symbol) const;
   bool contains(const void* address) const;
   const void* start() const { return start_; }

@@ -1,4 +1,4 @@
-// The libraries that an image asks for, held against those that there are.
+// Compares the libraries that an image asks for with those that exist.
 #pragma once
 
 #include <cstdint>
@@ -15,15 +15,15 @@ namespace varnix::device {
 /// Compatibility versions by install name.
 using LibraryVersions = std::map<std::string, uint32_t, std::less<>>;
 
-/// Reads facts/libraries.tsv: name and version between tabs, lines with # are comments. Throws
-/// Error, with the line, for another form.
+/// Reads facts/libraries.tsv: name and version separated by tabs, lines with # are comments. Throws
+/// Error, with the line, for any other form.
 LibraryVersions readLibraryVersions(std::string_view text);
 
-/// The version of the library of that name; nothing where there is none.
+/// The version of the library of that name; nothing if there is none.
 using OfferedVersion = std::function<std::optional<uint32_t>(std::string_view name)>;
 
-/// Marks as missing what may be and is not there, or in a version before the one that is demanded.
-/// Any other library that is so throws Error, in the words of the platform's loader.
+/// Marks weakly linked libraries as missing if they do not exist, or are older than demanded.
+/// Throws Error for any other such library, in the words of the platform's loader.
 void findNeeded(ImageFile& image, const OfferedVersion& offered);
 
 }  // namespace varnix::device

@@ -1,4 +1,4 @@
-// What lets an exception pass the device's code.
+// Lets exceptions pass through the device's code.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace varnix::device {
 
-/// Tells the process's unwinder of frames, for ever; `base` is added to their starts. On 32-bit Arm
-/// nothing happens: exceptions of the device jump there, and frames have no description.
+/// Registers frames with the process's unwinder, for ever; `base` is added to their starts. Does
+/// nothing on 32-bit Arm: the device's exceptions jump there, and frames have no description.
 void describeFrames(std::span<const CodeFrame> frames, const void* base);
 
 }  // namespace varnix::device
