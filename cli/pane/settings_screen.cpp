@@ -27,7 +27,7 @@ Strong<UIViewController> make(const char* name) {
 PaneEntries loadPane() {
   // Beside the library, and for the same system.
   const auto extension = std::filesystem::path(host::defaultLibraryPath()).extension();
-  const std::string pane = host::ownFolder() / ("libexamplepane" + extension.string());
+  const std::string pane = host::ownFolder() / ("libvarnix-example-pane" + extension.string());
   try {
     host::loadLibrary(pane);
   } catch (const std::runtime_error& error) {
