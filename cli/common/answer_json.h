@@ -12,7 +12,7 @@ namespace varnix::cli {
 
 Json answerJson(const varnix::probe::Answer& answer);
 
-/// "#rrggbbaa"; null for nil and for what is no colour.
+/// "#rrggbbaa"; null for nil and for anything else than a colour.
 Json colorJson(NSObject* color);
 
 /// Every surface of this process, or those of the classes alone: [{"class", "property", "case",
@@ -20,7 +20,7 @@ Json colorJson(NSObject* color);
 Json surfaceAnswers(const std::vector<std::string>& classes = {});
 
 /// What two processes answered, side by side: [{"class", "property", "case", "before", "after"}],
-/// in the second one's order. What the first was not asked is null before.
+/// in the second one's order. A surface that the first was not asked about has null before.
 Json comparedAnswers(const Json& before, const Json& after);
 
 }  // namespace varnix::cli

@@ -8,10 +8,10 @@
 
 namespace varnix::cli {
 
-/// Those that have methods, in the order of the alphabet.
+/// The classes that have methods, in alphabetical order.
 std::vector<std::string> classNames();
 
-/// Throws Failure where there is none of that name.
+/// Throws Failure if there is no class of that name.
 Class classNamed(const char* name);
 
 }  // namespace varnix::cli

@@ -47,7 +47,7 @@ Option rootOption(std::optional<std::string>& root);
 Option jsonOption(bool& json);
 Option iconOption(std::vector<std::string>& icons);
 
-/// "help COMMAND", for which the parser does "COMMAND --help".
+/// "help COMMAND", which the parser takes as "COMMAND --help".
 Command helpCommand(const Command& program);
 
 /// Calls the function for each command below the program, a parent before its children, with the

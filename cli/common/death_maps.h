@@ -8,16 +8,16 @@
 
 namespace varnix::cli {
 
-/// A library that is to be named as it was given, wherever it comes to lie. Not for handlers.
+/// Remembers the name under which a library was given, wherever it is loaded. Not for handlers.
 void nameLibrary(const std::string& file);
 
-/// Notes where everything lies now.
+/// Notes where everything is loaded now.
 void readMaps();
 
-/// The name of a library that was given one, where the address lies in it; nil elsewhere.
+/// The remembered name of the library at that address; nil if it has none.
 const char* namedLibraryAt(std::uintptr_t address);
 
-/// The file of whatever lies there; empty for what comes from no file.
+/// The file that is mapped there; empty for memory without a file.
 std::string_view fileAt(std::uintptr_t address);
 
 }  // namespace varnix::cli

@@ -10,16 +10,16 @@ enum class Telling {
   sentence,  ///< "varnix: the process died in FILE: Segmentation fault" and a line end
 };
 
-/// From now on, a signal that this process brings upon itself writes to the descriptor in which
-/// library it was, and ends the process all the same. Signals that something else handles, such as
-/// a sanitizer, are left to that. A stack that overflows is told of on this thread alone.
+/// From now on, a signal that this process causes itself writes to the descriptor in which library
+/// it happened, and still ends the process. A signal that has a handler already, such as a
+/// sanitizer's, keeps it. The library of a stack overflow is told for this thread only.
 void tellOfDeath(int descriptor, Telling telling);
 
 /// The folder goes with the process, which takes its temporary one along otherwise.
 void removeOnDeath(const std::string& folder);
 
-/// Loads a library, which from then on is what is named where the process dies in it, or in what it
-/// called. Throws as host::loadLibrary.
+/// Loads a library, and names it if the process dies in it or in what it called. Throws like
+/// host::loadLibrary.
 void loadNamed(const std::string& file);
 
 }  // namespace varnix::cli

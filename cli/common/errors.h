@@ -14,8 +14,7 @@ class Failure : public std::runtime_error {
       : std::runtime_error(what + ": " + with) {}
 };
 
-/// A hosted process was ended by a signal, as whose end the command's own counts: exit status 128
-/// and its number.
+/// A signal ended a hosted process. The command's exit status is 128 plus the signal's number.
 class Death : public Failure {
  public:
   Death(const std::string& what, int number) : Failure(what, strsignal(number)), signal(number) {}

@@ -6,7 +6,7 @@
 
 namespace varnix::cli {
 
-/// Control characters, and bytes that are no UTF-8, as \n, \t or \x1b; everything else as it is.
+/// Control characters, and bytes that are not UTF-8, as \n, \t or \x1b; everything else as it is.
 std::string escaped(std::string_view text);
 
 }  // namespace varnix::cli

@@ -7,12 +7,12 @@
 
 namespace varnix::cli {
 
-/// Holds other commands off. The folder carries the lock: the file itself is replaced, and a file
-/// of its own would be left behind.
+/// Keeps other commands waiting. The folder carries the lock: the file itself is replaced, and a
+/// lock file would be left behind.
 class FolderLock {
  public:
-  /// Waits for ten seconds at most, then throws Failure. Where a folder cannot be locked nobody is
-  /// held off.
+  /// Waits for at most ten seconds, then throws Failure. If the folder cannot be locked, nobody is
+  /// kept waiting.
   explicit FolderLock(const std::string& folder);
 
  private:

@@ -14,7 +14,7 @@ using Words = std::vector<std::string>;
 
 /// Finds the first form that a line fits and hands over its index and the line's free words. A word
 /// of a form in capitals stands for any word; where it is the last, for the rest of the line. Empty
-/// lines and lines that begin with # are nothing. Throws Failure where no form fits.
+/// lines and lines that begin with # are skipped. Throws Failure if no form fits.
 void runLine(std::span<const char* const> forms, const std::string& line,
              const std::function<void(std::size_t form, const Words& arguments)>& run);
 

@@ -17,7 +17,7 @@ struct ModuleName {
 /// A function of a module, which stays loaded. Throws Failure.
 void* moduleFunction(const char* file, const char* name, const char* meaning);
 
-/// What the module offers. Throws Failure where it cannot be loaded.
+/// What the module offers. Throws Failure if it cannot be loaded.
 template <class Offer>
 const Offer& loadModule(const ModuleName<Offer>& module) {
   void* entry = moduleFunction(module.file, module.entry, module.meaning);

@@ -13,11 +13,11 @@ struct Nearest {
   std::size_t distance;  ///< letters to put in, take out, replace or swap with their neighbour
 };
 
-/// The nearest of the known words, whatever the case, where at most a third of the letters differ,
-/// and no more than three; the first of several.
+/// The nearest of the known words, ignoring case, if at most a third of the letters differ, and at
+/// most three; the first of several.
 std::optional<Nearest> nearest(std::string_view word, const std::vector<std::string>& known);
 
-/// " (did you mean X?)", or empty where nothing is near.
+/// " (did you mean X?)", or empty if nothing is near.
 std::string didYouMean(const std::optional<Nearest>& found);
 std::string didYouMean(std::string_view word, const std::vector<std::string>& known);
 

@@ -11,8 +11,8 @@ Color colorOf(UIColor* color);
 /// The image, turned upright and stretched to that size.
 Pixels pixelsOf(UIImage* image, unsigned width, unsigned height);
 
-/// The bytes behind an image, as they were given to it by a provider that nobody has released
-/// since, which is done here. Nothing for nil.
+/// The bytes behind an image, as its provider gave them. The provider is released here, since
+/// nobody else does. Nothing for nil.
 std::string takeRawBytes(UIImage* image);
 
 }  // namespace varnix::cli::pick

@@ -8,10 +8,10 @@ namespace varnix::cli {
 
 class OutputFolder {
  public:
-  /// Makes a folder beside the one that is wanted. Throws Failure where that is not possible, and
-  /// where something else than an older gallery lies at the place.
+  /// Makes a folder beside the one that is wanted. Throws Failure if that is not possible, or if
+  /// something else than an older gallery is in its place.
   explicit OutputFolder(const std::string& wanted);
-  /// Takes away what was not put in place.
+  /// Removes what was not put in place.
   ~OutputFolder();
   OutputFolder(const OutputFolder&) = delete;
   OutputFolder& operator=(const OutputFolder&) = delete;

@@ -33,7 +33,7 @@ class Stage {
   void askBalloon();
   /// Tells both centres.
   void changeContrast(bool enhanced);
-  /// Tells those who listen. Without the framework nobody in the process does.
+  /// Tells the observers. Without the framework the process has none.
   void playTrack(NSObject* artwork, bool plays);
 
   /// {"surfaces": {...}} of the classes that are there: what was written since the last call, and

@@ -12,9 +12,9 @@ struct Finding {
   std::string instead;  ///< what happens: "it counts as false"
 };
 
-/// What the library does not read as it was meant, by key in the order of the alphabet: a file that
-/// holds no settings, unknown keys, values of another kind, colours that are none. A file that is
-/// not there has nothing wrong.
+/// What the library does not read as it was meant, by key in alphabetical order: a file that
+/// holds no settings, unknown keys, values of another kind, unreadable colours. A file that does
+/// not exist has nothing wrong.
 std::vector<Finding> checkSettings(const std::string& file);
 
 /// "enabled: \"maybe\" is not true or false; it counts as false", fit for a terminal.

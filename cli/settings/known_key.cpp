@@ -36,7 +36,7 @@ bool readWhole(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size();
 }
 
-/// Digits and at most one point: no sign, no exponent, no name of a number that is none.
+/// Digits and at most one point: no sign, no exponent, neither "inf" nor "nan".
 bool isFraction(std::string_view text) {
   const bool plain = std::all_of(text.begin(), text.end(),
                                  [](unsigned char c) { return std::isdigit(c) != 0 || c == '.'; });

@@ -11,7 +11,7 @@ namespace varnix::cli {
 /// A value on its own: text as it is, everything else as JSON.
 std::string valueText(NSObject* value);
 
-/// A line of a list: text is quoted there, so that "1" and 1 differ.
+/// A line of a list. Text is quoted, so that "1" and 1 differ.
 std::string entryLine(std::string_view key, NSObject* value);
 
 }  // namespace varnix::cli

@@ -31,14 +31,14 @@ int recurse(int level) {
 
 void touchNowhere() { *nowhere = 1; }
 
-/// Puts a stack that is none in place of its own, and faults.
+/// Replaces its stack pointer with an invalid one, and faults.
 void loseStack() {
 #if defined(__x86_64__)
   asm volatile("mov $64, %%rsp\n\tmov $64, %%rbp\n\tmovl $1, (16)" ::: "memory");
 #endif
 }
 
-/// The library sends a message to an object that is none, where it is loaded.
+/// The library sends a message to something that is not an object, when it is loaded.
 void misleadTheLibrary() {
   void* function = host::librarySymbol(host::defaultLibraryPath(), "QKSetPrefsTint");
   auto* setTint =

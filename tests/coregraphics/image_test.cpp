@@ -1,4 +1,4 @@
-// Images: every way of laying down pixels, and what is none.
+// Images: every pixel format, and what is refused.
 #include <gtest/gtest.h>
 
 #include <limits>
