@@ -39,7 +39,8 @@ class Deaths : public test::CommandTest {
     }
   }
   /// The same, where what else is said of the library that was called depends on the machine.
-  static void expectCalled(const char* deed, int number, const std::string& library) {
+  static void expectCalled(const char* deed, int number,
+                           [[maybe_unused]] const std::string& library) {
     setenv("MISBEHAVE", deed, 1);
     const auto outcome = varnix({"inspect", "--bundle", "a", "--load", kExtension});
     EXPECT_EQ(outcome.status, 128 + number) << deed;
