@@ -153,7 +153,9 @@ TEST(OptimisedPng, DamageIsNoticed) {
     std::string damaged = file;
     damaged[i] = static_cast<char>(damaged[i] ^ 0x10);
     const auto [picture, problem] = read(damaged);
-    if (problem.empty()) EXPECT_EQ(picture->rgba, whole) << i;
+    if (problem.empty()) {
+      EXPECT_EQ(picture->rgba, whole) << i;
+    }
   }
   std::string damaged = file;
   damaged[file.size() / 2] = static_cast<char>(~damaged[file.size() / 2]);

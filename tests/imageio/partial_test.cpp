@@ -62,7 +62,9 @@ Part partOf(const std::string& file, std::size_t length, const Picture& whole) {
   EXPECT_EQ(picture->width, kWidth);
   EXPECT_EQ(picture->height, kHeight);
   EXPECT_EQ(picture->rgba.size(), whole.rgba.size());
-  if (length < file.size()) EXPECT_EQ(problem, kPartial) << length;
+  if (length < file.size()) {
+    EXPECT_EQ(problem, kPartial) << length;
+  }
   return {soundRows(*picture, whole), *picture};
 }
 
