@@ -38,6 +38,10 @@ std::string sizeProblem(std::uint64_t width, std::uint64_t height, std::uint64_t
   return {};
 }
 
+void makeOpaque(std::span<std::uint8_t> rgba) {
+  for (std::size_t i = 3; i < rgba.size(); i += 4) rgba[i] = 255;
+}
+
 bool isConsistent(const Picture& picture) {
   return sizeProblem(picture.width, picture.height, kMaximumSide).empty() &&
          picture.rgba.size() == bytesPerRow(picture) * picture.height;
@@ -58,9 +62,7 @@ std::optional<Picture> decode(std::string_view bytes, std::string* problem) {
   Picture& picture = whole.picture;
   const std::size_t there = picture.rgba.size();
   picture.rgba.resize(bytesPerRow(picture) * picture.height);
-  // A format without alpha has no transparent rows.
-  if (!picture.hasAlpha)
-    for (std::size_t i = there + 3; i < picture.rgba.size(); i += 4) picture.rgba[i] = 255;
+  if (!picture.hasAlpha) makeOpaque(std::span(picture.rgba).subspan(there));
   return std::move(picture);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ bool readJpeg(std::string_view bytes, Rows& rows, std::string& problem);
 
 /// Why a picture of that size is refused, with the limit; empty if it is not refused.
 std::string sizeProblem(std::uint64_t width, std::uint64_t height, std::uint64_t longest);
+
+/// For rows that are missing in a format without alpha, in which no pixel is transparent.
+void makeOpaque(std::span<std::uint8_t> rgba);
 
 /// Whether the size is allowed and agrees with the bytes.
 bool isConsistent(const Picture& picture);

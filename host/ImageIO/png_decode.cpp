@@ -137,7 +137,10 @@ class PngReader {
     png_set_interlace_handling(png_);
     png_read_update_info(png_, info_);
     if (png_get_rowbytes(png_, info_) != header_.bytesPerRow()) png_error(png_, "unexpected rows");
-    if (isInterlaced_ && wantsRows_) whole_.resize(header_.bytesPerRow() * header_.height);
+    if (isInterlaced_ && wantsRows_) {
+      whole_.resize(header_.bytesPerRow() * header_.height);
+      if (!header_.hasAlpha) makeOpaque(whole_);
+    }
     // What was wrong with a chunk of the header's could be put up with; pixels are not guessed.
     png_set_benign_errors(png_, 0);
   }

@@ -88,14 +88,16 @@ TEST(PartOfAPng, HasTheRowsThatAreThereAndZeros) {
 
 // No pixel of such a format is transparent.
 TEST(PartOfAPng, WithoutAlphaIsBlackWhereItIsMissing) {
-  const std::string file =
-      pngFile(kWidth, kHeight, {.colorType = PNG_COLOR_TYPE_RGB}, noise(kWidth * kHeight * 3));
-  std::string problem;
-  const auto half = decode(std::string_view(file).substr(0, file.size() / 2), &problem);
-  ASSERT_TRUE(half);
-  EXPECT_EQ(problem, kPartial);
-  const Bytes last(half->rgba.end() - 4, half->rgba.end());
-  EXPECT_EQ(last, (Bytes{0, 0, 0, 255}));
+  for (const bool isInterlaced : {false, true}) {
+    const std::string file =
+        pngFile(kWidth, kHeight, {.colorType = PNG_COLOR_TYPE_RGB, .isInterlaced = isInterlaced},
+                noise(kWidth * kHeight * 3));
+    std::string problem;
+    const auto part = decode(std::string_view(file).substr(0, file.size() / 8), &problem);
+    ASSERT_TRUE(part);
+    EXPECT_EQ(problem, kPartial);
+    for (std::size_t i = 3; i < part->rgba.size(); i += 4) ASSERT_EQ(part->rgba[i], 255) << i;
+  }
 }
 
 TEST(PartOfAPng, DamageEndsIt) {
