@@ -92,11 +92,15 @@ TEST(PartOfAPng, WithoutAlphaIsBlackWhereItIsMissing) {
     const std::string file =
         pngFile(kWidth, kHeight, {.colorType = PNG_COLOR_TYPE_RGB, .isInterlaced = isInterlaced},
                 noise(kWidth * kHeight * 3));
-    std::string problem;
-    const auto part = decode(std::string_view(file).substr(0, file.size() / 8), &problem);
-    ASSERT_TRUE(part);
-    EXPECT_EQ(problem, kPartial);
-    for (std::size_t i = 3; i < part->rgba.size(); i += 4) ASSERT_EQ(part->rgba[i], 255) << i;
+    unsigned parts = 0;
+    for (std::size_t length = 8; length < file.size(); ++length) {
+      const auto part = decode(std::string_view(file).substr(0, length));
+      if (!part) continue;
+      ++parts;
+      for (std::size_t pixel = 3; pixel < part->rgba.size(); pixel += 4)
+        ASSERT_EQ(part->rgba[pixel], 255) << length << ", byte " << pixel;
+    }
+    EXPECT_GT(parts, file.size() / 2);
   }
 }
 
