@@ -8,8 +8,8 @@
 
 namespace varnix::probe {
 
-/// By initWithFrame:, initWithNibName:bundle: or init, the first that the class answers; views have
-/// the frame of the table. Nil for nil.
+/// By init, which a view passes on to initWithFrame: and a controller to initWithNibName:bundle:.
+/// No answer depends on a frame. Nil for nil.
 Strong<NSObject> make(Class cls);
 /// Nil where the process has no such class.
 Strong<NSObject> make(const char* className);
