@@ -23,8 +23,7 @@ void makeFolder() {
     throw Failure("cannot make the settings folder", folder.string() + ": " + error.message());
 }
 
-/// The file itself where there are links in its place, which stay. The last may lead to no file
-/// yet.
+/// The file behind any links, which stay. The last link may lead to nothing yet.
 std::filesystem::path fileBehindLinks() {
   constexpr int kMostLinks = 40;
   std::filesystem::path file = settingsFile();
@@ -51,7 +50,7 @@ NSString* stringFor(std::string_view text) {
   return string;
 }
 
-/// What would not come back is not written.
+/// Refuses to write anything that would not be read back.
 void requireReadable(const std::string& bytes, NSString* key, NSObject* value) {
   auto* back = objc::as<NSDictionary>(host::propertyListFromData(bytes));
   NSObject* found = back == nullptr ? nullptr : send(back, NSDictionary::objectForKey, key);

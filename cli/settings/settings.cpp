@@ -1,4 +1,4 @@
-// varnix settings: what is stored, key by key.
+// varnix settings: the stored values, key by key.
 #include <unistd.h>
 
 #include <algorithm>
@@ -54,7 +54,7 @@ int get(const SettingsArguments& arguments) {
                         ? nullptr
                         : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
   if (value == nullptr) throw Failure("not set", withNearestKey(arguments.key));
-  // A program gets every byte, a terminal none that it would obey.
+  // A program gets every byte; a terminal gets none that would control it.
   const std::string text = valueText(value);
   std::cout << (isatty(STDOUT_FILENO) == 1 ? escaped(text) : text) << '\n';
   return 0;
@@ -79,7 +79,7 @@ int unset(const SettingsArguments& arguments) {
   return 0;
 }
 
-/// A pipe has contents too, and a copy of it is a file.
+/// Copies the file first, since it may be a pipe.
 std::vector<Finding> findingsIn(const SettingsArguments& arguments) {
   if (arguments.file) {
     const TemporaryContainer container(kSettingsPath, *arguments.file);

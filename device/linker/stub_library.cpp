@@ -59,7 +59,7 @@ StubLibrary readRoot(const YAML::Node& root) {
   return library;
 }
 
-/// Looks at nothing of a document.
+/// Ignores everything in a document.
 class Ignoring : public YAML::EventHandler {
   using Mark = YAML::Mark;
   using Text = std::string;
@@ -77,8 +77,7 @@ class Ignoring : public YAML::EventHandler {
   void OnMapEnd() override {}
 };
 
-/// At most two are looked for: the library takes a bracket that nothing opened for documents
-/// without end.
+/// Reads at most two: the YAML library takes an unopened closing bracket for endless documents.
 bool isOneDocument(const std::string& text) {
   std::istringstream stream(text);
   YAML::Parser parser(stream);

@@ -1,4 +1,4 @@
-// Words that get the addresses of imports.
+// Words that receive the addresses of imports.
 #include "macho/format.h"
 #include "rules/fixups.h"
 #include "rules/import_homes.h"
@@ -8,7 +8,7 @@ namespace varnix::device {
 
 namespace {
 
-/// At once and lazily.
+/// Bound at load and lazily.
 std::vector<BoundWord> allBound(const Fixups& fixups) {
   std::vector<BoundWord> words = fixups.binds.words;
   words.insert(words.end(), fixups.lazyBinds.words.begin(), fixups.lazyBinds.words.end());
@@ -41,7 +41,7 @@ bool agrees(const Fixups& fixups, const BoundWord& word) {
          ((description & macho::kWeakReference) != 0) == word.mayBeMissing();
 }
 
-/// Whether what is known of the library rules the symbol out.
+/// Whether the library is known not to have the symbol.
 bool isRefused(const Fixups& fixups, const BoundWord& word) {
   const LibraryCommand* library = libraryOf(fixups, word);
   if (library == nullptr || word.mayBeMissing()) return false;
@@ -50,7 +50,7 @@ bool isRefused(const Fixups& fixups, const BoundWord& word) {
          !offer->second.symbols->contains(word.symbol);
 }
 
-/// Whether it is taken from where such a symbol is.
+/// Whether the symbol comes from the library that has symbols like it.
 bool isAtHome(const Fixups& fixups, const BoundWord& word) {
   const std::string_view home = homeOf(word.symbol);
   const LibraryCommand* library = libraryOf(fixups, word);

@@ -9,14 +9,13 @@ namespace varnix::device {
 
 namespace {
 
-/// Where the run-time looks for them.
+/// Where the run-time looks for class data.
 constexpr std::string_view kClassSections[] = {
     "__objc_classlist", "__objc_catlist",   "__objc_selrefs",   "__objc_classrefs",
     "__objc_superrefs", "__objc_protolist", "__objc_nlclslist", "__objc_nlcatlist"};
-/// Whether there are categories too is told by lists/classes.txt.
+/// Categories are optional here; lists/classes.txt says whether they exist.
 constexpr std::string_view kNeeded = "__objc_classlist";
-/// Bits of the image info that iOS 9.3 takes for garbage collection, signed data or other
-/// platforms.
+/// Bits of the image info that iOS 9.3 reads as garbage collection, signed data or other platforms.
 constexpr uint32_t kForeignInfo = 0xffffff2f;
 
 const std::vector<CategoryEntry>& categoriesOf(const ClassData& data) { return data.categories; }

@@ -9,7 +9,7 @@ namespace varnix::device {
 
 namespace {
 
-/// What the run-time takes for an address in a class's last word.
+/// The bits that the run-time takes as the address in a class's last word.
 constexpr uint64_t kDataMask = 0x00007ffffffffff8;
 
 constexpr std::string_view kClass = "_OBJC_CLASS_$_", kMetaclass = "_OBJC_METACLASS_$_";
@@ -19,7 +19,7 @@ const std::vector<ClassEntry>& classesOf(const ClassData& data) { return data.cl
 const std::vector<ClassPointer>& pointersOf(const ClassData& data) { return data.pointers; }
 const std::vector<Writable>& writablesOf(const ClassData& data) { return data.writables; }
 
-/// The metaclass of a superclass that is bound.
+/// The metaclass of an imported superclass.
 std::string metaclassName(const ClassEntry& it) {
   const std::string_view name = it.half->superclass.bound->symbol;
   if (!name.starts_with(kClass)) return {};

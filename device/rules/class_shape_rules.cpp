@@ -10,7 +10,7 @@ namespace varnix::device {
 namespace {
 
 constexpr uint32_t kConstructs = 4, kDestructsAlone = 0x100;
-/// Besides these: hidden.
+/// The value without a name means hidden.
 constexpr uint32_t kKnownFlags = kClassIsMeta | kClassIsRoot | kConstructs | 0x10 | kDestructsAlone;
 
 const std::vector<ClassEntry>& everyClass(const ClassData& data) { return data.classes; }

@@ -1,4 +1,4 @@
-// Load commands: which there are, and what they say of the whole.
+// Load commands: which ones there are, and what they say about the whole file.
 #include <algorithm>
 
 #include "macho/format.h"

@@ -8,10 +8,10 @@ namespace varnix::device {
 
 namespace {
 
-/// Constant, not to be freed, with 8-bit characters and a NUL behind them.
+/// Constant, never freed, with 8-bit characters and a NUL at the end.
 constexpr uint64_t kStringFlags = 0x7c8;
 constexpr uint32_t kGlobal = 0x10000000, kReturnsStructure = 0x20000000, kSigned = 0x40000000;
-/// A count of references, and what only blocks that hold something have.
+/// The reference count, and flags of blocks that captured something.
 constexpr uint32_t kForeignFlags = 0x8300ffff;
 
 const std::vector<StringConstant>& stringsOf(const ClassData& data) { return data.strings; }

@@ -1,4 +1,4 @@
-// A directory of digests.
+// A code directory, which lists digests.
 #include <algorithm>
 
 #include "macho/format.h"
@@ -11,8 +11,7 @@ namespace varnix::device {
 namespace {
 
 constexpr uint32_t kEntitlementsSlot = 5;
-/// Flags that a library may have, which are those that say what to do where the signature is
-/// broken.
+/// Flags that a library may have. They say what happens if the signature is broken.
 constexpr uint32_t kAllowedFlags = 0x00ffffe;
 constexpr uint32_t kFirstVersion = 0x20001, kLastVersion = 0x2f000, kVersionWithTeam = 0x20200;
 constexpr uint64_t kFieldsEnd = 52;
@@ -29,7 +28,7 @@ uint64_t pagesOf(uint64_t size) {
   return alignUp(size, signature::kPageBytes) / signature::kPageBytes;
 }
 
-/// Pages of which there is a digest and the code.
+/// Pages that have both a digest and code.
 uint64_t pagesHashed(const Signature& it, const Directory& directory) {
   return std::min<uint64_t>(directory.codeSlots, pagesOf(std::min<uint64_t>(
                                                      directory.codeLimit, it.image->bytes.size())));

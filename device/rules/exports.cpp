@@ -1,4 +1,4 @@
-// Names that others may link.
+// Names that other binaries may link.
 #include <algorithm>
 
 #include "macho/error.h"
@@ -24,7 +24,7 @@ const ExportEntry* entryOf(const Fixups& fixups, std::string_view name) {
   return found == fixups.exports.end() ? nullptr : &*found;
 }
 
-/// As the loader looks it up, which is not how the tree was walked.
+/// Searches as the loader does; the tree was read in another way.
 bool isFound(const Fixups& fixups, const SymbolEntry& symbol) {
   const ExportEntry* entry = entryOf(fixups, symbol.name);
   if (entry == nullptr) return false;
@@ -43,7 +43,7 @@ const SymbolEntry* symbolOf(const Fixups& fixups, const ExportEntry& entry) {
   return nullptr;
 }
 
-/// The tree counts from the header, which is at the image's start.
+/// The tree counts from the header, at the start of the image.
 uint64_t addressOf(const Fixups& fixups, const ExportEntry& entry) {
   const SegmentCommand* text = fixups.image->segment("__TEXT");
   return entry.terminal.offset + (text == nullptr ? 0 : text->address);

@@ -1,4 +1,4 @@
-// Functions that run at load, and the lists that the run-time of classes reads first.
+// Functions that run at load, and the lists that the Objective-C run-time reads first.
 #include <algorithm>
 
 #include "macho/format.h"
@@ -25,7 +25,7 @@ std::vector<Initialiser> initialisers(const Fixups& fixups) {
   std::vector<Initialiser> result;
   for (const SectionHeader& section : image.sections) {
     if (!runsAtLoad(section)) continue;
-    // One that says it is longer than the file is another rule's matter.
+    // Another rule reports a section that is longer than the file.
     for (uint64_t at = 0; section.size - at >= image.pointerSize() && at < section.size;
          at += image.pointerSize()) {
       result.push_back({section.address + at, image.word(section.address + at)});
@@ -39,7 +39,7 @@ const std::vector<SectionHeader>& allSections(const Fixups& fixups) {
   return fixups.image->sections;
 }
 
-/// A list of pointers that the run-time of classes reads.
+/// A list of pointers that the Objective-C run-time reads.
 bool isClassList(const SectionHeader& section) {
   return section.segmentName == "__DATA" && section.name.starts_with("__objc_") &&
          section.name.ends_with("list");

@@ -1,4 +1,4 @@
-// Pointers that are bound when they are first used: arm64 has them, our 32-bit linker makes none.
+// Pointers that are bound at first use: arm64 has them; our 32-bit linker makes none.
 #include <algorithm>
 
 #include "macho/format.h"

@@ -1,4 +1,4 @@
-// varnix-check: holds finished libraries and bundles against the platform's rules.
+// varnix-check: checks finished libraries and bundles against the platform's rules.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <sstream>
@@ -12,7 +12,7 @@ namespace {
 
 using namespace varnix::device;
 
-/// "150" or "1290.11" as load commands have it.
+/// "150" or "1290.11", packed as in load commands.
 uint32_t versionOf(const std::string& text) {
   unsigned major = 0, minor = 0, patch = 0;
   if (std::sscanf(text.c_str(), "%u.%u.%u", &major, &minor, &patch) < 1)
@@ -20,7 +20,7 @@ uint32_t versionOf(const std::string& text) {
   return major << 16 | minor << 8 | patch;
 }
 
-/// Lines of an install name, a tabulator and a version; # begins a comment.
+/// Each line has an install name, a tab and a version; # begins a comment.
 void readVersions(const std::string& path, Offers& offers) {
   if (path.empty()) return;
   std::istringstream lines(readTextFile(path));
@@ -45,7 +45,7 @@ Offers readOffers(const std::vector<std::string>& paths) {
   return offers;
 }
 
-/// How many rules are broken.
+/// The number of broken rules.
 size_t check(const std::string& path, const Offers& offers) {
   const auto broken = checkLibrary(readFile(path), offers);
   for (const Broken& each : broken)
@@ -95,7 +95,7 @@ int main(int argc, char** argv) {
     Offers offers = readOffers(stubs);
     readVersions(versions, offers);
     for (const std::string& path : files) {
-      // The others are checked all the same.
+      // An unreadable file does not stop the check of the others.
       try {
         if (check(path, offers) != 0 && status == 0) status = 1;
       } catch (const Error& error) {

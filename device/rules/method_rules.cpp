@@ -1,4 +1,4 @@
-// Lists of class data, and methods.
+// Lists in class data, and methods.
 #include <algorithm>
 
 #include "rules/class_data.h"
@@ -10,7 +10,7 @@ namespace {
 
 const std::vector<EntryList>& listsOf(const ClassData& data) { return data.lists; }
 
-/// A class's, a metaclass's or a category's, one list after another.
+/// The methods of classes, metaclasses and categories, one list after another.
 std::vector<std::vector<MethodEntry>> methodLists(const ClassData& data) {
   std::vector<std::vector<MethodEntry>> lists;
   for (const ClassEntry& entry : data.classes)

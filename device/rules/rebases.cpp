@@ -16,7 +16,7 @@ bool isRebasedInside(const Image& image, const RebasedWord& word) {
 }
 
 bool isInImage(const Image& image, uint64_t address) {
-  // The end of the last thing in a segment is no place within it, and has its reasons.
+  // A pointer to the end of a segment's last item is outside the segment, but valid.
   return image.segmentAt(image.code(address)) != nullptr ||
          (address != 0 && image.segmentAt(address - 1) != nullptr);
 }

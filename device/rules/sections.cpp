@@ -20,7 +20,7 @@ bool liesWithin(const SectionHeader& section, const SegmentCommand& segment) {
          section.offset - segment.fileOffset == section.address - segment.address;
 }
 
-/// Where a page of the file backs the beginning of zeros.
+/// Whether the beginning of the zeros, where a page of the file backs it, is zero.
 bool isZeroInFile(const Image& image, const SectionHeader& section) {
   const SegmentCommand& segment = segmentOf(image, section);
   const uint64_t from = section.address - segment.address;
@@ -74,7 +74,7 @@ constexpr ImageRule kSections[] = {
           }>},
 };
 
-/// All that is not empty, in the file's order.
+/// Every table that is not empty, in the file's order.
 std::vector<LinkTable> tablesOf(const Image& image) {
   const auto& info = *image.loaderInfo;
   const auto& symbols = *image.symbolTable;

@@ -1,4 +1,4 @@
-// Segments: what is mapped where, and what may be done there.
+// Segments: what is mapped where, and with which access.
 #include <algorithm>
 
 #include "macho/format.h"
@@ -8,7 +8,7 @@ namespace varnix::device {
 
 namespace {
 
-/// Whether ranges share a byte; an empty one inside another does not.
+/// Whether ranges share a byte. An empty range shares none.
 bool overlap(uint64_t a, uint64_t aSize, uint64_t b, uint64_t bSize) {
   return aSize != 0 && bSize != 0 && a < b + bSize && b < a + aSize;
 }

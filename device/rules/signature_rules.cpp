@@ -1,4 +1,4 @@
-// A signature as a whole.
+// The signature as a whole.
 #include <algorithm>
 
 #include "rules/signature.h"
@@ -9,12 +9,12 @@ namespace varnix::device {
 
 namespace {
 
-/// The kernel copies a signature, and takes none that is larger.
+/// The kernel copies the signature, and refuses a larger one.
 constexpr uint64_t kLargest = 40 << 20;
 
 const std::vector<SignatureBlob>& blobsOf(const Signature& it) { return it.blobs; }
 
-/// The first of the directories, wherever it stands in the index.
+/// Whether the first directory of the index has the first slot.
 std::string firstHasFirstSlot(const Signature& it) {
   if (!it.isWhole) return {};
   const auto first = std::ranges::find_if(
@@ -23,7 +23,7 @@ std::string firstHasFirstSlot(const Signature& it) {
   return unless(first->slot == signature::kCodeDirectorySlot, "it has " + labelOf(*first));
 }
 
-/// The kernel prefers the stronger of two, and refuses what leaves no choice.
+/// The kernel prefers the stronger of two, and refuses two of the same kind.
 void kindsDiffer(const Signature& it, const Say& say) {
   for (size_t i = 0; i < it.directories.size(); ++i)
     for (size_t j = 0; j < i; ++j)

@@ -1,4 +1,4 @@
-// Stubs of called functions, and the table that names what stands behind stubs and pointers.
+// Stubs of called functions, and the table that names the symbols of stubs and pointers.
 #include "macho/format.h"
 #include "rules/fixups.h"
 #include "rules/stub_code.h"
@@ -28,7 +28,7 @@ const std::vector<SectionHeader>& allOfSections(const Fixups& fixups) {
   return fixups.image->sections;
 }
 
-/// The index of the symbol of a section's entry; none for those that name no symbol.
+/// The symbol's index for an entry of a section; none if the entry names no symbol.
 std::optional<uint32_t> indirectSymbol(const Image& image, const SectionHeader& section,
                                        uint64_t entry) {
   const uint32_t index =

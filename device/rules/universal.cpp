@@ -11,7 +11,7 @@ namespace varnix::device {
 namespace {
 
 constexpr uint64_t kEntries = 8, kEntrySize = 20;
-/// The kernel takes a slice's digests in pieces of this size.
+/// The kernel reads a slice's digests by pages of this size.
 constexpr uint64_t kSignedPage = 0x1000;
 
 bool fitsFirstRead(const UniversalFile& file) {
@@ -19,7 +19,7 @@ bool fitsFirstRead(const UniversalFile& file) {
   return file.count != 0 && end <= macho::kFirstRead && end <= file.bytes.size();
 }
 
-/// What follows is of universal files alone.
+/// The rules after this apply only to universal files.
 const std::vector<FileSlice>& slicesOf(const UniversalFile& file) {
   static const std::vector<FileSlice> none;
   return file.isUniversal ? file.slices : none;
@@ -82,7 +82,7 @@ constexpr FileRule kUniversal[] = {
     {"universal.once", "There is one slice for a processor.", pairs<isSameProcessor>},
     {"universal.both", "There is a slice for armv7 and one for arm64.",
      whole<[](const UniversalFile& file) {
-       // Where the table cannot be read there is another rule to say so.
+       // If the table cannot be read, another rule says so.
        return unless(file.slices.empty() || !file.isUniversal ||
                          (std::ranges::any_of(file.slices, isArmV7) &&
                           std::ranges::any_of(file.slices, isArm64)),

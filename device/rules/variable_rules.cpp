@@ -13,7 +13,7 @@ namespace {
 
 constexpr uint32_t kLargestAlignment = 4, kNobodysAlignment = ~0u;
 
-/// A variable with its class and where the one before ends.
+/// A variable with its class, and where the one before it ends.
 struct PlacedVariable {
   VariableEntry it;
   const ClassHalf* owner = nullptr;
@@ -67,7 +67,7 @@ void offsetsDiffer(const ClassData& data, const Say& say) {
   }
 }
 
-/// The variables take the instance up one after another, and the last ends it.
+/// The variables fill the instance one after another, up to its end.
 void filled(const ClassData& data, const Say& say) {
   for (const PlacedVariable& placed : variablesOf(data)) {
     if (!placed.it.value) continue;

@@ -39,7 +39,7 @@ class BinaryGuard {
     std::uint64_t children = 0;  ///< references to other objects
   };
 
-  /// What is known of an object that was reached.
+  /// What is known about an object that was reached.
   struct Seen {
     enum State : std::uint8_t { no, open, done } state = no;
     bool canBeKey = false;
@@ -150,7 +150,7 @@ class BinaryGuard {
     return frames_.size() <= kMaximumDepth;
   }
 
-  /// The parser aborts the process at a key with a zero in it.
+  /// The parser aborts the process for a key with a zero in it.
   bool isFreeOfZeros(const Object& object) const {
     for (std::uint64_t i = 0; i < object.count; ++i) {
       if (bigEndian(object.contents + 2 * i, 2) == 0) return false;

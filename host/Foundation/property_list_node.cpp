@@ -47,7 +47,7 @@ std::optional<double> seconds(plist_t date) {
   std::int32_t micro = 0;
   plist_get_date_val(date, &whole, &micro);
   using Limits = std::numeric_limits<std::int32_t>;
-  // What has no whole number reads as one of these, which one depends on the processor.
+  // A value without a whole number reads as one of these; which one depends on the processor.
   const bool isDoubtful = whole == 0 || whole == Limits::min() || whole == Limits::max();
   if (micro == 0 && !isDoubtful) return whole;
   const std::string bytes = binaryForm(date);

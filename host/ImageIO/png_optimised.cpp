@@ -9,11 +9,11 @@ namespace host::imageio {
 namespace {
 
 constexpr std::size_t kSignature = 8;
-/// Length and name ahead of a chunk's data, the sum behind it.
+/// Length and name before a chunk's data, and the checksum after it.
 constexpr std::size_t kLengthAndName = 8;
 constexpr std::size_t kSum = 4;
 
-/// Of a window of 32 KiB, without a dictionary.
+/// For a window of 32 KiB, without a dictionary.
 constexpr std::string_view kZlibHeader = "\x78\x01";
 
 std::uint32_t number(std::string_view bytes) {

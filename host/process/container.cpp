@@ -21,9 +21,9 @@ std::string environment(const char* name) {
   return value == nullptr ? std::string() : std::string(value);
 }
 
-/// Empty where the user has no home.
+/// Empty if the user has no home.
 std::filesystem::path defaultRoot() {
-  // A relative $XDG_DATA_HOME is to be ignored.
+  // The specification of $XDG_DATA_HOME says to ignore a relative one.
   const std::filesystem::path data = environment("XDG_DATA_HOME");
   if (data.is_absolute()) return data / "varnix";
   const std::string home = environment("HOME");
@@ -41,8 +41,8 @@ void setContainerRoot(std::string path) {
 const std::string& containerRoot() { return root(); }
 
 std::string hostPath(std::string_view devicePath) {
-  // Without a root the device's path would name a file of this machine. A zero byte would cut the
-  // path short.
+  // Without a root, the device's path would name a file of this machine. A zero byte would cut the
+  // path off.
   if (root().empty() || !devicePath.starts_with('/')) return {};
   if (devicePath.find('\0') != std::string_view::npos) return {};
   std::vector<std::string_view> components;

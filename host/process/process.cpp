@@ -33,13 +33,13 @@ void* load(const std::filesystem::path& path, int scope) {
   throw std::runtime_error(words == nullptr ? "cannot load: " + path.string() : words);
 }
 
-/// Libraries that were loaded as copies, by their own paths.
+/// Libraries that were loaded as copies, by their original paths.
 std::map<std::filesystem::path, void*>& copies() {
   static auto* handles = new std::map<std::filesystem::path, void*>;
   return *handles;
 }
 
-/// A library of this system, without the functions that the process lacks.
+/// Loads a library of this system, without the functions that the process lacks.
 void loadHere(const std::filesystem::path& file) {
   if (copies().contains(file)) return;
   const std::filesystem::path found = withoutFunctions(file, absentFunctions());
@@ -49,12 +49,13 @@ void loadHere(const std::filesystem::path& file) {
 
 bool isDeviceFile(const std::filesystem::path& path) { return path.extension() == ".dylib"; }
 
-/// In the order of loading: a framework finds the classes of those before it.
+/// In loading order: a framework finds the classes of those before it.
 struct Framework {
   const char* file;
   bool inApplications, inSpringBoard;
-  const char* bundle = nullptr;   ///< of the one application that has it; absent for all
-  const char* library = nullptr;  ///< of a package's: its name, by which a process does without
+  const char* bundle = nullptr;  ///< the only application that has it; null if all have it
+  const char* library =
+      nullptr;  ///< the package's library, by whose name a process can be started without it
 };
 
 constexpr Framework kFrameworks[] = {
@@ -81,8 +82,8 @@ bool has(const ProcessOptions& options, const Framework& framework) {
           std::ranges::find(without, framework.library) == without.end());
 }
 
-/// Every phone has it, and whoever saves settings makes none. A root that is gone stays so, and one
-/// that cannot be written is no reason not to start.
+/// Every phone has this folder, so code that saves settings does not make it. A root that was
+/// removed is not made again, and one that cannot be written does not stop the process.
 void makeSettingsFolder() {
   std::error_code ignored;
   if (!std::filesystem::is_directory(containerRoot(), ignored)) return;
@@ -105,7 +106,7 @@ void startProcess(const ProcessOptions& options) {
   state().options = options;
   setContainerRoot(options.root);
   makeSettingsFolder();
-  // A wrong word in the environment is told now, not to whoever hooks first.
+  // Reports a wrong word in the environment now, not at the first hook.
   runtime::setHooking(options.hooking ? *options.hooking : runtime::hooking());
   const std::filesystem::path frameworks = ownFolder() / "Frameworks";
   // Frameworks link each other's classes by symbol.
@@ -118,10 +119,10 @@ void startProcess(const ProcessOptions& options) {
 const ProcessOptions& processOptions() { return state().options; }
 
 void loadLibrary(const std::string& path) {
-  // A bare name means a file here, not one on the loader's search path.
+  // A bare name means a file in the current folder, not one on the loader's search path.
   const std::filesystem::path file = std::filesystem::absolute(path);
   std::error_code ignored;
-  // The system's loader would wait for somebody to write into a pipe.
+  // The system's loader would wait until somebody writes into a pipe.
   if (std::filesystem::is_other(file, ignored))
     throw std::runtime_error(file.string() + ": not a file");
   if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->load(file);
