@@ -95,16 +95,15 @@ NSDictionary* storedSettings() {
   return stored;
 }
 
-void store(std::string_view key, const Value& value) {
-  NSString* name = stringFor(key);
-  NSObject* object = objectFor(value);
+void store(std::span<const Entry> entries) {
   makeFolder();
   const std::filesystem::path file = fileBehindLinks();
   const FolderLock lock(file.parent_path());
   auto* settings = copyOfStored();
-  send(settings, NSMutableDictionary::setObjectForKey, object, name);
+  for (const auto& [key, value] : entries)
+    send(settings, NSMutableDictionary::setObjectForKey, objectFor(value), stringFor(key));
   const std::string bytes = bytesOf(settings);
-  requireReadable(bytes, name, object);
+  for (const auto& [key, value] : entries) requireReadable(bytes, stringFor(key), objectFor(value));
   replaceFile(file, bytes);
 }
 

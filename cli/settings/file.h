@@ -1,8 +1,10 @@
 // The settings file of a container, which the command changes.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/Foundation.h"
 #include "settings/known_key.h"
@@ -23,9 +25,18 @@ NSDictionary* storedSettings();
 /// The value as stored. Throws UsageError for text that a property list cannot hold.
 NSObject* objectFor(const Value& value);
 
-/// Each changes one entry, in a new file that replaces the old one in one step, and tells every
-/// process. False if there was nothing to remove.
-void store(std::string_view key, const Value& value);
+struct Entry {
+  std::string key;
+  Value value;
+};
+
+/// Each writes a new file, which replaces the old one in one step, and tells every process. False
+/// if there was nothing to remove.
+void store(std::span<const Entry> entries);
+inline void store(std::string key, Value value) {
+  const Entry entry{std::move(key), std::move(value)};
+  store({&entry, 1});
+}
 bool remove(std::string_view key);
 
 }  // namespace varnix::cli
