@@ -68,6 +68,7 @@ class Hosted : public testing::Test {
   Folder folder;
   std::map<std::string, std::string> icons;   ///< to be set before start()
   std::vector<std::string> withoutLibraries;  ///< to be set before start()
+  std::string language = "en";                ///< to be set before start()
   std::optional<host::runtime::Hooking>
       hooking;  ///< to be set before start(); without a value, as in the environment
   std::vector<std::string> installed;
