@@ -134,6 +134,10 @@ std::string SettingsPane::stored(const std::string& key) const {
 
 void SettingsPane::changeElsewhere(const std::string& entries) {
   settings(entries);
+  announceChange();
+}
+
+void SettingsPane::announceChange() {
   host::postDarwinNotification("com.quillmarsh.varnix2.changed");
 }
 

@@ -59,6 +59,7 @@ class SettingsPane : public Pane {
 
   /// As another process does it, which tells everybody.
   void changeElsewhere(const std::string& entries);
+  static void announceChange();
 
   /// Runs until what was announced has been heard.
   static void settle();
