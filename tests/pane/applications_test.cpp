@@ -70,7 +70,7 @@ TEST_F(ApplicationsPage, SaysSoWithoutTheList) {
   withoutLibraries = {"libapplist"};
   openApplications();
   ASSERT_EQ(pages::sections().size(), 1U);
-  EXPECT_EQ(titlesOf(pages::sections()[0]), Names{"The app list library is missing"});
+  EXPECT_EQ(titlesOf(pages::sections()[0]), Names{"The list of apps is missing"});
   EXPECT_FALSE(pages::sections()[0].rows[0].isEnabled() && pages::sections()[0].rows[0].isLink());
   pages::back();
   flip("Album Art");
