@@ -22,6 +22,8 @@ struct NSObject {
   static constexpr Message<"init", NSObject*()> init{};
   static constexpr Message<"dealloc", void()> dealloc{};
   static constexpr Message<"copy", NSObject*()> copy{};
+  /// Of strings and collections.
+  static constexpr Message<"mutableCopy", NSObject*()> mutableCopy{};
   static constexpr Message<"class", Class()> class_{};
   static constexpr Message<"isKindOfClass:", bool(Class)> isKindOfClass{};
   static constexpr Message<"isEqual:", bool(NSObject*)> isEqual{};

@@ -26,9 +26,10 @@ bool hasVariable(Class cls, Variable<T, Name, V>) {
   return detail::offsetOfObject(cls, kStored<Name>.text) >= 0;
 }
 
-/// The object in the variable; nil if T's class has no variable of that name. Looked up once.
+/// Where the variable is in the object; null if T's class has no variable of that name. Looked up
+/// once.
 template <class T, FixedString Name, class V>
-V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
+V** find(std::type_identity_t<T>* object, Variable<T, Name, V>) {
   OBJC_USES("variable " + kClassName<T> + " " + Name + " " + kClassName<V>);
   constexpr std::ptrdiff_t kUnknown = 0;
   static constinit std::ptrdiff_t remembered = kUnknown;
@@ -39,7 +40,24 @@ V* read(std::type_identity_t<T>* object, Variable<T, Name, V>) {
     __atomic_store_n(&remembered, offset, __ATOMIC_RELAXED);
   }
   if (offset < 0) return nullptr;
-  return *reinterpret_cast<V**>(reinterpret_cast<char*>(object) + offset);
+  return reinterpret_cast<V**>(reinterpret_cast<char*>(object) + offset);
+}
+
+/// The object in the variable; nil if T's class has no variable of that name.
+template <class T, FixedString Name, class V>
+V* read(std::type_identity_t<T>* object, Variable<T, Name, V> variable) {
+  V** place = find(object, variable);
+  return place == nullptr ? nullptr : *place;
+}
+
+/// Puts an object into a variable that keeps it alive; nothing happens without the variable.
+template <class T, FixedString Name, class V>
+void store(std::type_identity_t<T>* object, Variable<T, Name, V> variable, V* value) {
+  V** place = find(object, variable);
+  if (place == nullptr) return;
+  objc_retain(value);
+  objc_release(*place);
+  *place = value;
 }
 
 }  // namespace objc

@@ -117,7 +117,19 @@ void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
 void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode);
 /// Everything drawn from now on is masked by the image's alpha, stretched to the rectangle.
 void CGContextClipToMask(CGContextRef context, CGRect rect, CGImageRef mask);
+// A path. The corner of an arc is rounded from the line before it to the line after it.
+void CGContextBeginPath(CGContextRef context);
+void CGContextMoveToPoint(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextAddLineToPoint(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextAddArcToPoint(CGContextRef context, CGFloat cornerX, CGFloat cornerY, CGFloat endX,
+                            CGFloat endY, CGFloat radius);
+void CGContextClosePath(CGContextRef context);
 void CGContextAddRect(CGContextRef context, CGRect rect);
+void CGContextAddEllipseInRect(CGContextRef context, CGRect rect);
+/// Everything drawn from now on stays inside the path.
+void CGContextClip(CGContextRef context);
+void CGContextSetLineWidth(CGContextRef context, CGFloat width);
+void CGContextStrokePath(CGContextRef context);
 void CGContextFillPath(CGContextRef context);
 /// In the current fill colour, which is opaque black at first.
 void CGContextFillRect(CGContextRef context, CGRect rect);

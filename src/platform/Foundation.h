@@ -17,6 +17,7 @@ using NSUInteger = unsigned int;
 struct NSData;
 
 inline constexpr NSUInteger NSASCIIStringEncoding = 1;
+inline constexpr NSUInteger NSUTF8StringEncoding = 4;
 
 struct NSString : objc::View<NSString, NSObject> {
   /// Nil for text that is not UTF-8.
@@ -32,6 +33,15 @@ struct NSString : objc::View<NSString, NSObject> {
   static constexpr Message<"stringByAppendingString:", NSString*(NSString*)>
       stringByAppendingString{};
   static constexpr Message<"isEqualToString:", bool(NSString*)> isEqualToString{};
+  // NO for an empty text. The last compares as a reader of the user's language would.
+  static constexpr Message<"hasPrefix:", bool(NSString*)> hasPrefix{};
+  static constexpr Message<"hasSuffix:", bool(NSString*)> hasSuffix{};
+  static constexpr Message<"localizedCaseInsensitiveContainsString:", bool(NSString*)>
+      containsIgnoringCase{};
+  /// In UTF-16 units. Raise beyond the end.
+  static constexpr Message<"substringFromIndex:", NSString*(NSUInteger)> substringFromIndex{};
+  static constexpr Message<"substringToIndex:", NSString*(NSUInteger)> substringToIndex{};
+  static constexpr Message<"dataUsingEncoding:", NSData*(NSUInteger)> dataUsingEncoding{};
   static constexpr Message<"lastPathComponent", NSString*()> lastPathComponent{};
   static constexpr Message<"stringByDeletingPathExtension", NSString*()>
       stringByDeletingPathExtension{};
@@ -94,6 +104,7 @@ struct NSArray : objc::View<NSArray, NSObject> {
   static constexpr Message<"count", NSUInteger()> count{};
   /// Nil if it is empty.
   static constexpr Message<"lastObject", NSObject*()> lastObject{};
+  static constexpr Message<"containsObject:", bool(NSObject*)> containsObject{};
   /// Raises beyond the end.
   static constexpr Message<"objectAtIndex:", NSObject*(NSUInteger)> objectAtIndex{};
 };
@@ -140,8 +151,20 @@ struct NSMutableDictionary : objc::View<NSMutableDictionary, NSDictionary> {
 struct NSBundle : objc::View<NSBundle, NSObject> {
   static constexpr ClassMessage<"mainBundle", NSBundle*()> mainBundle{};
 
+  /// That of the binary which defines the class.
+  static constexpr ClassMessage<"bundleForClass:", NSBundle*(Class)> bundleForClass{};
+
   /// Nil for a process that is not a bundle.
   static constexpr Message<"bundleIdentifier", NSString*()> bundleIdentifier{};
+  /// The text in the user's language, from TABLE.strings. A missing one gives the value, or the key
+  /// if that is nil or empty.
+  static constexpr Message<"localizedStringForKey:value:table:",
+                           NSString*(NSString*, NSString*, NSString*)>
+      localizedString{};
+};
+
+struct NSNotification : objc::View<NSNotification, NSObject> {
+  static constexpr Message<"userInfo", NSDictionary*()> userInfo{};
 };
 
 /// Notifications inside this process.
@@ -226,6 +249,8 @@ struct NSError : objc::View<NSError, NSObject> {
   static constexpr Message<"code", NSInteger()> code{};
 };
 
+inline constexpr NSUInteger NSPropertyListXMLFormat = 100;
+
 struct NSPropertyListSerialization : objc::View<NSPropertyListSerialization, NSObject> {
   /// The tree of a property list in any form; nil if it cannot be read. References in a keyed
   /// archive are objects of CoreFoundation's own.
@@ -233,6 +258,11 @@ struct NSPropertyListSerialization : objc::View<NSPropertyListSerialization, NSO
                                 NSObject*(NSData*, NSUInteger options, NSUInteger* format,
                                           NSError** error)>
       propertyListWithData{};
+  /// Nil for what is no property list.
+  static constexpr ClassMessage<"dataWithPropertyList:format:options:error:",
+                                NSData*(NSObject*, NSUInteger format, NSUInteger options,
+                                        NSError** error)>
+      dataWithPropertyList{};
 };
 
 #pragma GCC visibility push(default)
