@@ -38,6 +38,11 @@ struct UIView : objc::View<UIView, NSObject> {
   static constexpr Message<"setTintColor:", void(UIColor*)> setTintColor{};
   static constexpr Message<"initWithFrame:", UIView*(CGRect)> initWithFrame{};
   static constexpr Message<"layoutSubviews", void()> layoutSubviews{};
+  /// In its own coordinates, and in those of the view around it.
+  static constexpr Message<"bounds", CGRect()> bounds{};
+  static constexpr Message<"setFrame:", void(CGRect)> setFrame{};
+  /// NO if it keeps the keyboard.
+  static constexpr Message<"resignFirstResponder", bool()> resignFirstResponder{};
   static constexpr Message<"setOpaque:", void(bool)> setOpaque{};
   static constexpr Message<"setAutoresizesSubviews:", void(bool)> setAutoresizesSubviews{};
   static constexpr Message<"setBackgroundColor:", void(UIColor*)> setBackgroundColor{};
@@ -48,6 +53,7 @@ struct UIView : objc::View<UIView, NSObject> {
 };
 
 struct UINavigationItem;
+struct UINavigationController;
 struct UISplitViewController;
 
 using UIRectEdge = NSUInteger;
@@ -64,6 +70,9 @@ struct UIViewController : objc::View<UIViewController, NSObject> {
   static constexpr Message<"setEdgesForExtendedLayout:", void(UIRectEdge)>
       setEdgesForExtendedLayout{};
   static constexpr Message<"navigationItem", UINavigationItem*()> navigationItem{};
+  /// The one that it is in; nil if there is none.
+  static constexpr Message<"navigationController", UINavigationController*()>
+      navigationController{};
   /// Raises for nil. The completion may be nil.
   static constexpr Message<"presentViewController:animated:completion:",
                            void(UIViewController*, bool, objc::Block<void()>)>
@@ -83,6 +92,8 @@ struct UINavigationBar : objc::View<UINavigationBar, UIView> {
 
 struct UINavigationController : objc::View<UINavigationController, UIViewController> {
   static constexpr Message<"navigationBar", UINavigationBar*()> navigationBar{};
+  /// The page pushed last.
+  static constexpr Message<"topViewController", UIViewController*()> topViewController{};
   /// The page on screen.
   static constexpr Message<"visibleViewController", UIViewController*()> visibleViewController{};
 };

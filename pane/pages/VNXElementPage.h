@@ -1,0 +1,6 @@
+// The page of one element.
+#pragma once
+
+#include "pages/VNXPage.h"
+
+struct VNXElementPage : objc::View<VNXElementPage, VNXPage> {};

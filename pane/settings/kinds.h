@@ -1,0 +1,25 @@
+// Which keys the settings file may hold, and values of which kind.
+#pragma once
+
+#include "platform/Foundation.h"
+#include "prefs/keys.h"
+
+namespace varnix::pane {
+
+/// The kind of that setting, a general one or an application's own. `data` for anything else, which
+/// is nothing that a user sets.
+settings::Kind kindOf(NSString* key);
+
+/// Whether a stored value can be read as that kind; never for `data`.
+bool isOfKind(NSObject* value, settings::Kind kind);
+
+/// Calls the function with every key of the dictionary that is a string.
+template <class F>
+void eachKey(NSDictionary* dictionary, F function) {
+  NSArray* keys = send(dictionary, NSDictionary::allKeys);
+  for (NSUInteger i = 0; i < send(keys, NSArray::count); ++i) {
+    if (auto* key = objc::as<NSString>(send(keys, NSArray::objectAtIndex, i))) function(key);
+  }
+}
+
+}  // namespace varnix::pane
