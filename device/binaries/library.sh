@@ -7,9 +7,11 @@ install_name=$folder/Varnix.dylib
 identifier=com.quillmarsh.varnix2
 # Where its slices and other parts are built, below the folder for all.
 parts=.
-# Folders with its sources, and where these look for headers.
+# Folders with its sources, where these look for headers, and the macros that are defined.
 sources=(src)
 headers=(src include)
+defines=()
+declare -gA optimisation=([arm64]=-Os [armv7]=-Os)
 # The text stubs of what it links, and what it must look like.
 stubs_folder=device/tbd
 lists=device/lists
