@@ -298,7 +298,7 @@ TEST(DeviceChecks, PathsOfTheBuild) {
 
 TEST(DeviceChecks, Exports) {
   expectComplaint("exports differ", replacing("KillProcess", "KillProcesz"));
-  expectComplaint("exports differ", replacing("_$_VNXFrontPage", "_$_VNXFrontPagf"), kPane);
+  expectComplaint("exports differ", replacing("FrontPage", "FrontPagf"), kPane);
 }
 
 TEST(DeviceChecks, Imports) {
