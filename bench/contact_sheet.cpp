@@ -1,5 +1,5 @@
-// varnix-contact-sheet OUT.png < RESULTS: what `varnix pick --json` found, for the eye: each
-// picture with its three colours and the important one. Also prints how often each rule won.
+// varnix-contact-sheet OUT.png < RESULTS: draws what `varnix pick --json` found: each picture with
+// its three colours and the important one. Also prints how often each rule won.
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -20,7 +20,7 @@ namespace {
 using Json = nlohmann::json;
 using namespace varnix::drawing;
 
-// In points, drawn at two pixels each.
+// In points, each drawn as two pixels.
 constexpr double kScale = 2;
 constexpr int kColumns = 8;
 constexpr double kMargin = 16;
@@ -35,7 +35,7 @@ constexpr Color kPage = rgb(0xf2f2f5);
 constexpr Color kCard = kWhite;
 constexpr Color kCaption = rgb(0x595961);
 
-/// Of "#rrggbbaa", whose alpha is left out.
+/// From "#rrggbbaa", ignoring the alpha.
 Color colorOf(const std::string& hex) {
   const auto color = parseColor(hex);
   if (!color) throw std::runtime_error("not a colour: " + hex);
@@ -47,7 +47,7 @@ const Color& textColorOn(const Color& color) {
   return luma(color) > kBright ? kBlack : kWhite;
 }
 
-/// Centred, cut to what fits.
+/// Centred, and shortened to fit.
 void text(const Canvas& canvas, const std::string& words, const Box& box, double size,
           const Color& color) {
   constexpr double kPadding = 3;
@@ -55,7 +55,7 @@ void text(const Canvas& canvas, const std::string& words, const Box& box, double
                {size, color, Weight::regular, Align::center}, box.width - 2 * kPadding);
 }
 
-/// Null where the file cannot be read.
+/// Null if the file cannot be read.
 Surface pictureOf(const std::string& path) {
   constexpr Pixels kCovered{static_cast<int>(kCardWidth * kScale),
                             static_cast<int>(kImageHeight * kScale)};
@@ -86,7 +86,7 @@ void drawPicture(const Canvas& canvas, const Surface& picture, const Box& box) {
                                  heightOf(picture) * scale));
 }
 
-/// The one that was chosen has a dot beside its name.
+/// The colour that was chosen has a dot beside its name.
 void drawSwatches(const Canvas& canvas, const Json& result, Box box) {
   box.width /= 3;
   for (const char* rule : {"background", "primary", "secondary"}) {

@@ -1,1 +1,1 @@
-// A library with nothing in it.
+// An empty library.

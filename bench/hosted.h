@@ -10,22 +10,22 @@
 
 namespace bench {
 
-/// The process's container root and settings file on this machine.
+/// The process's container root and settings file, as paths of this machine.
 const std::string& root();
 const std::string& settingsFile();
 
-/// A view of the hosted application, with the library loaded and one question asked already.
+/// A view of the hosted application. The library is loaded and has answered one question.
 UIView* dyedView();
 
-/// Nanoseconds of a cached send, and of a view's question for its tint colour.
+/// Nanoseconds for a cached send, and for asking a view its tint colour.
 double cachedSend();
 double tintColorQuestion();
 
-/// Loads a library in a hosted process that has not loaded any, and prints the milliseconds and the
-/// private kilobytes that it took. The exit status.
+/// Loads a library in a hosted process that has none, and prints the time in milliseconds and the
+/// private memory in kilobytes. Returns the exit status.
 int loadOnce(const char* library);
 
-/// The benchmarks of each file. Loading runs first, while the library is not loaded yet.
+/// The benchmarks of each file. Loading runs first, before the library is loaded.
 void registerLoading();
 void registerMessages();
 void registerReload();

@@ -1,4 +1,4 @@
-// Questions where the dye is the application icon's colour and the settings hold that already.
+// Questions when the dye is the application icon's colour and the settings already hold it.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr CGFloat kGreen = 0.5;
 
-/// A manager of our own. What its store saves reaches the library's by notification.
+/// A manager of our own. Notifications tell the library's manager what this one's store saves.
 NSObject* manager() {
   static auto* made =
       send<NSObject*>(send<NSObject*>(objc_getClass("VNXManager"), "alloc"_sel), "init"_sel);
@@ -31,7 +31,7 @@ CGFloat green(UIColor* color) {
   return value;
 }
 
-/// The icon's colour as the dye, for as long as this lives.
+/// Makes the icon's colour the dye, as long as this object lives.
 class IconColorAsDye {
  public:
   IconColorAsDye() {

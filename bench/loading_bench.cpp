@@ -1,5 +1,5 @@
-// Loading the library, its initialiser included, against loading an empty one: time and memory in
-// a child process a sample.
+// Compares loading the library, including its initialiser, with loading an empty one: time and
+// memory, each sample in a new child process.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 #include <unistd.h>
@@ -16,8 +16,8 @@
 
 namespace {
 
-/// What this process has to itself, in kilobytes: pages that it wrote, and pages of files that no
-/// other process happens to have in use.
+/// The private memory of this process, in kilobytes: pages that it wrote, and pages of files that
+/// no other process uses at the moment.
 struct Private {
   double dirty = 0, clean = 0;
 };
@@ -37,8 +37,8 @@ Private privateMemory() {
   return memory;
 }
 
-/// In a fresh process: one that is forked copies pages of ours when it writes to them, which a
-/// process that has them to itself does not.
+/// Uses a new process: a forked one would copy our pages when it writes to them, and the copies
+/// would count.
 Sample load(const char* library) {
   const std::string program = std::filesystem::read_symlink("/proc/self/exe");
   std::FILE* child =
@@ -55,7 +55,7 @@ Sample load(const char* library) {
 Sample median(const char* library) {
   constexpr std::size_t kSamples = 51;
   std::vector<Sample> samples(kSamples);
-  // Pages of a file that was just linked would count as written.
+  // Pages of a newly linked file would count as written.
   ::sync();
   for (Sample& sample : samples) sample = load(library);
   const auto middle = [&samples](auto value) {

@@ -1,5 +1,5 @@
-// Runs the benchmarks and prints what was measured beside what is wanted. Times are only printed:
-// nothing fails on them.
+// Runs the benchmarks and prints what was measured beside the goals. Times are only printed; no
+// time makes it fail.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>

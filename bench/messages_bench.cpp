@@ -1,4 +1,4 @@
-// A cached send against a direct call, and a dyed question against a cached send.
+// A cached send compared with a direct call, and a dyed question with a cached send.
 #include <benchmark/benchmark.h>
 
 #include "hosted.h"
@@ -12,7 +12,7 @@ constexpr int kQuestions = 64;
 
 constexpr objc::Message<UIView, "isOpaque", bool()> kIsOpaque{};
 
-/// Questions for a pool of their own, so that colours go as they do between events.
+/// Asks in a pool of its own, so that colours are released as they are between events.
 void ask(UIView* view) {
   objc::AutoreleasePool pool;
   for (int i = 0; i < kQuestions; ++i) benchmark::DoNotOptimize(send(view, UIView::tintColor));
@@ -50,7 +50,7 @@ void DyedTintColor(benchmark::State& state) {
                 bench::Goal::atMost(80));
 }
 
-// What a look-up costs more than the dictionary's own: the view may be replaced by another thread.
+// The cost of a look-up beyond the dictionary's own: another thread may replace the view.
 void Setting(benchmark::State& state) {
   bench::dyedView();
   static NSObject* manager =

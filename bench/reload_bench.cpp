@@ -1,4 +1,4 @@
-// Reloading a file of 500 entries against libplist's own time to read it.
+// Reloading a file of 500 entries, compared with the time libplist itself takes to read it.
 #include <benchmark/benchmark.h>
 #include <plist/plist.h>
 
@@ -24,7 +24,7 @@ std::string entries() {
   return text.str() + "</dict>\n</plist>\n";
 }
 
-/// The same in libplist's hands, as XML or as binary.
+/// The same file as libplist writes it, as XML or binary.
 std::string formatted(bool binary) {
   const std::string xml = entries();
   if (!binary) return xml;

@@ -1,4 +1,4 @@
-// What was measured, beside what is wanted.
+// The measurements, beside the goals.
 #pragma once
 
 #include <string>
@@ -19,9 +19,10 @@ struct Goal {
 /// A row of the table; a later report of the same measure replaces the earlier one.
 void report(const std::string& measure, double value, Goal goal);
 
-/// Prints the rows in the order in which they came.
+/// Prints the rows in the order in which they were reported.
 void printTable();
-/// The rows as JSON: [{"measure", "value", "goal", "held"}], the last two where there is a goal.
+/// The rows as JSON: [{"measure", "value", "goal", "held"}]. The last two are there only with a
+/// goal.
 std::string tableAsJson();
 
 }  // namespace bench

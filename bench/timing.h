@@ -1,4 +1,4 @@
-// Times of short things on a busy machine.
+// Measures short times on a busy machine.
 #pragma once
 
 #include <algorithm>
@@ -10,13 +10,13 @@
 
 namespace bench {
 
-/// Whether it only has to be seen that everything runs.
+/// Whether the run only has to show that everything works.
 inline bool isShort() {
   const char* wish = std::getenv("VARNIX_BENCH");
   return wish != nullptr && std::string_view(wish) == "short";
 }
 
-/// Nanoseconds of one call, the best of the rounds: other processes only ever add.
+/// Nanoseconds of one call, in the fastest round: other processes can only slow it down.
 template <class F>
 double bestOf(int rounds, int calls, F call) {
   if (isShort()) rounds = 1;
@@ -32,7 +32,7 @@ double bestOf(int rounds, int calls, F call) {
   return least;
 }
 
-/// The middle one.
+/// The middle value.
 inline double median(std::vector<double> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::nth_element(values.begin(), middle, values.end());

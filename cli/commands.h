@@ -1,4 +1,4 @@
-// The commands, each in a folder of its name.
+// The commands. Each is in a folder of its name.
 #pragma once
 
 #include "common/command.h"
@@ -12,7 +12,7 @@ Command pickCommand();
 Command paneCommand();
 Command previewCommand();
 
-/// These print what is made of the whole program's declaration.
+/// These two print what they make of the declaration of the whole program.
 Command completionCommand(Command (*program)());
 Command manCommand(Command (*program)());
 

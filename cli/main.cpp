@@ -20,8 +20,8 @@ int complain(const std::string& message, int status) {
   return status;
 }
 
-/// A descriptor that was closed would go to the next file that is opened. Writing to it still
-/// fails.
+/// Otherwise the next file to be opened would get the number of a closed standard descriptor.
+/// Writing to it still fails.
 void openStandardStreams() {
   for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_RDONLY);

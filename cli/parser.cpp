@@ -14,7 +14,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// What could stand in the place of a word that a command did not understand.
+/// Words that may have been meant instead of one that a command did not understand.
 std::vector<std::string> wordsOf(const CLI::App& command) {
   std::vector<std::string> words;
   for (const CLI::Option* option : command.get_options()) {
@@ -24,7 +24,7 @@ std::vector<std::string> wordsOf(const CLI::App& command) {
   return words;
 }
 
-/// The first word that was not understood; what follows may have belonged to it.
+/// Names the first word that was not understood; those after it may have belonged to it.
 std::string messageForExtras(const CLI::App& command) {
   const auto extras = command.remaining();
   if (extras.empty() && !command.get_subcommands().empty())
@@ -34,7 +34,7 @@ std::string messageForExtras(const CLI::App& command) {
          didYouMean(word.substr(0, word.find('=')), wordsOf(command));
 }
 
-/// The parser's complaints in our words.
+/// The parser's complaints in our own words.
 std::string messageFor(const CLI::ParseError& error, const CLI::App& app) {
   const std::string text = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) return messageForExtras(app);
@@ -53,7 +53,8 @@ std::string messageFor(const CLI::ParseError& error, const CLI::App& app) {
   return "wrong usage: " + text;
 }
 
-/// The words after a list's first value belong to it where the command takes none of its own.
+/// If the command has no arguments of its own, the words after a list's first value belong to the
+/// list.
 void addOption(CLI::App& app, const Option& option, bool hasArguments) {
   if (bool* const* flag = std::get_if<bool*>(&option.target)) {
     app.add_flag(option.name, **flag, option.meaning);
@@ -83,14 +84,14 @@ void declare(CLI::App& app, const Command& command, const Command*& chosen) {
     declare(*app.add_subcommand(sub.name, sub.summary), sub, chosen);
   }
   if (!command.commands.empty()) app.require_subcommand(0, 1);
-  // After the subcommands, which would take it over.
+  // After the subcommands: otherwise they would inherit it.
   app.footer(command.notes);
   app.callback([&app, &command, &chosen] {
     if (app.get_subcommands().empty()) chosen = &command;
   });
 }
 
-/// The parser would take the next word as the value of "--option=", which is an empty one.
+/// An empty value for "--option=", for which the parser would take the next word.
 std::vector<std::string> withEmptyValues(const std::vector<std::string>& given) {
   std::vector<std::string> words;
   bool areOptions = true;
@@ -106,7 +107,8 @@ std::vector<std::string> withEmptyValues(const std::vector<std::string>& given) 
   return words;
 }
 
-/// The parser would take "-[Class method]" after a list's first value for an option.
+/// Repeats the option before "-[Class method]", which the parser would take for an option after a
+/// list's first value.
 std::vector<std::string> withMethodNames(const std::vector<std::string>& given) {
   std::vector<std::string> words;
   std::string option;
@@ -143,7 +145,7 @@ void replaceHelp(const Command& program, std::vector<std::string>& words) {
 std::function<int()> parse(const Command& program, std::vector<std::string> words) {
   replaceHelp(program, words);
   words = withEmptyValues(withMethodNames(words));
-  // The parser takes them last first.
+  // The parser takes the words in reverse order.
   std::reverse(words.begin(), words.end());
   CLI::App app{program.summary, program.name};
   app.set_version_flag("-V,--version", program.name + " " VARNIX_VERSION);

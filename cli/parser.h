@@ -1,4 +1,4 @@
-// A command line, read by what the program's declaration says.
+// Reads a command line as the program's declaration says.
 #pragma once
 
 #include <functional>
@@ -9,8 +9,8 @@
 
 namespace varnix::cli {
 
-/// Reads the words into what the options point at. Returns what is to be done: the action of the
-/// command that was chosen, or one that prints the help or the version. Throws UsageError.
+/// Stores the words in the options' targets. Returns what to do: the chosen command's action, or
+/// one that prints the help or the version. Throws UsageError.
 std::function<int()> parse(const Command& program, std::vector<std::string> words);
 
 }  // namespace varnix::cli

@@ -9,13 +9,13 @@ folder=/Library/MobileSubstrate/DynamicLibraries
 architectures=(arm64 armv7)
 # What is built, in this order: each has a description in device/binaries.
 binaries=(library pane)
-# Libraries of packages, which no SDK has.
+# Libraries that packages bring, which no SDK has.
 packaged="CydiaSubstrate libapplist libcolorpicker"
 export LC_ALL=C
 
 fail() { echo "device: $*" >&2; exit 1; }
 
-# A list's lines without its comments.
+# The lines of a list without its comments.
 entries() { grep -v '^#' "$1" || true; }
 
 # What device/binaries says of a binary, as variables.
@@ -27,16 +27,16 @@ describe() {
 # The described binary's sources.
 list_sources() { find "${sources[@]}" -name '*.cpp' | sort; }
 
-# The compiler's flags for an architecture, or those for all.
+# The compiler's flags for one architecture, or those for all.
 flags_for() { entries device/lists/flags.txt | sed -n "s/^$1 //p"; }
-# What the compiler is told for each architecture.
+# The compiler's target for each architecture.
 declare -A targets
 for architecture in "${architectures[@]}"; do
   targets[$architecture]="--target=$architecture-apple-ios$minimum $(flags_for "$architecture" | xargs)"
 done
 
-# The stubs of the libraries that the described binary links: $stubs must be there, $weak_stubs may be
-# missing. Both linkers take them in this order, which is the order of loading.
+# The stubs of the libraries that the described binary links: those in $stubs must be there, those in
+# $weak_stubs may be missing. Both linkers take them in this order, which is the order of loading.
 find_stubs() {
   local stub
   stubs=() weak_stubs=()
@@ -49,12 +49,13 @@ find_stubs() {
   done
 }
 
-# Where varnix-link-armv7, varnix-sign, varnix-contract and varnix-check are: built by whoever calls, or now.
+# The folder of varnix-link-armv7, varnix-sign, varnix-contract and varnix-check. They are built
+# here unless the caller has built them.
 find_tools() {
   tools=${VARNIX_TOOLS-}
   [ -z "$tools" ] || return 0
   tools=build
-  # A build folder keeps what it is for; a new one is for the tools alone.
+  # An existing build folder keeps its configuration; a new one builds only the tools.
   local output parts=(-DVARNIX_DEVICE=ON)
   [ -e build/CMakeCache.txt ] || parts+=(-DVARNIX_TESTS=OFF -DVARNIX_BENCH=OFF)
   output=$(cmake --log-level=WARNING --preset clang "${parts[@]}" 2>&1 &&

@@ -15,8 +15,8 @@ namespace {
 
 using Image = std::unique_ptr<pixman_image_t, decltype(&pixman_image_unref)>;
 
-/// Of a standard deviation, in pixels of the shrunk picture: few enough to be quick, and enough for
-/// the steps of a pixel not to show.
+/// The working standard deviation, in pixels of the shrunk picture: small enough to be quick, and
+/// large enough to hide the steps between pixels.
 constexpr double kWorkingSigma = 5;
 
 std::vector<pixman_fixed_t> weights(double sigma) {
@@ -33,7 +33,7 @@ std::vector<pixman_fixed_t> weights(double sigma) {
     fixed.push_back(static_cast<pixman_fixed_t>(std::lround(weight / sum * pixman_fixed_1)));
     total += fixed.back();
   }
-  // Rounded weights must not make the picture darker or brighter.
+  // The centre takes the rounding errors, so that the picture becomes neither darker nor brighter.
   fixed[static_cast<std::size_t>(reach)] += pixman_fixed_1 - total;
   return fixed;
 }
@@ -66,7 +66,8 @@ Surface pass(const Surface& source, const std::vector<pixman_fixed_t>& curve, Di
              pixman_repeat_t beyond) {
   const auto length = pixman_int_to_fixed(static_cast<int>(curve.size()));
   const bool isHorizontal = direction == Direction::horizontal;
-  // Width and height of the filter, no steps between pixels, and one weight across.
+  // The filter's width and height, no steps between pixels, and a single weight in the other
+  // direction.
   std::vector<pixman_fixed_t> filter = {isHorizontal ? length : pixman_fixed_1,
                                         isHorizontal ? pixman_fixed_1 : length, 0, 0};
   if (!isHorizontal) filter.push_back(pixman_fixed_1);

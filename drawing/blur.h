@@ -5,14 +5,14 @@
 
 namespace varnix::drawing {
 
-/// The picture blurred, sigma in pixels; beyond its edges its outermost pixels go on. It may come
-/// back smaller: what is blurred has no fine detail, and is to be stretched again.
+/// The picture blurred, sigma in pixels. Beyond the edges its outermost pixels continue. The result
+/// may be smaller, since a blurred picture has no fine detail; stretch it to the old size.
 Surface blurred(const Surface& source, double sigma);
 
-/// A shadow's shape has alpha alone, and keeps its size.
+/// For a shadow's shape, which has only alpha and keeps its size.
 Surface blurredShape(const Surface& shape, double sigma);
 
-/// Every pixel's saturation multiplied, in place.
+/// Multiplies every pixel's saturation, in place.
 void saturate(const Surface& surface, double factor);
 
 }  // namespace varnix::drawing

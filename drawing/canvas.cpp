@@ -14,7 +14,7 @@ namespace varnix::drawing {
 namespace {
 
 constexpr double kQuarter = std::numbers::pi / 2;
-/// Of its blur, beyond the shape.
+/// How far the shadow reaches beyond the shape, as a multiple of its blur.
 constexpr double kShadowReach = 1.6;
 
 int pixels(double points, double scale) { return static_cast<int>(std::lround(points * scale)); }
@@ -120,7 +120,7 @@ void Canvas::disc(Point middle, double radius, const Color& color) const {
 
 Surface Canvas::shadowShape(Pixels size, double radius, double blur) const {
   using Key = std::array<double, 5>;
-  // A screen has few shapes of shadows and many of each.
+  // A screen has only a few shadow shapes, each used many times.
   thread_local std::map<Key, Surface> known;
   Surface& kept = known[{scale_, static_cast<double>(size.width), static_cast<double>(size.height),
                          radius, blur}];

@@ -1,4 +1,4 @@
-// A screen to draw on, in points; (0, 0) is its upper left corner.
+// A screen to draw on, in points; (0, 0) is the upper left corner.
 #pragma once
 
 #include <initializer_list>
@@ -35,64 +35,64 @@ constexpr Box around(Point middle, double width, double height) {
 }
 
 struct Shadow {
-  double down;   ///< how far below the shape
+  double down;   ///< how far below the shape it is
   double blur;   ///< twice the standard deviation
-  double alpha;  ///< of black
+  double alpha;  ///< how opaque its black is
 };
 
 class Canvas {
  public:
-  /// Opaque black. Throws std::runtime_error where there is no memory for it.
+  /// Opaque black. Throws std::runtime_error if there is no memory for it.
   Canvas(double width, double height, double scale);
 
   double width() const { return width_; }
   double height() const { return height_; }
   double scale() const { return scale_; }
-  /// A point's part that is one pixel.
+  /// The width of one pixel, in points.
   double hairline() const { return 1 / scale_; }
   cairo_t* context() const { return context_.get(); }
   const Surface& surface() const { return surface_; }
 
-  // Paths, for fill and stroke below.
+  // These make paths for fill and stroke below.
   void rectangle(const Box& box, double radius = 0) const;
-  /// Corners that bend like an icon's: the curve begins gently.
+  /// With corners like an icon's, whose curve begins gently.
   void squircle(const Box& box) const;
   void circle(Point middle, double radius) const;
   void line(std::initializer_list<Point> points) const;
   void close() const;
 
   void use(const Color& color) const;
-  /// Fills the path that was begun and forgets it.
+  /// Fills the path and clears it.
   void fill(const Color& color) const;
-  /// Round ends and corners.
+  /// With round ends and corners.
   void stroke(const Color& color, double lineWidth) const;
-  /// From the top of the box to its bottom.
+  /// The colours go from the top of the box to its bottom.
   void fillGradient(const Box& box, const std::vector<Color>& colors) const;
   void fill(const Box& box, const Color& color, double radius = 0) const;
-  /// The line lies inside the box.
+  /// The line is drawn inside the box.
   void outline(const Box& box, const Color& color, double lineWidth, double radius = 0) const;
   void disc(Point middle, double radius, const Color& color) const;
 
-  /// A soft shadow of the box, which is still to be filled.
+  /// A soft shadow of the box. Fill the box afterwards.
   void shadow(const Box& box, double radius, const Shadow& shadow) const;
 
-  /// Stretched to the box, cut to the radius.
+  /// Stretched to the box, and clipped to the radius.
   void picture(const Surface& picture, const Box& box, double radius = 0) const;
-  /// The same, cut as an icon is.
+  /// The same, clipped to an icon's shape.
   void icon(const Surface& picture, const Box& box) const;
-  /// Scaled to cover the box, its middle in the box's.
+  /// Scaled to cover the box, and centred in it.
   void cover(const Surface& picture, const Box& box) const;
 
-  /// Cuts what is drawn until restore to the path that was begun.
+  /// Until restore(), only what is inside the path is drawn.
   void clip() const;
   void save() const;
   void restore() const;
 
-  /// What has been drawn, as it is now.
+  /// A copy of what has been drawn so far.
   Surface copy() const;
 
  private:
-  /// The same measures, drawing elsewhere.
+  /// The same size and scale, but drawing elsewhere.
   Canvas(const Canvas& other, std::shared_ptr<cairo_t> context)
       : width_(other.width_),
         height_(other.height_),

@@ -1,4 +1,4 @@
-// Colours as the screens draw them.
+// Colours for drawing screens.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 namespace varnix::drawing {
 
-/// Components from 0 to 1, not multiplied by alpha.
+/// Components from 0 to 1, with straight alpha.
 struct Color {
   double red = 0, green = 0, blue = 0, alpha = 1;
 
@@ -27,15 +27,15 @@ inline constexpr Color kWhite = rgb(0xffffff);
 /// From "#rrggbbaa"; nothing for anything else.
 std::optional<Color> parseColor(std::string_view text);
 
-/// The colour laid over an opaque one.
+/// The colour on top of an opaque one.
 Color over(const Color& top, const Color& below);
 
-/// How bright a colour looks, from 0 to 1: Rec. 709 weights over the components as they are.
+/// How bright a colour looks, from 0 to 1: Rec. 709 weights, applied to the components as they are.
 constexpr double luma(const Color& color) {
   return 0.2126 * color.red + 0.7152 * color.green + 0.0722 * color.blue;
 }
 
-/// The saturation multiplied, the luma kept; components are cut off at their ends.
+/// The saturation multiplied and the luma kept; components are limited to their range.
 Color saturated(const Color& color, double factor);
 
 }  // namespace varnix::drawing

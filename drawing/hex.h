@@ -1,4 +1,4 @@
-// A colour as people write it.
+// Colours as people write them.
 #pragma once
 
 #include <cstdint>

@@ -29,9 +29,9 @@ host::PixelRows rowsOf(const Surface& surface) {
           static_cast<std::size_t>(widthOf(surface)), static_cast<std::size_t>(heightOf(surface))};
 }
 
-constexpr unsigned kLongest = 32'767;  ///< what cairo holds
+constexpr unsigned kLongest = 32'767;  ///< cairo's limit
 
-/// How many pixels are enough for a picture of that size, as stored.
+/// How many pixels a picture of that size needs, in its stored orientation.
 Pixels enough(const host::imageio::Header& header, const Pixels& covered) {
   const bool liesOnSide = (header.orientation & 2) != 0;
   const double width = header.width, height = header.height;
@@ -44,7 +44,7 @@ Pixels enough(const host::imageio::Header& header, const Pixels& covered) {
   return {part(header.width), part(header.height)};
 }
 
-/// Makes a picture smaller as its rows come.
+/// Shrinks a picture while its rows come.
 class SmallPicture final : public host::imageio::Rows {
  public:
   explicit SmallPicture(const Pixels& covered) : covered_(covered) {}
@@ -109,7 +109,7 @@ void append(png_structp png, png_bytep bytes, std::size_t count) {
   static_cast<Writer*>(png_get_io_ptr(png))->bytes.append(bytes, bytes + count);
 }
 
-/// Nothing here owns memory: libpng leaves it by a jump.
+/// Nothing here owns memory, because libpng leaves it by longjmp.
 bool write(png_structp png, png_infop info, Writer& writer, cairo_surface_t* surface) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
   const int width = cairo_image_surface_get_width(surface);

@@ -12,7 +12,7 @@ namespace {
 
 using Layout = std::unique_ptr<PangoLayout, decltype(&g_object_unref)>;
 
-/// From this size on the letters of the face for headlines are drawn, which stand closer.
+/// From this size on, the headline face is used, whose letters are closer together.
 constexpr double kHeadline = 20;
 
 constexpr PangoWeight kWeights[] = {PANGO_WEIGHT_LIGHT, PANGO_WEIGHT_NORMAL, PANGO_WEIGHT_MEDIUM,
@@ -25,7 +25,7 @@ PangoWeight pangoWeight(Weight weight) { return kWeights[static_cast<int>(weight
 
 Layout makeLayout(const Canvas& canvas, double size, Weight weight) {
   Layout layout(pango_cairo_create_layout(canvas.context()), &g_object_unref);
-  // Letters of the same shape at every place: nothing is moved to whole pixels.
+  // A letter has the same shape everywhere, so nothing is moved to whole pixels.
   cairo_font_options_t* options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
   cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
@@ -45,7 +45,7 @@ Layout makeLayout(const Canvas& canvas, double size, Weight weight) {
   return layout;
 }
 
-/// The face is drawn a little wider than the one that it stands for, most so at reading sizes.
+/// The face is a little wider than the system's, which it stands for, mostly at reading sizes.
 double spacing(double size) {
   if (size >= kHeadline) return -0.004 * size;
   return size >= 15 ? -0.022 * size : -0.01 * size;
@@ -135,7 +135,7 @@ Extent measure(const Canvas& canvas, const Paragraph& paragraph) {
 
 double drawParagraph(const Canvas& canvas, Point at, const Paragraph& paragraph) {
   const Layout layout = paragraphLayout(canvas, paragraph);
-  // The lines by themselves: the layout would set its first one closer than the others.
+  // Draws each line by itself, since the layout would place the first one closer to the others.
   const int count = pango_layout_get_line_count(layout.get());
   double baseline = at.y + paragraph.lineHeight / 2 + baselineBelow({paragraph.size});
   for (int i = 0; i < count; ++i, baseline += paragraph.lineHeight) {

@@ -1,4 +1,4 @@
-// Text, set in the neutral sans that stands for the system's.
+// Text, in the neutral sans that stands for the system's.
 #pragma once
 
 #include <string>
@@ -22,18 +22,18 @@ struct TextStyle {
   constexpr TextStyle with(Align other) const { return {size, color, weight, other}; }
 };
 
-/// How far below its middle a line's base line lies, so that capitals are centred.
+/// How far the baseline is below a line's middle, so that capitals are centred.
 constexpr double baselineBelow(const TextStyle& style) { return 0.363 * style.size; }
 
-/// One line, at its base line; cut with an ellipsis at the width where that is given.
+/// One line on its baseline. If a width is given, an ellipsis shortens the line to fit.
 void drawText(const Canvas& canvas, Point at, const std::string& text, const TextStyle& style,
               double width = 0);
-/// The same, capitals centred on the line at y.
+/// The same, with capitals centred on the line at y.
 void drawCentered(const Canvas& canvas, Point at, const std::string& text, const TextStyle& style,
                   double width = 0);
 double textWidth(const Canvas& canvas, const std::string& text, const TextStyle& style);
 
-/// A piece of a paragraph in a style of its own; the size is the paragraph's.
+/// A piece of a paragraph with its own style; the size is the paragraph's.
 struct Run {
   std::string text;
   Color color;
@@ -44,16 +44,16 @@ struct Paragraph {
   std::vector<Run> runs;
   double size;
   double lineHeight;
-  double width;  ///< where lines are broken
+  double width;  ///< lines are broken to this width
 };
 
 struct Extent {
   double width, height;
 };
 
-/// The widest line and all lines' height.
+/// The width of the widest line and the height of all lines.
 Extent measure(const Canvas& canvas, const Paragraph& paragraph);
-/// Its upper left corner there; returns the height.
+/// The point is the upper left corner. Returns the height.
 double drawParagraph(const Canvas& canvas, Point at, const Paragraph& paragraph);
 
 }  // namespace varnix::drawing

@@ -1,4 +1,4 @@
-// Keyed archives: they raise or become objects, and what the library takes for decodable does not
+// Keyed archives: they raise or become objects. What the library considers decodable must not
 // raise.
 #include <set>
 #include <vector>
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Every object that can be reached, once.
+/// Collects every reachable object once.
 void reach(NSObject* object, std::set<NSObject*>& seen) {
   if (object == nullptr || !seen.insert(object).second) return;
   if (auto* dictionary = objc::as<NSDictionary>(object)) {
@@ -41,7 +41,7 @@ void empty(NSObject* object) {
   }
 }
 
-/// A collection that can change may hold itself; nobody would free it.
+/// Empties all collections, since a mutable one may contain itself and would never be freed.
 void takeApart(NSObject* root) {
   std::set<NSObject*> seen;
   reach(root, seen);

@@ -1,4 +1,5 @@
-// The process that a fuzzer lives in: hosted once, in a container of its own that goes with it.
+// The process that a fuzzer runs in: hosted once, in a container of its own that is removed with
+// it.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +12,8 @@
 
 namespace fuzz {
 
-/// A folder that goes with the process where that ends by exit(), as a fuzzer does. One that is
-/// ended by a finding leaves it in the folder for temporary files.
+/// A folder that is removed when the process ends by exit(), as a fuzzer does. A process that a
+/// finding ends leaves it in the folder for temporary files.
 inline const std::string& container() {
   static const auto* root = [] {
     auto* name =
@@ -23,7 +24,7 @@ inline const std::string& container() {
   return *root;
 }
 
-/// To be called once, before the first input. The root is ours.
+/// Call this once, before the first input. It sets the root.
 inline void host(host::ProcessOptions options) {
   std::atexit([] {
     std::error_code ignored;
@@ -32,7 +33,7 @@ inline void host(host::ProcessOptions options) {
   options.root = container();
   host::startProcess(options);
 }
-/// An application without anything particular.
+/// An ordinary application.
 inline void hostApplication() {
   host::ProcessOptions options;
   options.bundle = "com.example.app";
@@ -43,7 +44,7 @@ inline std::string_view text(const uint8_t* data, size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-/// What must hold for every input; where it does not, the fuzzer keeps the input.
+/// Must hold for every input; if it does not, the fuzzer keeps the input.
 inline void require(bool holds) {
   if (!holds) std::abort();
 }

@@ -1,4 +1,4 @@
-// Objects for armv7, linked: what comes out must be a library that can be signed.
+// Objects for armv7 are linked: the result must be a library that can be signed.
 #include <cstddef>
 #include <cstdint>
 
@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const Error&) {
     return 0;
   }
-  // Outside of it: an error here ends the fuzzer.
+  // Outside the try block: an error here ends the fuzzer.
   verify(sign(library, "it"), "it");
   return 0;
 }

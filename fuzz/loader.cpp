@@ -1,4 +1,4 @@
-// Libraries, read as the loader of the emulation reads them. Nothing is mapped or run.
+// Libraries are read as the emulation's loader reads them. Nothing is mapped or run.
 #include <cstddef>
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-// Pictures, PNG and JPEG: decoded, written again, and analysed where they are small.
+// Pictures, PNG and JPEG: decoded, written again, and analysed if they are small.
 #include <zlib.h>
 
 #include <algorithm>
@@ -16,10 +16,10 @@ using namespace host::imageio;
 
 namespace {
 
-/// Beyond that an input takes too long.
+/// Larger pictures would take too long.
 constexpr std::size_t kPixelsToWrite = 1 << 16, kPixelsToAnalyse = 1 << 12;
 
-/// What is written comes back as it was, but for the orientation.
+/// What is written must be read back unchanged, except for the orientation.
 void requireWritable(const Picture& picture) {
   const auto png = encodePng(picture);
   fuzz::require(png.has_value());
@@ -47,7 +47,7 @@ std::uint32_t wordAt(const uint8_t* bytes) {
   return std::uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
 }
 
-/// Gives each chunk of a PNG the checksum that it needs: else hardly any would be looked at.
+/// Corrects the checksum of each chunk of a PNG; otherwise hardly any chunk would be read.
 void correctChecksums(uint8_t* data, size_t size) {
   constexpr size_t kSignature = 8, kAround = 12;
   size_t at = kSignature;

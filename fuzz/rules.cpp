@@ -1,4 +1,4 @@
-// Libraries, held against the platform's rules: every one gets its findings, and none an exception.
+// Libraries are checked against the platform's rules: each must get findings, never an exception.
 #include <cstddef>
 #include <cstdint>
 

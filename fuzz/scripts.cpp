@@ -1,4 +1,4 @@
-// Scripts, run from their first line to their last by SpringBoard with the library in it.
+// SpringBoard, with the library in it, runs scripts from the first line to the last.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// A file of no name with those bytes.
+/// An unnamed file with those bytes.
 class Script {
  public:
   explicit Script(std::string_view text) : descriptor_(memfd_create("script", MFD_CLOEXEC)) {
@@ -33,7 +33,7 @@ class Script {
   int descriptor_;
 };
 
-/// What it printed, with its objects gone again.
+/// Runs a script and returns what it printed; its objects are gone afterwards.
 std::string run(std::string_view text) {
   const Script script(text);
   varnix::cli::Stage stage;
@@ -42,12 +42,12 @@ std::string run(std::string_view text) {
     varnix::cli::runScript({.file = script.path()}, stage,
                            [&](const varnix::cli::Json& value) { printed += value.dump() + "\n"; });
   } catch (const varnix::cli::Failure&) {
-    // A line is to blame. Anything else ends the fuzzer.
+    // A line was wrong. Any other exception ends the fuzzer.
   }
   return printed;
 }
 
-/// As if no script had run; answers what the surfaces say then.
+/// Restores the state before any script, and returns what the surfaces answer then.
 std::string tidyUp() {
   std::error_code ignored;
   std::filesystem::remove(varnix::cli::settingsFile(), ignored);
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   options.kind = host::ProcessKind::springboard;
   options.files = varnix::cli::nowPlayingFiles();
   fuzz::host(options);
-  // What records has to be there before the library.
+  // The recorder must be there before the library.
   {
     const varnix::cli::Stage first;
   }
@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const objc::AutoreleasePool pool;
   run(fuzz::text(data, size));
-  // Nothing is left of it, neither here nor in the platform or the library.
+  // The script must leave nothing behind: not here, in the platform or in the library.
   fuzz::require(tidyUp() == saidBefore);
   return 0;
 }

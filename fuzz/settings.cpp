@@ -1,5 +1,5 @@
-// Settings files, XML and binary: read as property lists, written again, and taken by the library
-// as the settings of an application.
+// Settings files, XML and binary: read as property lists, written again, and used by the library as
+// an application's settings.
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -43,7 +43,7 @@ bool haveSameEntries(NSDictionary* a, NSDictionary* b) {
   return true;
 }
 
-/// XML has dates in whole seconds, and what is no number equals nothing.
+/// XML stores dates in whole seconds, and NaN equals nothing.
 bool isSame(NSObject* a, NSObject* b) {
   if (auto* array = objc::as<NSArray>(a))
     return objc::as<NSArray>(b) != nullptr && haveSameItems(array, objc::as<NSArray>(b));
@@ -55,13 +55,13 @@ bool isSame(NSObject* a, NSObject* b) {
   return send(a, NSObject::isEqual, b) || !send(a, NSObject::isEqual, a);
 }
 
-/// Text with a zero in it, which is read and shown but cannot be written.
+/// Whether there is text with a zero in it, which can be read and shown but not written.
 bool hasZero(NSObject* list) {
   const std::string shown = varnix::cli::valueText(list);
   return shown.find('\0') != shown.npos || shown.find("\\u0000") != shown.npos;
 }
 
-/// What is written can be read, and is the same.
+/// What was written must be read back unchanged.
 void requireReadable(NSObject* list, const std::optional<std::string>& bytes) {
   fuzz::require(bytes.has_value() || hasZero(list));
   if (!bytes) return;
@@ -69,7 +69,7 @@ void requireReadable(NSObject* list, const std::optional<std::string>& bytes) {
   fuzz::require(back != nullptr && isSame(list, back));
 }
 
-/// Takes from the number what there is in the tree; false where that is too few.
+/// Subtracts the number of objects in the tree; false if it has more than that.
 bool countDown(NSObject* object, std::size_t& left) {
   if (left == 0) return false;
   --left;
@@ -87,13 +87,13 @@ bool countDown(NSObject* object, std::size_t& left) {
   return true;
 }
 
-/// What a few bytes expand to may take too long.
+/// A few bytes may expand to something that takes too long.
 bool isLarge(NSObject* list) {
   std::size_t left = 1 << 14;
   return !countDown(list, left);
 }
 
-/// As the command shows and stores it.
+/// Shows and stores it as the command does.
 void write(NSDictionary* settings) {
   requireReadable(settings, varnix::cli::settingsBytes(settings));
   requireReadable(settings, host::binaryFromPropertyList(settings));
@@ -104,7 +104,7 @@ void write(NSDictionary* settings) {
   }
 }
 
-/// Every question that depends on the settings.
+/// Asks everything that depends on the settings.
 void ask() {
   NSString* identifier = "com.example.app"_ns;
   send(manager, VNXManager::tweakEnabled);
@@ -120,7 +120,7 @@ void ask() {
 
 void takeAsSettings(std::string_view bytes) {
   const objc::AutoreleasePool pool;
-  // A new file each time: one that is made empty first is written to the disk when it is closed.
+  // A new file each time, since a file that was truncated is written to the disk when it is closed.
   std::error_code ignored;
   std::filesystem::remove(varnix::cli::settingsFile(), ignored);
   std::ofstream(varnix::cli::settingsFile(), std::ios::binary) << bytes;
@@ -147,7 +147,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  // One without bytes is waited for, in case somebody is about to write it.
+  // The library waits for an empty file, in case somebody is about to write it.
   if (size == 0) return 0;
   const objc::AutoreleasePool pool;
   const std::string_view bytes = fuzz::text(data, size);

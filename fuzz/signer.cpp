@@ -1,5 +1,5 @@
-// Libraries, signed: what comes out must hold its own signature, and be the same when it is signed
-// again.
+// Libraries are signed: the result must have a valid signature, and signing it again must not
+// change it.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -11,7 +11,7 @@ using namespace varnix::device;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::span<const uint8_t> file(data, size);
-  // A signature that is there already.
+  // The input may already have a signature.
   try {
     verify(file, "it");
   } catch (const Error&) {
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const Error&) {
     return 0;
   }
-  // Outside of it: an error here ends the fuzzer.
+  // Outside the try block: an error here ends the fuzzer.
   verify(library, "it");
   if (sign(library, "it") != library) std::abort();
   return 0;

@@ -1,4 +1,4 @@
-// Text stubs: read, or refused with a reason.
+// Text stubs are read, or refused with a reason.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

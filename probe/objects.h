@@ -1,5 +1,4 @@
-// How an object comes to be that a process is asked about: by messages alone, as an application
-// makes it.
+// Makes an object to ask about: by messages alone, as an application would.
 #pragma once
 
 #include "objc/strong.h"
@@ -8,10 +7,10 @@
 
 namespace varnix::probe {
 
-/// By init, which a view passes on to initWithFrame: and a controller to initWithNibName:bundle:.
+/// Uses init, which a view passes on to initWithFrame: and a controller to initWithNibName:bundle:.
 /// No answer depends on a frame. Nil for nil.
 Strong<NSObject> make(Class cls);
-/// Nil where the process has no such class.
+/// Nil if the process does not have the class.
 Strong<NSObject> make(const char* className);
 
 }  // namespace varnix::probe

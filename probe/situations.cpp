@@ -38,7 +38,7 @@ Strong<NSObject> segmented(Class cls) {
   auto view = make(cls);
   Class control = objc_getClass("UISegmentedControl");
   if (control == nullptr || !isSegment(view)) return view;
-  // The control lives as long as the pool around the question: a segment does not keep it.
+  // The control lives as long as the pool around the question; a segment does not keep it alive.
   NSObject* parent = make(control).autorelease();
   send<void>(parent, "addSubview:"_sel, view.get());
   return view;

@@ -1,4 +1,4 @@
-// The situations in which surfaces are asked. Every object is made and changed by messages alone.
+// The situations in which surfaces are asked. All objects are made and changed by messages alone.
 #pragma once
 
 #include "probe/objects.h"
@@ -6,16 +6,16 @@
 namespace varnix::probe {
 
 Strong<NSObject> redView(Class cls);
-/// A segmented control, or a segment inside one where that class is there.
+/// A segmented control, or a segment in one if the process has that class.
 Strong<NSObject> segmented(Class cls);
 Strong<NSObject> blueSegmented(Class cls);
-/// A switch that was set to red and then laid out.
+/// A switch that was set to red and then had its layout done.
 Strong<NSObject> redSwitchAfterLayout(Class cls);
-/// Attributes for which the system asks for a white background and a black foreground.
+/// Attributes that the system asks for with a white background and a black foreground.
 Strong<NSObject> statusBarAttributes(Class cls);
-/// A style of text whose links were set to red.
+/// A text style whose links were set to red.
 Strong<NSObject> redLink(Class cls);
-/// Colours of a balloon's gradient; nil where there are none.
+/// The colours of a balloon's gradient; nil if there are none.
 Strong<NSObject> firstShade(Class cls);
 Strong<NSObject> lastShade(Class cls);
 

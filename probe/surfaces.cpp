@@ -14,7 +14,7 @@ namespace varnix::probe {
 
 namespace {
 
-/// The getter where the object is the answer.
+/// Stands for the getter if the object itself is the answer.
 constexpr char kItself[] = "";
 constexpr char kTwitter[] = "colour of text";
 
@@ -80,7 +80,7 @@ bool exists(const Surface& surface) {
 }
 
 Answer colorAnswer(NSObject* color) {
-  // By what it answers, not by its class: that may be hidden.
+  // Decides by what it answers, not by its class, which may be hidden.
   SEL components = sel_registerName("getRed:green:blue:alpha:");
   std::array<CGFloat, 4> c{};
   if (color == nullptr || !send(color, NSObject::respondsToSelector, components) ||

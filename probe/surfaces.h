@@ -1,4 +1,4 @@
-// What people see of a process: a table of questions to platform objects, and their answers.
+// What people see of a process: a table of questions to platform objects, and the answers.
 #pragma once
 
 #include <span>
@@ -25,18 +25,18 @@ struct Surface {
   const char* property;
   const char* situation;
   Form form;
-  /// Makes the object in that situation; the class is there. Null where the class is asked.
+  /// Makes the object in that situation; the class exists. Null if the class itself is asked.
   Strong<NSObject> (*make)(Class cls);
-  const char* getter = nullptr;  ///< where it is not the property's own name
+  const char* getter = nullptr;  ///< if it is not the property's own name
 };
 
 std::span<const Surface> all();
 
-/// Whether this process has the class and, where that is asked itself, it has the method.
+/// Whether this process has the class and, if the class itself is asked, the method.
 bool exists(const Surface& surface);
 Answer ask(const Surface& surface);
 
-/// "#rrggbbaa", or nothing for nil and for what is no colour.
+/// "#rrggbbaa", or nothing for nil and anything other than a colour.
 Answer colorAnswer(NSObject* color);
 Answer plainColorAnswer(CGColorRef color);
 

@@ -1,8 +1,8 @@
 # add_varnix_test(NAME [OPTIMISED] [EACH_HOOKING] [DEPENDS TARGET...] [LABELS LABEL...] [LIBRARY...])
 #
-# An executable of one file: NAME.cpp in this folder, or the one whose name leaves out the folder's, so
-# that hooks/tint_test.cpp becomes hooks_tint_test. Every test case runs in a process of its own, so
-# that it can choose the process it lives in and load the library itself.
+# An executable of one file: NAME.cpp in this folder, or the file whose name leaves out the
+# folder's, so that hooks/tint_test.cpp becomes hooks_tint_test. Every test case runs in a process
+# of its own, so that it can choose its hosted process and load the library itself.
 #
 #   OPTIMISED      messages and replacements as the optimiser leaves them; the rest is not worth its time
 #   EACH_HOOKING   once more under each other way of hooking
@@ -25,8 +25,9 @@ function(add_varnix_test name)
   if(VARNIX_BATCHES)
     target_precompile_headers(${name} REUSE_FROM ${headers})
   endif()
-  # A test may define a platform function of its own, which the library then finds first.
-  # No macro of the target's own, with which the compiler would refuse the compiled headers.
+  # A test may define a platform function of its own, and the library must find that one first.
+  # The target has no macros of its own: with them the compiler would refuse the precompiled
+  # headers.
   set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON DEFINE_SYMBOL ""
                         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_dependencies(${name} varnix_library varnix_host_frameworks ${test_DEPENDS})
@@ -34,7 +35,7 @@ function(add_varnix_test name)
     add_dependencies(tests_of_threads ${name})
   endif()
 
-  # Else the GL driver would keep compiled shaders in the home folder.
+  # Otherwise the GL driver would keep compiled shaders in the home folder.
   set(properties TIMEOUT 120 ENVIRONMENT MESA_SHADER_CACHE_DIR=${CMAKE_BINARY_DIR}/shader-cache)
   if(test_LABELS)
     list(APPEND properties LABELS "${test_LABELS}")
@@ -42,8 +43,9 @@ function(add_varnix_test name)
   set(where WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests DISCOVERY_TIMEOUT 60)
   gtest_discover_tests(${name} PROPERTIES ${properties} ${where})
   if(test_EACH_HOOKING)
-    # The library must not depend on what the injection framework saves, and when. Of each property
-    # there is one value: lists do not survive the way to the test. A label is asked for by a part of it.
+    # The library must not depend on what the injection framework saves, and when. Each property has
+    # a single value, because lists are lost on the way to the test. Labels are selected by a part
+    # of them.
     foreach(hooking IN ITEMS snapshot late)
       string(JOIN "-" label hooking ${hooking} ${test_LABELS})
       gtest_discover_tests(${name} TEST_PREFIX "hooking-${hooking}." TEST_LIST ${name}_${hooking}
@@ -53,8 +55,8 @@ function(add_varnix_test name)
   endif()
 endfunction()
 
-# add_varnix_tests([PLAIN_NAMES] ...): every other test of this folder, called FOLDER_FILE; with
-# PLAIN_NAMES as its file. The rest is as above; a file with threads_test in its name has the label.
+# add_varnix_tests([PLAIN_NAMES] ...): every other test in this folder, called FOLDER_FILE, or with
+# PLAIN_NAMES just FILE. The rest is as above; a file with threads_test in its name has the label.
 function(add_varnix_tests)
   cmake_parse_arguments(PARSE_ARGV 0 all PLAIN_NAMES "" "")
   get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
@@ -74,7 +76,7 @@ function(add_varnix_tests)
   endforeach()
 endfunction()
 
-# add_test_extension(NAME): an extension beside ours, of the file NAME.cpp. Tests know where it lies by
+# add_test_extension(NAME): another extension, from the file NAME.cpp. Tests find it through
 # VARNIX_NAME, in capitals.
 function(add_test_extension name)
   add_library(${name} MODULE ${name}.cpp $<TARGET_OBJECTS:varnix_test_image>)

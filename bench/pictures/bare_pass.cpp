@@ -12,7 +12,7 @@
 
 namespace bench {
 
-/// The driver's functions, of the types that the platform declares.
+/// The driver's functions, with the types that the platform declares.
 struct BarePass::Driver {
   template <class F>
   static F* find(const char* name) {
@@ -138,7 +138,7 @@ bool BarePass::setUp() {
   return isLinked != 0;
 }
 
-// The display is the process's; the picker's context is on it, too.
+// The display belongs to the process; the picker's context uses it too.
 BarePass::~BarePass() {
   unbind();
   if (context_ != nullptr) eglDestroyContext(display_, context_);

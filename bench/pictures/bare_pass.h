@@ -1,4 +1,4 @@
-// The picker's pass with nothing around it: the driver's own functions in a context that stays
+// The picker's pass with nothing around it: direct calls of the driver, in a context that stays
 // bound.
 #pragma once
 
@@ -10,13 +10,13 @@ namespace bench {
 
 class BarePass {
  public:
-  /// Null where there is no driver.
+  /// Null if there is no driver.
   static std::unique_ptr<BarePass> make();
   ~BarePass();
   BarePass(const BarePass&) = delete;
   BarePass& operator=(const BarePass&) = delete;
 
-  /// The context of the calling thread from now on, and not any more.
+  /// Makes its context the calling thread's, or stops that.
   bool bind() const;
   void unbind() const;
 

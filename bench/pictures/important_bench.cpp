@@ -1,4 +1,4 @@
-// What the important colour of a picture costs, and which part of it costs most.
+// The cost of finding a picture's important colour, and which part of it costs most.
 #include "color/ImportantColor.h"
 #include "measures.h"
 #include "objc/autorelease_pool.h"

@@ -1,4 +1,4 @@
-// What a large picture costs from its file to the squeeze: most of it is its own decompression.
+// The cost of a large picture, from the file to the squeeze: decompression takes most of it.
 #include "ImageIO/decode.h"
 #include "measures.h"
 #include "objc/autorelease_pool.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned kSide = 8000;
 
-/// Soft colours with a little noise, as a photograph has them.
+/// Soft colours with a little noise, as in a photograph.
 host::imageio::Picture photograph() {
   host::imageio::Picture picture{.width = kSide, .height = kSide, .rgba = {}};
   picture.rgba.resize(std::size_t{kSide} * kSide * 4);

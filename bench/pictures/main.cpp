@@ -1,5 +1,5 @@
-// Measures the picking of colours. The code that picks has classes and categories of the process's
-// frameworks, so it lies in a module, which is loaded when they are there.
+// Measures the picking of colours. The code that picks adds classes and categories to the process's
+// frameworks, so it is a module that is loaded after them.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A container that nobody writes into.
+/// A container that stays empty.
 std::string emptyContainer() {
   auto root = (std::filesystem::temp_directory_path() / "varnix-bench-XXXXXX").string();
   if (mkdtemp(root.data()) == nullptr) throw std::filesystem::filesystem_error(root, {});
@@ -38,7 +38,7 @@ int measure(int count, char** arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  // What Mesa compiled is kept from run to run, as a phone keeps it.
+  // Keeps what Mesa compiled from run to run, as a phone does.
   setenv("MESA_SHADER_CACHE_DIR", VARNIX_SHADER_CACHE, 0);
   try {
     return measure(count, arguments);

@@ -1,4 +1,4 @@
-// What the executable calls.
+// The function that the executable calls.
 #include <cstdio>
 #include <fstream>
 #include <span>

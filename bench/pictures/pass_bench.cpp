@@ -1,4 +1,4 @@
-// One pass of the picker against the least that it could be, and against the most.
+// One pass of the picker, compared with the least and the most that it could cost.
 #include <unistd.h>
 
 #include <fstream>
@@ -41,8 +41,8 @@ void forgetObjects(CQColorPicker* picker) {
   }
 }
 
-/// How many passes one takes that makes everything anew, in a context that grows by 0.4 MB with
-/// each. The middle ones of many: the growth is part of what it costs. Both take turns.
+/// The cost of a pass that makes everything again, in ordinary passes. Its context grows by 0.4 MB
+/// each time, and that is part of the cost, so the middle of many is taken. Both kinds take turns.
 double passesOfOneAnew(CQColorPicker* kept, UIImage* image) {
   const auto forgetful = objc::make<CQColorPicker>();
   std::vector<double> least;
@@ -63,7 +63,7 @@ double residentMegabytes() {
   return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// Otherwise the two would not do the same work.
+/// Checks that the two do the same work.
 bool drawTheSame(CQColorPicker* picker, UIImage* image, BarePass& bare, const Pixels& pixels) {
   const objc::AutoreleasePool pool;
   pass(picker, image);
@@ -81,7 +81,7 @@ bool measurePass() {
   const Pixels pixels = generatedPixels(kTotalWidth, kTotalWidth);
   const auto image = imageOver(pixels);
   const auto picker = objc::make<CQColorPicker>();
-  pooledPass(picker, image);  // opens the display, as the stand-in wants it
+  pooledPass(picker, image);  // opens the display the way the stand-in needs it
   const auto bare = BarePass::make();
   if (bare == nullptr || !drawTheSame(picker, image, *bare, pixels)) return false;
   for (int i = 0; i < 100; ++i) pooledPass(picker, image);
@@ -90,7 +90,7 @@ bool measurePass() {
   for (int i = 0; i < 2000; ++i) pooledPass(picker, image);
   const double growth = residentMegabytes() - before;
 
-  // The two take turns, so that a slower spell of the machine meets both.
+  // The two take turns, so that a slow moment of the machine affects both.
   double ours = 1e18;
   double least = 1e18;
   for (int turn = 0; turn < 20; ++turn) {

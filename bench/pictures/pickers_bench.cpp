@@ -1,4 +1,4 @@
-// Ours beside the pickers that people use, over the same decoded pixels.
+// Our picker beside others that people use, on the same decoded pixels.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -26,7 +26,7 @@ struct Picture {
   std::string file;  ///< the pixels, for the other pickers
 };
 
-/// The first files of a folder, in the order of their names, that can be read.
+/// Adds the first files of a folder, in the order of their names, that can be read.
 void addFrom(const fs::path& folder, std::size_t count, std::vector<Picture>& pictures) {
   std::error_code ignored;
   std::vector<fs::path> files;
@@ -42,7 +42,7 @@ void addFrom(const fs::path& folder, std::size_t count, std::vector<Picture>& pi
   }
 }
 
-/// Ours from the same bytes: an image is made of them each time.
+/// Our picker on the same bytes: an image is made from them each time.
 struct Ours {
   double milliseconds;
   std::string color;
@@ -67,7 +67,7 @@ std::string output(const std::string& command) {
   return pclose(pipe) == 0 ? text : std::string();
 }
 
-/// A list of pickers for each picture; null where they could not be run.
+/// A list of pickers for each picture; null if they could not be run.
 nlohmann::json measureOthers(const fs::path& folder, std::vector<Picture>& pictures) {
   std::ostringstream command;
   command << "node '" << (folder / "measure.mjs").string() << "' " << kSide << ' ' << kSide;

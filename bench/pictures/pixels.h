@@ -17,14 +17,14 @@ struct Pixels {
   std::vector<std::uint8_t> bytes;
 };
 
-/// Soft areas of several colours with some grain; the same at each run.
+/// Soft areas of several colours with a little noise; the same in every run.
 Pixels generatedPixels(int width, int height);
 
-/// The picture of a PNG or JPEG file, stretched to that size and laid on white. Nothing where it
+/// The picture in a PNG or JPEG file, stretched to that size on a white ground. Nothing if it
 /// cannot be read.
 std::optional<Pixels> pixelsOfFile(const std::string& path, int width, int height);
 
-/// An image over those bytes, which are not copied.
+/// An image that refers to those bytes without copying them.
 Strong<UIImage> imageOver(const Pixels& pixels);
 
 /// "#rrggbb"; "none" for nil.

@@ -1,4 +1,4 @@
-// A recoloured image against the drawing library's own masked fill of that size.
+// A recoloured image, compared with the drawing library's own masked fill of that size.
 #include <cairo.h>
 
 #include "color/RecolorImage.h"
@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-/// Every pixel half covered.
+/// Every pixel is half covered.
 cairo_surface_t* coveredSurface(int side) {
   constexpr double kHalf = 0.5;
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, side, side);

@@ -1,4 +1,4 @@
-// The gallery: how long the whole command takes, and where the time of a picture goes.
+// The gallery: how long the whole command takes, and where a picture's time goes.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -69,7 +69,7 @@ void measureScreens() {
                 bench::Goal::none());
 }
 
-/// Seconds of the whole command.
+/// Seconds for the whole command.
 double gallerySeconds() {
   std::string folder = (std::filesystem::temp_directory_path() / "varnix-bench-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) std::abort();

@@ -1,5 +1,5 @@
-// SpringBoard's backdrop: what a tint costs, in questions for a tint colour, and what the playing
-// album adds to the important colour of its artwork.
+// SpringBoard's backdrop: the cost of a tint, measured in questions for a tint colour, and what a
+// playing album adds to finding its artwork's important colour.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -45,7 +45,7 @@ NSObject* make(const char* className) {
   return send<NSObject*>(send<NSObject*>(objc_getClass(className), "alloc"_sel), "init"_sel);
 }
 
-/// A gradient of middling colours.
+/// A gradient of medium colours.
 UIImage* artwork() {
   UIGraphicsBeginImageContextWithOptions({kSide, kSide}, true, 1);
   CGContextRef context = UIGraphicsGetCurrentContext();

@@ -12,14 +12,14 @@ namespace varnix::cli {
 
 Json answerJson(const varnix::probe::Answer& answer);
 
-/// "#rrggbbaa"; null for nil and for anything else than a colour.
+/// "#rrggbbaa"; null for nil and for anything other than a colour.
 Json colorJson(NSObject* color);
 
-/// Every surface of this process, or those of the classes alone: [{"class", "property", "case",
-/// "answer"}], in the table's order.
+/// Every surface of this process, or only those of the given classes: [{"class", "property",
+/// "case", "answer"}], in the table's order.
 Json surfaceAnswers(const std::vector<std::string>& classes = {});
 
-/// What two processes answered, side by side: [{"class", "property", "case", "before", "after"}],
+/// The answers of two processes, side by side: [{"class", "property", "case", "before", "after"}],
 /// in the second one's order. A surface that the first was not asked about has null before.
 Json comparedAnswers(const Json& before, const Json& after);
 

@@ -20,7 +20,7 @@ using Address = std::uintptr_t;
 
 struct Named {
   char given[4096];
-  char file[4096];  ///< as the kernel has it
+  char file[4096];  ///< as the kernel gives it
 };
 
 constexpr std::size_t kMostNamed = 32;
@@ -56,11 +56,11 @@ struct NamedRange {
   const char* name;
 };
 
-// Of each library there are a few.
+// Each library has only a few.
 NamedRange namedRanges[8 * kMostNamed];
 std::size_t rangeCount = 0;
 
-/// Calls the function for one after the other until it says that it is enough.
+/// Calls the function for each mapping until it returns true.
 template <class Function>
 void forEachMapping(Function isEnough) {
   std::string_view rest(maps, mapsLength);
@@ -73,7 +73,7 @@ void forEachMapping(Function isEnough) {
 
 std::string_view fileName(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
-/// A library that lacks functions is loaded as a copy in memory of its name.
+/// A library that lacks functions is loaded as a copy in memory, under its name.
 bool isCopy(std::string_view mapped, std::string_view file) {
   constexpr std::string_view kBefore = "/memfd:";
   constexpr std::string_view kBehind = " (deleted)";
@@ -124,8 +124,8 @@ const char* namedLibraryAt(Address address) {
   for (const NamedRange& range : std::span(namedRanges, rangeCount)) {
     if (range.begin <= address && address < range.end) return range.name;
   }
-  // Under emulation the device's libraries lie in no file. Its list of them is never changed while
-  // one of them runs.
+  // Under emulation the device's libraries are not mapped from files. The emulation's list of them
+  // never changes while one of them runs.
   if (host::imageLoader() == nullptr) return nullptr;
   const std::string path = host::imageLoader()->pathOf(reinterpret_cast<const void*>(address));
   return path.empty() ? nullptr : namedLike(path);

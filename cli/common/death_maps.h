@@ -1,5 +1,5 @@
-// Which file an address of this process lies in, for a signal's handler: it takes no memory and no
-// lock.
+// Which file an address of this process is in. Safe in a signal handler: it allocates nothing and
+// takes no lock.
 #pragma once
 
 #include <cstdint>

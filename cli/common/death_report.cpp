@@ -16,7 +16,7 @@
 #include "common/death_maps.h"
 #include "process/process.h"
 
-// Everything below a signal's handler takes no memory and no lock of ours.
+// Nothing that a signal handler calls here allocates memory or takes one of our locks.
 namespace varnix::cli {
 
 namespace {
@@ -25,7 +25,7 @@ using Address = std::uintptr_t;
 
 constexpr int kFatal[] = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGTRAP, SIGSYS};
 
-/// For the unwinder, should it go round in circles.
+/// Seconds, in case the unwinder goes round in circles.
 constexpr unsigned kPatience = 4;
 constexpr int kMostFrames = 200'000;
 
@@ -41,10 +41,10 @@ volatile pid_t dyingThread = 0;
 
 struct Registers {
   Address pc;
-  Address caller;  ///< where a function that has no frame yet returns to; 0 where not known
+  Address caller;  ///< return address of a function that has no frame yet; 0 if unknown
 };
 
-/// The word at an address that may be none.
+/// The word at an address, which may be invalid.
 [[maybe_unused]] Address wordAt(Address address) {
   Address word = 0;
   iovec here{&word, sizeof word};
@@ -73,13 +73,13 @@ struct Search {
 
 _Unwind_Reason_Code visitFrame(_Unwind_Context* frame, void* argument) {
   auto& search = *static_cast<Search*>(argument);
-  // A return address is behind the call, which may be a function's last instruction.
+  // A return address is after the call, which may be a function's last instruction.
   search.found = namedLibraryAt(_Unwind_GetIP(frame) - 1);
   return search.found != nullptr || ++search.frames == kMostFrames ? _URC_END_OF_STACK
                                                                    : _URC_NO_REASON;
 }
 
-/// The nearest library with a name of ours that is in the middle of something.
+/// The nearest remembered library with a function in progress.
 const char* namedLibrary(const Registers& registers) {
   if (const char* here = namedLibraryAt(registers.pc)) return here;
   if (const char* caller = namedLibraryAt(registers.caller - 1)) return caller;
@@ -88,7 +88,7 @@ const char* namedLibrary(const Registers& registers) {
   return search.found;
 }
 
-/// A line of what is told, as long as there is room.
+/// A line of the report, as long as there is room.
 class Line {
  public:
   void add(std::string_view text) {
@@ -155,7 +155,7 @@ void removeFolder() {
   _exit(128 + number);
 }
 
-/// The search did not end.
+/// The search took too long.
 void giveUp(int) {
   removeFolder();
   die(dying);
@@ -163,10 +163,10 @@ void giveUp(int) {
 
 void handle(int number, siginfo_t*, void* context) {
   static Registers registers;
-  // What it forks has its handlers until it runs another program.
+  // A forked process has its parent's handlers until it runs another program.
   if (getpid() != owner) die(number);
   if (dying != 0 && dyingThread != gettid()) {
-    // The other thread takes both along.
+    // The other thread ends them both.
     while (true) pause();
   }
   if (dying == 0) {
@@ -178,7 +178,7 @@ void handle(int number, siginfo_t*, void* context) {
     readMaps();
     tell(registers, namedLibrary(registers));
   } else if (faults == 0) {
-    // The stack is no stack any more.
+    // The stack is unusable now.
     faults = 1;
     tell(registers, namedLibraryAt(registers.pc));
   }

@@ -6,7 +6,7 @@
 namespace varnix::cli {
 
 enum class Telling {
-  place,     ///< " in FILE", for whoever waits for the process and knows the signal
+  place,     ///< " in FILE", for a parent that waits for the process and knows the signal
   sentence,  ///< "varnix: the process died in FILE: Segmentation fault" and a line end
 };
 
@@ -15,7 +15,7 @@ enum class Telling {
 /// sanitizer's, keeps it. The library of a stack overflow is told for this thread only.
 void tellOfDeath(int descriptor, Telling telling);
 
-/// The folder goes with the process, which takes its temporary one along otherwise.
+/// Also removes the process's temporary folder when it dies like that.
 void removeOnDeath(const std::string& folder);
 
 /// Loads a library, and names it if the process dies in it or in what it called. Throws like

@@ -7,7 +7,7 @@
 
 namespace varnix::cli {
 
-/// Something that was asked for did not work: exit status 1.
+/// A request failed: exit status 1.
 class Failure : public std::runtime_error {
  public:
   Failure(const std::string& what, const std::string& with)

@@ -15,8 +15,8 @@ std::string hexadecimal(unsigned value) {
 
 bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-/// The bytes of the character that begins the text; 0 where it is not UTF-8. Characters that are
-/// written with more bytes than they take are left to the terminal.
+/// The number of bytes in the character that begins the text; 0 if it is not UTF-8. Overlong
+/// encodings are left to the terminal.
 std::size_t lengthOfCharacter(std::string_view text) {
   const auto first = static_cast<unsigned char>(text[0]);
   const std::size_t length = first < 0x80             ? 1
@@ -29,7 +29,7 @@ std::size_t lengthOfCharacter(std::string_view text) {
   return std::all_of(rest.begin(), rest.end(), isContinuation) ? length : 0;
 }
 
-/// Those above 127 take two bytes.
+/// The control characters above 127 take two bytes.
 bool isControl(std::string_view character) {
   const auto byte = static_cast<unsigned char>(character.back());
   if (character.size() == 1) return byte < ' ' || byte == 127;

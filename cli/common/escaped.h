@@ -1,4 +1,4 @@
-// Text from outside, made fit for a terminal.
+// Text from outside, made safe for a terminal.
 #pragma once
 
 #include <string>

@@ -7,8 +7,8 @@
 
 namespace varnix::cli {
 
-/// The build's MediaPlayerUI at the device's path: nothing of it lies in a container, which may be
-/// full, or another user's.
+/// The build's MediaPlayerUI at the device's path. It is not copied into the container, which may
+/// be full or belong to another user.
 std::map<std::string, std::filesystem::path> nowPlayingFiles();
 
 }  // namespace varnix::cli

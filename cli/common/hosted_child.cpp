@@ -39,9 +39,9 @@ bool writeAll(int descriptor, std::string_view text) {
   return true;
 }
 
-/// Ends without running the parent's destructors, which are the parent's business.
 int notesOfThisProcess = -1;
 
+/// Ends the process without running destructors, which the parent runs.
 [[noreturn]] void runChild(int pipe, const std::function<std::string()>& answer) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   leaveInterruptionsToParent();
@@ -91,7 +91,7 @@ HostedChild::HostedChild(const std::function<std::string()>& answer) {
 
 void HostedChild::noteWait() {
   const Clock::time_point now = Clock::now();
-  // A wait that is not noted is part of the process's time.
+  // If this fails, the wait counts as the process's own time.
   [[maybe_unused]] const ssize_t written = write(notesOfThisProcess, &now, sizeof now);
 }
 

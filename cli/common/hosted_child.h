@@ -1,4 +1,4 @@
-// A question answered by a process of its own, with a limit on its time.
+// A question that a process of its own answers, in limited time.
 #pragma once
 
 #include <sys/types.h>
@@ -12,19 +12,19 @@ namespace varnix::cli {
 
 class HostedChild {
  public:
-  /// Starts the process; to be called while this one has a single thread. What the function
-  /// returns is the answer; what it throws is the failure's text.
+  /// Starts the process. This one must have a single thread. The function's return value is the
+  /// answer; an exception's text becomes the failure's.
   explicit HostedChild(const std::function<std::string()>& answer);
-  /// Kills what has not been waited for.
+  /// Kills the process if nobody has waited for it.
   ~HostedChild();
   HostedChild(const HostedChild&) = delete;
   HostedChild& operator=(const HostedChild&) = delete;
 
-  /// The answer. Throws Failure where the process failed or ran out of time, Death where it died,
-  /// with the library that it died in, and Interrupted.
+  /// The answer. Throws Failure if the process failed or ran out of time, Death, with the library,
+  /// if it died, and Interrupted.
   std::string wait(std::chrono::steady_clock::time_point deadline);
 
-  /// In such a process: a wait for a person begins, or the one that began is over. It is no part of
+  /// Called in such a process when a wait for a person begins or ends. The wait does not count as
   /// the process's time.
   static void noteWait();
 

@@ -13,7 +13,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// Nil for what is no picture.
+/// Nil if it is not a picture.
 Strong<UIImage> pictureIn(const std::string& file) {
   NSData* data = host::fileData(file, kLargestFile);
   if (data == nullptr) return {};

@@ -1,4 +1,4 @@
-// Whether the icons and other images that were given are pictures, and whole ones.
+// Checks that the given icons and other images are pictures, and complete.
 #pragma once
 
 #include <map>
@@ -8,11 +8,11 @@
 
 namespace varnix::cli {
 
-/// To be asked in the hosted process, by its own image class; one without that class takes any
-/// file. The files by identifier; throws Failure for the first that is no picture.
+/// Called in the hosted process, whose image class decides; without that class any file passes.
+/// Takes files by identifier. Throws Failure for the first that is not a picture.
 void checkIcons(const std::map<std::string, std::string>& icons);
 
-/// Says on standard error where an image of that file is there in part only.
+/// Warns on standard error if part of that file's image is missing.
 void warnOfMissingRows(NSObject* image, const std::string& file);
 
 }  // namespace varnix::cli

@@ -4,7 +4,7 @@
 
 namespace varnix::cli {
 
-/// An identifier has no equals sign, so that the first one ends it.
+/// An identifier contains no equals sign, so the first one ends it.
 std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& choices) {
   std::map<std::string, std::string> icons;
   for (const std::string& choice : choices) {

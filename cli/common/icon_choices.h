@@ -1,4 +1,4 @@
-// Icons as they are given on the command line.
+// Icons as given on the command line.
 #pragma once
 
 #include <map>
@@ -7,7 +7,7 @@
 
 namespace varnix::cli {
 
-/// Of "ID=FILE", by identifier. Throws UsageError.
+/// From "ID=FILE", by identifier. Throws UsageError.
 std::map<std::string, std::string> iconsFrom(const std::vector<std::string>& choices);
 
 }  // namespace varnix::cli

@@ -19,7 +19,7 @@ int ends[2] = {-1, -1};
 void note(int number) {
   const int kept = errno;
   noted = number;
-  // A full pipe is readable as well.
+  // If the pipe is full it is readable anyway.
   if (write(ends[1], "", 1) < 0) errno = kept;
 }
 

@@ -1,4 +1,4 @@
-// Words as one text.
+// Words joined into one text.
 #pragma once
 
 #include <string>

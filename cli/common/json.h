@@ -1,4 +1,4 @@
-// JSON for those who make it or look into it.
+// JSON for code that builds it or looks into it.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -1,5 +1,5 @@
-// JSON as the commands print it, for those who only pass it on: the whole of it takes the compiler
-// two seconds a file.
+// JSON as the commands print it, for code that only passes it on: the full header takes the
+// compiler two seconds a file.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -9,7 +9,7 @@ namespace varnix::cli {
 
 /// Keys stay in the order in which they were set.
 using Json = nlohmann::ordered_json;
-/// Keys are in the order of the alphabet.
+/// Keys are in alphabetical order.
 using SortedJson = nlohmann::json;
 
 /// One line, or indented. Bytes that are not UTF-8 are replaced.

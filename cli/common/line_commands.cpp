@@ -13,7 +13,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// At most so many words; the last is the rest of the line, blanks inside it kept.
+/// At most that many words. The last one is the rest of the line, with the blanks inside it.
 Words split(const std::string& line, std::size_t limit = SIZE_MAX) {
   std::istringstream stream(line);
   Words words;
@@ -26,7 +26,7 @@ Words split(const std::string& line, std::size_t limit = SIZE_MAX) {
 
 bool isFree(const std::string& word) { return word[0] >= 'A' && word[0] <= 'Z'; }
 
-/// The free words, or nothing where the line is not of that form.
+/// The free words, or nothing if the line does not have that form.
 std::optional<Words> match(const std::string& text, const std::string& lineText) {
   const Words form = split(text);
   const Words line = split(lineText, form.size());

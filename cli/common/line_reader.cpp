@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t kLongestLine = 8192;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Without waiting for the other end of a pipe, which the reader does, for as long as it may.
+/// Does not wait for the other end of a pipe. The reader does that, for as long as it may.
 int openedForLines(const std::string& file) {
   if (file == "-") return STDIN_FILENO;
   const int descriptor = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -71,7 +71,7 @@ bool LineReader::next(std::string& line) {
     if (isOver(source_.deadline)) return false;
     const std::size_t end = buffered_.find('\n', begin_);
     const std::size_t length = (end == buffered_.npos ? buffered_.size() : end) - begin_;
-    // Without a newline among so many bytes this may go on for ever.
+    // Without a newline in so many bytes, the line may never end.
     if (length > kLongestLine) throw Failure("too long", "line");
     if (end != buffered_.npos || (isAtEnd_ && length > 0)) {
       line = take(length);
@@ -79,7 +79,7 @@ bool LineReader::next(std::string& line) {
         line.erase(0, kByteOrderMark.size());
       return true;
     }
-    // Whoever writes the next line may be waiting for what was printed.
+    // The writer of the next line may be waiting for what was printed.
     std::cout.flush();
     if (isAtEnd_ || !readSome()) return false;
   }

@@ -1,4 +1,4 @@
-// Lines of a file or of standard input, as they come.
+// The lines of a file or of standard input, as they arrive.
 #pragma once
 
 #include <functional>
@@ -10,20 +10,20 @@ namespace varnix::cli {
 
 struct LineSource {
   std::string file;        ///< "-" for standard input
-  Deadline deadline = {};  ///< when there are to be no more lines
-  /// Called before and after a wait for somebody who writes; may be empty.
+  Deadline deadline = {};  ///< no lines are returned after this
+  /// Called before and after each wait for a writer; may be empty.
   std::function<void()> waitBeginsOrEnds = {};
 };
 
 class LineReader {
  public:
-  /// Throws Failure for what cannot be opened.
+  /// Throws Failure if the file cannot be opened.
   explicit LineReader(LineSource source);
   ~LineReader();
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
 
-  /// False at the end, and once the time is over. Throws Failure for a line of 8 KiB, and
+  /// False at the end, and after the deadline. Throws Failure for a line of more than 8 KiB, and
   /// Interrupted.
   bool next(std::string& line);
 
@@ -34,8 +34,8 @@ class LineReader {
   LineSource source_;
   int descriptor_;
   std::string buffered_;
-  std::size_t begin_ = 0;  ///< of what was not taken yet
-  bool isFirst_ = true;    ///< the next line, before which some editors put a mark
+  std::size_t begin_ = 0;  ///< start of what has not been returned yet
+  bool isFirst_ = true;    ///< the next line is the first, and may begin with a byte order mark
   bool isAtEnd_ = false;
 };
 

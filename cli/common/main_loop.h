@@ -1,10 +1,9 @@
-// The main run loop, as a command that acts step by step turns it.
+// Runs the main run loop for a command that acts step by step.
 #pragma once
 
 namespace varnix::cli {
 
-/// Handles what is ready, and what that leaves on the main queue: what a handler leaves there comes
-/// a turn later, and so on a few times.
+/// Handles what is ready, and then what the handlers put on the main queue, for a few turns.
 void settleMainLoop();
 
 }  // namespace varnix::cli

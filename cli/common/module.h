@@ -1,20 +1,21 @@
-// Modules: parts of the command that only some commands load, with the libraries behind them.
+// Modules: parts of the command that only some commands load, together with the libraries they
+// need.
 #pragma once
 
 namespace varnix::cli {
 
-/// Where a module is, and what type of thing it offers: a struct of functions, which are C++ and
-/// may throw. Only the function that hands the struct over is C.
+/// Where a module is, and the type of what it offers: a struct of C++ functions, which may throw.
+/// Only the function that returns the struct is C.
 template <class Offer>
 struct ModuleName {
   using Entry = const Offer* (*)();
 
-  const char* file;     ///< beside the host library, as everything that was built
-  const char* entry;    ///< the C function that gives what is offered; it does not throw
-  const char* meaning;  ///< "the colour code", for a person who is without it
+  const char* file;     ///< in the host library's folder, like everything that was built
+  const char* entry;    ///< the C function that returns what is offered; it does not throw
+  const char* meaning;  ///< "the colour code", for the message if it is missing
 };
 
-/// A function of a module, which stays loaded. Throws Failure.
+/// A function of a module. The module stays loaded. Throws Failure.
 void* moduleFunction(const char* file, const char* name, const char* meaning);
 
 /// What the module offers. Throws Failure if it cannot be loaded.

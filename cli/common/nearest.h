@@ -10,7 +10,7 @@ namespace varnix::cli {
 
 struct Nearest {
   std::string word;
-  std::size_t distance;  ///< letters to put in, take out, replace or swap with their neighbour
+  std::size_t distance;  ///< letters to insert, remove, replace or swap with a neighbour
 };
 
 /// The nearest of the known words, ignoring case, if at most a third of the letters differ, and at

@@ -13,9 +13,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Where a link leads, also one that leads to nothing yet.
+/// Where a link leads, even if nothing is there yet.
 fs::path followed(fs::path path) {
-  constexpr int kMostLinks = 40;  // as the system's own limit
+  constexpr int kMostLinks = 40;  // the system's own limit
   std::error_code error;
   for (int i = 0; i < kMostLinks && fs::is_symlink(path, error); ++i) {
     const fs::path target = fs::read_symlink(path, error);

@@ -51,7 +51,7 @@ host::runtime::Hooking hookingFor(const std::string& name) {
   return *hooking;
 }
 
-/// Whether a library finds the framework of the playing track.
+/// Whether a library would find the framework of the playing track.
 bool hasNowPlaying(const host::ProcessOptions& options) {
   const auto& hidden = options.without;
   return options.kind == ProcessKind::springboard &&

@@ -1,4 +1,4 @@
-// Which process is meant: the options that run and inspect share.
+// Which process to host: the options that run and inspect share.
 #pragma once
 
 #include <optional>
@@ -13,15 +13,15 @@
 namespace varnix::cli {
 
 struct ProcessChoice {
-  /// The options, which write into the choice.
+  /// The options, which store their values in this choice.
   std::vector<Option> options();
 
-  /// The options of the process, its container there, with a warning of what is wrong with the
-  /// settings that it will read. Throws UsageError where they do not fit
-  /// together and Failure where the container cannot be had.
+  /// Sets the container up and returns the process's options. Warns of what is wrong with the
+  /// settings that the process will read. Throws UsageError if the options do not fit together, and
+  /// Failure if the container is not available.
   host::ProcessOptions prepare(RootUse use);
 
-  /// The root, where it is a temporary one of --settings, else empty.
+  /// The root if it is a temporary one, from --settings; else empty.
   std::string temporaryRoot() const { return container_ ? container_->root() : ""; }
 
   bool noLibrary = false;
@@ -37,13 +37,13 @@ struct ProcessChoice {
   std::optional<std::string> open_;
   std::vector<std::string> without_;
   std::optional<std::string> hooking_;
-  std::vector<std::string> icons_;  ///< as they were given, ID=FILE
+  std::vector<std::string> icons_;  ///< as given: ID=FILE
   std::optional<std::string> root_;
   std::optional<std::string> settings_;
   std::optional<TemporaryContainer> container_;
 };
 
-/// Says on standard error what was to be left out of this process and is not here, or not yet.
+/// Warns on standard error of things to leave out that this process does not have, or not yet.
 void warnOfMissing();
 
 const char* kindName(host::ProcessKind kind);

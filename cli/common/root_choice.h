@@ -1,4 +1,4 @@
-// Which container a command means.
+// Which container a command uses.
 #pragma once
 
 #include <optional>
@@ -6,11 +6,11 @@
 
 namespace varnix::cli {
 
-/// A command that reads, or removes, has nothing to find in a folder that is not there.
+/// A command that reads or removes finds nothing in a folder that does not exist.
 enum class RootUse { reads, changes };
 
-/// The option's folder, else the environment's, else the user's own; made where it is missing and
-/// something is to be changed. Throws UsageError for an empty name and Failure.
+/// The option's folder, else the environment's, else the user's own. It is made if it is missing
+/// and the command changes something. Throws UsageError for an empty name, and Failure.
 std::string chosenRoot(const std::optional<std::string>& option, RootUse use);
 
 }  // namespace varnix::cli

@@ -21,10 +21,10 @@ namespace varnix::cli {
 
 namespace {
 
-// More than any settings file; an endless one must not fill the disk.
+// More than any settings file has; an endless one must not fill the disk.
 constexpr std::size_t kLargestCopy = 256 << 20;
 
-// For whoever writes into a pipe.
+// How long to wait for the writer of a pipe.
 constexpr std::chrono::seconds kLongestWait{5};
 
 [[noreturn]] void refuse(const std::string& file, const std::string& why) {

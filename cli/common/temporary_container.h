@@ -1,4 +1,4 @@
-// A container root that lasts as long as a command, empty or with a copy of one file in it.
+// A container root that exists as long as the command, empty or with a copy of one file.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@ class TemporaryContainer {
  public:
   /// Throws Failure.
   TemporaryContainer();
-  /// Copies the file, whatever it holds, to the device path. A pipe has 5 s to end. Throws Failure,
-  /// and Interrupted.
+  /// Copies the file, whatever it contains, to the device path. A pipe must end within 5 s. Throws
+  /// Failure and Interrupted.
   TemporaryContainer(std::string_view devicePath, const std::string& file);
   ~TemporaryContainer();
   TemporaryContainer(const TemporaryContainer&) = delete;

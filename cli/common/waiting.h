@@ -1,4 +1,4 @@
-// Waiting for input, no longer than there is time, and not past the end that somebody asked for.
+// Waits for input, until a deadline or a request to end.
 #pragma once
 
 #include <chrono>
@@ -6,15 +6,15 @@
 
 namespace varnix::cli {
 
-/// None: no limit.
+/// Without a value there is no limit.
 using Deadline = std::optional<std::chrono::steady_clock::time_point>;
 
 bool isOver(const Deadline& deadline);
 
-/// Whether a read returns at once.
+/// Whether a read would return at once.
 bool isReadable(int descriptor);
 
-/// Waits for that; false where the time is over before. Throws Interrupted.
+/// Waits until it would; false if the deadline comes first. Throws Interrupted.
 bool awaitReadable(int descriptor, const Deadline& deadline);
 
 }  // namespace varnix::cli

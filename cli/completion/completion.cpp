@@ -14,7 +14,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// Every command with its path, the program itself first.
+/// Every command with its path; the program itself comes first.
 std::vector<std::pair<Path, const Command*>> allCommands(const Command& program) {
   std::vector<std::pair<Path, const Command*>> all{{{}, &program}};
   forEachCommand(
@@ -48,7 +48,7 @@ std::string bashAnswer(const Option& option) {
   return "return";
 }
 
-/// What the value of an option is: a line a name.
+/// What completes an option's value: one line for each of its names.
 std::string bashValues(const Path& path, const Option& option) {
   std::string text;
   for (const std::string& name : namesOf(option)) {
@@ -57,7 +57,7 @@ std::string bashValues(const Path& path, const Option& option) {
   return text;
 }
 
-/// What else can follow a command.
+/// What else may follow a command.
 std::string bashWords(const Path& path, const Command& command) {
   std::vector<std::string> words;
   std::string files;
@@ -89,7 +89,7 @@ complete -F _varnix varnix
 
 // --- zsh ---
 
-/// A text within what describes an argument.
+/// A text inside the description of an argument.
 std::string zshText(const std::string& text) {
   return replaced(replaced(replaced(onOneLine(text), "[", "\\["), "]", "\\]"), ":", "\\:");
 }
@@ -149,7 +149,7 @@ void appendZsh(std::string& text, const Path& path, const Command& command) {
 
 // --- fish ---
 
-/// When the words so far lead to that command and no further.
+/// True if the words so far lead to that command and no further.
 std::string fishCondition(const Path& path, const Command& command) {
   std::string text;
   for (const std::string& word : path) {

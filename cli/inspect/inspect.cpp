@@ -1,4 +1,4 @@
-// varnix inspect: what the library does to a process, and what its surfaces answer.
+// varnix inspect: what the library does in a process, and what the process's surfaces answer.
 #include <unistd.h>
 
 #include <algorithm>
@@ -38,13 +38,14 @@ struct InspectArguments {
 
 constexpr std::chrono::seconds kAnswerLimit{9};
 
-/// Asks the process without the library and, where there is to be one, the process with it; both
-/// at once, since each may take its time.
+/// Asks the process without the library and, if it is wanted, the process with it. Both run at
+/// once, since each may take its time.
 Json askBoth(const Question& question) {
   const auto deadline = std::chrono::steady_clock::now() + kAnswerLimit;
   Question without = question;
   without.withLibrary = false;
-  // It runs once: it may change the settings, and standard input can be read once.
+  // The script runs only once: it may change the settings, and standard input can be read only
+  // once.
   if (question.withLibrary) without.script.reset();
   without.checksIcons = !question.withLibrary;
   HostedChild plain([&without] { return dump(report(without)); });
@@ -57,7 +58,7 @@ Json askBoth(const Question& question) {
   return after;
 }
 
-/// Asks this very process, in which a debugger can stop. There is no other to compare it with.
+/// Asks this process itself, in which a debugger can stop. There is no other to compare it with.
 Json askHere(const Question& question) {
   tellOfDeath(STDERR_FILENO, Telling::sentence);
   Json after = report(question);

@@ -34,7 +34,7 @@ Json changeJson(const Change& change) {
           {"method", change.classMethod ? "class" : "instance"}};
 }
 
-/// Loads the library and returns what it added and replaced meanwhile, on whatever thread.
+/// Loads the library and returns what it added and replaced during that time, on any thread.
 Json loadObserved() {
   std::mutex mutex;
   Json changes = Json::array();
@@ -47,7 +47,7 @@ Json loadObserved() {
   return changes;
 }
 
-/// What the library passed over, and why: pairs of texts, as its own class tells them.
+/// What the library skipped, and why: pairs of texts from the library's own class.
 Json skippedMethods() {
   auto* pairs = send<NSArray*>(objc_getClass("VarnixInstallation"), "skipped"_sel);
   auto text = [pairs](NSUInteger index) {
@@ -109,13 +109,13 @@ Json report(const Question& question) {
   for (const std::string& file : question.extensions) loadNamed(file);
   if (stage) result["printed"] = runAndCollect(*question.script, *stage);
 
-  // The library's own manager is not to be had from outside; another one reads the same. It lives
-  // as long as the process, for its store goes on hearing of changes.
+  // The library's own manager cannot be reached from outside, but another one reads the same. It is
+  // kept for ever, since its store keeps listening for changes.
   Class managerClass = question.withLibrary ? objc_getClass("VNXManager") : nullptr;
   static NSObject* manager;
   manager = send<NSObject*>(send<NSObject*>(managerClass, "alloc"_sel), "init"_sel);
   result["dye"] = askColor(manager, "dye");
-  // The dye's question is what fills it.
+  // Asking for the dye has filled this.
   result["iconColor"] = askColor(manager, "cachedIconColor");
   result["elements"] = askElements(manager);
   result["surfaces"] = surfaceAnswers(question.classes);

@@ -1,4 +1,4 @@
-// What one hosted process answers.
+// What one hosted process reports.
 #pragma once
 
 #include <optional>
@@ -14,16 +14,15 @@ namespace varnix::cli {
 struct Question {
   host::ProcessOptions process;
   bool withLibrary = true;
-  bool checksIcons = true;  ///< one of two processes is enough
+  bool checksIcons = true;  ///< one of the two processes is enough
   std::vector<std::string> extensions;
   std::optional<LineSource> script;
-  std::vector<std::string> classes;  ///< whose surfaces are asked; all where there are none
+  std::vector<std::string> classes;  ///< classes whose surfaces to ask about; all if empty
 };
 
 /// Turns this process into the hosted one and asks it: {"installed", "skipped": [{"method",
-/// "reason"}], "log", "dye", "iconColor",
-/// "elements", "printed": what the script printed, where there is one, "surfaces": [{"class",
-/// "property", "case", "answer"}]}.
+/// "reason"}], "log", "dye", "iconColor", "elements", "printed": what the script printed, if there
+/// is one, "surfaces": [{"class", "property", "case", "answer"}]}.
 Json report(const Question& question);
 
 }  // namespace varnix::cli

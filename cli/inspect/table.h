@@ -7,7 +7,7 @@
 
 namespace varnix::cli {
 
-/// The plain form of what inspect found. Swatches are escape sequences of 24-bit colour.
+/// What inspect found, as plain text. Swatches are escape sequences of 24-bit colour.
 std::string table(const Json& report, bool withSwatches);
 
 }  // namespace varnix::cli

@@ -9,7 +9,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// A text as the formatter prints it letter by letter.
+/// Text that the formatter prints letter by letter.
 std::string plain(const std::string& text) {
   std::string escaped;
   bool atStart = true;

@@ -30,10 +30,10 @@ const char* nameOf(varnix::Color::ImportantRule rule) {
   return "";
 }
 
-/// The quarter of the frame that counts. A pass always leaves the last pixel opaque: where it is
-/// not, there was none.
+/// The quarter of the frame that is used. A pass always leaves the last pixel opaque; if it is not,
+/// no pass was drawn.
 std::vector<CountedColor> frameOf(CQColorPicker* picker) {
-  // A pass leaves the thread the context from before, and the frame is in the picker's own.
+  // After a pass the thread has its former context again, but the frame is in the picker's.
   send(picker, CQColorPicker::setupContext);
   auto* dumped = send(picker, CQColorPicker::dumpImage, kTotalWidth, kTotalWidth, nullptr);
   const std::string bytes = takeRawBytes(dumped);
@@ -53,7 +53,7 @@ std::vector<CountedColor> frameOf(CQColorPicker* picker) {
   return frame;
 }
 
-/// By falling count, and in the frame's order where that is the same.
+/// In descending order of count; equal counts stay in the frame's order.
 std::vector<CountedColor> runnersUp(const std::vector<CountedColor>& frame, const Color& background,
                                     std::size_t limit) {
   std::vector<CountedColor> others;
@@ -87,7 +87,7 @@ void pickColors(CQColorPicker* picker, UIImage* image, const Request& request, A
   result.average = colorOf(varnix::Color::AverageColor(image));
   result.runnersUp = runnersUp(result.frame, result.background, request.runnersUp);
   if (request.wantsPicture) takePictures(picker, image, result);
-  // Last: it draws a pass in a context of its own.
+  // Last, because it draws a pass in a context of its own.
   const auto choice = varnix::Color::chooseImportantColor(image);
   result.important = colorOf(choice.color);
   result.rule = nameOf(choice.rule);

@@ -6,8 +6,8 @@
 
 namespace varnix::cli::pick {
 
-/// What the picker finds in the file's image; the error says why where there is none. Throws
-/// Failure where no pass can be drawn.
+/// What the picker finds in the file's image. If there is none, the error says why. Throws Failure
+/// if no pass can be drawn.
 Analysis analyse(CQColorPicker* picker, const std::string& file, const Request& request);
 
 }  // namespace varnix::cli::pick

@@ -1,4 +1,4 @@
-// What an analysis of pictures asks and answers: what the command and its module share.
+// The questions and answers of a picture's analysis, which the command and its module share.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,13 @@
 
 namespace varnix::cli::pick {
 
-/// A colour of the frame, and how many samples are like it, 255 at most.
+/// A colour of the frame, and how many samples are like it, at most 255.
 struct CountedColor {
   Color color;
   int count = 0;
 };
 
-/// Premultiplied, a 32-bit number a pixel with alpha in its top byte, then red; top row first.
+/// Premultiplied, one 32-bit number for each pixel: alpha in the top byte, then red. Top row first.
 struct Pixels {
   unsigned width = 0;
   unsigned height = 0;
@@ -24,14 +24,14 @@ struct Pixels {
 
 struct Analysis {
   std::string file;
-  std::string error;    ///< why there is nothing else; empty where there is
-  std::string warning;  ///< what is wrong with an image that was analysed all the same
+  std::string error;    ///< why there are no results; empty if there are
+  std::string warning;  ///< what is wrong with an image that was analysed anyway
   Color background, primary, secondary, important, average;
-  const char* rule = "";     ///< where the important colour came from
-  bool isSaturated = false;  ///< whether it was pushed to another saturation
+  const char* rule = "";     ///< how the important colour was chosen
+  bool isSaturated = false;  ///< whether its saturation was changed
   std::vector<CountedColor> runnersUp;
 
-  /// For the picture alone. The frame is the quarter of 16 x 16 that counts.
+  /// Only needed for the picture. The frame is the quarter of 16 x 16 that is used.
   unsigned width = 0;
   unsigned height = 0;
   Pixels preview, squeezed;
@@ -45,13 +45,13 @@ struct Request {
 };
 
 struct Answer {
-  std::vector<Analysis> images;  ///< one a file, in their order
+  std::vector<Analysis> images;  ///< one for each file, in their order
   std::string picture;           ///< PNG: a card for each image that could be read; else empty
 };
 
 /// What the module offers.
 struct Module {
-  /// Throws UsageError for more images than one picture holds, and Failure where no pass can be
+  /// Throws UsageError for more images than one picture can hold, and Failure if no pass can be
   /// drawn; the log says why.
   Answer (*answer)(const Request& request);
 };

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kQuarter = std::numbers::pi / 2;
 
-// Where a family is missing, the system's font of that name's kind takes its place.
+// If a family is missing, the system picks a similar font.
 constexpr const char* kFamilies[] = {"Inter", "Inter Medium", "Inter SemiBold"};
 
 void check(cairo_status_t status) {
@@ -99,7 +99,7 @@ void Canvas::gradient(const Box& box, const std::vector<Color>& stops, double ra
 }
 
 void Canvas::image(const Pixels& pixels, const Box& box, bool isSmooth) {
-  // Only looked at, though cairo asks for memory that it may write to.
+  // Only read, though cairo asks for writable memory.
   auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(pixels.argb.data()));
   cairo_surface_t* source = cairo_image_surface_create_for_data(
       bytes, CAIRO_FORMAT_ARGB32, static_cast<int>(pixels.width), static_cast<int>(pixels.height),

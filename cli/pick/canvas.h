@@ -1,4 +1,4 @@
-// A page to draw on, in points of two pixels.
+// A page to draw on, in points; a point is two pixels.
 #pragma once
 
 #include <memory>
@@ -28,29 +28,29 @@ struct TextStyle {
 class Canvas {
  public:
   static constexpr int kScale = 2;
-  /// What the rasteriser takes, in points.
+  /// The rasteriser's limit, in points.
   static constexpr int kMaximumHeight = 32767 / kScale;
 
-  /// Opaque white. Throws std::runtime_error where there is no memory for it.
+  /// Opaque white. Throws std::runtime_error if there is no memory for it.
   Canvas(int width, int height);
 
   void fill(const Box& box, const Color& color, double radius = 0);
-  /// The line lies inside the box.
+  /// The line is drawn inside the box.
   void outline(const Box& box, const Color& color, double radius = 0, double line = 1);
-  /// A soft shadow below a box that is still to be filled.
+  /// A soft shadow under a box that is filled afterwards.
   void shadow(const Box& box, double radius);
   void dot(double x, double y, double radius, const Color& color);
   /// From left to right.
   void gradient(const Box& box, const std::vector<Color>& stops, double radius);
-  /// Stretched to the box; smooth, or with every pixel a hard square.
+  /// Stretched to the box: smooth, or with each pixel a sharp square.
   void image(const Pixels& pixels, const Box& box, bool isSmooth);
-  /// Light squares, for what lies on them to be seen as transparent.
+  /// Light squares, so that transparency can be seen.
   void checkerboard(const Box& box);
-  /// Cuts what is drawn until the next restore to the box.
+  /// Until restore(), only what is inside the box is drawn.
   void clip(const Box& box, double radius);
   void restore();
 
-  /// One line from its base line on, shortened in its middle to the width where that is given.
+  /// One line from its baseline on. If a width is given, the line's middle is shortened to fit.
   void text(double x, double baseline, std::string_view text, const TextStyle& style,
             double width = 0);
 

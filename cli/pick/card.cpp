@@ -45,7 +45,7 @@ void drawPreview(Canvas& canvas, const Analysis& image, const Box& box) {
   canvas.fill(box, kPage, kRadius);
   const double width = static_cast<double>(image.preview.width) / Canvas::kScale;
   const double height = static_cast<double>(image.preview.height) / Canvas::kScale;
-  // On whole pixels: the preview is as large as it is shown.
+  // At whole pixels, since the preview is shown at its own size.
   auto centred = [](double room, double length) { return std::floor(room - length) / 2; };
   const Box inner{box.x + centred(box.width, width), box.y + centred(box.height, height), width,
                   height};
@@ -58,7 +58,8 @@ void drawPreview(Canvas& canvas, const Analysis& image, const Box& box) {
           std::to_string(image.width) + " \u00D7 " + std::to_string(image.height) + " pixels");
 }
 
-/// The box's upper left corner, a square of that side: its outer edges follow the box's rounding.
+/// Outlines a square of that side in the box's upper left corner. Its outer edges follow the box's
+/// rounding.
 void outlineCorner(Canvas& canvas, const Box& box, double side, const Color& color, double line) {
   const double out = line / 2;
   canvas.clip({box.x - out, box.y - out, side + line, side + line}, 0);
@@ -79,7 +80,7 @@ void drawSqueezed(Canvas& canvas, const Analysis& image, const Box& box) {
   canvas.fill({box.x, box.y + read, read, box.height - read}, veil);
   canvas.restore();
   canvas.outline(box, kEdge, kRadius, 0.5);
-  // Seen on light and dark alike.
+  // Visible on light and dark.
   outlineCorner(canvas, box, read, kPaper, 3.5);
   outlineCorner(canvas, box, read, kInk, 1.5);
   caption(canvas, box, "Its upper left quarter counts");

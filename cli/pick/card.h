@@ -1,4 +1,4 @@
-// A picture of an analysis, for people: one card an image.
+// A picture of an analysis, for people: one card for each image.
 #pragma once
 
 #include <utility>
@@ -10,11 +10,10 @@ namespace varnix::cli::pick {
 /// How many cards a picture can hold.
 std::size_t maximumCards();
 
-/// How large an image of that size is shown, in the picture's pixels; the longer side as long as
-/// there is room.
+/// The size at which an image is shown, in the picture's pixels: its longer side fills the room.
 std::pair<unsigned, unsigned> previewSize(unsigned width, unsigned height);
 
-/// PNG, the cards below one another. Images with an error have none; empty where no image has one.
+/// PNG, the cards one below another. Images with an error have no card; empty if there is no card.
 /// Throws std::runtime_error.
 std::string drawCards(const std::vector<Analysis>& images);
 

@@ -14,7 +14,7 @@ std::string ratio(const Color& color, const Color& on, const char* name) {
   return text;
 }
 
-/// Without its alpha where that says nothing.
+/// Leaves the alpha out if it is opaque.
 std::string shortHex(const Color& color) {
   const std::string text = hex(color);
   return color.alpha == 255 ? text.substr(0, 7) : text;

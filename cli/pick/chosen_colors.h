@@ -1,15 +1,15 @@
-// The colours that were picked: side by side, and in use.
+// The chosen colours, side by side and in use.
 #pragma once
 
 #include "pick/canvas.h"
 
 namespace varnix::cli::pick {
 
-/// Five in a row of the box's height, each with its name, value and contrast below, which takes 96
-/// points more.
+/// Draws five in a row of the box's height. Below each are its name, value and contrast, which take
+/// 96 points more.
 void drawSwatches(Canvas& canvas, const Analysis& image, const Box& row);
 
-/// A line of text in either text colour, on the background.
+/// A line of text in each of the two text colours, on the background.
 void drawSample(Canvas& canvas, const Analysis& image, const Box& box);
 
 }  // namespace varnix::cli::pick

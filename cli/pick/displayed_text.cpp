@@ -9,7 +9,7 @@ namespace varnix::cli::pick {
 
 namespace {
 
-constexpr std::size_t kLongest = 4;  // bytes of a character
+constexpr std::size_t kLongest = 4;  // bytes in a character
 
 bool isCharacter(std::string_view bytes) { return host::makeString(bytes) != nullptr; }
 
@@ -19,7 +19,7 @@ bool isControl(std::string_view character) {
          (first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0);
 }
 
-/// The well-formed character that the bytes begin with; empty where there is none.
+/// The well-formed character at the start of the bytes; empty if there is none.
 std::string_view firstCharacter(std::string_view bytes) {
   for (std::size_t length = 1; length <= std::min(kLongest, bytes.size()); ++length) {
     if (isCharacter(bytes.substr(0, length))) return bytes.substr(0, length);

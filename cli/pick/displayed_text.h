@@ -1,4 +1,4 @@
-// Text from outside, made fit to be drawn.
+// Text from outside, made safe to draw.
 #pragma once
 
 #include <functional>
@@ -7,10 +7,10 @@
 
 namespace varnix::cli::pick {
 
-/// Well-formed UTF-8 without control characters: each byte that is neither becomes U+FFFD.
+/// Well-formed UTF-8 without control characters: every other byte becomes U+FFFD.
 std::string displayedText(std::string_view bytes);
 
-/// The text as it is where it fits, else its two ends, as long as they do, around an ellipsis.
+/// The text unchanged if it fits, else its two ends, as long as fits, around an ellipsis.
 std::string shortenedInTheMiddle(const std::string& utf8,
                                  const std::function<bool(const std::string&)>& fits);
 

@@ -10,7 +10,7 @@ namespace varnix::cli::pick {
 
 namespace {
 
-/// Even steps in lightness, so that equal differences look equal.
+/// Even steps of lightness, so that equal differences look equal.
 const std::vector<Color> kShades = {{240, 244, 252}, {201, 217, 243}, {153, 186, 229},
                                     {101, 149, 208}, {58, 110, 178},  {33, 72, 138},
                                     {20, 38, 86}};

@@ -5,8 +5,8 @@
 
 namespace varnix::cli::pick {
 
-/// The cells from light (0) to dark (the frame's greatest count), where the chosen colours stand
-/// marked by dots, and below the legend. The box is a square; the legend takes 24 points more.
+/// The cells from light (0) to dark (the frame's largest count), with dots on the chosen colours,
+/// and the legend below. The box is a square; the legend takes 24 points more.
 void drawHeatMap(Canvas& canvas, const Analysis& image, const Box& box);
 
 }  // namespace varnix::cli::pick

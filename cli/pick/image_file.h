@@ -1,4 +1,4 @@
-// An image as it lies in a file.
+// An image read from a file.
 #pragma once
 
 #include <stdexcept>
@@ -9,7 +9,7 @@
 
 namespace varnix::cli::pick {
 
-/// Why a file is no image, in plain words.
+/// Why a file is not an image, in plain words.
 struct Unreadable : std::runtime_error {
   using std::runtime_error::runtime_error;
 };

@@ -1,5 +1,5 @@
-// What the module offers. The colour code adds to UIKit's classes, so that it is loaded after them:
-// not with the command, but by it.
+// What the module offers. The colour code adds to UIKit's classes, so it must be loaded after them:
+// by the command, not with it.
 #include "common/errors.h"
 #include "export.h"
 #include "objc/autorelease_pool.h"

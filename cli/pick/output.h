@@ -1,4 +1,4 @@
-// What was picked, in words.
+// The results in words.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace varnix::cli {
 
-/// An array with an object a file: its colours, or why there are none.
+/// An array with an object for each file: its colours, or why there are none.
 std::string pickedJson(const pick::Answer& answer);
 
 /// A table for each image that could be read.

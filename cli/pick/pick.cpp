@@ -32,7 +32,7 @@ constexpr int kAllOfTheFrame = 256;
 
 constexpr ModuleName<pick::Module> kModule{VARNIX_PICK_FILE, pick::kModuleEntry, "the colour code"};
 
-/// In an application's process, since the code asks one for its state; it needs no files.
+/// Runs as an application's process, since the code asks one for its state. It needs no files.
 pick::Answer ask(const pick::Request& request) {
   host::ProcessOptions process;
   process.bundle = "com.example.pick";
@@ -65,7 +65,7 @@ int pickColors(const PickArguments& arguments) {
     status = 1;
   }
   if (arguments.picture && !answer.picture.empty()) {
-    // What was begun to be written is ended first.
+    // If the command is interrupted, it removes what it began to write.
     noteInterruptions();
     writeOutput(*arguments.picture, answer.picture);
   }

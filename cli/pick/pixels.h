@@ -1,4 +1,4 @@
-// Pixels in and out of the platform's images.
+// Pixels from and to the platform's images.
 #pragma once
 
 #include "pick/analysis.h"

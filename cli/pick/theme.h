@@ -1,4 +1,4 @@
-// What the parts of a card have in common.
+// What all parts of a card share.
 #pragma once
 
 #include "pick/canvas.h"

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The files that have the same contents.
+/// The files with the same contents.
 using Drawing = std::vector<const Picture*>;
 
 void link(const fs::path& from, const fs::path& to) {

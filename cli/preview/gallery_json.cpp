@@ -24,7 +24,7 @@ struct Place {
   Behind behind;
 };
 
-/// What lies behind a surface in an application; a white page for those not named.
+/// What is behind a surface in an application. For those not listed it is a white page.
 constexpr Place kPlaces[] = {
     {"UIStatusBarNewUIStyleAttributes", Behind::bar},
     {"UINavigationBar", Behind::bar},
@@ -60,7 +60,7 @@ std::string colorOf(Behind behind, const Materials& materials) {
       (light == materials.scenes.end() ? materials.scenes.begin() : light)->second.wallpaperColor);
 }
 
-/// What one process has in common with another is listed once.
+/// Rows that several processes have in common are listed once.
 Json surfacesOf(const AskedTab& asked, const Materials& materials) {
   Json rows = Json::array();
   std::set<std::string> listed, processes;

@@ -1,4 +1,4 @@
-// What the gallery's page is told.
+// The data for the gallery's page.
 #pragma once
 
 #include "common/json_forward.h"

@@ -1,4 +1,4 @@
-// What every picture of a gallery is made from.
+// What all pictures of a gallery are made from.
 #pragma once
 
 #include <map>
@@ -12,7 +12,7 @@ namespace varnix::cli {
 
 struct Materials {
   std::vector<const varnix::screens::Screen*> screens;
-  std::map<std::string, std::string> icons;  ///< an application's icon, a file
+  std::map<std::string, std::string> icons;  ///< an application's icon file
   /// By the wallpaper's name, "light" or "dark".
   std::map<std::string, varnix::screens::Scene> scenes;
   double scale = 2;
@@ -21,13 +21,13 @@ struct Materials {
 };
 
 struct MaterialChoice {
-  std::vector<std::string> screens;          ///< all where there are none
-  std::map<std::string, std::string> icons;  ///< besides the samples
-  std::string wallpaper;                     ///< in place of the samples where not empty
+  std::vector<std::string> screens;          ///< all if empty
+  std::map<std::string, std::string> icons;  ///< in addition to the samples
+  std::string wallpaper;                     ///< instead of the samples, unless empty
   double scale = 2;
 };
 
-/// Throws UsageError for an unknown screen and Failure for a picture that cannot be used.
+/// Throws UsageError for an unknown screen, and Failure for an unusable picture.
 Materials gather(const MaterialChoice& choice);
 
 }  // namespace varnix::cli

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether everything in the folder is of the kind that a gallery consists of.
+/// Whether everything in the folder may be part of a gallery.
 bool isGallery(const fs::path& folder) {
   for (const char* page : {"index.html", "gallery.js", "state.js"}) {
     if (!fs::is_regular_file(folder / page)) return false;
@@ -37,7 +37,7 @@ bool isGallery(const fs::path& folder) {
   return files == kPageFiles;
 }
 
-/// A folder that is not ours is not replaced, whatever is asked for.
+/// Never replaces a folder that is not a gallery, whatever the options say.
 void requireReplaceable(const fs::path& folder) {
   try {
     const auto type = fs::symlink_status(folder).type();
@@ -65,7 +65,7 @@ OutputFolder::OutputFolder(const std::string& wanted) {
   if (mkdtemp(pattern.data()) == nullptr)
     throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
   path_ = pattern;
-  // Readable by those who can read what else is made here.
+  // With the permissions that the user's mask gives to other new folders.
   const mode_t mask = umask(0);
   umask(mask);
   chmod(path_.c_str(), 0777 & ~mask);
@@ -81,7 +81,7 @@ void OutputFolder::putInPlace() {
   if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_NOREPLACE) == 0) {
     isInPlace_ = true;
   } else if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) == 0) {
-    // The older one lies here now, for the destructor.
+    // The older gallery has the temporary name now, and the destructor removes it.
   } else {
     throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
   }

@@ -50,7 +50,7 @@ void check(const PreviewArguments& arguments) {
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
 }
 
-/// The older gallery goes, with what lies in it.
+/// The older gallery is removed with everything in it.
 void requireInputsElsewhere(const PreviewArguments& arguments) {
   std::vector<std::string> inputs = {arguments.materials.wallpaper, arguments.artwork,
                                      arguments.settings.value_or(""), arguments.root.value_or("")};
@@ -65,7 +65,7 @@ Tabs tabsFor(const PreviewArguments& arguments) {
   return Tabs::samples(arguments.artwork);
 }
 
-/// The samples are our own.
+/// No warnings about the samples, which are our own.
 void warnOfStored(const PreviewArguments& arguments, const Tabs& tabs) {
   if (!arguments.settings && !arguments.root) return;
   const std::string file = tabs.all().front().root + kSettingsPath;
@@ -101,7 +101,7 @@ int preview(PreviewArguments& arguments) {
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
   Tabs tabs = tabsFor(arguments);
   warnOfStored(arguments, tabs);
-  // Before anything is asked, so that no change is missed.
+  // Before the first question, so that no change is missed.
   std::optional<SettingsWatch> watch;
   if (arguments.watches) watch.emplace(tabs.all().front().root);
   Studio studio(std::move(materials), std::move(tabs));

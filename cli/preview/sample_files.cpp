@@ -9,7 +9,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// Beside what was installed, else in the sources that this was built from.
+/// Beside the installed files, else in the sources of this build.
 std::filesystem::path samples() {
   const auto installed = host::ownFolder() / "samples";
   std::error_code ignored;

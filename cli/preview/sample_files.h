@@ -5,7 +5,7 @@
 
 namespace varnix::cli {
 
-/// The file of that name below samples/. Throws Failure where it is not there.
+/// The file of that name in samples/. Throws Failure if there is none.
 std::string sampleFile(const std::string& name);
 
 }  // namespace varnix::cli

@@ -1,4 +1,4 @@
-// The module that draws.
+// The module that draws the screens.
 #pragma once
 
 #include <string>
@@ -8,15 +8,15 @@
 
 namespace varnix::cli {
 
-/// Loads it at the first call; it stays. Throws Failure.
+/// Loads the module at the first call; it stays loaded. Throws Failure.
 const varnix::screens::Module& screensModule();
 
-/// The screens with these identifiers in the module's order, all where none is given. Throws
+/// The screens with these identifiers, in the module's order; all if none is given. Throws
 /// UsageError for an unknown one.
 std::vector<const varnix::screens::Screen*> screensNamed(
     const std::vector<std::string>& identifiers);
 
-/// A picture of the user's. Throws Failure.
+/// A picture that the user gave. Throws Failure.
 varnix::screens::Surface pictureFrom(const std::string& file,
                                      const varnix::screens::Pixels& covered);
 

@@ -24,13 +24,13 @@ const Screen& screenNamed(std::string_view identifier) {
   throw Failure("no such screen", std::string(identifier));
 }
 
-/// What a screen that covers another one lies over.
+/// The screen below one that covers another.
 const Screen& coveredScreen(const Tab& tab) {
   const Screen& application = screenNamed("application");
   return tab.open == application.bundle ? application : screenNamed("home");
 }
 
-/// The screens that are drawn for a tab, those that others cover among them.
+/// The screens that are drawn for a tab, including those that others cover.
 std::vector<const Screen*> drawnScreens(const Materials& materials, const Tab& tab) {
   std::vector<const Screen*> drawn = materials.screens;
   const bool anyCovers =
@@ -100,7 +100,7 @@ std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>
       asked.push_back({i, screen->bundle, true});
     }
   }
-  // Without the library the settings make no difference: once is enough.
+  // Without the library the settings make no difference, so asking once is enough.
   const std::size_t count = questions.size();
   for (std::size_t i = 0; i < count; ++i) {
     if (knownBefore.contains(asked[i].bundle) || !askedBefore.insert(asked[i].bundle).second)

@@ -1,4 +1,4 @@
-// The pictures of a gallery: which there are, and drawing them.
+// The pictures of a gallery: the list of them, and how they are drawn.
 #pragma once
 
 #include <filesystem>
@@ -21,28 +21,28 @@ struct AskedTab {
   ProcessAnswers before, after;
 };
 
-/// In the order of the tabs. What is known of processes without the library is not asked again.
-/// Throws Failure.
+/// In the order of the tabs. Processes without the library that are already known are not asked
+/// again. Throws Failure.
 std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>& tabs,
                               const ProcessAnswers& knownBefore = {});
 
 struct Picture {
   std::string file;  ///< relative to the gallery's folder
-  /// Two pictures of the same contents have the same one.
+  /// Equal for two pictures with the same contents.
   std::string contents;
   std::vector<varnix::screens::Layer> layers;
   varnix::screens::Scene scene;
 };
 
-/// The pictures of a tab, which point into what was answered.
+/// The pictures of a tab. They point into the answers.
 std::vector<Picture> picturesOf(const Tab& tab, const AskedTab& asked, const Materials& materials);
 
 /// The file of a picture: "TAB/SCREEN-WALLPAPER-before.png".
 std::string pictureFile(const Tab& tab, const varnix::screens::Screen& screen,
                         const std::string& wallpaper, const char* when);
 
-/// Draws every picture once, on all processors; equal ones share their bytes on the disk. A file
-/// that is there already is replaced at once. Throws Failure.
+/// Draws every picture once, on all processors; equal ones share their bytes on the disk. An
+/// existing file is replaced in one step. Throws Failure.
 void drawPictures(const std::vector<Picture>& pictures, const std::filesystem::path& folder,
                   double scale, const std::function<void(std::size_t, std::size_t)>& progress);
 

@@ -1,4 +1,4 @@
-// A gallery in the making: asks, draws, and knows what it has drawn.
+// Makes a gallery: asks, draws, and remembers what it has drawn.
 #pragma once
 
 #include <filesystem>
@@ -19,19 +19,19 @@ class Studio {
 
   struct Done {
     std::vector<std::string> screens;  ///< titles of those that were drawn
-    std::size_t pictures = 0;          ///< files that were written
+    std::size_t pictures = 0;          ///< files written
     double asking = 0, drawing = 0;    ///< seconds
   };
   using Progress = std::function<void(std::size_t done, std::size_t all)>;
-  /// Asks all processes with the library, draws what differs from what lies in the folder by its
-  /// last call, and writes the page. Throws Failure and Interrupted.
+  /// Asks all processes with the library, draws what has changed since the last call for this
+  /// folder, and writes the page. Throws Failure and Interrupted.
   Done work(const std::filesystem::path& folder, const Progress& progress);
 
  private:
   Materials materials_;
   Tabs tabs_;
   ProcessAnswers before_;
-  std::map<std::string, std::string> drawn_;  ///< a file's contents
+  std::map<std::string, std::string> drawn_;  ///< the contents of each file
 };
 
 }  // namespace varnix::cli

@@ -1,4 +1,4 @@
-// The settings under which everything is shown.
+// The settings under which the screens are shown.
 #pragma once
 
 #include <deque>
@@ -10,19 +10,19 @@
 
 namespace varnix::cli {
 
-/// One of them: a container with its settings, and what goes on meanwhile.
+/// One tab: a container with its settings, and what happens meanwhile.
 struct Tab {
   std::string id, title, summary;
   std::string root;
-  std::string artwork;              ///< the playing track's picture; empty where nothing plays
-  std::optional<std::string> open;  ///< the application in front; the home screen where absent
+  std::string artwork;              ///< the playing track's picture; empty if nothing plays
+  std::optional<std::string> open;  ///< the application in front; without a value, the home screen
 };
 
 class Tabs {
  public:
-  /// The four that show what there is, their settings among the samples.
+  /// Four tabs that show what the library can do, with settings from the samples.
   static Tabs samples(const std::string& artwork);
-  /// That container's settings, as they are. A track plays where there is artwork.
+  /// The container's own settings, unchanged. A track plays if there is artwork.
   static Tabs ofContainer(const std::string& root, const std::string& artwork);
   /// The settings of that file, in a container of its own. Throws Failure.
   static Tabs ofFile(const std::string& settings, const std::string& artwork);

@@ -1,4 +1,4 @@
-// Following a container's settings.
+// Follows a container's settings.
 #pragma once
 
 #include <functional>
@@ -10,10 +10,10 @@ namespace varnix::cli {
 
 class SettingsWatch {
  public:
-  /// From now on no change is missed. Throws Failure where the container cannot be watched.
+  /// From now on no change is missed. Throws Failure if the container cannot be watched.
   explicit SettingsWatch(const std::string& root);
-  /// Calls the function after each change that is told in the container, once for several of them,
-  /// until it is interrupted. Throws Interrupted, and what the function throws.
+  /// Calls the function after each change that is announced in the container, once for several
+  /// together, until the command is interrupted. Throws Interrupted, and what the function throws.
   [[noreturn]] void follow(const std::function<void()>& changed);
 
  private:

@@ -1,4 +1,4 @@
-// What the run-time tells of, as one line.
+// Events of the run-time, one line each.
 #pragma once
 
 #include <string>

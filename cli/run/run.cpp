@@ -1,4 +1,4 @@
-// varnix run: a hosted process that lives.
+// varnix run: a hosted process that keeps running.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,21 +36,21 @@ struct RunArguments {
   ProcessChoice process;
   std::optional<double> seconds;
   bool trace = false;
-  std::vector<std::string> receivers;  ///< classes whose messages are printed
+  std::vector<std::string> receivers;  ///< classes whose messages to print
 };
 
 using Clock = std::chrono::steady_clock;
 
 constexpr double kLongest = 1e9;
 
-/// An interrupted process takes its temporary container with it.
+/// Ends the loop, so that an interrupted process can remove its temporary container.
 void endOnInterruption() {
   noteInterruptions();
   auto& loop = host::MainRunLoop::instance();
   loop.watch(interruptionDescriptor(), [&loop] { loop.stop(); });
 }
 
-/// Whether standard input can close later: a file or /dev/null has nobody at its other end.
+/// Whether standard input can close later: a file and /dev/null have no other end that could.
 bool inputCanClose() {
   struct stat status = {};
   if (fstat(STDIN_FILENO, &status) != 0) return false;
@@ -79,7 +79,7 @@ void live(const RunArguments& arguments, const Deadline& end) {
   auto& loop = host::MainRunLoop::instance();
   const auto& script = arguments.process.script;
   if (script && !end) return loop.drain();
-  // A script has read it to its end.
+  // A script from standard input has already read it to its end.
   if (script != "-" && inputCanClose()) {
     endWithInput();
   } else if (!end) {
@@ -94,7 +94,7 @@ Deadline endOf(const RunArguments& arguments) {
   return Clock::now() + std::chrono::milliseconds(std::llround(*arguments.seconds * 1000));
 }
 
-/// What is observed refers to the command's arguments.
+/// Ends the observation, which refers to the command's arguments.
 struct Observation {
   Observation() = default;
   ~Observation() {
@@ -117,7 +117,7 @@ void printMessages(const std::vector<std::string>& classes) {
   });
 }
 
-/// A class may come later; one of a wrong name does not.
+/// A class may be loaded later, but a misspelt one never appears.
 void warnOfUnknown(const std::vector<std::string>& classes) {
   for (const std::string& name : classes) {
     if (objc_getClass(name.c_str()) == nullptr)

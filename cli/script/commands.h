@@ -1,4 +1,4 @@
-// The commands of a script: a table of their forms and what they do.
+// The commands of a script: a table of forms and actions.
 #pragma once
 
 #include <functional>
@@ -14,16 +14,16 @@ namespace varnix::cli {
 struct ScriptContext {
   Stage& stage;
   const std::function<void(const Json&)>& print;
-  Strong<NSObject> artwork;  ///< of the track that plays or pauses
+  Strong<NSObject> artwork;  ///< of the playing or paused track
 };
 
-/// A word of the form in capitals stands for any word, which goes to the action.
+/// A word of the form in capitals stands for any word, which is passed to the action.
 struct ScriptCommand {
   const char* form;
   void (*run)(ScriptContext& context, const std::vector<std::string>& arguments);
 };
 
-/// The first whose form fits is meant.
+/// The first one whose form fits is run.
 std::span<const ScriptCommand> scriptCommands();
 
 }  // namespace varnix::cli

@@ -9,7 +9,7 @@ namespace varnix::cli {
 
 namespace {
 
-// The setters' replacements are plain functions: they find it here.
+// The setters' replacements are plain functions, so they find it here.
 NoteWrite& noteWrite() {
   static auto* function = new NoteWrite;
   return *function;
@@ -28,7 +28,7 @@ Json argumentJson(NSObject* object) {
 }
 Json argumentJson(CGColorRef color) { return answerJson(varnix::probe::plainColorAnswer(color)); }
 
-/// A setter that two classes have of their own has a slot for each.
+/// A slot for each class, if two classes implement the same setter.
 template <auto Declared, class T = typename decltype(Declared)::Class,
           class Signature = typename decltype(Declared)::Signature>
 struct Noted;
@@ -55,7 +55,7 @@ constexpr void (*kNoted[])() = {
     Noted<_UIBackdropViewSettings::setColorTint>::install,
     Noted<_UIBackdropViewSettings::setColorTintAlpha>::install,
     Noted<_UIBackdropViewSettings::setColorTintMaskAlpha>::install,
-    // Folders' backgrounds inherit it.
+    // Backgrounds of folders inherit it.
     Noted<SBIconBlurryBackgroundView::setWallpaperColor>::install,
     Noted<SBIconBlurryBackgroundView::setWallpaperBackgroundRect>::install,
 };

@@ -1,4 +1,4 @@
-// Scripts: one command a line, acting on a hosted process.
+// Scripts: one command on each line, acting on a hosted process.
 #pragma once
 
 #include <functional>
@@ -10,9 +10,9 @@
 
 namespace varnix::cli {
 
-/// Runs the script line by line as it comes. Every `print` hands over one value. Empty lines and
-/// lines that begin with # are skipped. Throws Interrupted, and Failure, with the line's number
-/// where a line is to blame.
+/// Runs the script line by line as it arrives. Every `print` passes one value on. Empty lines and
+/// lines that begin with # are skipped. Throws Interrupted, and Failure, with the line's number if
+/// a line is to blame.
 void runScript(const LineSource& script, Stage& stage,
                const std::function<void(const Json&)>& print);
 

@@ -33,7 +33,7 @@ struct StagedSurface {
 constexpr char kControlCenter[] = "control-centre";
 constexpr char kNotificationCenter[] = "notification-centre";
 
-/// In the order in which they are printed.
+/// In the order of printing.
 constexpr StagedSurface kSurfaces[] = {
     {kControlCenter, "SBControlCenterContentContainerView", Prints::writes},
     {kNotificationCenter, "SBNotificationCenterViewController", Prints::writes},
@@ -45,7 +45,7 @@ constexpr StagedSurface kSurfaces[] = {
     {"balloon", "CKGradientView", Prints::answer},
 };
 
-/// Where an icon lies on the wallpaper, and the piece of it that is behind the icon.
+/// An icon's place on the wallpaper, and the piece of it behind the icon.
 constexpr CGPoint kPhase{27, 88};
 constexpr CGRect kPiece{{27, 88}, {60, 60}};
 
@@ -60,7 +60,7 @@ Json contrastBackground(NSObject* center) {
 
 }  // namespace
 
-/// By the surface.
+/// Indexed by the surface's name.
 struct Stage::Noted {
   std::map<std::string, Json> writes, answers;
 };
@@ -117,7 +117,7 @@ void Stage::setIconWallpaper() {
              contents.get(), wallpaperColor());
 }
 
-/// From 1, in the order of their first appearance.
+/// Badges are numbered from 1, in the order in which they first appear.
 int Stage::badgeNumber(NSObject* image) {
   auto known = std::find_if(badges_.begin(), badges_.end(),
                             [&](const auto& badge) { return badge.get() == image; });
@@ -132,7 +132,7 @@ void Stage::checkOutBadge() {
                               {"object", badgeNumber(image)}};
 }
 
-/// A keyboard takes its colour when it is made.
+/// A keyboard chooses its colour when it is made.
 void Stage::makeKeyboard() {
   const auto keyboard = make(classNamed("UIKeyboard"));
   const auto rendering = make(classNamed("UIKBRenderConfig"));

@@ -1,4 +1,4 @@
-// What a script acts on: one object of each surface, and what is written to them meanwhile.
+// What a script acts on: one object for each surface, and what is written to it.
 #pragma once
 
 #include <map>
@@ -12,16 +12,16 @@
 
 namespace varnix::cli {
 
-/// The surfaces of this process. An object is made when it is first acted on.
+/// The surfaces of this process. Each object is made when it is first used.
 class Stage {
  public:
-  /// To be made before any library is loaded, one for a process.
+  /// Must be made before any library is loaded; one in each process.
   Stage();
   ~Stage();
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
 
-  // Each throws Failure where the process has no such class.
+  // Each throws Failure if the process does not have the class.
   void presentControlCenter();
   void presentNotificationCenter();
   void updateBackground();
@@ -36,8 +36,8 @@ class Stage {
   /// Tells the observers. Without the framework the process has none.
   void playTrack(NSObject* artwork, bool plays);
 
-  /// {"surfaces": {...}} of the classes that are there: what was written since the last call, and
-  /// what was answered last, null before the first time.
+  /// {"surfaces": {...}} for the classes that exist: what was written since the last call, and the
+  /// last answers, null before the first.
   Json print();
 
  private:
@@ -48,7 +48,7 @@ class Stage {
   std::map<std::string, Strong<NSObject>> objects_;
   struct Noted;
   std::unique_ptr<Noted> noted_;
-  std::vector<Strong<NSObject>> badges_;  ///< kept, so that no address comes again
+  std::vector<Strong<NSObject>> badges_;  ///< kept, so that no address is used twice
 };
 
 }  // namespace varnix::cli

@@ -9,7 +9,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// Text as a whole, or everything in a container. What was read from a file is not deep.
+/// Checks a text, or everything in a container. What was read from a file is not nested deeply.
 bool allFitsXml(NSObject* object) {
   if (auto* string = objc::as<NSString>(object)) return fitsXml(host::text(string));
   if (auto* array = objc::as<NSArray>(object)) {

@@ -1,4 +1,4 @@
-// A settings file's bytes.
+// The bytes of a settings file.
 #pragma once
 
 #include <optional>
@@ -9,12 +9,12 @@
 
 namespace varnix::cli {
 
-/// Whether XML can say the text so that everybody reads the same: it has no way to write most
+/// Whether XML can store the text so that every reader gets the same back: it cannot write most
 /// control characters, U+FFFE and U+FFFF, and a carriage return comes back as a line feed.
 bool fitsXml(std::string_view text);
 
-/// XML, or the binary form for contents with text that does not fit; nothing for what no property
-/// list can hold.
+/// XML, or the binary form if some text does not fit; nothing if a property list cannot hold the
+/// contents.
 std::optional<std::string> settingsBytes(NSDictionary* settings);
 
 }  // namespace varnix::cli

@@ -21,7 +21,7 @@ using settings::Kind;
 
 namespace {
 
-/// A hostile file has a million of them.
+/// Limits for hostile files, which may have a million unknown keys.
 constexpr std::size_t kMostHints = 200;
 constexpr std::size_t kMostWarnings = 20;
 
@@ -32,7 +32,7 @@ bool isBoolean(NSObject* value) {
   return number != nullptr && *send<const char*>(number, "objCType"_sel) == 'c';
 }
 
-/// Text and numbers as in a list, anything longer or larger by what it is.
+/// Text and numbers as in a list; anything longer or larger by its kind.
 std::string shown(NSObject* value) {
   constexpr std::size_t kLongestText = 40;
   if (objc::as<NSData>(value) != nullptr) return "data";
@@ -62,7 +62,7 @@ bool isMeantAsInteger(NSObject* value) {
                                   static_cast<double>(integerOf(value));
 }
 
-/// What the archive holds, the library looks at itself.
+/// Whether it is an archive. The library checks its contents itself.
 bool isArchive(NSObject* value) {
   auto* data = objc::as<NSData>(value);
   if (data == nullptr) return false;
@@ -73,7 +73,7 @@ bool isArchive(NSObject* value) {
          objc::as<NSArray>(send(archive, NSDictionary::objectForKey, "$objects"_ns)) != nullptr;
 }
 
-/// Nothing where the library reads the colour as it stands.
+/// Empty if the library reads the colour as it is written.
 std::string insteadOfColor(NSObject* value, const settings::Key& key) {
   auto* string = objc::as<NSString>(value);
   Rgba color{};
@@ -82,7 +82,7 @@ std::string insteadOfColor(NSObject* value, const settings::Key& key) {
   return isColor(host::text(string)) || color.alpha < 1 ? "" : "its alpha counts as 1";
 }
 
-/// Nothing where the library reads the value as it was meant.
+/// Empty if the library reads the value as it was meant.
 std::string insteadOf(NSObject* value, const KeyForm& form) {
   if (form.kind == Kind::data)
     return isArchive(value) ? "" : "the icon's colour is looked for anew";
@@ -128,7 +128,7 @@ std::vector<Finding> checkEntries(NSDictionary* stored) {
   return findings;
 }
 
-/// Nothing for a property list.
+/// Empty if it is a property list.
 std::string whyUnreadable(const std::string& file) {
   const auto bytes = host::fileContents(file, host::kMaximumBytes);
   std::error_code ignored;

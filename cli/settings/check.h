@@ -1,4 +1,4 @@
-// What is wrong with a settings file, which the library takes without a word.
+// What is wrong with a settings file. The library reads such a file without complaint.
 #pragma once
 
 #include <string>
@@ -9,18 +9,18 @@ namespace varnix::cli {
 struct Finding {
   std::string key;      ///< empty for the file as a whole
   std::string wrong;    ///< "\"maybe\" is not true or false"
-  std::string instead;  ///< what happens: "it counts as false"
+  std::string instead;  ///< what happens instead: "it counts as false"
 };
 
-/// What the library does not read as it was meant, by key in alphabetical order: a file that
-/// holds no settings, unknown keys, values of another kind, unreadable colours. A file that does
-/// not exist has nothing wrong.
+/// What the library does not read as it was meant, by key in alphabetical order: a file without
+/// settings, unknown keys, values of another kind, unreadable colours. Empty for a file that does
+/// not exist.
 std::vector<Finding> checkSettings(const std::string& file);
 
-/// "enabled: \"maybe\" is not true or false; it counts as false", fit for a terminal.
+/// "enabled: \"maybe\" is not true or false; it counts as false", safe for a terminal.
 std::string findingText(const Finding& finding);
 
-/// Warns of what is wrong with the file, which is called by that name; of the first twenty things.
+/// Warns of what is wrong with the file, under that name; of the first twenty things.
 void warnOfSettings(const std::string& file, const std::string& name);
 
 }  // namespace varnix::cli

@@ -23,8 +23,7 @@ void makeFolder() {
     throw Failure("cannot make the settings folder", folder.string() + ": " + error.message());
 }
 
-/// The file itself where there are links in its place, which stay. The last may lead to no file
-/// yet.
+/// The file behind any links, which stay. The last link may lead to nothing yet.
 std::filesystem::path fileBehindLinks() {
   constexpr int kMostLinks = 40;
   std::filesystem::path file = settingsFile();
@@ -51,7 +50,7 @@ NSString* stringFor(std::string_view text) {
   return string;
 }
 
-/// What would not come back is not written.
+/// Refuses to write anything that would not be read back.
 void requireReadable(const std::string& bytes, NSString* key, NSObject* value) {
   auto* back = objc::as<NSDictionary>(host::propertyListFromData(bytes));
   NSObject* found = back == nullptr ? nullptr : send(back, NSDictionary::objectForKey, key);
@@ -96,16 +95,15 @@ NSDictionary* storedSettings() {
   return stored;
 }
 
-void store(std::string_view key, const Value& value) {
-  NSString* name = stringFor(key);
-  NSObject* object = objectFor(value);
+void store(std::span<const Entry> entries) {
   makeFolder();
   const std::filesystem::path file = fileBehindLinks();
   const FolderLock lock(file.parent_path());
   auto* settings = copyOfStored();
-  send(settings, NSMutableDictionary::setObjectForKey, object, name);
+  for (const auto& [key, value] : entries)
+    send(settings, NSMutableDictionary::setObjectForKey, objectFor(value), stringFor(key));
   const std::string bytes = bytesOf(settings);
-  requireReadable(bytes, name, object);
+  for (const auto& [key, value] : entries) requireReadable(bytes, stringFor(key), objectFor(value));
   replaceFile(file, bytes);
 }
 

@@ -1,8 +1,10 @@
-// The settings file of a container, as the command changes it.
+// The settings file of a container, which the command changes.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/Foundation.h"
 #include "settings/known_key.h"
@@ -13,19 +15,28 @@ inline constexpr char kSettingsPath[] =
     "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist";
 inline constexpr char kChangedNotification[] = "com.quillmarsh.varnix2.changed";
 
-/// The path on this machine; the container root is set.
+/// The path on this machine; the container root must be set.
 std::string settingsFile();
 
-/// What is stored, autoreleased; nil where there is no file. Throws Failure for a file that holds
-/// no dictionary.
+/// The stored settings, autoreleased; nil if there is no file. Throws Failure if the file does not
+/// hold a dictionary.
 NSDictionary* storedSettings();
 
-/// The value as it is stored. Throws UsageError for text that a property list cannot hold.
+/// The value as stored. Throws UsageError for text that a property list cannot hold.
 NSObject* objectFor(const Value& value);
 
-/// Change one entry, in a new file that replaces the old one at once, and tell every process.
-/// False where there was nothing to remove.
-void store(std::string_view key, const Value& value);
+struct Entry {
+  std::string key;
+  Value value;
+};
+
+/// Each writes a new file, which replaces the old one in one step, and tells every process. False
+/// if there was nothing to remove.
+void store(std::span<const Entry> entries);
+inline void store(std::string key, Value value) {
+  const Entry entry{std::move(key), std::move(value)};
+  store({&entry, 1});
+}
 bool remove(std::string_view key);
 
 }  // namespace varnix::cli

@@ -20,7 +20,7 @@ const settings::Key* plainKey(std::string_view key) {
   return found == std::end(settings::kKeys) ? nullptr : found;
 }
 
-/// What stands behind an identifier.
+/// What may follow an identifier in a key.
 std::vector<std::string> applicationSuffixes() {
   std::vector<std::string> suffixes;
   for (const auto& form : settings::kApplicationForms) {
@@ -84,7 +84,7 @@ std::optional<KeyForm> formOf(std::string_view key) {
       return KeyForm{form.kind};
     }
   }
-  // An identifier may hold underscores itself.
+  // The identifier itself may contain underscores.
   for (std::size_t at = key.find('_', 1); at != key.npos; at = key.find('_', at + 1)) {
     if (const auto* plain = plainKey(key.substr(at + 1))) return KeyForm{plain->kind, plain, true};
   }
@@ -135,7 +135,7 @@ std::string nearestKeyHint(std::string_view key) {
     if (!other || (found && other->distance >= found->distance)) return;
     found = Nearest{std::string(before) + other->word, other->distance};
   };
-  // Where the identifier ends is anybody's guess.
+  // It is not known where the identifier ends, so every underscore is tried.
   for (std::size_t at = key.find('_', 1); at != key.npos; at = key.find('_', at + 1)) {
     offer(nearest(key.substr(at), applicationSuffixes()), key.substr(0, at));
     for (const auto& form : settings::kApplicationForms) {
@@ -166,7 +166,7 @@ Value valueFor(Kind kind, std::string_view text, bool keepText) {
     throw UsageError("wrong value (wanted: " + std::string(describe(kind)) + ")",
                      std::string(text));
   }
-  // A colour of digits alone stays a colour.
+  // A colour of digits only is still stored as text.
   if (keepText || kind == Kind::color) return std::string(text);
   return plainValue(text);
 }

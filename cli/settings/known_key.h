@@ -1,4 +1,4 @@
-// Which settings there are, and which values they take.
+// The settings that exist, and the values that they take.
 #pragma once
 
 #include <optional>
@@ -11,41 +11,42 @@
 
 namespace varnix::cli {
 
-/// What a key is.
+/// What is known about a key.
 struct KeyForm {
   settings::Kind kind;
-  const settings::Key* plain = nullptr;  ///< the key itself, or the one of which it is an own value
-  bool isOwn = false;                    ///< an application's own value
+  const settings::Key* plain =
+      nullptr;         ///< the key itself, or the key of which it is an application's value
+  bool isOwn = false;  ///< a value for one application
 };
 
 /// Nothing for a key of no known form.
 std::optional<KeyForm> formOf(std::string_view key);
 std::optional<settings::Kind> kindOf(std::string_view key);
 
-/// " (did you mean enabled?)", or empty where nothing is near.
+/// " (did you mean enabled?)", or empty if nothing is near.
 std::string nearestKeyHint(std::string_view key);
-/// The key; one of no known form with the hint.
+/// The key; followed by the hint if its form is unknown.
 std::string withNearestKey(std::string_view key);
 
-/// "true or false": what a value of that kind looks like.
+/// "true or false": what values of that kind look like.
 std::string_view describe(settings::Kind kind);
-/// Whether the text on a command line is a value of that kind.
+/// Whether a text from the command line is a value of that kind.
 bool fits(settings::Kind kind, std::string_view text);
 
-/// What a value on the command line stands for.
+/// What a text on the command line is stored as.
 using Value = std::variant<bool, long long, std::string>;
 
-/// True, false and whole numbers are what they look like, anything else is text.
+/// True, false and whole numbers become what they look like; anything else is text.
 Value plainValue(std::string_view text);
 
-/// The value to store under a known kind; throws UsageError where it is not of that kind.
-/// Digits are kept as text where asked to.
+/// The value to store for a known kind. Throws UsageError if the text is not of that kind. keepText
+/// stores digits as text.
 Value valueFor(settings::Kind kind, std::string_view text, bool keepText);
 
 /// "#RRGGBB", "RRGGBB" or "#RGB", each optionally with ":alpha", a number from 0 to 1.
 bool isColor(std::string_view text);
 
-/// The keys that are the same for every application.
+/// The keys that apply to all applications.
 std::vector<std::string> keyNames();
 
 /// The table of keys, for people.

@@ -84,7 +84,7 @@ std::string valueText(NSObject* value) {
 std::string entryLine(std::string_view key, NSObject* value) {
   const std::string line =
       escaped(key) == key ? std::string(key) : dump(SortedJson(std::string(key)));
-  // JSON leaves the control characters above 126 as they are.
+  // JSON does not escape control characters above 126.
   return escaped(line + " = " +
                  (objc::as<NSData>(value) != nullptr ? valueText(value) : dump(storedJson(value))));
 }

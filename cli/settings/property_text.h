@@ -1,4 +1,4 @@
-// Stored values as people read them.
+// Stored values as text for people.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace varnix::cli {
 /// A value on its own: text as it is, everything else as JSON.
 std::string valueText(NSObject* value);
 
-/// A line of a list. Text is quoted, so that "1" and 1 differ.
+/// One line of a list. Text is quoted, so that "1" and 1 look different.
 std::string entryLine(std::string_view key, NSObject* value);
 
 }  // namespace varnix::cli

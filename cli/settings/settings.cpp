@@ -1,4 +1,4 @@
-// varnix settings: what is stored, key by key.
+// varnix settings: the stored values, key by key.
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,6 +19,7 @@
 #include "settings/check.h"
 #include "settings/file.h"
 #include "settings/known_key.h"
+#include "settings/presets.h"
 #include "settings/property_text.h"
 
 namespace varnix::cli {
@@ -29,6 +30,7 @@ struct SettingsArguments {
   std::optional<std::string> root;
   std::string key;
   std::string value;
+  std::string preset;
   std::optional<std::string> file;
   bool force = false;
   bool keepText = false;
@@ -54,7 +56,7 @@ int get(const SettingsArguments& arguments) {
                         ? nullptr
                         : send(stored, NSDictionary::objectForKey, host::makeString(arguments.key));
   if (value == nullptr) throw Failure("not set", withNearestKey(arguments.key));
-  // A program gets every byte, a terminal none that it would obey.
+  // A program gets every byte; a terminal gets none that would control it.
   const std::string text = valueText(value);
   std::cout << (isatty(STDOUT_FILENO) == 1 ? escaped(text) : text) << '\n';
   return 0;
@@ -79,7 +81,12 @@ int unset(const SettingsArguments& arguments) {
   return 0;
 }
 
-/// A pipe has contents too, and a copy of it is a file.
+int usePreset(const SettingsArguments& arguments) {
+  store(entriesOfPreset(arguments.preset));
+  return 0;
+}
+
+/// Copies the file first, since it may be a pipe.
 std::vector<Finding> findingsIn(const SettingsArguments& arguments) {
   if (arguments.file) {
     const TemporaryContainer container(kSettingsPath, *arguments.file);
@@ -131,6 +138,12 @@ Command settingsCommand() {
                             .target = &arguments->keepText,
                             .meaning = "Store true, false and digits as text"});
   change.notes = keyHelp();
+  Command use = command("use", "Store a preset's colours and tell every process", usePreset,
+                        RootUse::changes);
+  use.options.push_back({.name = "PRESET",
+                         .target = &arguments->preset,
+                         .meaning = "Its name",
+                         .choices = presetNames()});
   Command checked{
       .name = "check",
       .summary = "Print what of a settings file does not count as it was meant",
@@ -149,7 +162,12 @@ Command settingsCommand() {
           .options = {rootOption(arguments->root)},
           .commands = {command("list", "Print everything that is stored", list, RootUse::reads),
                        withKey(command("get", "Print one value", get, RootUse::reads)),
-                       std::move(change), std::move(checked),
+                       std::move(change),
+                       std::move(checked),
+                       {.name = "presets",
+                        .summary = "Print sets of colours to start from",
+                        .run = [] { return listPresets(), 0; }},
+                       std::move(use),
                        withKey(command("unset", "Remove one value and tell every process", unset,
                                        RootUse::reads))},
           .notes = keyHelp()};

@@ -49,7 +49,7 @@ class Judge {
     }
   }
 
-  /// Takes the list's word for it, or says what is missing.
+  /// Relies on the list by hand, or reports what is missing.
   void byHand(Judged& judged, const std::string& what) {
     if (const std::string* reason = facts_.byHand(thing(judged.use))) {
       judged.origin = Origin::hand;
@@ -65,10 +65,10 @@ class Judge {
     return facts_.byHand("class " + name) != nullptr;
   }
 
-  /// Whether our value may stand where theirs does.
+  /// Whether our value may stand in for theirs.
   static bool fits(const Use& use, std::size_t place, const std::string& theirs,
                    const std::string& ours) {
-    // A replacement may leave an answer where nobody looks for one.
+    // A replacement may return a value where the original returns none: no caller looks at it.
     if (place == 0 && use.kind == UseKind::hook && theirs == "v" && ours == "@") return true;
     return travelAlike(theirs, ours);
   }
@@ -100,7 +100,7 @@ class Judge {
     std::vector<std::string> theirs = valuesOfFact(fact.types);
     for (std::size_t i = 0; i < theirs.size(); ++i) {
       const std::string wide = widened(theirs[i], width_);
-      // What really is an int or a float is listed by hand, for the facts do not tell.
+      // Values that really are an int or a float are listed by hand, since the facts do not tell.
       const bool staysNarrow = wide != theirs[i] && i < ours.size() && ours[i] == theirs[i] &&
                                facts_.byHand("narrow " + judged.use.subject()) != nullptr;
       if (!staysNarrow) theirs[i] = wide;

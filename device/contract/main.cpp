@@ -1,4 +1,4 @@
-// varnix-contract: holds what the library uses of the platform against what is known of it.
+// varnix-contract: compares the library's use of the platform with what is known of the platform.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <map>
@@ -26,7 +26,7 @@ std::vector<Judged> judged(const std::string& path, Width width, Facts& facts) {
   }
 }
 
-/// What is wrong, with the architecture where it is wrong on one alone.
+/// What is wrong, with the architecture if only one is affected.
 std::vector<std::string> complaints(const std::vector<Judged>& narrow,
                                     const std::vector<Judged>& wide) {
   std::map<std::string, std::set<std::string>> found;

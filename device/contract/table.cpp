@@ -17,7 +17,7 @@ using Lines = std::map<std::string, Line>;
 
 struct Symbol {
   std::string library;
-  std::string reason;  ///< Why it is listed by hand; empty where the SDKs tell it.
+  std::string reason;  ///< Why it is listed by hand; empty if the SDKs have it.
   bool isWeak = false;
   std::set<Width> widths;
 };
@@ -123,7 +123,7 @@ std::string classTable(const std::string& name, const Lines& lines) {
 
 constexpr std::array kSystems{"9.3", "10.3", "11.4"};
 
-/// What each SDK says of all symbols together.
+/// What each SDK says of the symbols as a whole.
 std::string systemTable(const std::map<std::string, Symbol>& symbols, const Facts& facts) {
   std::string text = "\n## Systems\n\n" + head({"SDK", "has", "does not tell of"});
   for (std::size_t system = 0; system < kSystems.size(); ++system) {

@@ -56,7 +56,7 @@ class Scanner {
     if (take('@')) {
       take('?');
     } else if (take('^')) {
-      // A fact does not say what a pointer points to.
+      // Facts do not say what a pointer points to.
       if (!take('?') && !isFact_) pass();
     } else if (take('{')) {
       passStructure();
@@ -87,7 +87,7 @@ struct Wider {
 };
 constexpr std::array kWider{Wider{"i", "q"}, Wider{"I", "Q"}, Wider{"f", "d"}};
 
-/// Of what has the size of a pointer: an object 'o', a selector ':', other data '^'; else ' '.
+/// The kind of a pointer-sized value: an object 'o', a selector ':', other data '^'; else ' '.
 char handleKind(const std::string& value) {
   const char type = value[value.find_first_not_of(kQualifiers)];
   if (type == '@' || type == '#') return 'o';
@@ -112,7 +112,7 @@ constexpr std::array kWords{Word{"v", "void"},      Word{"c", "BOOL"},
 std::vector<std::string> valuesOfEncoding(const std::string& types) {
   std::vector<std::string> values = Scanner(types, false).all();
   if (values.size() < 3 || values[1] != "@" || values[2] != ":")
-    throw Error("no method's types: " + types);
+    throw Error("not a method's types: " + types);
   values.erase(values.begin() + 1, values.begin() + 3);
   return values;
 }
@@ -136,7 +136,7 @@ std::string widened(const std::string& value, Width width) {
 }
 
 bool travelAlike(const std::string& one, const std::string& other) {
-  // Asked first, since pointers have this machine's size in the comparison.
+  // Asked first, since the comparison gives pointers this machine's size.
   return handleKind(one) == handleKind(other) &&
          objc::agree(("v" + one).c_str(), ("v" + other).c_str());
 }

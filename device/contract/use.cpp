@@ -32,7 +32,7 @@ bool isSign(const std::string& word) { return word == "-" || word == "+"; }
 
 Use method(UseKind kind, const std::string& owner, const std::string& name,
            const std::string& types) {
-  static_cast<void>(valuesOfEncoding(types));  // or say so
+  static_cast<void>(valuesOfEncoding(types));  // throws if they cannot be read
   return {kind, owner, name, types, false};
 }
 

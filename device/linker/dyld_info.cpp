@@ -8,7 +8,7 @@
 namespace varnix::device {
 namespace {
 
-/// All words that the loader sets lie in the second segment.
+/// All words that the loader sets are in the second segment.
 constexpr uint8_t kDataSegment = 1;
 constexpr uint32_t kLargestImmediate = 15;
 

@@ -14,7 +14,7 @@ size_t ulebSize(uint64_t value) {
 }
 
 struct Node {
-  const Export* exported = nullptr;  ///< What ends here.
+  const Export* exported = nullptr;  ///< The symbol whose name ends here.
   std::vector<std::pair<std::string_view, std::unique_ptr<Node>>> children;
   size_t offset = 0;
 
@@ -47,7 +47,7 @@ size_t commonPrefix(std::string_view a, std::string_view b) {
                              a.begin());
 }
 
-/// The tree of sorted names whose first `depth` characters are the same.
+/// The tree for sorted names that share their first `depth` characters.
 std::unique_ptr<Node> grow(Range exports, size_t depth) {
   auto node = std::make_unique<Node>();
   if (exports.front().name.size() == depth) {
@@ -81,7 +81,7 @@ std::vector<uint8_t> exportTrie(std::vector<Export> exports) {
   const std::unique_ptr<Node> root = grow(exports, 0);
   std::vector<Node*> nodes;
   collect(*root, nodes);
-  // An offset's own length moves what follows, so this goes on until nothing moves.
+  // The length of an offset moves what follows, so this repeats until nothing moves.
   for (bool moved = true; moved;) {
     moved = false;
     size_t offset = 0;

@@ -7,7 +7,7 @@
 namespace varnix::device {
 namespace {
 
-/// A library's load command, its name filled up to whole words.
+/// Size of a library's load command, with the name padded to whole words.
 uint32_t dylibSize(const std::string& name) {
   return static_cast<uint32_t>(alignUp(macho::kDylibSize + name.size() + 1, 4));
 }
@@ -70,7 +70,7 @@ void dylib(Writer& out, macho::Command kind, const std::string& name, uint32_t c
   const size_t start = out.size();
   command(out, kind, dylibSize(name));
   out.u32(macho::kDylibSize);
-  // No time stamp, for the same input is to give the same bytes.
+  // No time stamp: the same input must give the same bytes.
   out.u32(kind == macho::kIdDylib ? 1 : 2);
   out.u32(current);
   out.u32(compatibility);
@@ -92,7 +92,7 @@ void symbolTables(Writer& out, const LinkEdit& edit) {
   out.u32(edit.symbols.size / macho::kNlistSize);
   table(out, edit.names);
   command(out, macho::kDysymtab, macho::kDysymtabSize);
-  // Local, then exported, then imported symbols, each as the first one's index and their number.
+  // Local, exported, then imported symbols, each as first index and count.
   for (const uint32_t field :
        {0u, 0u, 0u, edit.exportCount, edit.exportCount, edit.importCount, 0u, 0u, 0u, 0u, 0u, 0u,
         edit.indirect.offset, edit.indirect.size / 4, 0u, 0u, 0u, 0u})
@@ -110,7 +110,8 @@ Header makeHeader(const Layout& layout, const LinkEdit& edit, uint32_t minimumVe
   Header header;
   Writer out;
   const Kind kind = kindOf(options);
-  // Segments, the loader's table, two of symbols, UUID, version and data in code; a library's name.
+  // Segments, the loader's table, two symbol tables, UUID, version and data in code; a library's
+  // name.
   const auto commandCount =
       static_cast<uint32_t>(9 + (options.isBundle ? 0 : 1) + options.libraries.size());
   for (const uint32_t field :

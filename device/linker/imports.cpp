@@ -8,7 +8,7 @@
 namespace varnix::device {
 namespace {
 
-/// The number, from one, of the library that offers a symbol; zero for none.
+/// The number, from one, of the library that offers a symbol; zero if none does.
 uint32_t ordinalOf(std::string_view name, const std::vector<StubLibrary>& libraries) {
   uint32_t found = 0;
   for (uint32_t i = 0; i < libraries.size(); ++i) {

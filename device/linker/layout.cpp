@@ -32,7 +32,7 @@ OutputSection pointerSection(uint32_t count) {
           .content = std::vector<uint8_t>(size_t{count} * 4)};
 }
 
-/// Code, then constants; pointers that the loader fills in, then data, then zeros.
+/// Order: code, constants, pointers that the loader fills in, data, zeros.
 int rank(const OutputSection& section) {
   if (section.segment == "__TEXT")
     return section.name == "__text" ? 0 : section.name == "__stubs" ? 1 : 2;
@@ -40,7 +40,7 @@ int rank(const OutputSection& section) {
   return section.name == "__got" ? 3 : 4;
 }
 
-/// Places sections one after another, and says where the last ends.
+/// Places sections one after another, and knows where the last one ends.
 class Place {
  public:
   explicit Place(uint32_t start) : end_(start) {}

@@ -26,7 +26,7 @@ std::vector<Export> findExports(const Object& object, const Layout& layout,
     const auto found = defined.find(name);
     if (found == defined.end()) throw Error("to be exported, but not defined: " + name);
     if (!seen.insert(name).second) throw Error("to be exported twice: " + name);
-    // The loader would have to look for another definition in every library.
+    // The loader would have to search every library for another definition.
     if ((found->second->description & macho::kWeakDefinition) != 0)
       throw Error("to be exported, but a weak definition: " + name);
     exports.push_back({found->second->name, addressOf(object, layout, *found->second)});
@@ -34,11 +34,11 @@ std::vector<Export> findExports(const Object& object, const Layout& layout,
   return exports;
 }
 
-/// Tells builds apart, and is the same for the same library.
+/// Different for different libraries, and equal for equal ones.
 void writeUuid(std::vector<uint8_t>& file, size_t offset) {
   uint8_t digest[SHA256_DIGEST_LENGTH];
   SHA256(file.data(), file.size(), digest);
-  digest[6] = static_cast<uint8_t>((digest[6] & 0x0f) | 0x50);  // version 5: of a digest
+  digest[6] = static_cast<uint8_t>((digest[6] & 0x0f) | 0x50);  // version 5: made from a digest
   digest[8] = static_cast<uint8_t>((digest[8] & 0x3f) | 0x80);
   std::copy(digest, digest + 16, file.begin() + static_cast<std::ptrdiff_t>(offset));
 }
@@ -49,7 +49,7 @@ std::vector<uint8_t> link(const Object& object, const LinkOptions& options) {
   if (options.isBundle && !options.installName.empty()) throw Error("a bundle has no install name");
   if (!options.isBundle && options.installName.empty())
     throw Error("a library needs an install name");
-  // An import's library is a number of one byte, of which the last few mean something else.
+  // An import names its library in one byte, whose last few values mean something else.
   if (options.libraries.size() > 253) throw Error("more than 253 libraries");
   const Imports imports = findImports(object, options.libraries);
   Layout layout =

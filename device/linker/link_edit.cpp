@@ -57,7 +57,7 @@ class Builder {
     out.u32(value);
   }
 
-  /// The number, from one, of the section that holds an address.
+  /// The number, from one, of the section that contains an address.
   size_t sectionOf(uint32_t address) const {
     size_t number = 0;
     for (size_t i = 0; i < layout_.sections.size(); ++i)
@@ -66,7 +66,7 @@ class Builder {
   }
 
   std::vector<uint8_t> symbols(const std::vector<Export>& exports) {
-    // Offset zero stands for no name.
+    // Offset zero means no name.
     names_.text(" ");
     Writer out;
     for (const Export& exported : exports)

@@ -1,5 +1,5 @@
-// varnix-link-armv7: makes a dynamic library, or a bundle, of one object file and the libraries it
-// uses.
+// varnix-link-armv7: links one object file, and the libraries that it uses, into a dynamic library
+// or a bundle.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <sstream>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace varnix::device;
 
-/// A name a line; "#" begins a comment.
+/// One name a line; "#" begins a comment.
 std::vector<std::string> readNames(const std::string& path) {
   std::vector<std::string> names;
   std::istringstream lines(readTextFile(path));

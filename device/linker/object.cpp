@@ -9,7 +9,7 @@
 namespace varnix::device {
 namespace {
 
-/// Kinds of sections that go into the library as they are.
+/// Kinds of sections that are copied into the library unchanged.
 constexpr std::array kSectionTypes{macho::kRegular,
                                    macho::kZeroFill,
                                    macho::kCstringLiterals,
@@ -70,7 +70,7 @@ Section readSection(Reader file, uint64_t at) {
 
 void readSegment(Reader file, Reader command, Object& object) {
   const uint32_t count = command.u32(48);
-  // Sections are numbered by one byte.
+  // A section's number is one byte.
   if (count + object.sections.size() > 255) throw Error("more than 255 sections");
   for (uint32_t i = 0; i < count; ++i) {
     const uint64_t at = macho::kSegmentSize + uint64_t{i} * macho::kSectionSize;
@@ -107,7 +107,7 @@ void readDataInCode(Reader file, Reader command, Object& object) {
     object.dataInCode.push_back({table.u32(at), table.u16(at + 4), table.u16(at + 6)});
 }
 
-/// Symbols are held against the sections after everything is read, for load commands have no order.
+/// Checked after everything is read, because load commands come in any order.
 void checkSymbol(const Symbol& symbol, const Object& object) {
   const std::string name(symbol.name);
   if ((symbol.type & macho::kStabMask) != 0) throw Error(name + ": compile without -g");
@@ -136,7 +136,7 @@ void checkIndirect(const Object& object) {
   }
   for (const uint32_t index : object.indirect)
     if (index != macho::kIndirectLocal && index >= object.symbols.size())
-      throw Error("an indirect symbol is none: " + hexadecimal(index));
+      throw Error("no such indirect symbol: " + hexadecimal(index));
 }
 
 void checkReferences(const Object& object) {

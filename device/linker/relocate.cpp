@@ -27,7 +27,7 @@ class Relocator {
   }
 
  private:
-  /// Where a relocation stands: its section, its bytes and its address before and after.
+  /// What a relocation applies to: its section, its bytes and its address before and after.
   struct Place {
     size_t section;
     std::span<uint8_t> bytes;
@@ -77,7 +77,7 @@ class Relocator {
       const uint32_t address = addressOf(object_, layout_, object_.symbols[relocation.target]);
       put32(place.bytes, 0, address + (content & ~(address & 1)));
     } else {
-      // The content is an address of the object's, of a function with or without the Thumb bit.
+      // The content is an address in the object. A function's may have the Thumb bit.
       const bool isScattered = relocation.isScattered;
       const uint32_t symbol = isScattered ? relocation.target : content & ~1u;
       const size_t section = isScattered ? object_.sectionAt(symbol) : relocation.target - 1;
@@ -93,7 +93,7 @@ class Relocator {
       if (!object_.sections[section].hasCode()) throw Error("a branch into data");
       return writeBranch(place.bytes, place.after, layout_.moved(object_, section, target));
     }
-    // An undefined symbol's address is taken as zero, so that what is left is an addend.
+    // An undefined symbol has address zero, so what remains is the addend.
     const auto import = imports_.ofSymbol.find(relocation.target);
     if (target != 0) throw Error("a branch past its symbol");
     const Symbol& symbol = object_.symbols[relocation.target];
@@ -103,13 +103,13 @@ class Relocator {
                                                   : addressOf(object_, layout_, symbol) & ~1u);
   }
 
-  /// How a difference changes: both its ends move with their sections.
+  /// How a difference changes: both ends move with their sections.
   uint32_t changed(const Relocation& relocation, uint32_t content) const {
     const uint32_t plus = relocation.target, minus = relocation.subtrahend;
     const size_t plusSection = object_.sectionAt(plus), minusSection = object_.sectionAt(minus);
     const uint32_t moved = content + (layout_.moved(object_, plusSection, plus) - plus) -
                            (layout_.moved(object_, minusSection, minus) - minus);
-    // To a function from an even address: odd if the Thumb bit is in the content already.
+    // Difference from an even address to a function: odd if the content already has the Thumb bit.
     const bool hasBit = ((content - plus + minus) & 1) != 0;
     return hasBit ? moved : moved + thumbBit(plusSection, plus);
   }
@@ -125,11 +125,11 @@ class Relocator {
     writeMove(place.bytes, static_cast<uint16_t>(isHigh ? whole >> 16 : whole));
   }
 
-  /// Pointers that the compiler made, one an indirect symbol.
+  /// Pointers that the compiler made, one for each indirect symbol.
   void fillPointers(const Section& section, OutputSection& output) {
     for (uint32_t offset = 0; offset < section.size; offset += 4) {
       const uint32_t index = object_.indirect[section.firstIndirect + offset / 4];
-      // A local one has a relocation of its own.
+      // A pointer to a local symbol has a relocation of its own.
       if (index == macho::kIndirectLocal) continue;
       const auto import = imports_.ofSymbol.find(index);
       uint32_t content = 0;
@@ -156,7 +156,7 @@ class Relocator {
     }
   }
 
-  /// The loader would set a word twice, and the library would depend on which came last.
+  /// If two overlapped, the loader would set a word twice, and the last one would win.
   void checkForOverlaps() const {
     std::vector<uint32_t> words = fixups_.rebases;
     for (const Bind& bind : fixups_.binds) words.push_back(bind.address);

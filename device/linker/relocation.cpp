@@ -47,7 +47,7 @@ bool isDifference(macho::ArmRelocation kind) {
          kind == macho::kHalfSectionDifference;
 }
 
-/// What the linker does not do, said before anything is done.
+/// Reports what the linker does not support, before it does anything.
 void check(const Relocation& relocation, uint32_t sectionSize) {
   switch (relocation.kind) {
     case macho::kVanilla:

@@ -58,7 +58,7 @@ StubLibrary readRoot(const YAML::Node& root, std::string_view target) {
   return library;
 }
 
-/// Looks at nothing of a document.
+/// Ignores everything in a document.
 class Ignoring : public YAML::EventHandler {
   using Mark = YAML::Mark;
   using Text = std::string;
@@ -76,8 +76,7 @@ class Ignoring : public YAML::EventHandler {
   void OnMapEnd() override {}
 };
 
-/// At most two are looked for: the library takes a bracket that nothing opened for documents
-/// without end.
+/// Reads at most two: the YAML library takes an unopened closing bracket for endless documents.
 bool isOneDocument(const std::string& text) {
   std::istringstream stream(text);
   YAML::Parser parser(stream);

@@ -15,7 +15,7 @@ uint16_t half(std::span<const uint8_t> instruction, size_t index) {
 
 constexpr uint16_t kLink = 0xd000, kLinkExchange = 0xc000, kJump = 0x9000, kBranchMask = 0xd000;
 
-/// Of the second half: which of the three it is.
+/// Which of the three kinds of branch, by its second half.
 uint16_t branchKind(std::span<const uint8_t> instruction) {
   const uint16_t kind = half(instruction, 1) & kBranchMask;
   const bool isBranch = (half(instruction, 0) & 0xf800) == 0xf000;

@@ -17,7 +17,7 @@ void forEachCommand(Reader file, const std::function<void(const LoadCommand&)>& 
   const uint32_t count = file.u32(16), room = file.u32(20);
   uint64_t at = 0;
   for (uint32_t i = 0; i < count; ++i) {
-    // A command behind the last would take its size from what is no command.
+    // Without this check, a command after the last would take its size from other bytes.
     const uint32_t size = file.u32(start + at + 4);
     if (size < 8) throw tooSmall(i, size);
     if (size > room || at > room - size)

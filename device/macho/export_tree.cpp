@@ -18,7 +18,7 @@ ExportTerminal readTerminal(Reader bytes) {
   ExportTerminal terminal;
   terminal.flags = cursor.uleb();
   terminal.offset = cursor.uleb();
-  // Behind a re-export stands the name in the other library, behind a resolver one more number.
+  // A re-export is followed by the name in the other library, a resolver by one more number.
   constexpr uint64_t more = macho::kExportReexport | macho::kExportStubAndResolver;
   terminal.isWhole = cursor.atEnd() || (terminal.flags & more) != 0;
   return terminal;
@@ -47,8 +47,8 @@ class TreeWalk {
   void node(uint64_t at, const std::string& name, int depth) {
     if (depth > kDeepest || name.size() > kLongestName) throw Error("an export has no end");
     if (at >= seen_.size()) throw Error("an export lies outside the tree");
-    // Two ways to one node would be a loop, or names without number.
-    if (seen_[at]) throw Error("the tree of exports is no tree");
+    // Two ways to one node would mean a loop, or endless names.
+    if (seen_[at]) throw Error("the tree of exports is not a tree");
     seen_[at] = true;
     TreeNode node(tree_, at);
     if (node.terminal) each_(name, *node.terminal);
@@ -84,7 +84,7 @@ std::optional<ExportTerminal> findExport(Reader tree, std::string_view name) {
       if (!name.starts_with(edge)) continue;
       name.remove_prefix(edge.size());
       next = child;
-      // A child at the root's place reads as none.
+      // A child at the root's offset counts as none.
       if (next == 0) return std::nullopt;
     }
     if (next == 0) return std::nullopt;

@@ -85,12 +85,12 @@ void FixupSteps::bind(FixupStep& step, uint8_t immediate) {
       return bindTo(step, immediate);
     case macho::kBindSetDylibOrdinalUleb: {
       const uint64_t number = cursor_.uleb();
-      // Larger than any, and still larger when it is made an int.
+      // Larger than any valid number, and still positive as an int.
       constexpr uint64_t most = 0x7fffffff;
       return bindTo(step, static_cast<int64_t>(number < most ? number : most));
     }
     case macho::kBindSetDylibSpecialImm:
-      // The number is negative, in four bits; none is the image itself.
+      // A negative number in four bits; zero is the image itself.
       return bindTo(step, immediate == 0 ? macho::kSelf : immediate - 16);
     case macho::kBindSetSymbolTrailingFlagsImm:
       step.kind = Kind::symbol;

@@ -88,7 +88,7 @@ Type Encoding::object() {
 }
 
 Type Encoding::pointer(int depth) {
-  // The pointed-to structure may be without members.
+  // The structure that it points to may be given without members.
   if (!atEnd() && text_[at_] == '{') skipBraces();
   else value(depth + 1);
   return scalar('i', word_);

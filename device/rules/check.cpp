@@ -16,7 +16,7 @@ void checkSlice(Image& image, Findings findings) {
   findings.apply(directoryRules(), signature);
 }
 
-/// The name of a slice that may say anything of itself.
+/// The name of a slice, whatever its header claims.
 std::string nameOf(const UniversalFile& file, const FileSlice& slice) {
   if (file.isUniversal) return labelOf(slice);
   return slice.bytes->size() < 12 ? "file"

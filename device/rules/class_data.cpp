@@ -31,7 +31,7 @@ ClassHalf readHalf(ClassReader& reader, uint64_t address, std::string label, boo
   const uint64_t fields = data + (size == 8 ? 16 : 12);
   it.layout = reader.pointer(fields, it.label + " layout");
   it.name = reader.text(fields + size, it.label + " name");
-  // A class that can be named is called by its name.
+  // A class whose name can be read is called by it.
   if (!isMeta && it.name.wrong.empty()) it.label = it.name.text;
   it.methods = reader.methods(reader.pointer(fields + 2 * size, it.label + (isMeta ? " +" : " -")));
   it.protocols = reader.pointer(fields + 3 * size, it.label + " protocols");
@@ -42,7 +42,7 @@ ClassHalf readHalf(ClassReader& reader, uint64_t address, std::string label, boo
   return it;
 }
 
-/// The words of every section of that name.
+/// The words of every section with that name.
 std::vector<uint64_t> wordsOf(const Image& image, std::string_view name) {
   std::vector<uint64_t> result;
   for (const SectionHeader& section : image.sections) {

@@ -45,7 +45,7 @@ ClassText ClassReader::text(uint64_t address, const std::string& what) {
   ClassText it;
   it.pointer = pointer(address, what);
   if (!it.pointer.isOurs()) {
-    it.wrong = "no string";
+    it.wrong = "not a string";
     return it;
   }
   const auto place = image_.place(it.pointer.target);
@@ -86,7 +86,7 @@ std::vector<MethodEntry> ClassReader::methods(const ClassPointer& pointer) {
   const uint64_t size = pointerSize();
   std::vector<MethodEntry> result;
   for (const uint64_t at : list(pointer, EntryList::Kind::methods, 3 * size).entries) {
-    // The run-time sorts it, and makes its selectors unique.
+    // The run-time sorts the list, and makes its selectors unique.
     if (result.empty()) writable(pointer.what, pointer.target, kListHeader + 3 * size);
     MethodEntry method;
     method.owner = pointer.what;

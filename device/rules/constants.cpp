@@ -38,7 +38,7 @@ void readBlock(ClassData& data, ClassReader& reader, uint64_t address) {
   data.blocks.push_back(std::move(it));
 }
 
-/// Not the pointer that code takes the class's address from.
+/// False for pointers through which code takes the class's address.
 bool isObject(const Image& image, uint64_t address) {
   const SectionHeader* section = image.sectionAt(address);
   return section != nullptr && section->name != "__got" && section->name != "__nl_symbol_ptr" &&
@@ -53,7 +53,7 @@ void readObjects(ClassData& data, ClassReader& reader) {
   }
 }
 
-/// Five words that are such a descriptor: zero, a size, two functions, and types of a block.
+/// Whether five words are a block's descriptor: zero, a size, two functions, and types.
 std::optional<BlockDescriptor> descriptorAt(const ClassReader& reader, const Fixups& fixups,
                                             uint64_t at) {
   const uint64_t size = reader.pointerSize();
@@ -104,7 +104,7 @@ std::optional<std::vector<std::string_view>> splitTypes(std::string_view encodin
       const size_t start = rest.position();
       rest.next();
       std::string_view type = encoding.substr(start, rest.position() - start);
-      // A place in the arguments stands behind.
+      // The argument's offset follows its type.
       type.remove_suffix(type.size() - 1 - type.find_last_not_of("0123456789-+"));
       types.push_back(type);
     }

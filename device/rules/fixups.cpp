@@ -18,7 +18,7 @@ bool isWithin(const Image& image, uint64_t address, std::optional<size_t> segmen
          address - it.address <= it.size - image.pointerSize();
 }
 
-/// Takes the steps of one stream. A word outside of its segment is the last, as to the loader.
+/// Takes the steps of one stream. Stops at a word outside its segment, like the loader.
 template <class Word>
 class Walk {
  public:
@@ -93,8 +93,8 @@ class Walk {
 
   bool write(const FixupStep& step) {
     for (uint64_t i = 0; i < step.times; ++i) {
-      // None writes more words than the file has bytes, but memory without an end would ask for it.
-      if (result_.words.size() > image_.bytes.size()) throw Error("words without number");
+      // No stream needs more words than the file has bytes; one that does would use endless memory.
+      if (result_.words.size() > image_.bytes.size()) throw Error("endless words");
       result_.words.push_back(word_);
       wroteInStream_ = true;
       if (!isWithin(image_, word_.address, word_.segment)) return false;

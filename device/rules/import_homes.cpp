@@ -5,7 +5,7 @@ namespace varnix::device {
 namespace {
 
 struct Home {
-  std::string_view symbol;  ///< Or how it begins.
+  std::string_view symbol;  ///< The name, or its beginning.
   bool isPrefix;
   std::string_view library;
 };

@@ -1,4 +1,4 @@
-// varnix-check: holds finished libraries and bundles against the platform's rules.
+// varnix-check: checks finished libraries and bundles against the platform's rules.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <sstream>
@@ -12,15 +12,15 @@ namespace {
 
 using namespace varnix::device;
 
-/// "150" or "1290.11" as load commands have it.
+/// "150" or "1290.11", packed as in load commands.
 uint32_t versionOf(const std::string& text) {
   unsigned major = 0, minor = 0, patch = 0;
   if (std::sscanf(text.c_str(), "%u.%u.%u", &major, &minor, &patch) < 1)
-    throw Error("no version: " + text);
+    throw Error("not a version: " + text);
   return major << 16 | minor << 8 | patch;
 }
 
-/// Lines of an install name, a tabulator and a version; # begins a comment.
+/// Each line has an install name, a tab and a version; # begins a comment.
 void readVersions(const std::string& path, Offers& offers) {
   if (path.empty()) return;
   std::istringstream lines(readTextFile(path));
@@ -46,7 +46,7 @@ Offers readOffers(const std::vector<std::string>& paths) {
   return offers;
 }
 
-/// How many rules are broken.
+/// The number of broken rules.
 size_t check(const std::string& path, const Offers& offers) {
   const auto broken = checkLibrary(readFile(path), offers);
   for (const Broken& each : broken)
@@ -69,17 +69,15 @@ int main(int argc, char** argv) {
   std::string versions;
   bool isListing = false;
   CLI::App app(
-      "Holds libraries and bundles against the rules of the platform's loader, kernel and "
-      "run-time\n"
-      "of classes. Prints a line for each that is broken, as FILE: SLICE: RULE: what is wrong. "
-      "The\n"
-      "exit status is 1 where one is, and 2 where a file cannot be read.",
+      "Checks libraries and bundles against the rules of the platform's loader, kernel and\n"
+      "Objective-C run-time. Prints a line for each broken rule, as FILE: SLICE: RULE: what is\n"
+      "wrong. The exit status is 1 if a rule is broken, and 2 if a file cannot be read.",
       "varnix-check");
-  app.add_option("file", files, "libraries and bundles, of one processor or of several");
-  app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated")
+  app.add_option("file", files, "libraries and bundles, for one processor or several");
+  app.add_option("--stub", stubs, "a text stub of a linked library; may be repeated")
       ->allow_extra_args(false);
   app.add_option("--versions", versions,
-                 "a table of libraries and the versions that they have; stands above stubs");
+                 "a table of libraries and their versions, which overrides stubs");
   app.add_flag("--rules", isListing, "list every rule");
   try {
     app.parse(argc, argv);
@@ -96,7 +94,7 @@ int main(int argc, char** argv) {
     Offers offers = readOffers(stubs);
     readVersions(versions, offers);
     for (const std::string& path : files) {
-      // The others are checked all the same.
+      // An unreadable file does not stop the check of the others.
       try {
         if (check(path, offers) != 0 && status == 0) status = 1;
       } catch (const Error& error) {

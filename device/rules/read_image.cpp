@@ -9,7 +9,7 @@ namespace varnix::device {
 
 namespace {
 
-/// Fields of one of the two widths, one after another.
+/// Reads fields of either width, one after another.
 class Fields {
  public:
   Fields(Reader bytes, uint64_t at, bool is64) : bytes_(bytes), at_(at), is64_(is64) {}
@@ -67,7 +67,7 @@ void readSegment(Image& image, const LoadCommand& command) {
     image.sections.push_back(readSection(image, command.bytes, header + i * size));
 }
 
-/// The name that a command points to, which stands behind its fields.
+/// The name that a command points to, which follows its fields.
 std::string_view dylibName(const LoadCommand& command) {
   const uint32_t at = command.bytes.u32(8);
   if (at < macho::kDylibSize || at >= command.bytes.size()) return {};
@@ -91,7 +91,7 @@ void readCommand(Image& image, const LoadCommand& command) {
   switch (command.kind) {
     case macho::kSegment:
     case macho::kSegment64:
-      // The other width's is another rule's matter.
+      // Another rule reports segments of the wrong width.
       if ((command.kind == macho::kSegment64) == image.is64) readSegment(image, command);
       break;
     case macho::kDyldInfo:

@@ -10,7 +10,7 @@ namespace varnix::device {
 namespace {
 
 constexpr uint64_t kSuperBlobHeader = 12, kIndexEntry = 8, kBlobHeader = 8;
-/// A directory's fields in the earliest version that is in use.
+/// Size of a directory's fields in the earliest version in use.
 constexpr uint64_t kShortestDirectory = 52;
 constexpr uint32_t kLastAlternate = signature::kAlternateCodeDirectorySlot + 5;
 
@@ -20,7 +20,7 @@ struct DigestKind {
   const EVP_MD* (*function)();
 };
 
-/// As directories number them; the third is the second, cut short.
+/// Numbered as in directories; the third is the second, cut short.
 constexpr DigestKind kDigests[] = {
     {1, 20, EVP_sha1}, {2, 32, EVP_sha256}, {3, 20, EVP_sha256}, {4, 48, EVP_sha384}};
 

@@ -20,7 +20,7 @@ void checkFixups(const Image& image, Findings& findings) {
   Fixups fixups;
   if (!findings.survives("symbols", [&] { fixups = readFixups(image); })) return;
   findings.apply(exportRules(), fixups);
-  // The rest is found by way of words that are rebased or bound.
+  // Everything after this is found through words that are rebased or bound.
   bool isFixed = findings.apply(rebaseRules(), fixups);
   isFixed &= findings.apply(bindRules(), fixups);
   if (!isFixed) return;
@@ -36,10 +36,10 @@ bool checkCode(Image& image, Findings& findings) {
   readHeader(image);
   findings.apply(headerRules(), image);
   if (!findings.survives("load commands", [&] { readCommands(image); })) return false;
-  // What is missing may stand behind the command that is none.
+  // A command that seems to be missing may follow the malformed one.
   if (!findings.apply(commandShapeRules(), image)) return false;
   findings.apply(commandRules(), image);
-  // The rest is found by way of segments.
+  // Everything after this is found through segments.
   bool isMapped = findings.apply(segmentRules(), image);
   isMapped &= findings.apply(sectionRules(), image);
   if (isMapped && image.loaderInfo && image.symbolTable && image.indirectSymbols) {
@@ -50,7 +50,7 @@ bool checkCode(Image& image, Findings& findings) {
 }
 
 std::optional<Broken> firstBroken(Reader slice, uint64_t offset) {
-  // Who else is there the loader knows better.
+  // The loader knows better which other libraries there are.
   static const Offers unknown;
   Image image;
   image.bytes = slice;

@@ -6,13 +6,13 @@ namespace varnix::device {
 
 namespace {
 
-/// A number of `bits` bits with a sign.
+/// A signed number of `bits` bits.
 int64_t withSign(uint64_t number, unsigned bits) {
   const uint64_t sign = uint64_t{1} << (bits - 1);
   return static_cast<int64_t>((number ^ sign) - sign);
 }
 
-/// Where "adrp" at an address points.
+/// The page that an "adrp" at an address gives.
 uint64_t pageOf(uint32_t adrp, uint64_t address) {
   const uint64_t pages = uint64_t{adrp >> 5 & 0x7ffff} << 2 | (adrp >> 29 & 3);
   return (address & ~uint64_t{0xfff}) + static_cast<uint64_t>(withSign(pages, 21) * 0x1000);
@@ -57,7 +57,7 @@ std::optional<uint64_t> readStub32(const Image& image, uint64_t address) {
       code[6] != 0xf000)
     return std::nullopt;
   const uint32_t distance = movedHalf(code[0], code[1]) | movedHalf(code[2], code[3]) << 16;
-  // The program counter is two instructions ahead of the third.
+  // The program counter reads as the third instruction's address plus four.
   return (distance + address + 8 + 4) & image.addressMask();
 }
 
@@ -75,7 +75,7 @@ std::optional<CommonHelper> readCommonHelper(const Image& image) {
 }
 
 std::optional<Helper> readHelper(const Image& image, uint64_t address) {
-  // ldr w16, the word behind; b to the common code
+  // ldr w16, the word after these two; b to the common code
   const auto code = instructions<3>(image, address);
   if (!code || (*code)[0] != 0x18000050 || (*code)[1] >> 26 != 5) return std::nullopt;
   const int64_t distance = withSign((*code)[1] & 0x3ffffff, 26) * 4;

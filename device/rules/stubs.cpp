@@ -1,4 +1,4 @@
-// Stubs of called functions, and the table that names what stands behind stubs and pointers.
+// Stubs of called functions, and the table that names the symbols of stubs and pointers.
 #include "macho/format.h"
 #include "rules/fixups.h"
 #include "rules/stub_code.h"
@@ -28,7 +28,7 @@ const std::vector<SectionHeader>& allOfSections(const Fixups& fixups) {
   return fixups.image->sections;
 }
 
-/// The index of the symbol of a section's entry; none for those that name no symbol.
+/// The symbol's index for an entry of a section; none if the entry names no symbol.
 std::optional<uint32_t> indirectSymbol(const Image& image, const SectionHeader& section,
                                        uint64_t entry) {
   const uint32_t index =
@@ -79,9 +79,9 @@ std::string entriesAreBound(const Fixups& fixups, const SectionHeader& section) 
 }
 
 constexpr FixupRule kStubs[] = {
-    {"stubs.table", "Stubs and pointers have their entries in the table of indirect symbols.",
+    {"stubs.table", "Stubs and pointers have entries in the table of indirect symbols.",
      each<allOfSections, entriesAreThere>},
-    {"stubs.target", "A stub jumps through the pointer of its symbol, which is bound to it.",
+    {"stubs.target", "A stub jumps through a pointer that is bound to the stub's symbol.",
      each<allOfSections, entriesAreBound>},
 };
 

@@ -49,7 +49,7 @@ std::vector<uint8_t> codeDirectory(Digest digest, const std::string& identifier,
   out.u8(static_cast<uint8_t>(digest));
   out.u8(0);  // no platform
   out.u8(signature::kPageBits);
-  // Nothing scattered, no team; the code's size has room in its 32 bits.
+  // No scatter list, no team, and no 64-bit code size: it fits into 32 bits.
   for (int i = 0; i < 4; ++i) out.big32(0);
   out.big64(0);
   out.big64(code.textOffset);

@@ -9,7 +9,7 @@
 namespace varnix::device {
 namespace {
 
-/// Segments differ in how wide their addresses are.
+/// Where the fields of a segment are, which depends on its width.
 struct Fields {
   uint32_t offset, size, sectionCount, sections, sectionSize, sectionOffset;
 };
@@ -75,7 +75,7 @@ SignedImage readImage(Reader file) {
       image.signatureSize = command.bytes.u32(12);
     }
   });
-  // Another command is put behind the last, where the header says that they end.
+  // Another command is added after the last, at the end that the header gives.
   if (end != image.headerEnd) throw Error("the load commands do not fill their room");
   check(image, file.size());
   return image;

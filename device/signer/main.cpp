@@ -1,4 +1,5 @@
-// varnix-sign: signs a library for one architecture in place, or says whether its signature holds.
+// varnix-sign: signs a library for one architecture in place, or says whether its signature is
+// valid.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 

@@ -13,7 +13,7 @@
 namespace varnix::device {
 namespace {
 
-/// Where a signature begins is a multiple of this.
+/// A signature begins at a multiple of this.
 constexpr uint64_t kAlignment = 16;
 
 struct Blob {
@@ -29,7 +29,7 @@ std::vector<uint8_t> emptyRequirements() {
   return out.take();
 }
 
-/// In place of a certificate's signature.
+/// Stands for a certificate's signature.
 std::vector<uint8_t> emptyCms() {
   Writer out;
   out.big32(signature::kCms);
@@ -73,7 +73,7 @@ std::vector<uint8_t> signatureOf(const Code& code, const std::string& identifier
        {signature::kCmsSlot, emptyCms()}});
 }
 
-/// Adds the signature's load command behind the others, where that is free.
+/// Adds the signature's load command after the others, if there is room.
 uint64_t addCommand(std::vector<uint8_t>& file, const SignedImage& image) {
   const uint64_t end = uint64_t{image.headerEnd} + macho::kLinkeditDataSize;
   if (end > image.firstContent) throw Error("no room for the load command of a signature");
@@ -84,7 +84,7 @@ uint64_t addCommand(std::vector<uint8_t>& file, const SignedImage& image) {
   return image.headerEnd;
 }
 
-/// The last segment takes the signature in.
+/// Extends the last segment over the signature.
 void growLinkEdit(std::vector<uint8_t>& file, const SignedImage& image, uint64_t size) {
   constexpr uint64_t page = 0x4000;
   const uint64_t whole = alignUp(size, page);

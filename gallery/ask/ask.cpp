@@ -51,7 +51,7 @@ Answers fromJson(const Json& json) {
   return answers;
 }
 
-/// A process without the framework of the playing track has nobody to be told.
+/// Does nothing in a process without the framework of the playing track.
 void play(const std::string& artwork) {
   Class controller = objc_getClass("MPUNowPlayingController");
   if (controller == nullptr) return;

@@ -1,4 +1,4 @@
-// What processes answer for the screens, each process a child of its own.
+// What processes answer for the screens. Each process is a child of this one.
 #pragma once
 
 #include <map>
@@ -11,13 +11,13 @@
 
 namespace varnix::cli {
 
-/// By the name of the wallpaper.
+/// Indexed by the wallpaper's name.
 using WallpaperColors = std::map<std::string, varnix::screens::Color>;
 
 struct ProcessQuestion {
   host::ProcessOptions process;
   bool withLibrary = true;
-  std::string artwork;  ///< the playing track's picture, a file; empty where nothing plays
+  std::string artwork;  ///< the playing track's picture file; empty if nothing plays
   std::vector<const varnix::screens::Screen*> screens;  ///< of this process
   WallpaperColors wallpapers;
 };
@@ -29,8 +29,8 @@ struct ProcessAnswer {
   Json surfaces;
 };
 
-/// As many processes at a time as there are processors. To be called while this process has a
-/// single thread. Throws Failure.
+/// Asks as many processes at once as there are processors. This process must have a single thread.
+/// Throws Failure.
 std::vector<ProcessAnswer> askProcesses(const std::vector<ProcessQuestion>& questions);
 
 }  // namespace varnix::cli

@@ -33,7 +33,8 @@ Hsl hslOf(const drawing::ByteColor& color) {
 
 drawing::ByteColor colorOf(const Hsl& hsl) {
   const double half = hsl.saturation * (1 - std::abs(2 * hsl.lightness - 1)) / 2;
-  // A channel is full for two sixths of the circle around its own hue, and rises and falls in one.
+  // A channel is full for two sixths of the circle, around its own hue; it takes one sixth each to
+  // rise and to fall.
   auto channel = [&](double middle) {
     double distance = std::abs(hsl.hue - middle);
     distance = std::min(distance, 6 - distance);
@@ -60,7 +61,8 @@ std::optional<drawing::ByteColor> nearestOfHue(const drawing::ByteColor& color,
                                                const drawing::ByteColor& ground, double least) {
   if (drawing::contrastRatio(color, ground) >= least) return color;
   const Hsl from = hslOf(color);
-  // Finer than a byte of lightness. What is tried has been rounded to bytes, as it will be shown.
+  // Steps smaller than a byte of lightness. Each colour is rounded to bytes before it is tried,
+  // since bytes are what is shown.
   constexpr int kSteps = 1020;
   for (int i = 1; i <= kSteps; ++i) {
     const double step = static_cast<double>(i) / kSteps;

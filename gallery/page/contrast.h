@@ -1,4 +1,5 @@
-// How well a dyed colour is told from what lies behind it, and what would be told well enough.
+// The contrast of a dyed colour with what is behind it, and the nearest colour with enough
+// contrast.
 #pragma once
 
 #include <optional>
@@ -8,16 +9,17 @@
 
 namespace varnix::cli::gallery {
 
-/// What the guidelines ask of text; of large text and of the parts of controls, kLeastForShapes.
+/// The contrast that the guidelines ask of text. For large text and parts of controls it is
+/// kLeastForShapes.
 inline constexpr double kLeastForText = 4.5;
 inline constexpr double kLeastForShapes = 3;
 
 /// From "#rrggbb" or "#rrggbbaa"; nothing for any other text.
 std::optional<drawing::ByteColor> parseColor(std::string_view text);
 
-/// The colour itself where its contrast against the opaque ground reaches `least`; else the one of
-/// the same hue and saturation whose lightness (HSL) lies nearest. Nothing where none reaches it:
-/// that cannot be for 4.5 and less. Both colours are opaque.
+/// The colour itself if its contrast with the opaque ground reaches `least`; else the one of the
+/// same hue and saturation with the nearest lightness (HSL) that does. Nothing if none does, which
+/// cannot happen for 4.5 and less. Both colours are opaque.
 std::optional<drawing::ByteColor> nearestOfHue(const drawing::ByteColor& color,
                                                const drawing::ByteColor& ground, double least);
 

@@ -1,4 +1,4 @@
-// Elements, and choices made of them.
+// Elements, and controls made of them.
 
 function element(name, attributes = {}, ...children) {
   const made = document.createElement(name);
@@ -10,7 +10,7 @@ function element(name, attributes = {}, ...children) {
   return made;
 }
 
-// Moves nothing that is in its place already: what is moved loses the focus.
+// Changes nothing if everything is in place already: an element that is moved loses the focus.
 function setChildren(parent, children) {
   if (children.length === parent.children.length &&
       children.every((child, i) => child === parent.children[i])) {

@@ -1,5 +1,5 @@
-// Following what is drawn anew: scripts can be read from disk where other files cannot. state.js
-// holds the revision alone; gallery.js is read when that is another.
+// Follows later drawings. Scripts can be read from disk where other files cannot. state.js holds
+// only the revision; gallery.js is read when that has changed.
 
 const kPause = 250, kLongestPause = 30000;
 let pause = kPause;
@@ -29,7 +29,7 @@ async function follow() {
   if (!document.hidden) {
     const there = await readScript('state.js', Date.now());
     if (there && state !== gallery.revision) await readScript('gallery.js', state);
-    // A page that was taken away from its folder need not ask so often.
+    // A page without its folder need not ask so often.
     pause = there ? kPause : Math.min(pause * 2, kLongestPause);
   }
   setTimeout(follow, pause);

@@ -15,7 +15,7 @@ namespace varnix::cli {
 
 namespace {
 
-/// Nothing in it ends a script element.
+/// JSON text in which nothing ends a script element.
 std::string scriptText(const Json& value) {
   std::string result;
   for (const char c : dump(value)) {
@@ -34,14 +34,14 @@ void replaceLine(std::string& page, std::string_view line, std::string_view with
 
 std::string pageWith(const std::string& data) {
   std::string page(gallery::pageHtml());
-  // From the end: what was put in is not looked through.
+  // From the end, so that inserted text is never searched.
   replaceLine(page, "<!-- script -->", gallery::pageScript());
   replaceLine(page, "<!-- data -->", data);
   replaceLine(page, "<!-- style -->", gallery::pageStyle());
   return page;
 }
 
-/// An open page reads either the old file or the new one.
+/// An open page reads either the complete old file or the complete new one.
 void replaceFile(const std::filesystem::path& path, std::string_view text) {
   const std::filesystem::path unfinished = path.string() + ".new";
   errno = 0;

@@ -7,9 +7,9 @@
 
 namespace varnix::cli {
 
-/// Writes index.html, which holds all it needs but the pictures, and gallery.js and state.js, by
-/// which an open page follows when this is called again. state.js comes last. The pictures lie in
-/// the folder already: a page swaps those whose bytes changed.
+/// Writes index.html, which contains everything except the pictures, and gallery.js and state.js,
+/// which tell an open page about a later call. state.js is written last. The pictures must already
+/// be in the folder: a page swaps those whose bytes changed.
 ///
 /// `gallery` is {"tabs": [{"id", "title", "summary", "screens": [{"id", "title", "light":
 /// {"before": PATH, "after": PATH}, "dark": the same}], "surfaces": [{"process", "class",

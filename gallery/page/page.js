@@ -57,7 +57,7 @@ find('.tabs').addEventListener('keydown', (event) => {
 
 addEventListener('hashchange', () => chooseTab(tabInAddress()));
 
-// The screens that look otherwise than before.
+// The screens that look different from before.
 function updateScreens() {
   return gallery.tabs.flatMap((tab) => tab.screens.map((screen) => {
     const shown = screens.get(`${tab.id}/${screen.id}`);

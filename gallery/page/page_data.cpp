@@ -25,7 +25,7 @@ std::string revisionOf(const std::string& bytes) {
 Json picture(const std::filesystem::path& folder, const std::string& path) {
   std::ifstream in(folder / path, std::ios::binary);
   std::ostringstream bytes;
-  // Fails for an empty file and for a folder too.
+  // This also fails for an empty file and for a folder.
   if (!in || !(bytes << in.rdbuf())) {
     throw Failure("no such picture for the gallery", (folder / path).string());
   }
@@ -54,7 +54,7 @@ std::string opaqueHex(const drawing::ByteColor& color) { return drawing::hex(col
 Json surfaceData(const Json& surface) {
   Json result = surface;
   for (const char* key : {"contrast", "below", "nearest"}) result[key] = nullptr;
-  // Colours of the system's own are not ours to judge.
+  // The system's own colours are not judged.
   if (surface.at("after") == surface.at("before")) return result;
   const auto dyed = colorOf(surface.at("after"));
   const auto behind = colorOf(surface.value("behind", Json()));

@@ -1,4 +1,4 @@
-// The page's files, byte for byte. The folder they lie in is on the include path.
+// The page's files, byte for byte. Their folder is on the include path.
         .section .rodata
 
 .macro START name
@@ -22,7 +22,7 @@
         .incbin "style.css"
         END     varnixPageStyle
 
-        // One script: what comes later uses what came before.
+        // One script: later files use earlier ones.
         START   varnixPageScript
         .ascii  "'use strict';\n"
         .incbin "elements.js"

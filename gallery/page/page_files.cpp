@@ -1,6 +1,6 @@
 #include "gallery/page/page_files.h"
 
-// Laid down by page_files.S.
+// Defined in page_files.S.
 extern "C" {
 extern const char varnixPageHtml[], varnixPageHtmlEnd[];
 extern const char varnixPageStyle[], varnixPageStyleEnd[];

@@ -1,11 +1,11 @@
-// The page's parts as they lie in the program.
+// The page's parts, stored in the program.
 #pragma once
 
 #include <string_view>
 
 namespace varnix::cli::gallery {
 
-/// With the lines <!-- style -->, <!-- script --> and <!-- data --> in the places of the others.
+/// Contains the lines <!-- style -->, <!-- script --> and <!-- data -->, which the others replace.
 std::string_view pageHtml();
 std::string_view pageStyle();
 std::string_view pageScript();

@@ -3,8 +3,8 @@
 const address = ({path, revision}) =>
   `${path.split('/').map(encodeURIComponent).join('/')}?${revision}`;
 
-// Shows the picture when it has been read, so that the place is never empty. Its revision stands in
-// the address: a picture that was drawn anew is read anew. True where it is another than before.
+// Shows the picture once it has been read, so that its place is never empty. Its address contains
+// the revision, so that a new drawing is read again. True if it differs from before.
 function show(image, picture) {
   const wanted = address(picture);
   const asked = image.dataset.asked;
@@ -23,7 +23,7 @@ function show(image, picture) {
   return true;
 }
 
-// A screen: two pictures, one on the other, of which the upper one shows right of the handle.
+// A screen: two pictures on top of each other. The upper one shows to the right of the handle.
 
 const positions = new Map();
 
@@ -60,7 +60,7 @@ class Screen {
 
   glow() {
     this.pair.classList.remove('redrawn');
-    // Asked for, the layout takes note of the class being away, and the glow starts anew.
+    // Reading the layout makes the browser notice that the class is gone, so the glow starts again.
     void this.pair.offsetWidth;
     this.pair.classList.add('redrawn');
   }
@@ -71,7 +71,7 @@ class Screen {
     this.range.setAttribute('aria-valuetext', `${100 - this.range.value} % of it after`);
   }
 
-  // The same screen stands alike in every tab, so that settings can be compared.
+  // The same screen is set alike in every tab, so that settings can be compared.
   moveAll(position) {
     positions.set(this.id, position);
     for (const screen of screens.values()) {
@@ -80,8 +80,8 @@ class Screen {
   }
 
   // The whole picture can be dragged, which a range's own track does not allow everywhere. A finger
-  // moves the divider when it taps, or goes sideways: up and down it scrolls the page, of which the
-  // first moves come here all the same.
+  // moves the divider by tapping or moving sideways. Moving up and down scrolls the page, but the
+  // first of those moves arrive here too.
   followPointer() {
     const sideways = 6;
     let held = null;

@@ -8,7 +8,7 @@ function swatch(color) {
   return made;
 }
 
-// Text in the colour on what lies behind it.
+// Sample text in the colour, on what is behind it.
 function sample(color, behind) {
   const made = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
   made.style.color = color;
@@ -16,7 +16,7 @@ function sample(color, behind) {
   return made;
 }
 
-// An opaque colour without its alpha.
+// A colour that leaves its alpha out if it is opaque.
 const shortHex = (color) => color.length === 9 && color.endsWith('ff') ? color.slice(0, 7) : color;
 
 const hex = (color) => element('code', {}, shortHex(color));

@@ -16,14 +16,14 @@ using namespace drawing;
 /// Nothing, a boolean, a number, or a colour as "#rrggbbaa".
 using Answer = std::variant<std::monostate, bool, double, std::string>;
 
-/// By name. What was not asked reads as nothing was answered.
+/// By name. What was not asked counts as not answered.
 struct Answers {
   std::map<std::string, Answer> values;
 
   std::optional<Color> color(const std::string& name) const;
-  /// The platform's own where nothing was answered, as the platform itself would do.
+  /// The platform's own colour if nothing was answered, as on the platform.
   Color colorOr(const std::string& name, const Color& platform) const;
-  /// Of "NAME 0", "NAME 1" and so on.
+  /// The colours named "NAME 0", "NAME 1" and so on.
   std::vector<Color> colors(const std::string& name) const;
   bool flag(const std::string& name) const;
   double number(const std::string& name) const;

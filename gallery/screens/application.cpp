@@ -1,4 +1,4 @@
-// An application of the kind that lists its settings: bars, switches, a slider, buttons.
+// An application with a list of settings: bars, switches, a slider, buttons.
 #include "gallery/screens/control_glyphs.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/glyphs.h"
@@ -31,7 +31,7 @@ Answers ask(const Surroundings&) {
   values["switch on"] = askColor(control, "onTintColor");
   values["switch outline"] = askColor(control, "tintColor");
 
-  // Without a colour of its own the track has the slider's tint.
+  // Without its own colour, the track has the slider's tint.
   const auto slider = make("UISlider");
   auto& track = values["slider"];
   track = askColor(slider, "minimumTrackTintColor");

@@ -1,4 +1,4 @@
-// Drawing around a middle.
+// Drawing around a centre.
 #pragma once
 
 #include "drawing/canvas.h"
@@ -7,7 +7,7 @@ namespace varnix::screens {
 
 using namespace drawing;
 
-/// As long as it lives, (0, 0) is the middle.
+/// While it exists, (0, 0) is the given point.
 class Around {
  public:
   Around(const Canvas& canvas, Point middle) : canvas_(canvas) {

@@ -1,4 +1,4 @@
-// Control Centre, over whatever was open.
+// Control Centre, over whatever is open.
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/control_glyphs.h"

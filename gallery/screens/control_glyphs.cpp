@@ -69,7 +69,7 @@ void drawBluetooth(const Canvas& canvas, Point middle, const Color& color) {
 void drawMoon(const Canvas& canvas, Point middle, const Color& color) {
   const Around around(canvas, {middle.x + 1, middle.y});
   cairo_t* cr = canvas.context();
-  // What is left of a disc when another one lies over its upper right.
+  // The rest of a disc that another one covers at its upper right.
   cairo_push_group(cr);
   canvas.disc({-1, 1}, 12, color);
   cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
@@ -90,7 +90,7 @@ void drawRotationLock(const Canvas& canvas, Point middle, const Color& color) {
   cairo_arc(cr, 0, -3.6, 3.3, -kTurn / 2, 0);
   cairo_line_to(cr, 3.3, -1.3);
   canvas.stroke(color, 1.7);
-  // Nearly a whole turn, and the arrow's head at its end.
+  // Almost a full turn, with the arrowhead at its end.
   constexpr double kRadius = 13.4, kEnd = 0.69 * kTurn;
   cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT);
   cairo_new_path(cr);

@@ -1,4 +1,4 @@
-// The glyphs of Control Centre and of the volume, each around its middle.
+// The glyphs of Control Centre and of the volume panel, each around its centre.
 #pragma once
 
 #include "drawing/canvas.h"
@@ -24,11 +24,12 @@ void drawSmallCamera(const Canvas& canvas, Point middle, const Color& color);
 void drawSun(const Canvas& canvas, Point middle, double radius, const Color& color);
 void drawPlay(const Canvas& canvas, Point middle, const Color& color);
 void drawPause(const Canvas& canvas, Point middle, const Color& color);
-/// Direction 1 forward, -1 back.
+/// Direction 1 is forward, -1 is back.
 void drawSkip(const Canvas& canvas, Point middle, int direction, const Color& color);
 void drawScreenSharing(const Canvas& canvas, Point middle, const Color& color);
 void drawDrop(const Canvas& canvas, Point middle, const Color& color);
-/// Its left edge there, with none to three waves; twelve points high, times the scale.
+/// The point is its left edge. It has none to three waves, and is twelve points high, times the
+/// scale.
 void drawLoudspeaker(const Canvas& canvas, Point left, int waves, const Color& color,
                      double scale = 1);
 

@@ -1,4 +1,4 @@
-// Small drawings of one colour, around their middle.
+// Small drawings in one colour, around their centre.
 #pragma once
 
 #include "drawing/canvas.h"
@@ -7,7 +7,7 @@ namespace varnix::screens {
 
 using namespace drawing;
 
-// Of tab bars, about 25 points.
+// For tab bars, about 25 points.
 void drawPlaylists(const Canvas& canvas, Point middle, const Color& color);
 void drawMicrophone(const Canvas& canvas, Point middle, const Color& color);
 void drawNote(const Canvas& canvas, Point middle, const Color& color);

@@ -1,4 +1,4 @@
-// The home screen: icons, a folder, an application that waits for its download, badges, the dock.
+// The home screen: icons, a folder, an application waiting for its download, badges, the dock.
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/home_items.h"
@@ -59,7 +59,7 @@ void drawIcon(const Canvas& canvas, const Box& box, const char* identifier, cons
   canvas.fill(kWhite.withAlpha(0.5));
 }
 
-/// The square behind a folder or an icon without a picture of its own.
+/// The square behind a folder, or behind an icon without a picture.
 void drawBackground(const Canvas& canvas, const Box& box, const Surface& behind,
                     const Color& color) {
   canvas.save();
@@ -85,10 +85,10 @@ void drawFolder(const Canvas& canvas, const Box& box, const Answers& answers, co
   }
 }
 
-/// The lines on which icons are drawn, until there is one.
+/// The lines in place of an icon that is not there yet.
 void drawWaiting(const Canvas& canvas, const Box& box, const Answers& answers, const Scene& scene,
                  const Surface& behind) {
-  // With contents it shows them, its piece of the blurred wallpaper; else a flat colour.
+  // With contents it shows its piece of the blurred wallpaper, else a flat colour.
   const Color flat = answers.colorOr("icon", scene.wallpaperColor);
   const bool showsWallpaper = answers.flag("icon shows wallpaper");
   drawBackground(canvas, box, behind, showsWallpaper ? kWhite.withAlpha(0.25) : flat);

@@ -1,4 +1,4 @@
-// What lies on the home screen.
+// What is on the home screen.
 #pragma once
 
 namespace varnix::screens {
@@ -44,7 +44,7 @@ inline constexpr HomeItem kDockItems[] = {
     {"com.example.music", "Music"},
 };
 
-/// Identifiers.
+/// Bundle identifiers.
 inline constexpr const char* kInFolder[] = {
     "com.example.calculator", "com.example.weather", "com.example.notes",  "com.example.clock",
     "com.example.books",      "com.example.maps",    "com.example.videos",

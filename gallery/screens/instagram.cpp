@@ -1,4 +1,4 @@
-// A feed of photographs whose names and topics are links.
+// A feed of photographs. Names and topics are links.
 #include "drawing/text.h"
 #include "gallery/screens/around.h"
 #include "gallery/screens/controls.h"

@@ -24,7 +24,7 @@ constexpr double kSideKey = 42;
 Look lookOf(const Answers& answers) {
   if (answers.flag("keyboard light")) {
     Look look = kLight;
-    // Behind keys that are light shows what the keyboard is coloured, if it is at all.
+    // Light keys let the keyboard's colour show through, if it has one.
     look.background = answers.colorOr("keyboard", look.background);
     return look;
   }
@@ -33,7 +33,7 @@ Look lookOf(const Answers& answers) {
 }
 
 void drawKey(const Canvas& canvas, const Box& box, const Color& color, const Look& look) {
-  // Only what looks out below: the key may be see-through.
+  // Only the part that shows below, since the key may be translucent.
   canvas.save();
   canvas.rectangle(Box{box.x, box.y, box.width, box.height + 1});
   canvas.rectangle(box, 5);

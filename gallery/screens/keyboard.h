@@ -8,7 +8,7 @@ namespace varnix::screens {
 
 inline constexpr double kKeyboardHeight = 216;
 
-/// "keyboard", "keyboard opaque", "keyboard light".
+/// Sets "keyboard", "keyboard opaque" and "keyboard light".
 void askKeyboard(Answers& answers);
 
 /// At the bottom of the screen.

@@ -1,4 +1,4 @@
-// Text straight on a wallpaper: white on a dark one, black on a light one.
+// Text directly on a wallpaper: white on a dark one, black on a light one.
 #pragma once
 
 #include "gallery/screens/screen.h"

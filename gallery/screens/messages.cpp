@@ -52,7 +52,7 @@ Answers ask(const Surroundings&) {
   return answers;
 }
 
-/// A drop that hangs at the lower corner; direction 1 to the right, -1 to the left.
+/// A drop that hangs at the lower corner of that side.
 void addTail(const Canvas& canvas, const Box& box, Tail tail) {
   if (tail == Tail::none) return;
   const double side = tail == Tail::right ? 1 : -1;
@@ -76,7 +76,7 @@ void drawBalloon(const Canvas& canvas, const Balloon& balloon, double top, const
   const Box box{balloon.isSent ? canvas.width() - kSide - width : kSide, top, width,
                 extent.height + 14.5};
   const Tail side = balloon.isSent ? Tail::right : Tail::left;
-  // One after the other: where they overlap, outlines of two directions would leave a hole.
+  // One after the other: if outlines of two directions overlap, they leave a hole.
   for (const bool isTail : {false, true}) {
     if (isTail) addTail(canvas, box, balloon.hasTail ? side : Tail::none);
     else canvas.rectangle(box, kRadius);

@@ -1,5 +1,5 @@
-// The drawing of screens is a module of its own, loaded only by those who draw: other commands do
-// without the libraries behind it.
+// The drawing of screens is a module of its own, loaded only by code that draws: other commands do
+// without the libraries that it needs.
 #pragma once
 
 #include <span>
@@ -9,12 +9,12 @@
 namespace varnix::screens {
 
 struct Module {
-  std::span<const Screen* const> screens;  ///< in the order in which they are shown
-  /// PNG or JPEG, shrunk as far as it still covers so many pixels. Says in problem what is wrong
-  /// with a picture of which a part is there. Throws std::runtime_error.
+  std::span<const Screen* const> screens;  ///< in the order of display
+  /// PNG or JPEG, shrunk as far as it still covers that many pixels. If only part of a picture is
+  /// there, `problem` says what is wrong. Throws std::runtime_error.
   Surface (*readPicture)(const std::string& file, const Pixels& covered, std::string& problem);
   Color (*meanColor)(const Surface& picture);
-  /// The finished picture as a PNG file. From any thread.
+  /// The finished picture as a PNG file. May be called on any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);
 };
 

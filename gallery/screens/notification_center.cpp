@@ -1,4 +1,4 @@
-// Notification Centre: the whole screen, dark, with what is on today.
+// Notification Centre: the whole screen, dark, with today's events.
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/controls.h"

@@ -1,4 +1,4 @@
-// The small picture beside somebody's name.
+// The small picture beside a person's name.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@ namespace varnix::screens {
 
 using namespace drawing;
 
-/// A head and shoulders before colours from top to bottom.
+/// Head and shoulders in front of colours that run from top to bottom.
 void drawPortrait(const Canvas& canvas, const Box& box, double radius,
                   const std::vector<Color>& colors);
 

@@ -16,20 +16,20 @@ using probe::make;
 
 NSObject* makeColor(const Color& color);
 
-/// Nothing for nil and for what is no colour.
+/// Nothing for nil and anything other than a colour.
 Answer answered(NSObject* color);
 Answer answered(CGColorRef color);
 
-/// The getter of the object, a colour. A nil receiver answers nothing.
+/// Calls the object's getter for a colour. A nil receiver answers nothing.
 Answer askColor(NSObject* receiver, const char* getter);
-/// The tint of a plain object of that class.
+/// The tint of an ordinary object of that class.
 Answer askTint(const char* className);
 
-/// The foreground of a status bar for which the system asks for that one.
+/// The foreground of a status bar when the system asks for that colour.
 Answer askStatusBar(const Color& wanted);
 
-/// The colour, strengths and use of the tint of the surface's backdrop: "tint", "tint alpha",
-/// "tint mask alpha", "tinted".
+/// The tint of the surface's backdrop: its colour, strengths and whether it is used, as "tint",
+/// "tint alpha", "tint mask alpha" and "tinted".
 void askBackdrop(Answers& answers, NSObject* surface);
 
 }  // namespace varnix::screens

@@ -1,4 +1,4 @@
-// The screens: what is asked for each, and how it is drawn from the answers.
+// The screens: what each asks, and how it is drawn from the answers.
 #pragma once
 
 #include <map>
@@ -15,12 +15,12 @@ namespace varnix::screens {
 inline constexpr double kWidth = 375;
 inline constexpr double kHeight = 667;
 
-/// What a process is told before it is asked.
+/// What a process is told before it is asked anything.
 struct Surroundings {
-  Color wallpaper;  ///< its mean
+  Color wallpaper;  ///< its mean colour
 };
 
-/// What a picture is drawn from besides the answers.
+/// What a picture is drawn from, besides the answers.
 struct Scene {
   Surface wallpaper;
   Color wallpaperColor;
@@ -36,14 +36,14 @@ struct Screen {
   host::ProcessKind kind;
   /// Whether its picture depends on the wallpaper.
   bool showsWallpaper;
-  /// Whether it lies over another one: the application in front or else the home screen.
+  /// Whether it covers another one: the application in front, or else the home screen.
   bool coversAnother;
-  /// Asks this process, which is a hosted one, by messages alone.
+  /// Asks this process, which must be a hosted one, by messages alone.
   Answers (*ask)(const Surroundings& surroundings);
   void (*draw)(const Canvas& canvas, const Answers& answers, const Scene& scene);
 };
 
-/// One screen of a picture, the lowest first.
+/// One screen of a picture; the lowest comes first.
 struct Layer {
   const Screen* screen;
   const Answers* answers;

@@ -24,7 +24,7 @@ void drawSignal(const Canvas& canvas, const Color& color) {
   }
 }
 
-/// Three arcs of a quarter turn over a point.
+/// Three quarter-circle arcs above a point.
 void drawWifi(const Canvas& canvas, double x, const Color& color) {
   constexpr double kReach = 9, kEighth = kTurn / 8;
   const Point foot{x + 6.2, kMiddle + 4.6};

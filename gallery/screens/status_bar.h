@@ -1,4 +1,4 @@
-// The bar with the time at the top of every screen.
+// The bar with the time, at the top of every screen.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ using namespace drawing;
 
 inline constexpr double kStatusBarHeight = 20;
 
-/// Over whatever is there already.
+/// Drawn over what is already there.
 void drawStatusBar(const Canvas& canvas, const Color& foreground);
 
 }  // namespace varnix::screens

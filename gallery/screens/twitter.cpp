@@ -1,4 +1,4 @@
-// A timeline of short messages, whose names, times, links and notes each have a colour.
+// A timeline of short messages. Names, times, links and notes each have a colour.
 #include "drawing/text.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/glyphs.h"
@@ -42,18 +42,18 @@ Answers ask(const Surroundings&) {
 }
 
 struct Chirp {
-  const char* social;  ///< the line above; empty for none
+  const char* social;  ///< the line above; empty if there is none
   const char* name;
   const char* handle;
   const char* time;
-  std::vector<std::pair<const char*, bool>> words;  ///< and whether they are a link
+  std::vector<std::pair<const char*, bool>> words;  ///< each with whether it is a link
   unsigned portrait;
 };
 
 void drawActions(const Canvas& canvas, double y) {
   const Color grey = kGrey;
   double x = kIndent + 7;
-  // Answer, pass on, like.
+  // Reply, pass on, like.
   canvas.line({{x + 7, y + 4}, {x + 7, y + 1}, {x + 3, y - 2.5}, {x - 6, y - 2.5}});
   canvas.line({{x - 2.5, y - 6}, {x - 6, y - 2.5}, {x - 2.5, y + 1}});
   canvas.stroke(grey, 1.4);
@@ -71,7 +71,7 @@ void drawActions(const Canvas& canvas, double y) {
   canvas.restore();
 }
 
-/// Returns where it ends.
+/// Returns where the message ends.
 double drawChirp(const Canvas& canvas, double top, const Chirp& chirp, const Answers& answers) {
   if (chirp.social[0] != '\0') {
     drawCentered(canvas, {kIndent, top + 15}, chirp.social,

@@ -1,5 +1,4 @@
-// The store of the device's accounts. Access to it is asked for; the answer comes on another
-// thread.
+// The store of the device's accounts. A request for access is answered on another thread.
 #include <map>
 #include <mutex>
 #include <string>
@@ -50,7 +49,7 @@ struct AccountStore : ACAccountStore {
     return device().requests;
   }
 
-  bool hasAccess;  ///< written under the device's lock
+  bool hasAccess;  ///< written with the device's lock held
 };
 
 }  // namespace

@@ -31,14 +31,14 @@ CairoSurface surfaceFor(CGContext* context) {
                                                           static_cast<int>(context->bytesPerRow)));
 }
 
-/// Of memory that the context brings along: more than the largest picture that is decoded.
+/// The limit for memory that the context allocates: more than the largest decoded picture needs.
 constexpr std::size_t kMostMemory = std::size_t{512} << 20;
 
 bool drawsInPlace(const CGContext& context) {
   const auto format = host::cairosOwn(context.format);
-  // Cairo writes the bytes that a format skips: in a caller's memory they stay.
+  // Cairo overwrites the bytes that a format skips. In a caller's memory they must stay.
   if (!format || (*format == CAIRO_FORMAT_RGB24 && context.own == nullptr)) return false;
-  // Its rows are whole pixels apart, and its memory is aligned to them.
+  // Cairo needs rows of whole pixels, and aligned memory.
   return context.bytesPerRow % 4 == 0 && context.bytesPerRow <= INT_MAX &&
          reinterpret_cast<std::uintptr_t>(context.memory) % 4 == 0;
 }
@@ -95,7 +95,7 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
   context->space = Strong<CGColorSpace>::retain(space);
   context->memory = static_cast<std::uint8_t*>(data);
   if (data == nullptr) {
-    // Pages come as they are drawn on.
+    // The system provides each page when it is first drawn on.
     context->own.reset(static_cast<std::uint8_t*>(std::calloc(height, bytesPerRow)));
     context->memory = context->own.get();
     if (context->memory == nullptr) return nullptr;
@@ -105,6 +105,7 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
   context->cairo.reset(cairo_create(context->surface.get()));
   if (cairo_status(context->cairo.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   // The origin is the lower left corner.
+  cairo_set_line_width(context->cairo.get(), 1);
   cairo_translate(context->cairo.get(), 0, static_cast<double>(height));
   cairo_scale(context->cairo.get(), 1, -1);
   return context.leak();

@@ -83,7 +83,7 @@ HOST_EXPORT void CGContextFillPath(CGContextRef context) {
   if (context == nullptr) return;
   host::composite(context, [&](cairo_t* cairo) {
     setFill(context, cairo);
-    cairo_clip(cairo);  // which takes the path
+    cairo_clip(cairo);  // which consumes the path
     return true;
   });
 }

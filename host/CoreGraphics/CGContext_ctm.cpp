@@ -1,4 +1,4 @@
-// The way from the user's space to the bitmap.
+// The transform from the user's space to the bitmap.
 #include <cmath>
 
 #include "CoreGraphics/drawing.h"
@@ -8,7 +8,7 @@ namespace {
 void apply(CGContextRef context, const cairo_matrix_t& transform) {
   if (context == nullptr) return;
   cairo_t* cairo = context->cairo.get();
-  // Under a transform that cannot be undone nothing has an area, until the state before is back.
+  // Under a transform without an inverse nothing has an area, until the earlier state is restored.
   if (!host::concatenate(cairo, transform)) host::clipAll(cairo);
 }
 

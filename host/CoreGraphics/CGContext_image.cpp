@@ -1,4 +1,4 @@
-// Images drawn into contexts. Shrinking is averaging; the rest is cairo's.
+// Draws images into contexts. Shrinking takes means; cairo does the rest.
 #include <algorithm>
 #include <cmath>
 
@@ -8,13 +8,13 @@ namespace {
 
 constexpr double kTiny = 1e-6;
 
-/// Of what is drawn larger or smaller than it is, or off its pixels: pixman skips what is longer.
+/// Limit for images that are scaled or drawn between pixels: pixman leaves out longer ones.
 constexpr double kLongestStretched = 32'000;
 
 bool isWhole(double value) { return std::abs(value - std::round(value)) < kTiny; }
 
-/// Whether each of the image's pixels falls on one of the bitmap, turned or mirrored as may be:
-/// then the matrix is rounded to say just that.
+/// Whether each of the image's pixels falls on one of the bitmap's, possibly turned or mirrored. If
+/// so, rounds the matrix to exactly that.
 bool isPixelForPixel(cairo_matrix_t& m) {
   const bool isUpright =
       std::abs(std::abs(m.xx) - 1) < kTiny && std::abs(std::abs(m.yy) - 1) < kTiny;
@@ -32,7 +32,7 @@ bool enlarges(const cairo_matrix_t& m) {
   return std::hypot(m.xx, m.yx) > 1 + kTiny || std::hypot(m.xy, m.yy) > 1 + kTiny;
 }
 
-/// How many pixels the image takes on the device, along its own axis.
+/// How many pixels the image covers on the device, along its own axis.
 std::size_t pixelsTaken(double along, double across, std::size_t pixels) {
   const double length = std::hypot(along, across) * static_cast<double>(pixels);
   double taken = isWhole(length) ? std::round(length) : std::ceil(length);
@@ -41,7 +41,7 @@ std::size_t pixelsTaken(double along, double across, std::size_t pixels) {
   return std::max<std::size_t>(static_cast<std::size_t>(taken), 1);
 }
 
-/// Threads may draw one image at the same time, and cairo's surfaces are no good for that.
+/// Several threads may draw one image at once, but cairo's surfaces are not safe for that.
 CairoSurface viewOf(CGImageRef image) {
   cairo_surface_t* shared = image->surface();
   if (cairo_surface_status(shared) != CAIRO_STATUS_SUCCESS) return nullptr;
@@ -51,7 +51,7 @@ CairoSurface viewOf(CGImageRef image) {
       cairo_image_surface_get_stride(shared)));
 }
 
-/// What a grey image without alpha covers as a mask: white all, black nothing.
+/// A grey image without alpha as a mask: white covers fully, black not at all.
 CairoSurface coverOf(cairo_surface_t* greys) {
   const int width = cairo_image_surface_get_width(greys);
   const int height = cairo_image_surface_get_height(greys);
@@ -85,7 +85,7 @@ cairo_filter_t filterFor(CGContextRef context, CGImageRef image, const cairo_mat
 
 bool host::setImage(CGContextRef context, cairo_t* cairo, CGRect rect, CGImageRef image,
                     ImageUse use) {
-  // From here on the image's own pixels are the unit, its top row first.
+  // From here on the unit is the image's own pixel, with the top row first.
   if (!host::concatenate(cairo, {rect.size.width / static_cast<double>(image->width), 0, 0,
                                  -rect.size.height / static_cast<double>(image->height),
                                  rect.origin.x, rect.origin.y + rect.size.height}))

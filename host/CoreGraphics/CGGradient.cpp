@@ -50,7 +50,8 @@ HOST_EXPORT void CGContextDrawLinearGradient(CGContextRef context, CGGradientRef
     };
     const CGFloat alpha = context->state().alpha;
     const auto& stops = gradient->stops;
-    // Cairo goes on with the outermost stops: clear ones where that is not wanted.
+    // Cairo continues with the outermost stops; they are clear where the gradient must not
+    // continue.
     if ((options & kCGGradientDrawsBeforeStartLocation) == 0) add(0, {}, 0);
     add(0, stops.front().color, alpha);
     for (const auto& stop : stops) add(stop.at, stop.color, alpha);

@@ -1,4 +1,4 @@
-// Images: bytes of a provider, read as their format says.
+// Images: a provider's bytes, read as their format says.
 #include "CoreGraphics/objects.h"
 
 OBJC_EXPORTED_CLASS(

@@ -1,5 +1,5 @@
-// Images made smaller. A large one is read a few rows at a time, so that its pixels are never all
-// in memory for it.
+// Makes images smaller. A large one is read a few rows at a time, so that its pixels are never all
+// in memory.
 #include <functional>
 
 #include "CoreGraphics/objects.h"
@@ -34,7 +34,7 @@ void readStrips(CGImage& image, const std::function<void(const host::PixelRows&)
   }
 }
 
-/// With the mean of all as a second copy, which is mostly asked for as well.
+/// Also keeps the mean of all pixels as a second copy, since it is usually requested too.
 std::vector<std::uint32_t> shrunkByStrips(CGImage& image, std::size_t width, std::size_t height) {
   if (auto copy = image.copies->find(width, height)) return *copy;
   std::vector<std::uint32_t> pixels(width * height);

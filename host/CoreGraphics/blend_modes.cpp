@@ -1,9 +1,9 @@
-// How colours mix, and how finely.
+// How colours are mixed, and how smoothly things are drawn.
 #include "CoreGraphics/objects.h"
 
 namespace {
 
-/// By the platform's number. Cairo has all but one of them.
+/// Indexed by the platform's number. Cairo has all of them except one.
 constexpr cairo_operator_t kOperators[] = {
     CAIRO_OPERATOR_OVER,            // normal
     CAIRO_OPERATOR_MULTIPLY,        // multiply

@@ -1,4 +1,4 @@
-// Laying what is drawn over a context, and masks: images that cover it.
+// Paints onto a context, under its masks: images that limit what is drawn.
 #include "CoreGraphics/drawing.h"
 
 namespace host {
@@ -10,7 +10,7 @@ struct FreePattern {
 };
 using Pattern = std::unique_ptr<cairo_pattern_t, FreePattern>;
 
-/// All masks in one, for the space that cairo is in.
+/// All masks combined into one, in cairo's current space.
 Pattern together(cairo_t* cairo, const std::vector<CGContext::Mask>& masks, double opacity) {
   cairo_push_group_with_content(cairo, CAIRO_CONTENT_ALPHA);
   cairo_set_source_rgba(cairo, 0, 0, 0, opacity);
@@ -25,7 +25,7 @@ Pattern together(cairo_t* cairo, const std::vector<CGContext::Mask>& masks, doub
   return Pattern(cairo_pop_group(cairo));
 }
 
-/// The source shows as far as the masks cover it.
+/// Paints the source as far as the masks cover it.
 void paintUnder(cairo_t* cairo, const std::vector<CGContext::Mask>& masks, double opacity) {
   if (masks.size() > 1 || opacity < 1)
     return cairo_mask(cairo, together(cairo, masks, opacity).get());
@@ -33,7 +33,7 @@ void paintUnder(cairo_t* cairo, const std::vector<CGContext::Mask>& masks, doubl
   cairo_mask(cairo, masks[0].pattern.get());
 }
 
-/// What would be there without masks and clip becomes the source, to replace what is there.
+/// Makes the result that there would be without masks and clip the source, to replace the target.
 void paintAside(cairo_t* cairo, cairo_surface_t* target, double opacity) {
   cairo_push_group(cairo);
   cairo_reset_clip(cairo);
@@ -52,8 +52,8 @@ void paint(cairo_t* cairo, CGContext* context, double opacity) {
   const auto& masks = context->state().masks;
   if (masks.empty()) return cairo_paint_with_alpha(cairo, opacity);
   if (cairo_get_operator(cairo) == CAIRO_OPERATOR_OVER) return paintUnder(cairo, masks, opacity);
-  // Under a mask pixman leaves the source's blue uncovered in the modes of hue and its kin, and
-  // cairo lets other modes reach beyond it.
+  // Under a mask, pixman does not apply the mask to the source's blue in the hue modes, and cairo
+  // lets other modes reach beyond the mask.
   paintAside(cairo, context->surface.get(), opacity);
   paintUnder(cairo, masks, 1);
 }
@@ -64,7 +64,7 @@ void composite(CGContext* context, const std::function<bool(cairo_t*)>& prepare,
   const Drawing drawing(context);
   cairo_t* cairo = drawing.cairo();
   cairo_save(cairo);
-  // Some operators reach beyond what is drawn: the clip does not let them.
+  // Some operators reach beyond what is drawn; the clip stops them.
   if (prepare(cairo)) paint(cairo, context, opacity);
   cairo_restore(cairo);
 }

@@ -32,7 +32,7 @@ bool clipTo(cairo_t* cairo, CGRect rect) {
   if (std::isnan(x) || std::isnan(y)) return false;
   double left, top, right, bottom;
   cairo_clip_extents(cairo, &left, &top, &right, &bottom);
-  // A rectangle far larger than the bitmap would overflow cairo's coordinates.
+  // Cairo's coordinates would overflow for a rectangle far larger than the bitmap.
   left = std::max<double>(left, std::min<double>(rect.origin.x, x));
   right = std::min<double>(right, std::max<double>(rect.origin.x, x));
   top = std::max<double>(top, std::min<double>(rect.origin.y, y));

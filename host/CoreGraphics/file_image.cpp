@@ -11,7 +11,7 @@ std::string_view bytesOf(NSData* file) {
   return {static_cast<const char*>(send(file, NSData::bytes)), send(file, NSData::length)};
 }
 
-/// A process asks for one icon again and again, from the file each time.
+/// A process asks for the same icon again and again, reading the file each time.
 std::shared_ptr<SmallCopies> copiesFor(std::string_view bytes) {
   static std::mutex guard;
   static std::size_t length, hash;
@@ -157,7 +157,7 @@ CGImageRef imageFromFile(NSData* file, NSInteger& orientation) {
 
 std::string problemOf(CGImageRef image) {
   if (image == nullptr || image->file == nullptr) return {};
-  // The mean is kept, and mostly wanted.
+  // The mean is kept, and is usually requested later.
   if (!image->file->isDecoded()) image->shrunk(1, 1);
   return image->copies->problem();
 }

@@ -15,7 +15,7 @@ std::optional<PixelFormat> imageFormat(std::size_t bitsPerComponent, std::size_t
   if (order > kCGBitmapByteOrder32Big || bitsPerPixel % 8 != 0) return {};
   const std::size_t components = colors + (alpha == kCGImageAlphaNone ? 0 : 1);
   const std::size_t needed = components * bitsPerComponent;
-  // Without alpha a pixel may be wider than its components: what is over is skipped.
+  // Without alpha a pixel may be wider than its components; the rest is skipped.
   if (bitsPerPixel != needed &&
       !(alpha == kCGImageAlphaNone && bitsPerPixel == needed + bitsPerComponent))
     return {};

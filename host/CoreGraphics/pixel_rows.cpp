@@ -1,4 +1,4 @@
-// Rows of pixels from any format to cairo's, and back.
+// Converts rows of pixels from any format to cairo's, and back.
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -23,7 +23,7 @@ bool isStraight(CGBitmapInfo alpha) {
   return alpha == kCGImageAlphaFirst || alpha == kCGImageAlphaLast;
 }
 
-/// Where the byte lies that comes at that place of a pixel in big-endian order.
+/// Offset of a byte within a pixel, from its place in big-endian order.
 std::size_t place(const PixelFormat& format, std::size_t index) {
   switch (format.info & kCGBitmapByteOrderMask) {
     case kCGBitmapByteOrder32Little:
@@ -35,7 +35,7 @@ std::size_t place(const PixelFormat& format, std::size_t index) {
   }
 }
 
-/// Rounded.
+/// The rounded product.
 std::uint32_t multiplied(std::uint32_t color, std::uint32_t alpha) {
   const std::uint32_t product = color * alpha + 128;
   return (product + (product >> 8)) >> 8;
@@ -47,7 +47,7 @@ bool isOfFourBytes(const PixelFormat& format) {
   return format.bitsPerComponent == 8 && format.bitsPerPixel == 32 && format.colors == 3;
 }
 
-/// How far a component's byte lies from the lowest one of a pixel read as a number, in bits.
+/// How far a component's byte is above the lowest byte of a pixel read as a number, in bits.
 struct Shifts {
   explicit Shifts(const PixelFormat& format) {
     const std::size_t first = alphaIsFirst(format.alpha()) ? 1 : 0;
@@ -152,7 +152,7 @@ void packRow(const PixelFormat& format, const std::uint32_t* pixels, std::size_t
   for (std::size_t x = 0; x < width; ++x) {
     const std::uint32_t pixel = pixels[x];
     auto part = [pixel](int shift) { return pixel >> shift & 0xff; };
-    // Rec. 601 luma, as the device's generic grey has it.
+    // Rec. 601 luma, like the device's generic grey.
     const std::uint32_t grey = (part(16) * 299 + part(8) * 587 + part(0) * 114 + 500) / 1000;
     row[x] = static_cast<std::uint8_t>(format.colors == 0 ? part(24) : grey);
   }

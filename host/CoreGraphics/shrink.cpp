@@ -8,7 +8,7 @@ namespace host {
 
 namespace {
 
-/// How the pixels along one axis share out: in whole numbers, so that every mean is exact.
+/// How the pixels along one axis are divided: in whole numbers, so that every mean is exact.
 class Axis {
  public:
   Axis(std::size_t from, std::size_t to) {
@@ -17,17 +17,17 @@ class Axis {
     span_ = static_cast<std::uint32_t>(from / common);
   }
 
-  /// What a whole pixel of the source weighs.
+  /// The weight of a whole pixel of the source.
   std::uint32_t pixel() const { return pixel_; }
-  /// What the source's pixels weigh together that one pixel of the result stands for.
+  /// The total weight of the source's pixels behind one pixel of the result.
   std::uint32_t span() const { return span_; }
 
-  /// The pixels that pixel `index` of the result stands for: in part, whole, in part.
+  /// The source's pixels behind pixel `index` of the result: one in part, whole ones, one in part.
   struct Share {
     std::size_t first;
-    std::uint32_t before;  ///< what the pixel ahead of `first` weighs
+    std::uint32_t before;  ///< weight of the pixel before `first`
     std::size_t last;      ///< excluded
-    std::uint32_t after;   ///< what that pixel weighs
+    std::uint32_t after;   ///< weight of pixel `last`
   };
   Share share(std::size_t index) const {
     const std::uint64_t begin = std::uint64_t{index} * span_;
@@ -48,25 +48,25 @@ const std::uint8_t* rowOf(const PixelRows& rows, std::size_t y) {
 
 // --- rows, summed column by column ---------------------------------------------------------------
 
-/// Rows whose sum of bytes still fits 16 bits.
+/// The number of rows whose byte sums still fit 16 bits.
 constexpr std::size_t kRowsAtOnce = 256;
 
-/// The sums of columns, channel by channel.
+/// The sums of each column, by channel.
 struct Columns {
   explicit Columns(std::size_t width) : sums(width * 4), whole(width * 4) {}
 
   std::vector<std::uint32_t> sums;
-  std::vector<std::uint16_t> whole;  ///< of rows that count whole: in 16 bits, to be quick
+  std::vector<std::uint16_t> whole;  ///< sums of whole rows: 16 bits, for speed
 };
 
-/// At most kRowsAtOnce.
+/// For at most kRowsAtOnce rows.
 void addWholeRows(Columns& columns, const PixelRows& from, std::size_t first, std::size_t count,
                   std::uint32_t weight) {
   const std::size_t bytes = columns.sums.size();
   std::uint16_t* whole = columns.whole.data();
   std::fill_n(whole, bytes, std::uint16_t{0});
   std::size_t row = first;
-  // Four at a time: the sums come and go a quarter as often.
+  // Four at a time, so that each sum is loaded and stored a quarter as often.
   for (; row + 4 <= first + count; row += 4) {
     const std::uint8_t* a = rowOf(from, row);
     const std::uint8_t* b = rowOf(from, row + 1);
@@ -83,7 +83,7 @@ void addWholeRows(Columns& columns, const PixelRows& from, std::size_t first, st
   for (std::size_t i = 0; i < bytes; ++i) columns.sums[i] += weight * whole[i];
 }
 
-/// The weights of a span add up to the source's height at most, so 32 bits hold a column's sum.
+/// The weights of a span add up to at most the source's height, so 32 bits hold a column's sum.
 void addPartOfRow(Columns& columns, const PixelRows& from, std::size_t y, std::uint32_t weight) {
   const std::uint8_t* row = rowOf(from, y);
   for (std::size_t i = 0; i < columns.sums.size(); ++i) columns.sums[i] += weight * row[i];
@@ -91,7 +91,7 @@ void addPartOfRow(Columns& columns, const PixelRows& from, std::size_t y, std::u
 
 // --- columns, summed pixel by pixel --------------------------------------------------------------
 
-/// `Sum` holds 255 times the weight of a whole pixel of the result.
+/// `Sum` must hold 255 times the weight of a whole pixel of the result.
 template <class Sum>
 void sumPixels(std::uint8_t* to, std::size_t width, const std::uint32_t* sums, const Axis& axis,
                double weight) {
@@ -107,7 +107,7 @@ void sumPixels(std::uint8_t* to, std::size_t width, const std::uint32_t* sums, c
     };
     if (share.before != 0) add(share.first - 1, share.before);
     if (share.after != 0) add(share.last, share.after);
-    // A double's quotient is exact enough: the weight has fewer than 31 bits, the result eight.
+    // Division in double is exact enough: the weight has fewer than 31 bits, the result eight.
     for (std::size_t c = 0; c < 4; ++c)
       to[c] = static_cast<std::uint8_t>((static_cast<double>(total[c]) + weight / 2) / weight);
   }
@@ -146,7 +146,7 @@ void Shrinking::add(const PixelRows& rows) {
   State& state = *state_;
   const std::size_t end = state.added + rows.height;
   while (state.added < end && state.done < state.to.height) {
-    // A span never lies inside one pixel: the result is no larger than the source.
+    // A span never lies inside one pixel, since the result is not larger than the source.
     const Axis::Share share = state.down.share(state.done);
     const std::size_t row = rows.height - (end - state.added);
     if (state.added < share.first) {
@@ -158,7 +158,7 @@ void Shrinking::add(const PixelRows& rows) {
       addWholeRows(state.columns, rows, row, count, state.down.pixel());
       state.added += count;
     } else {
-      // Its other part belongs to the next span.
+      // The rest of it belongs to the next span.
       addPartOfRow(state.columns, rows, row, share.after);
       state.finish();
       continue;

@@ -1,4 +1,4 @@
-// What is the same for every queue: blocks go in, references and labels are asked for.
+// What all queues have in common: they take blocks, are counted, and have labels.
 #include <utility>
 
 #include "Dispatch/queue.h"
@@ -12,7 +12,7 @@ namespace {
 /// The queue whose block is running on this thread, or nil.
 thread_local constinit dispatch_queue_t current = nullptr;
 
-/// A block may turn the main loop, and so run others inside itself.
+/// A block may run the main loop, and so other blocks inside itself.
 class CurrentQueue {
  public:
   explicit CurrentQueue(dispatch_queue_t queue) : outer_(std::exchange(current, queue)) {}
@@ -33,7 +33,7 @@ void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
     host::log(host::LogLevel::error, "dispatch_async without a queue or a block");
     return;
   }
-  // The queue's turn keeps the queue.
+  // While it runs, the queue's turn keeps the queue alive.
   body(queue).enqueue([queue, kept = objc::keepBlock(block)]() noexcept {
     const CurrentQueue scope(queue);
     kept();

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The values of a predicate. Its first one is what the platform asks for.
+// The values of a predicate. The platform requires that it starts with the first.
 constexpr dispatch_once_t kNotBegun = 0;
 constexpr dispatch_once_t kRunning = 1;
 constexpr dispatch_once_t kDone = -1;
@@ -19,7 +19,9 @@ extern "C" void dispatch_once(dispatch_once_t* predicate, dispatch_block_t block
   while (seen != kDone) {
     if (seen == kNotBegun) {
       if (!state.compare_exchange_strong(seen, kRunning, std::memory_order_acquire)) continue;
-      [&]() noexcept { (*block)(); }();  // nobody could try again
+      [&]() noexcept {
+        (*block)();
+      }();  // an exception ends the process, since nobody could try again
       state.store(kDone, std::memory_order_release);
       state.notify_all();
       return;

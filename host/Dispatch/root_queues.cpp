@@ -30,13 +30,13 @@ class GlobalQueue final : public QueueBody {
   const char* label_;
 };
 
-/// A queue that is laid down in the binary: never counted, never freed.
+/// A queue that is stored in the binary: never counted, never freed.
 struct RootQueue : Queue {
   RootQueue* keep() { return this; }
   void let() {}
 };
 
-/// The same without the constructor that objects lack.
+/// The same without a constructor, which objects lack.
 struct StoredQueue {
   Class isa;
   QueueBody* body;
@@ -82,7 +82,7 @@ dispatch_queue_t dispatch_get_global_queue(long priority, unsigned long flags) {
 }
 }
 
-// An object cannot be defined in C++: the symbol is another name for what was laid down above.
+// C++ cannot define the object itself, so the symbol is another name for the storage above.
 asm(R"(
         .globl _dispatch_main_q
         .set _dispatch_main_q, host_dispatch_main_queue

@@ -31,12 +31,12 @@ void SerialQueue::putTurnInto(const Strong<dispatch_queue_s>& target) {
 
 void SerialQueue::turn(dispatch_queue_t target) {
   {
-    // What it leaves in the pool, and what it holds, ends before the next one begins.
+    // What the work autoreleases and holds is released before the next one begins.
     objc::AutoreleasePool pool;
     Work work;
     {
       const std::lock_guard lock(mutex_);
-      // Aimed elsewhere since the turn was put here: only the next one has work.
+      // If the queue was aimed elsewhere after this turn was enqueued, the next turn has the work.
       if (target_.get() == target) {
         work = std::move(pending_.front());
         pending_.pop_front();
@@ -60,14 +60,14 @@ Strong<dispatch_queue_s> SerialQueue::target() {
 }
 
 bool SerialQueue::aimAt(dispatch_queue_t target) {
-  // One at a time, or two queues could be aimed at each other.
+  // Only one at a time: otherwise two queues could be aimed at each other.
   static constinit std::mutex aiming;
   const std::lock_guard aimingLock(aiming);
   for (auto at = Strong<dispatch_queue_s>::retain(target); at.get() != nullptr;
        at = body(at).target()) {
     if (at.get() == self_) return false;
   }
-  auto replaced = Strong<dispatch_queue_s>::retain(target);  // let go after the lock
+  auto replaced = Strong<dispatch_queue_s>::retain(target);  // released after the lock
   const std::lock_guard lock(mutex_);
   std::swap(target_, replaced);
   return true;

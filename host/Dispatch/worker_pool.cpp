@@ -10,7 +10,7 @@
 namespace host::dispatch {
 
 WorkerPool& WorkerPool::instance() {
-  // Never destroyed: its threads outlive the process's last statements.
+  // Never destroyed: its threads run until the very end of the process.
   static auto* pool = new WorkerPool;
   return *pool;
 }
@@ -31,14 +31,14 @@ void WorkerPool::startThread() {
     std::thread([this] { run(); }).detach();
     ++threads_;
   } catch (const std::system_error& error) {
-    // The threads that are there do the work; without any, the next piece of work tries again.
+    // Existing threads do the work; if there are none, the next enqueue tries again.
     log(LogLevel::error, std::string("no worker thread: ") + error.what());
   }
 }
 
 void WorkerPool::run() {
   while (true) {
-    objc::AutoreleasePool pool;  // around the end of what the work holds, too
+    objc::AutoreleasePool pool;  // also covers the release of what the work holds
     take()();
   }
 }

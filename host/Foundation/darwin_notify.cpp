@@ -20,14 +20,14 @@ namespace {
 
 __CFNotificationCenter darwinCentre;
 
-/// The file of a post that can wait where the observer's process is suspended; one that cannot has
-/// the name alone.
+/// The file of a post that may wait while the observer's process is suspended. A post that may not
+/// wait uses the plain name.
 std::string waitingFile(const std::string& file) { return file + "~waits"; }
 
 /// The observers of this process.
 class Observers {
  public:
-  /// Lives as long as the process: the run loop calls it.
+  /// Never destroyed, since the run loop calls it.
   static Observers& instance() {
     static auto* observers = new Observers;
     return *observers;
@@ -141,7 +141,7 @@ class Observers {
   std::mutex mutex_;
   std::vector<Entry> entries_;
   std::vector<std::string> unwritten_;
-  std::vector<Entry> held_;  ///< to be called when the process goes on
+  std::vector<Entry> held_;  ///< called when the process is resumed
   bool suspended_ = false;
   NotifyFolderWatch watch_;
 };

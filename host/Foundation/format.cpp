@@ -34,7 +34,7 @@ std::string describe(NSObject* object) {
   return std::string(text(send(object, NSObject::description)));
 }
 
-/// Those of a variadic function of this process's own.
+/// The arguments of a variadic function in this process.
 class ListArguments final : public FormatArguments {
  public:
   explicit ListArguments(va_list given) { va_copy(list_, given); }

@@ -57,7 +57,7 @@ void HashTable::addAll(const HashTable& other) {
     for (const Entry& entry : other.entries_) set(entry.key, entry.value);
     return;
   }
-  // The larger table is taken over whole, and the smaller one's entries fill the gaps.
+  // The larger table is taken over whole, and the smaller one's entries are added to it.
   HashTable merged = other;
   for (const Entry& entry : entries_) {
     if (other.find(entry.key) == nullptr) merged.set(entry.key, entry.value);
@@ -69,7 +69,7 @@ void HashTable::remove(NSObject* key) {
   if (key == nullptr || entries_.empty()) return;
   const std::uint32_t index = slots_[slotOf(key, hashOfKey(key))].index;
   if (index == kEmpty) return;
-  Entry gone = std::move(entries_[index]);  // let go of at the end: a dealloc may ask this table
+  Entry gone = std::move(entries_[index]);  // released at the end: a dealloc may use this table
   entries_.erase(entries_.begin() + index);
   rebuild(slots_.size());
 }

@@ -39,7 +39,7 @@ class BinaryGuard {
     std::uint64_t children = 0;  ///< references to other objects
   };
 
-  /// What is known of an object that was reached.
+  /// What is known about an object that was reached.
   struct Seen {
     enum State : std::uint8_t { no, open, done } state = no;
     bool canBeKey = false;
@@ -134,8 +134,8 @@ class BinaryGuard {
     if (object.kind == kUtf16) seen.bytes = 4 * object.count;
     seen.canBeKey = object.kind == kAscii;
     if (object.kind == kUtf16) {
-      // Every object reached is part of what the top expands to, so this is a lower bound; it ends
-      // objects that lie over each other.
+      // Every object reached is part of what the top expands to, so this is a lower bound. It stops
+      // at overlapping objects.
       scanned_ += seen.bytes;
       if (scanned_ > kMaximumExpandedBytes) return false;
       seen.canBeKey = isFreeOfZeros(object);
@@ -150,7 +150,7 @@ class BinaryGuard {
     return frames_.size() <= kMaximumDepth;
   }
 
-  /// The parser aborts the process at a key with a zero in it.
+  /// The parser aborts the process for a key with a zero in it.
   bool isFreeOfZeros(const Object& object) const {
     for (std::uint64_t i = 0; i < object.count; ++i) {
       if (bigEndian(object.contents + 2 * i, 2) == 0) return false;

@@ -79,8 +79,8 @@ class XmlGuard {
     return readElement();
   }
 
-  /// Behind the outermost element, where the library no longer looks: a file that was cut there may
-  /// have been cut anywhere.
+  /// After the outermost element, where the library no longer looks: a file that was cut off there
+  /// may have been cut off anywhere.
   bool readLastTag() {
     constexpr std::string_view kLast = "</plist";
     while (moveTo(text_.find_first_not_of(kSpace, at_)) && !rest().starts_with(kLast)) {
@@ -103,7 +103,7 @@ class XmlGuard {
     return false;
   }
 
-  /// Without declarations of its own: nobody needs entities in a property list.
+  /// No declarations are allowed: nobody needs entities in a property list.
   bool readDocumentType() {
     if (!moveToUnquoted("[>") || text_[at_] == '[') return false;
     ++at_;

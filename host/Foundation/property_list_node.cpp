@@ -47,7 +47,7 @@ std::optional<double> seconds(plist_t date) {
   std::int32_t micro = 0;
   plist_get_date_val(date, &whole, &micro);
   using Limits = std::numeric_limits<std::int32_t>;
-  // What has no whole number reads as one of these, which one depends on the processor.
+  // A value without a whole number reads as one of these; which one depends on the processor.
   const bool isDoubtful = whole == 0 || whole == Limits::min() || whole == Limits::max();
   if (micro == 0 && !isDoubtful) return whole;
   const std::string bytes = binaryForm(date);
@@ -66,7 +66,7 @@ Tree dateNode(double seconds) {
   if (std::abs(whole) < std::numeric_limits<std::int32_t>::max()) {
     return Tree(plist_new_date(static_cast<std::int32_t>(whole), 0));
   }
-  // Not by way of time_t, which has 32 bits on some systems.
+  // Not through time_t, which has 32 bits on some systems.
   const auto moment = kReferenceDate + std::chrono::seconds(static_cast<std::int64_t>(whole));
   const auto day = std::chrono::floor<std::chrono::days>(moment);
   const std::chrono::year_month_day date(day);

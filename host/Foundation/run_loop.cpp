@@ -81,10 +81,10 @@ struct MainRunLoop::State {
       std::lock_guard lock(mutex);
       for (const auto& [descriptor, function] : watched)
         descriptors.push_back({descriptor, POLLIN, 0});
-      // A function that threw left others behind it, whose wake-up has been taken.
+      // A function that threw left others waiting, and their wake-up has been consumed.
       if (!performed.empty()) timeout = 0;
     }
-    // A signal is a turn without anything ready.
+    // After a signal nothing is ready in this turn.
     if (poll(descriptors.data(), descriptors.size(), timeout) < 0) {
       for (pollfd& descriptor : descriptors) descriptor.revents = 0;
     }
@@ -114,7 +114,7 @@ struct MainRunLoop::State {
       count = performed.size();
     }
     for (; count > 0; --count) {
-      objc::AutoreleasePool pool;  // around the function's own end, too
+      objc::AutoreleasePool pool;  // also covers the release of the function
       Function function;
       {
         std::lock_guard lock(mutex);

@@ -1,4 +1,4 @@
-// Through Little CMS.
+// Converts colours with Little CMS.
 #include "ImageIO/color_conversion.h"
 
 #include <lcms2.h>
@@ -99,8 +99,8 @@ void ColorConversion::use(void* profile, Samples samples) {
   greys_.clear();
 }
 
-/// Greys stay grey: one channel of the result says how light each is. In bytes Little CMS would be
-/// off by several counts where it is dark.
+/// Greys stay grey: one channel of the result gives the lightness. With bytes Little CMS would be
+/// off by several counts in the dark.
 void ColorConversion::convertGreys(void* profile, void* srgb) {
   constexpr std::size_t kGreys = 256;
   const std::unique_ptr<void, Delete> exact(
@@ -117,7 +117,7 @@ void ColorConversion::convertGreys(void* profile, void* srgb) {
   }
 }
 
-/// A profile that is damaged inside may open well and make everything the same.
+/// A profile with damage inside may still open, and then make all colours the same.
 bool ColorConversion::makesSense(Samples samples) const {
   constexpr int kLeastDifference = 3 * 64;
   std::uint8_t low[4] = {0, 0, 0, 0};
@@ -128,10 +128,10 @@ bool ColorConversion::makesSense(Samples samples) const {
   return (samples == Samples::inks ? -difference : difference) >= kLeastDifference;
 }
 
-/// Profiles of sRGB itself differ from each other by a count here and there: then the bytes are
-/// taken as they stand.
+/// Profiles of sRGB itself differ from each other by a count here and there. For these the bytes
+/// are kept unchanged.
 bool ColorConversion::isAsGoodAsSrgb() const {
-  constexpr int kStep = 15;  // which divides 255
+  constexpr int kStep = 15;  // divides 255
   constexpr int kTolerance = 1;
   for (int red = 0; red < 256; red += kStep) {
     for (int green = 0; green < 256; green += kStep) {

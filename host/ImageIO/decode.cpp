@@ -16,7 +16,7 @@ class WholePicture final : public Rows {
     return true;
   }
   bool take(const std::uint8_t* rgba) override {
-    // Row by row, so that a few bytes do not fill the memory for a large picture.
+    // Row by row: a file of a few bytes must not make the memory of a large picture be touched.
     if (picture.rgba.empty()) picture.rgba.reserve(bytesPerRow(picture) * picture.height);
     picture.rgba.insert(picture.rgba.end(), rgba, rgba + bytesPerRow(picture));
     return true;

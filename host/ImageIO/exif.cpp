@@ -26,7 +26,7 @@ using Entry = std::unique_ptr<ExifEntry, Unref>;
 int orientationFromExif(const std::uint8_t* bytes, std::size_t length) {
   const Data data(exif_data_new());
   if (data == nullptr) return 0;
-  // What the file says, without entries that it ought to have.
+  // Read only what the file says, and add no entries that it should have.
   exif_data_unset_option(data.get(), EXIF_DATA_OPTION_FOLLOW_SPECIFICATION);
   exif_data_load_data(data.get(), bytes, static_cast<unsigned>(length));
   ExifEntry* entry = exif_content_get_entry(data->ifd[EXIF_IFD_0], EXIF_TAG_ORIENTATION);

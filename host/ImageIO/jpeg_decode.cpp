@@ -17,10 +17,10 @@ namespace host::imageio {
 
 namespace {
 
-// Every scan of a progressive picture goes over all of it, and may take a few bytes only.
+// Each scan of a progressive picture covers all of it, but may take only a few bytes.
 constexpr int kMaximumScans = 64;
 
-/// Why reading ended, and the way out.
+/// Why reading ended, and where to jump then.
 struct ReadingErrors : jpeg_error_mgr {
   std::jmp_buf way;
   const char* reason;
@@ -50,7 +50,7 @@ struct ReadingErrors : jpeg_error_mgr {
   }
 }
 
-/// The library goes on after a warning with what there is.
+/// After a warning the library continues with what it has.
 void weigh(j_common_ptr info, int level) {
   if (level >= 0) return;
   switch (info->err->msg_code) {
@@ -64,7 +64,7 @@ void weigh(j_common_ptr info, int level) {
   auto* errors = static_cast<ReadingErrors*>(info->err);
   auto* reading = reinterpret_cast<j_decompress_ptr>(info);
   errors->isDamaged = true;
-  // Rows come in groups as high as a block: without the first one there are none.
+  // Rows come in groups as high as a block: before the first group there are none.
   const bool hasRow =
       errors->isBehindHeader && (reading->input_iMCU_row > 0 || reading->input_scan_number > 1);
   if (!hasRow) leave(info, kDamaged);
@@ -76,7 +76,7 @@ void countScans(j_common_ptr info) {
   }
 }
 
-/// Four inks for four bytes. Where Adobe's programs wrote the file 255 is no ink, else 0.
+/// Converts four inks to four bytes. In files of Adobe's programs 255 means no ink, in others 0.
 void convertInks(std::vector<std::uint8_t>& row, bool isInverted) {
   const unsigned flip = isInverted ? 0 : 255;
   for (std::size_t i = 0; i < row.size(); i += kBytesPerPixel) {
@@ -103,7 +103,7 @@ class Reader {
 
   bool read(std::string& problem) {
     const bool hasHeader = guarded<&Reader::readHeader>();
-    // The size is there even where the library refuses it.
+    // The size is known even if the library refuses it.
     if (hasHeader || errors_.msg_code == JERR_IMAGE_TOO_BIG) {
       problem = sizeProblem(info_.image_width, info_.image_height, kMaximumJpegSide);
       if (!problem.empty()) return false;
@@ -119,7 +119,7 @@ class Reader {
   }
 
  private:
-  /// The library leaves a step by a jump: a step has no local that would have to be destroyed.
+  /// The library leaves a step by longjmp, so a step has no local that needs destruction.
   template <void (Reader::*step)()>
   [[gnu::noinline]] bool guarded() {
     if (setjmp(errors_.way) != 0) return false;
@@ -165,7 +165,7 @@ class Reader {
     colors_.useProfile({reinterpret_cast<const char*>(profile_), profileLength_}, samples);
     std::free(profile_);
   }
-  /// It comes in pieces.
+  /// The profile comes in pieces.
   void readProfile() {
     if (jpeg_read_icc_profile(&info_, &profile_, &profileLength_) == FALSE) profile_ = nullptr;
   }
@@ -186,7 +186,7 @@ class Reader {
     jpeg_finish_decompress(&info_);
   }
 
-  /// Nobody waits for the later scans where there are several.
+  /// If there are several scans, the later ones are not waited for.
   void findRow() {
     info_.buffered_image = TRUE;
     jpeg_start_decompress(&info_);

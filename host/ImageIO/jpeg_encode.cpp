@@ -15,7 +15,7 @@ namespace host::imageio {
 
 namespace {
 
-// From here on colours are stored as finely as brightness.
+// From this quality on, colours are stored as finely as brightness.
 constexpr double kFullColorQuality = 0.9;
 
 struct WritingErrors : jpeg_error_mgr {
@@ -66,7 +66,7 @@ void layOnWhite(const std::uint8_t* rgba, bool hasAlpha, std::vector<JSAMPLE>& r
 class Writer {
  public:
   Writer(const Picture& picture, double quality) : picture_(picture), row_(picture.width * 3UL) {
-    quality_ = quality > 0 ? std::min(quality, 1.0) : 0;  // what is no number is 0, too
+    quality_ = quality > 0 ? std::min(quality, 1.0) : 0;  // NaN counts as 0 too
     if (picture.orientation != 0) exif_ = exifWithOrientation(picture.orientation);
     jpeg_std_error(&errors_);
     errors_.error_exit = leave;
@@ -80,7 +80,7 @@ class Writer {
   Writer(const Writer&) = delete;
   Writer& operator=(const Writer&) = delete;
 
-  /// The library leaves by a jump: there is no local here that would have to be destroyed.
+  /// The library leaves by longjmp, so no local here needs destruction.
   bool write() {
     if (setjmp(errors_.way) != 0) return false;
     writeAll();

@@ -1,5 +1,5 @@
-// Reading PNG through libpng. It is handed the bytes, so that every row comes as soon as its bytes
-// are there, however the file goes on.
+// Reads PNG with libpng, which is handed the bytes: every row comes as soon as its bytes are there,
+// whatever follows in the file.
 #include <png.h>
 
 #include <vector>
@@ -13,13 +13,13 @@ namespace host::imageio {
 
 namespace {
 
-/// No deflated byte stands for more.
+/// A deflated byte never stands for more bytes than this.
 constexpr std::uint64_t kLargestExpansion = 1032;
 
-/// What writers of sRGB pictures give as their gamma.
+/// The gamma that writers of sRGB pictures store.
 constexpr double kSrgbGamma = 0.45455;
 
-/// What a chunk begins with.
+/// Size of a chunk's length and name.
 constexpr std::size_t kLengthAndName = 8;
 
 std::uint64_t bigEndian(std::string_view bytes, std::size_t at) {
@@ -33,7 +33,7 @@ bool isClose(double a, double b, double tolerance) {
 }
 
 bool areSrgbs(const Chromaticities& places) {
-  // Files have five digits, writers round to three.
+  // Files have five digits, and writers round to three.
   auto areClose = [](const double(&a)[2], const double(&b)[2]) {
     return isClose(a[0], b[0], 0.002) && isClose(a[1], b[1], 0.002);
   };
@@ -54,7 +54,7 @@ class PngReader {
   PngReader(const PngReader&) = delete;
   PngReader& operator=(const PngReader&) = delete;
 
-  /// Whether at least one row came.
+  /// Returns whether at least one row came.
   bool read(std::string& problem) {
     if (info_ == nullptr) return false;
     const bool isSound = guarded<&PngReader::readAll>();
@@ -65,7 +65,7 @@ class PngReader {
   }
 
  private:
-  /// libpng leaves a step by a jump: nothing under it has a local that would have to be destroyed.
+  /// libpng leaves a step by longjmp, so nothing below it has a local that needs destruction.
   template <void (PngReader::*step)()>
   [[gnu::noinline]] bool guarded() {
     if (setjmp(png_jmpbuf(png_)) != 0) return false;
@@ -86,7 +86,7 @@ class PngReader {
         [](png_structp png, png_infop) { of(png).hasEnded_ = true; });
     png_set_user_limits(png_, kMaximumSide, kMaximumSide);
     png_set_crc_action(png_, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
-    // Of texts and all that nothing is wanted but what says how colours are meant.
+    // Ignore all optional chunks except those that define the colours.
     png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     static const png_byte kColors[] = "cHRM\0gAMA\0iCCP\0sRGB";
     png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_AS_DEFAULT, kColors, 4);
@@ -99,7 +99,8 @@ class PngReader {
         this);
   }
 
-  /// libpng minds that the sum behind the data is missing as soon as another chunk follows.
+  /// Hides what follows the data: at the next chunk libpng would report that the data's own
+  /// checksum is missing.
   void processOptimised(std::string_view piece) {
     const bool isBehindData =
         hasAllRows_ && piece.size() >= kLengthAndName && piece.substr(4, 4) != "IDAT";
@@ -108,7 +109,7 @@ class PngReader {
   }
 
   void process(std::string_view piece) {
-    // It changes none of them.
+    // libpng does not change the bytes.
     auto* start = reinterpret_cast<png_bytep>(const_cast<char*>(piece.data()));
     png_process_data(png_, info_, start, piece.size());
   }
@@ -122,7 +123,7 @@ class PngReader {
     header_.isGrey = type == PNG_COLOR_TYPE_GRAY && !header_.hasAlpha;
     isPremultiplied_ = isOptimised_ && type == PNG_COLOR_TYPE_RGB_ALPHA;
     isInterlaced_ = png_get_interlace_type(png_, info_) != PNG_INTERLACE_NONE;
-    // A few bytes must not claim memory for a large picture.
+    // A few bytes must not make the memory of a large picture be allocated.
     const std::uint64_t bits = std::uint64_t{png_get_channels(png_, info_)} *
                                png_get_bit_depth(png_, info_) * header_.pixels();
     if (isInterlaced_ && bits / 8 > bytes_.size() * kLargestExpansion) png_error(png_, "truncated");
@@ -141,12 +142,12 @@ class PngReader {
       whole_.resize(header_.bytesPerRow() * header_.height);
       if (!header_.hasAlpha) makeOpaque(whole_);
     }
-    // What was wrong with a chunk of the header's could be put up with; pixels are not guessed.
+    // Errors in the chunks before the data are tolerated; pixels are never guessed.
     png_set_benign_errors(png_, 0);
   }
 
   void findColors(Samples samples) {
-    // libpng says so of the profiles of sRGB that it knows, too.
+    // libpng also reports sRGB for the profiles of sRGB that it knows.
     if (png_get_valid(png_, info_, PNG_INFO_sRGB) != 0) return;
     png_charp name = nullptr;
     png_bytep profile = nullptr;
@@ -205,8 +206,8 @@ class PngReader {
   bool hasAllRows_ = false;
   Header header_;
   ColorConversion colors_;
-  std::size_t taken_ = 0;            ///< rows that were handed out
-  std::vector<std::uint8_t> whole_;  ///< of an interlaced picture, whose rows come in passes
+  std::size_t taken_ = 0;            ///< rows already handed out
+  std::vector<std::uint8_t> whole_;  ///< an interlaced picture, whose rows come in passes
   png_structp png_;
   png_infop info_ = nullptr;
 };

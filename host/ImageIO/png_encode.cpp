@@ -22,7 +22,7 @@ class PngWriter {
   PngWriter(const PngWriter&) = delete;
   PngWriter& operator=(const PngWriter&) = delete;
 
-  /// libpng leaves by a jump: there is no local here that would have to be destroyed.
+  /// libpng leaves by longjmp, so no local here needs destruction.
   bool write(std::string& bytes) {
     if (info_ == nullptr || setjmp(png_jmpbuf(png_)) != 0) return false;
     writeAll(bytes);
@@ -36,7 +36,7 @@ class PngWriter {
                  picture_.hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB,
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png_, info_);
-    // Leaves out every fourth byte.
+    // Skips every fourth byte.
     if (!picture_.hasAlpha) png_set_filler(png_, 0, PNG_FILLER_AFTER);
     for (std::size_t row = 0; row < picture_.height; ++row) {
       png_write_row(png_, &picture_.rgba[row * bytesPerRow(picture_)]);

@@ -1,4 +1,4 @@
-// How the Instagram application sets text: its links have a colour of their own.
+// How the Instagram application styles text: links have a colour of their own.
 #include "UIKit/UIColor.h"
 #include "platform/Instagram.h"
 

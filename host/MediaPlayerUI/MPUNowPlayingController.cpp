@@ -1,5 +1,5 @@
-// The playing track as SpringBoard sees it. What plays is the process's, not a controller's; each
-// controller that updates tells its delegate of changes.
+// The playing track as SpringBoard sees it. The track belongs to the process, not to a controller.
+// Each controller that updates tells its delegate about changes.
 #include <algorithm>
 #include <mutex>
 #include <vector>
@@ -17,7 +17,7 @@ struct NowPlaying : MPUNowPlayingController {
   bool isPlaying();
   UIImage* artwork();
 
-  /// The stand-in's own: a track begins or ends. Delegates are told on the calling thread.
+  /// Only in the stand-in: a track begins or ends. Delegates are told on the calling thread.
   static void setTrack(UIImage* artwork, bool plays);
 
   NSObject* delegate;  ///< not kept alive

@@ -33,7 +33,7 @@ std::atomic<bool> available = true;
 std::atomic<bool> activationFails = false;
 std::atomic<std::size_t> living = 0;
 
-/// A plain pointer, so that calls made while the thread ends, after its reference went, find nil.
+/// A plain pointer. Calls made while the thread ends find nil after the reference was released.
 constinit thread_local Context* currentContext = nullptr;
 
 void replaceCurrent(Context* context) {

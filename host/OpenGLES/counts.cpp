@@ -14,7 +14,7 @@ constinit Counter* first = nullptr;
 
 }  // namespace
 
-/// The loader makes counters one after the other.
+/// Needs no lock: the loader makes counters one after another.
 Counter::Counter(const char* function) : name(function), next(std::exchange(first, this)) {}
 
 std::uint64_t callCount(std::string_view function) {

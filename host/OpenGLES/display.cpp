@@ -19,7 +19,7 @@ bool wantsGpu() {
   return false;
 }
 
-/// What the user has set stays.
+/// Keeps a value that the user has set.
 void setDefault(const char* name, const char* value) { setenv(name, value, 0); }
 
 EGLDisplay open() {
@@ -28,7 +28,7 @@ EGLDisplay open() {
   if (!gpu) {
     setDefault("LIBGL_ALWAYS_SOFTWARE", "1");
 #if defined(__x86_64__)
-    // Single precision: the same results on every processor.
+    // Without newer instructions, whose results differ between processors.
     setDefault("GALLIUM_OVERRIDE_CPU_CAPS", "sse4.1");
 #endif
   }

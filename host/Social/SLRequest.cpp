@@ -1,4 +1,4 @@
-// Requests to social networks, which are noted and go to this machine at most.
+// Requests to social networks. They are recorded, and sent to this machine at most.
 #include <algorithm>
 #include <cstdlib>
 #include <mutex>
@@ -64,7 +64,7 @@ host::HttpPost postOf(Request* request) {
 
 constexpr NSInteger kCannotConnect = -1004;
 
-/// Sends it where it may go, waits, and hands over what came back.
+/// Sends it if it may be sent, waits, and passes on the answer.
 void exchange(Request* request,
               const objc::KeptBlock<void(NSData*, NSHTTPURLResponse*, NSError*)>& handler) {
   const char* server = std::getenv("VARNIX_SOCIAL_HOST");

@@ -14,7 +14,7 @@ constexpr long kSeconds = 5;
 
 using Session = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
 
-/// Header lines, as the library keeps them.
+/// Header lines, stored as the library needs them.
 class Headers {
  public:
   Headers() = default;
@@ -22,7 +22,7 @@ class Headers {
   Headers(const Headers&) = delete;
   Headers& operator=(const Headers&) = delete;
 
-  /// A line's end would begin another header.
+  /// Removes line ends, which would begin another header.
   void add(const std::string& name, std::string value) {
     std::erase_if(value, [](char c) { return c == '\r' || c == '\n'; });
     list_ = curl_slist_append(list_, (name + ": " + value).c_str());
@@ -33,7 +33,7 @@ class Headers {
   curl_slist* list_ = nullptr;
 };
 
-/// A name of this machine, a colon and digits; the library checks the port.
+/// A name of this machine, a colon and digits; the library checks the port's range.
 bool isLoopback(std::string_view server) {
   const std::size_t colon = server.rfind(':');
   if (colon == std::string_view::npos) return false;
@@ -58,7 +58,7 @@ std::string formOf(CURL* session, const HttpPost& post) {
   return form;
 }
 
-/// More than a sensible length ends the transfer.
+/// An answer longer than the limit ends the transfer.
 std::size_t collect(const char* bytes, std::size_t size, std::size_t count, void* body) {
   auto& collected = *static_cast<std::string*>(body);
   if (collected.size() + size * count > kLongestAnswer) return 0;
@@ -80,7 +80,8 @@ std::optional<HttpAnswer> sendToLoopback(const std::string& server, const HttpPo
   HttpAnswer answer{};
   long status = 0;
   curl_easy_setopt(session.get(), CURLOPT_URL, url.c_str());
-  curl_easy_setopt(session.get(), CURLOPT_NOPROXY, "*");  // not past this machine
+  curl_easy_setopt(session.get(), CURLOPT_NOPROXY,
+                   "*");  // never through a proxy, which would leave this machine
   curl_easy_setopt(session.get(), CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(session.get(), CURLOPT_TIMEOUT, kSeconds);
   curl_easy_setopt(session.get(), CURLOPT_HTTPHEADER, headers.get());

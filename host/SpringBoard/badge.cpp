@@ -9,7 +9,7 @@ namespace {
 struct AccessoryImage : host::Image {
   AccessoryImage* initWithImage(UIImage* image);
 
-  Strong<NSObject> _countedMapKey;  ///< by which the pool of images takes it back
+  Strong<NSObject> _countedMapKey;  ///< under this key the pool of images takes it back
 };
 
 constexpr CGFloat kDiameter = 24;

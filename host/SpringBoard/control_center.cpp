@@ -9,7 +9,7 @@ struct ContentContainer : host::View {
   host::BackdropView* backdropView() { return backdrop; }
   UIView* accessibilityBackground() { return contrastBackground; }
   void willPresent() {}
-  /// The background is built anew, with settings of its own.
+  /// Builds the background again, with new settings.
   void updateBackground() { backdrop->replaceSettings(); }
   void contrastDidChange(NSObject*) {
     const bool isEnhanced = _UIAccessibilityEnhanceBackgroundContrast();

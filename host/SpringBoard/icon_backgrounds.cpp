@@ -1,4 +1,4 @@
-// What lies behind folder icons, and behind icons that show a blurred piece of wallpaper.
+// What is behind folder icons, and behind icons that show a blurred piece of wallpaper.
 #include "CoreGraphics/objects.h"
 #include "UIKit/UIView.h"
 #include "platform/SpringBoard.h"

@@ -1,4 +1,4 @@
-// UIKit's image contexts: one stack a thread.
+// UIKit's image contexts: one stack for each thread.
 #include <cmath>
 #include <vector>
 
@@ -12,14 +12,14 @@ namespace {
 constexpr CGFloat kScreenScale = 2;
 
 struct Entry {
-  Strong<CGContext> bitmap;  ///< nil for a size that nothing can be drawn in
+  Strong<CGContext> bitmap;  ///< nil for a size without pixels
   CGFloat scale;
-  bool isPushed;  ///< by the caller, who made it
+  bool isPushed;  ///< the caller made the context and pushed it
 };
 
 thread_local std::vector<Entry> entries;
 
-/// Sizes are given in points, so a size in pixels may come back with an error in the last place.
+/// Sizes are in points, so a size in pixels may be slightly off.
 CGFloat pixels(CGFloat points, CGFloat scale) {
   constexpr CGFloat kRounding = static_cast<CGFloat>(1e-4);
   return std::ceil(points * scale - kRounding);

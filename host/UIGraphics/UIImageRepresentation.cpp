@@ -8,8 +8,7 @@
 
 namespace {
 
-/// Cairo's pixels of the image as it is shown, a context's worth; no context for an image without
-/// bitmap.
+/// The image in a context, as it is shown. No context for an image without a bitmap.
 Strong<CGContext> shown(UIImage* image) {
   if (send<CGImageRef>(image, "CGImage"_sel) == nullptr) return {};
   const auto size = send<CGSize>(image, "size"_sel);
@@ -22,7 +21,7 @@ Strong<CGContext> shown(UIImage* image) {
   return context;
 }
 
-/// One pixel of cairo's, straight out: R, G, B, A.
+/// Converts one of cairo's pixels to straight R, G, B, A.
 using Convert = void (*)(std::uint32_t pixel, std::uint8_t* to);
 
 void laidOnWhite(std::uint32_t pixel, std::uint8_t* to) {
@@ -88,7 +87,7 @@ extern "C" {
 HOST_EXPORT NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality) {
   const Strong<CGContext> context = shown(image);
   if (context == nullptr) return nullptr;
-  // What is no number counts as the lowest.
+  // NaN counts as the lowest quality.
   if (!(quality > 0)) quality = 0;
   return dataOf(host::imageio::encodeJpeg(pictureOf(*context.get(), laidOnWhite), quality));
 }

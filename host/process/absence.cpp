@@ -24,13 +24,13 @@ std::vector<std::string>& missing() {
   return *names;
 }
 
-/// The stand-in's own code finds them by name, as does what every phone's frameworks do.
+/// The stand-in's own code, and that of frameworks on every phone, finds these by name.
 constexpr const char* kIndispensable[] = {
     "NSObject", "NSString",     "NSNumber",       "NSArray",    "NSDictionary", "NSBundle",
     "CGColor",  "CGColorSpace", "CGDataProvider", "CGGradient", "CGContext",    "CGImage",
 };
 
-/// Of the root, its methods too.
+/// The methods of the root class are indispensable too.
 bool isIndispensable(const Absence& absence) {
   if (absence.kind != Absence::Kind::classOrFunction) return absence.owner == "NSObject";
   return std::ranges::find(kIndispensable, absence.name) != std::end(kIndispensable);
@@ -51,7 +51,7 @@ std::optional<Absence> readMethod(const std::string& text) {
   return method;
 }
 
-/// The class above that has the method, or none.
+/// The superclass that has the method, or nil.
 Class ownerAbove(const Absence& method) {
   SEL selector = sel_registerName(method.name.c_str());
   Class cls = method.kind == Absence::Kind::classMethod ? objc_getMetaClass(method.owner.c_str())
@@ -72,11 +72,11 @@ Class ownerAbove(const Absence& method) {
   throw std::runtime_error("the class has no such method: " + text);
 }
 
-/// Whether it was here.
+/// Returns whether it existed.
 bool hideClassOrFunction(const std::string& name) {
   const bool isClass = objc_getClass(name.c_str()) != nullptr;
   const bool isFunction = dlsym(RTLD_DEFAULT, name.c_str()) != nullptr;
-  // What is not here yet may become either.
+  // A name that does not exist yet may become either.
   if (isClass || !isFunction) runtime::hideClass(name);
   if (isFunction || !isClass) functions().push_back(name);
   return isClass || isFunction;

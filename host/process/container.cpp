@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -16,14 +17,27 @@ std::string& root() {
   return path;
 }
 
+std::string& installed() {
+  static std::string path;
+  return path;
+}
+
+/// The path below the folder, from its slash on; nothing for one that is not below it.
+std::optional<std::string> below(const std::string& folder, std::string_view path) {
+  if (folder.empty() || !path.starts_with(folder)) return {};
+  path.remove_prefix(folder == "/" ? 0 : folder.size());
+  if (!path.starts_with('/')) return {};
+  return std::string(path);
+}
+
 std::string environment(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? std::string() : std::string(value);
 }
 
-/// Empty where the user has no home.
+/// Empty if the user has no home.
 std::filesystem::path defaultRoot() {
-  // A relative $XDG_DATA_HOME is to be ignored.
+  // The specification of $XDG_DATA_HOME says to ignore a relative one.
   const std::filesystem::path data = environment("XDG_DATA_HOME");
   if (data.is_absolute()) return data / "varnix";
   const std::string home = environment("HOME");
@@ -40,10 +54,16 @@ void setContainerRoot(std::string path) {
 
 const std::string& containerRoot() { return root(); }
 
-std::string hostPath(std::string_view devicePath) {
-  // Without a root the device's path would name a file of this machine. A zero byte would cut the
-  // path short.
-  if (root().empty() || !devicePath.starts_with('/')) return {};
+void setInstalledFolder(std::string folder) { installed() = std::move(folder); }
+
+const std::string& installedFolder() { return installed(); }
+
+namespace {
+
+std::string pathBelow(const std::string& folder, std::string_view devicePath) {
+  // Without a root, the device's path would name a file of this machine. A zero byte would cut the
+  // path off.
+  if (folder.empty() || !devicePath.starts_with('/')) return {};
   if (devicePath.find('\0') != std::string_view::npos) return {};
   std::vector<std::string_view> components;
   while (!devicePath.empty()) {
@@ -57,9 +77,28 @@ std::string hostPath(std::string_view devicePath) {
       components.pop_back();
     }
   }
-  std::string path = root() == "/" ? std::string() : root();
+  std::string path = folder == "/" ? std::string() : folder;
   for (std::string_view component : components) path.append("/").append(component);
   return path.empty() ? "/" : path;
+}
+
+}  // namespace
+
+std::string hostPath(std::string_view devicePath) { return pathBelow(root(), devicePath); }
+
+std::string readablePath(std::string_view devicePath) {
+  std::string own = hostPath(devicePath);
+  std::error_code ignored;
+  if (own.empty() || std::filesystem::exists(own, ignored)) return own;
+  std::string package = pathBelow(installed(), devicePath);
+  return std::filesystem::exists(package, ignored) ? package : own;
+}
+
+std::string devicePath(std::string_view path) {
+  for (const std::string& folder : {installed(), root()}) {
+    if (auto found = below(folder, path)) return *found;
+  }
+  return {};
 }
 
 std::string resolveContainerRoot(std::string_view option) {

@@ -1,9 +1,11 @@
 #include "process/process.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -33,13 +35,13 @@ void* load(const std::filesystem::path& path, int scope) {
   throw std::runtime_error(words == nullptr ? "cannot load: " + path.string() : words);
 }
 
-/// Libraries that were loaded as copies, by their own paths.
+/// Libraries that were loaded as copies, by their original paths.
 std::map<std::filesystem::path, void*>& copies() {
   static auto* handles = new std::map<std::filesystem::path, void*>;
   return *handles;
 }
 
-/// A library of this system, without the functions that the process lacks.
+/// Loads a library of this system, without the functions that the process lacks.
 void loadHere(const std::filesystem::path& file) {
   if (copies().contains(file)) return;
   const std::filesystem::path found = withoutFunctions(file, absentFunctions());
@@ -47,19 +49,31 @@ void loadHere(const std::filesystem::path& file) {
   if (found != file) copies()[file] = loaded;
 }
 
-bool isDeviceFile(const std::filesystem::path& path) { return path.extension() == ".dylib"; }
+/// A bundle's binary has no extension to tell by: the first four bytes do, in one of the two orders
+/// or in the form of several architectures.
+bool isDeviceFile(const std::filesystem::path& path) {
+  if (path.extension() == ".dylib") return true;
+  constexpr std::uint32_t kOfOne = 0xfeedface;
+  constexpr std::uint32_t kOfOne64 = 0xfeedfacf;
+  constexpr std::uint32_t kOfSeveral = 0xbebafeca;
+  std::uint32_t magic = 0;
+  std::ifstream(path, std::ios::binary).read(reinterpret_cast<char*>(&magic), sizeof magic);
+  return magic == kOfOne || magic == kOfOne64 || magic == kOfSeveral;
+}
 
-/// In the order of loading: a framework finds the classes of those before it.
+/// In loading order: a framework finds the classes of those before it.
 struct Framework {
   const char* file;
   bool inApplications, inSpringBoard;
-  const char* bundle = nullptr;   ///< of the one application that has it; absent for all
-  const char* library = nullptr;  ///< of a package's: its name, by which a process does without
+  const char* bundle = nullptr;  ///< the only application that has it; null if all have it
+  const char* library =
+      nullptr;  ///< the package's library, by whose name a process can be started without it
 };
 
 constexpr Framework kFrameworks[] = {
     {"UIKit.so", true, true},
     {"SpringBoard.so", false, true},
+    {"Preferences.so", true, false, "com.apple.Preferences"},
     {"AppList.so", true, true, nullptr, "libapplist"},
     {"ColorPicker.so", true, true, nullptr, "libcolorpicker"},
     {"ChatKit.so", true, false, "com.apple.MobileSMS"},
@@ -67,7 +81,6 @@ constexpr Framework kFrameworks[] = {
     {"Twitter.so", true, false, "com.atebits.Tweetie2"},
     {"Accounts.so", true, false, "com.apple.Preferences"},
     {"Social.so", true, false, "com.apple.Preferences"},
-    {"Preferences.so", true, false, "com.apple.Preferences"},
 };
 
 bool has(const ProcessOptions& options, const Framework& framework) {
@@ -81,8 +94,8 @@ bool has(const ProcessOptions& options, const Framework& framework) {
           std::ranges::find(without, framework.library) == without.end());
 }
 
-/// Every phone has it, and whoever saves settings makes none. A root that is gone stays so, and one
-/// that cannot be written is no reason not to start.
+/// Every phone has this folder, so code that saves settings does not make it. A root that was
+/// removed is not made again, and one that cannot be written does not stop the process.
 void makeSettingsFolder() {
   std::error_code ignored;
   if (!std::filesystem::is_directory(containerRoot(), ignored)) return;
@@ -104,8 +117,9 @@ void startProcess(const ProcessOptions& options) {
   state().started = true;
   state().options = options;
   setContainerRoot(options.root);
+  setInstalledFolder(options.installed ? *options.installed : (ownFolder() / "installed").string());
   makeSettingsFolder();
-  // A wrong word in the environment is told now, not to whoever hooks first.
+  // Reports a wrong word in the environment now, not at the first hook.
   runtime::setHooking(options.hooking ? *options.hooking : runtime::hooking());
   const std::filesystem::path frameworks = ownFolder() / "Frameworks";
   // Frameworks link each other's classes by symbol.
@@ -118,10 +132,10 @@ void startProcess(const ProcessOptions& options) {
 const ProcessOptions& processOptions() { return state().options; }
 
 void loadLibrary(const std::string& path) {
-  // A bare name means a file here, not one on the loader's search path.
+  // A bare name means a file in the current folder, not one on the loader's search path.
   const std::filesystem::path file = std::filesystem::absolute(path);
   std::error_code ignored;
-  // The system's loader would wait for somebody to write into a pipe.
+  // The system's loader would wait until somebody writes into a pipe.
   if (std::filesystem::is_other(file, ignored))
     throw std::runtime_error(file.string() + ": not a file");
   if (imageLoader() != nullptr && isDeviceFile(file)) return imageLoader()->load(file);
@@ -138,6 +152,20 @@ void* librarySymbol(const std::string& path, const char* name) {
   void* symbol = dlsym(library, name);
   dlclose(library);
   return symbol;
+}
+
+std::string fileOfAddress(const void* address) {
+  if (imageLoader() != nullptr) {
+    if (std::string path = imageLoader()->pathOf(address); !path.empty()) return path;
+  }
+  Dl_info info{};
+  link_map* map = nullptr;
+  if (dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) == 0) return {};
+  // A handle of the loader is its map.
+  for (const auto& [file, handle] : copies()) {
+    if (handle == map) return file.string();
+  }
+  return info.dli_fname == nullptr ? "" : std::filesystem::absolute(info.dli_fname).string();
 }
 
 std::string defaultLibraryPath() {

@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-/// Whether a file that is there lies below the root, links followed.
+/// Whether an existing file is below the root, after following links.
 bool liesInRoot(const std::string& file) {
   std::error_code error;
   const auto root = std::filesystem::canonical(containerRoot(), error);
@@ -59,7 +59,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
 
 }  // namespace host
 
-// The library is linked so that its calls of posix_spawn() come here.
+// Linked in place of posix_spawn() in the library.
 extern "C" HOST_EXPORT int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
                                               const void* attributes, char* const arguments[],
                                               char* const environment[]);
@@ -68,7 +68,7 @@ int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
                        const void* attributes, char* const arguments[], char* const environment[]) {
   const std::string file = host::programFile(path == nullptr ? "" : path);
   if (file.empty()) return ENOENT;
-  // Under emulation a parent does not learn that its child could not start.
+  // Checked here, because under emulation a parent does not learn that its child could not start.
   if (access(file.c_str(), X_OK) != 0) return errno;
   char* const none[] = {nullptr};
   return posix_spawn(child, file.c_str(),

@@ -20,10 +20,10 @@ using Header = ElfW(Ehdr);
 using Section = ElfW(Shdr);
 using Symbol = ElfW(Sym);
 
-/// Which is a name of no symbol.
+/// A name in every such file that no symbol has.
 constexpr char kNobody[] = "libvarnix-host.so";
 
-/// The parts of a shared library's file that say what it asks for.
+/// The parts of a shared library's file that list its imports.
 class LibraryFile {
  public:
   explicit LibraryFile(const std::filesystem::path& path) : path_(path) {
@@ -44,13 +44,13 @@ class LibraryFile {
     }
   }
 
-  /// Points what it imports under this name at no name. Whether it did; throws where a reference is
-  /// not weak.
+  /// Renames the library's imports of that name to a name that nothing has. Returns whether there
+  /// were any; throws if one is not weak.
   bool unbind(const std::string& function) {
     bool found = false;
     for (Symbol& symbol : symbols_) {
       if (symbol.st_shndx != SHN_UNDEF || name(symbol) != function) continue;
-      // Of both classes of files the binding is the upper half.
+      // The binding is the upper half of st_info, in 32- and 64-bit files alike.
       if (ELF64_ST_BIND(symbol.st_info) != STB_WEAK) fail("symbol not found: " + function);
       symbol.st_name = nobody();
       found = true;
@@ -58,7 +58,7 @@ class LibraryFile {
     return found;
   }
 
-  /// The copy's path, which is good as long as this process.
+  /// The copy's path, valid as long as this process lives.
   std::filesystem::path copy() const {
     const int descriptor = memfd_create(path_.filename().c_str(), MFD_CLOEXEC);
     if (descriptor < 0) fail("cannot be copied");
@@ -87,7 +87,7 @@ class LibraryFile {
         names().substr(std::min<std::size_t>(symbol.st_name, names_.sh_size));
     return rest.substr(0, rest.find('\0'));
   }
-  /// Among the names is that of the stand-in's library, which it asks for.
+  /// The library's names include the stand-in's file name, because it links the stand-in.
   ElfW(Word) nobody() const {
     const std::size_t found = names().find(std::string_view(kNobody, sizeof kNobody));
     if (found == std::string_view::npos) fail("not linked with the stand-in");

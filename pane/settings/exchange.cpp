@@ -26,19 +26,13 @@ NSDictionary* importedSettings(NSString* text) {
 NSDictionary* settingsWith(const settings::Preset& preset) {
   auto changed = Strong<NSMutableDictionary>::adopt(
       static_cast<NSMutableDictionary*>(send(userSettings(), NSObject::mutableCopy)));
-  auto put = [&](NSObject* value, NSString* key) {
-    send(changed, NSMutableDictionary::setObjectForKey, value, key);
-  };
-  const Scope everybody;
-  put(NSNumber::numberWithLongLong(0), "global_color_type"_ns);
-  put(NSString::stringWithUTF8String(preset.dye), "global_color"_ns);
-  for (std::size_t i = 0; i < settings::kElementCount; ++i) {
-    const char* own = preset.own[i];
-    const ColorType type = own == nullptr ? kFollows : *own == '\0' ? kUndyedType : kOwnColor;
-    const char* key = settings::kElements[i].key;
-    put(NSNumber::numberWithLongLong(type), everybody.key(key, "_color_type"));
-    if (type == kOwnColor) put(NSString::stringWithUTF8String(own), everybody.key(key, "_color"));
-  }
+  settings::eachSetting(
+      preset, [&](const char* name, const char* suffix, const char* color, int number) {
+        NSObject* value = color != nullptr
+                              ? static_cast<NSObject*>(NSString::stringWithUTF8String(color))
+                              : NSNumber::numberWithLongLong(number);
+        send(changed, NSMutableDictionary::setObjectForKey, value, Scope{}.key(name, suffix));
+      });
   return changed.autorelease();
 }
 

@@ -1,4 +1,4 @@
-// More icons, for the home screen to be full.
+// More icons, to fill the home screen.
 #include "icon_canvas.h"
 
 namespace {

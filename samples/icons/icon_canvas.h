@@ -91,8 +91,7 @@ struct Icon {
   void (*draw)(const Canvas&);
 };
 
-/// A superellipse: its corners take about 22 % of a side, and nowhere does the curve begin
-/// abruptly.
+/// A superellipse: its corners take about 22 % of a side, and the curve begins gently everywhere.
 inline void outline(cairo_t* cr) {
   constexpr double kExponent = 5;
   constexpr int kPoints = 720;
@@ -126,7 +125,7 @@ inline bool draw(const Icon& icon, const std::string& folder) {
   return false;
 }
 
-/// Writes all of them into the folder that is the program's one argument.
+/// Writes all icons into the folder that is the program's only argument.
 inline int drawAll(std::span<const Icon> all, int argc, char** argv) {
   if (argc != 2) return 2;
   bool isDone = true;

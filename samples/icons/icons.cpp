@@ -1,5 +1,5 @@
-// Icons for the applications of the samples, drawn for this project: flat, 180 pixels a side, the
-// corners transparent.
+// Icons for the sample applications, drawn for this project: flat, 180 pixels a side, with
+// transparent corners.
 #include "icon_canvas.h"
 
 namespace {
@@ -37,7 +37,7 @@ void mail(const Canvas& c) {
 
 void music(const Canvas& c) {
   c.background({{0, 0xff6a92}, {0.55, 0xfb3b5e}, {1, 0xf0263c}});
-  // Beam and stems are one piece.
+  // Beam and stems are a single shape.
   c.line({{68, 52}, {128, 39}, {128, 62}, {68, 75}});
   cairo_close_path(c.cr);
   c.fill(0xffffff);
@@ -112,7 +112,7 @@ void weather(const Canvas& c) {
   c.circle(66, 68, 33);
   c.gradient(0, 35, 0, 101, {{0, 0xffe04a}, {1, 0xffbf1f}});
   cairo_fill(c.cr);
-  // One outline, so that the parts of the cloud do not show through one another.
+  // A single outline, so that the parts of the cloud do not show through each other.
   c.box(51, 96, 104, 44, 22);
   c.circle(90, 96, 26);
   c.circle(121, 100, 20);

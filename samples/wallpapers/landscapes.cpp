@@ -1,5 +1,5 @@
-// Wallpapers and covers, drawn for this project: ranges of hills under a sky, each a shade of its
-// own.
+// Wallpapers and covers, drawn for this project: ranges of hills under a sky, each in its own
+// shade.
 #include <cairo.h>
 
 #include <cmath>
@@ -36,7 +36,7 @@ struct Canvas {
     cairo_set_source(cr, pattern);
     cairo_pattern_destroy(pattern);
   }
-  /// Over everything, from the top down.
+  /// Over the whole canvas, from top to bottom.
   void sky(std::initializer_list<Stop> stops) const {
     use(cairo_pattern_create_linear(0, 0, 0, height), stops);
     cairo_paint(cr);
@@ -53,7 +53,7 @@ struct Canvas {
   }
 };
 
-/// A range of hills: waves of three lengths, the same at every run.
+/// A range of hills: waves of three lengths, the same in every run.
 struct Range {
   double top, roughness;
   double phase;

@@ -28,4 +28,18 @@ inline constexpr Preset kPresets[] = {
     {"Quiet", "#0b7285", {kUndyed, kUndyed, kUndyed, kUndyed, nullptr, kUndyed, kUndyed}},
 };
 
+/// Calls the function with each setting of the preset: two parts of its name, a colour, or null and
+/// a number.
+template <class F>
+void eachSetting(const Preset& preset, F function) {
+  function("global_color_type", "", nullptr, 0);
+  function("global_color", "", preset.dye, 0);
+  for (std::size_t i = 0; i < kElementCount; ++i) {
+    const char* own = preset.own[i];
+    const bool isUndyed = own != nullptr && *own == '\0';
+    function(kElements[i].key, "_color_type", nullptr, own == nullptr ? 0 : isUndyed ? 1 : 2);
+    if (own != nullptr && !isUndyed) function(kElements[i].key, "_color", own, 0);
+  }
+}
+
 }  // namespace varnix::settings

@@ -1,4 +1,4 @@
-// Settings files as they should not be.
+// Broken settings files.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ inline constexpr std::string_view kXmlSettings{
     "\t<key>enabled</key>\n\t<true/>\n\t<key>global_color</key>\n\t<string>#1e88e5</string>\n"
     "</dict>\n</plist>\n"};
 
-/// The bytes with a few of them changed, always the same way for a seed.
+/// A few of the bytes changed; the same seed always changes the same ones.
 inline std::string mutated(std::string_view bytes, std::uint32_t seed) {
   std::mt19937 random(seed);
   std::string result(bytes);
@@ -49,7 +49,7 @@ inline std::string repeated(std::string_view text, std::size_t times) {
   return result;
 }
 
-/// A dictionary of which one value is that many arrays in one another.
+/// A dictionary with a value of that many nested arrays.
 inline std::string nestedXml(std::size_t depth) {
   return "<plist><dict><key>global_color</key>" + repeated("<array>", depth) +
          repeated("</array>", depth) + "</dict></plist>";
@@ -73,7 +73,7 @@ inline std::string nestedBinary(std::uint32_t depth) {
          number(table, 8);
 }
 
-/// One value of every kind that a property list has, as XML.
+/// One value of every kind that a property list can hold, as XML.
 inline const std::vector<std::string> kKinds = {
     "<true/>",
     "<false/>",

@@ -1,4 +1,4 @@
-// varnix inspect answers on every settings file, in time.
+// varnix inspect answers in time for every settings file.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,7 +26,7 @@ class BadSettings : public test::CommandTest {
     }
     EXPECT_EQ(test::answer(report, "UIView", "tintColor", "view"), kDefaultDye);
   }
-  /// Both in place and as a copy, within ten seconds each.
+  /// The file is used in place and as a copy, within ten seconds each.
   void expectDefaultsFor(const std::string& bytes) {
     writeSettings(bytes);
     const auto start = std::chrono::steady_clock::now();
@@ -34,7 +34,8 @@ class BadSettings : public test::CommandTest {
     expectDefaults(inspect({"--bundle", "com.example.app", "--settings", settingsPath()}));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
   }
-  /// For good, with the container. Whether the command may still be run.
+  /// Makes this process and the container nobody's, for good. Returns whether it may still run the
+  /// command.
   bool becomeNobody() const {
     constexpr uid_t kNobody = 65534;
     bool succeeds = chown(folder.path().c_str(), kNobody, kNobody) == 0;
@@ -70,7 +71,7 @@ TEST_F(BadSettings, CutShort) {
   for (std::size_t length = 0; length < test::kBinarySettings.size(); length += 19) {
     expectDefaultsFor(std::string(test::kBinarySettings.substr(0, length)));
   }
-  // A cut that takes only the last line break leaves the file whole.
+  // Always cuts off more than the last line break, without which the file would be whole.
   for (std::size_t length = 0; length + 20 < test::kXmlSettings.size(); length += 37) {
     expectDefaultsFor(std::string(test::kXmlSettings.substr(0, length)));
   }
@@ -126,7 +127,7 @@ TEST_F(BadSettings, ADeviceOrPipeInItsPlace) {
 TEST_F(BadSettings, Unreadable) {
   settings("<key>global_color</key><string>#1e88e5</string>");
   std::filesystem::permissions(settingsPath(), std::filesystem::perms::none);
-  // Root reads every file.
+  // Root can read every file.
   if (geteuid() == 0 && !becomeNobody()) GTEST_SKIP() << "only root may run the command here";
   expectDefaults(inspectApplication());
   EXPECT_EQ(test::varnix({"settings", "set", "enabled", "true"}).status, 1);
@@ -157,7 +158,7 @@ TEST_F(BadSettings, AValueWithoutAReadingCountsAsAbsent) {
     }
     settings(entries + "<key>com.example.app_enabled</key>" + kind);
     expectDefaults(inspectApplication());
-    // An override of such a kind falls back to the plain value.
+    // An application's value of such a kind falls back to the general value.
     settings(
         "<key>cc_color_type</key><integer>2</integer><key>cc_color</key><string>#010203</string>"
         "<key>com.example.app_scope_enabled</key><true/><key>com.example.app_cc_color_type</key>" +
@@ -166,7 +167,7 @@ TEST_F(BadSettings, AValueWithoutAReadingCountsAsAbsent) {
   }
 }
 
-/// Every damage in one process, whose manager reads the file anew each time.
+/// All damage in one process, whose manager reads the file again each time.
 class BadSettingsInProcess : public test::Hosted {
  protected:
   std::string dyeOf(const std::string& bytes) {
@@ -188,7 +189,7 @@ TEST_F(BadSettingsInProcess, CutAtEveryByte) {
   const std::size_t whole = test::kXmlSettings.find("</dict>") + std::string("</dict>").size();
   for (std::size_t length = 0; length < test::kXmlSettings.size(); ++length) {
     const std::string dye = dyeOf(std::string(test::kXmlSettings.substr(0, length)));
-    // Whether the list is complete without its last tag is for the parser to say.
+    // The parser decides whether the list is complete without its last tag.
     EXPECT_TRUE(dye == kDefaultDye || (length >= whole && dye == "#1e88e5ff")) << length;
   }
 }

@@ -26,7 +26,7 @@ Command::Command(Words words) {
   arguments.push_back(nullptr);
   process_ = fork();
   if (process_ == 0) {
-    // What runs the tests may ignore them.
+    // The process that runs the tests may ignore these signals.
     for (int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) std::signal(number, SIG_DFL);
     dup2(pipes[0][0], 0);
     dup2(pipes[1][1], 1);

@@ -22,17 +22,16 @@ namespace test {
 using Words = std::vector<std::string>;
 using Json = nlohmann::json;
 
-/// How long the slowest build of ours may take for anything.
+/// How long anything may take in our slowest build.
 inline constexpr std::chrono::seconds kPatience{60};
 
-/// The command that is tried: the one that was built, or $VARNIX_TRIED_COMMAND, an installed one
-/// say.
+/// The command to test: the built one, or $VARNIX_TRIED_COMMAND, for example an installed one.
 std::string commandFile();
 
 /// The library that this command loads.
 std::string libraryOfCommand();
 
-/// A command that is running. Its input stays open until closed.
+/// A running command. Its input stays open until closed.
 class Command {
  public:
   explicit Command(Words words);
@@ -42,16 +41,16 @@ class Command {
 
   void write(const std::string& text);
   void closeInput();
-  /// Nobody reads its standard output any more.
+  /// From now on nobody reads its standard output.
   void closeOutput();
   void signal(int number) const { kill(process_, number); }
   bool isRunning() const { return process_ > 0 && waitpid(process_, nullptr, WNOHANG) == 0; }
 
-  /// Reads until standard output or error holds the text.
+  /// Reads until standard output or error contains the text.
   bool waitFor(const std::string& text);
 
-  /// Closes the input, reads everything and returns the exit status; minus the signal's number
-  /// where one ended it.
+  /// Closes the input, reads everything and returns the exit status; if a signal ended the command,
+  /// minus its number.
   int finish();
   int wait();
 
@@ -59,7 +58,7 @@ class Command {
   std::string error;
 
  private:
-  /// False once both ends are closed.
+  /// False once both streams are closed.
   bool readSome();
 
   pid_t process_ = -1;
@@ -74,10 +73,10 @@ struct Outcome {
   std::string error;
 };
 
-/// Runs the command to its end, its input closed.
+/// Runs the command to its end, with its input closed.
 Outcome varnix(const Words& words);
 
-/// A container root of the test's own, and commands that work in it.
+/// A container root for the test, and commands that use it.
 class CommandTest : public testing::Test {
  protected:
   CommandTest() { setenv("VARNIX_ROOT", folder.path().c_str(), 1); }
@@ -85,14 +84,14 @@ class CommandTest : public testing::Test {
   std::string settingsPath() const;
   void writeSettings(const std::string& bytes) const;
   void settings(const std::string& entries) const;
-  /// What `varnix inspect --json` answers for that process.
+  /// The output of `varnix inspect --json` for that process.
   static Json inspect(Words words);
   static Json inspectApplication() { return inspect({"--bundle", "com.example.app"}); }
 
   Folder folder;
 };
 
-/// The surface's answer; "absent" where the process has no such surface.
+/// The surface's answer; "absent" if the process does not have that surface.
 Json answer(const Json& report, const std::string& className, const std::string& property,
             const std::string& situation, const char* when = "after");
 

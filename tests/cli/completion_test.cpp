@@ -1,4 +1,4 @@
-// What shells and man make of the command's declarations.
+// What shells and man make of the declared commands.
 #include <set>
 
 #include "cli/command.h"
@@ -12,7 +12,7 @@ using Set = std::set<std::string>;
 
 class Completion : public test::CommandTest {
  protected:
-  /// What a shell's script prints, line by line.
+  /// What a script for a shell prints, by lines.
   Set lines(const std::string& shell, const std::string& script) {
     const std::string file = folder.path() + "/script";
     std::ofstream(file) << script;
@@ -34,7 +34,7 @@ class Completion : public test::CommandTest {
     std::ofstream(file) << outcome.out;
     return file;
   }
-  /// What bash offers for the last of the words.
+  /// What bash offers to complete the last word.
   Set bash(const Words& words) {
     std::string list;
     for (const std::string& word : words) list += " '" + word + "'";

@@ -1,10 +1,10 @@
-// A hosted process that dies: in which library, by which signal.
+// The report when a hosted process dies: in which library, and by which signal.
 #include "cli/command.h"
 
 using test::varnix;
 using test::Words;
 
-// A sanitizer tells of faults itself.
+// A sanitizer reports faults itself.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define VARNIX_FAULTS_ARE_OTHERS 1
 #elif defined(__has_feature)
@@ -19,7 +19,7 @@ constexpr char kExtension[] = VARNIX_MISBEHAVE;
 
 class Deaths : public test::CommandTest {
  protected:
-  /// Both ways of hosting tell the same; the message's end is the signal.
+  /// Both ways of hosting report the same; the message ends with the signal.
   static void expect(const char* deed, int number, const std::string& place) {
     setenv("MISBEHAVE", deed, 1);
     const std::string end = " died" + place + ": " + strsignal(number) + "\n";
@@ -30,7 +30,7 @@ class Deaths : public test::CommandTest {
       EXPECT_EQ(outcome.out, "") << deed;
       const std::string who = isRun ? "the process" : "a hosted process";
 #if defined(VARNIX_ARCHITECTURE)
-      // Where an emulator's process was, it tells as well as it can.
+      // In an emulated process, the place is reported only as well as possible.
       EXPECT_NE(outcome.error.find("varnix: " + who + " died"), outcome.error.npos)
           << outcome.error;
 #else
@@ -38,7 +38,8 @@ class Deaths : public test::CommandTest {
 #endif
     }
   }
-  /// The same, where what else is said of the library that was called depends on the machine.
+  /// The same for a fault in a called library. The rest of what is said about that library depends
+  /// on the machine.
   static void expectCalled(const char* deed, int number,
                            [[maybe_unused]] const std::string& library) {
     setenv("MISBEHAVE", deed, 1);
@@ -82,7 +83,7 @@ TEST_F(Deaths, LeaveNoFolder) {
 
 std::string inExtension() { return std::string(" in ") + kExtension; }
 
-/// What the compiler's trap instruction raises.
+/// The signal that the compiler's trap instruction raises.
 #if defined(__aarch64__)
 constexpr int kTrap = SIGTRAP;
 #else
@@ -119,7 +120,7 @@ TEST_F(Deaths, InTheLibrary) {
 }
 
 TEST_F(Deaths, OfALibraryThatLacksAFunction) {
-  // It is loaded as a copy in memory.
+  // Such a library is loaded as a copy in memory.
   setenv("MISBEHAVE", "fault-without-load", 1);
   const auto outcome =
       varnix({"inspect", "--bundle", "a", "--load", kExtension, "--without", "getloadavg"});

@@ -21,7 +21,7 @@ class Surfaces : public test::CommandTest {
  protected:
   void SetUp() override { settings("<key>global_color</key><string>#1e88e5</string>"); }
 
-  /// The surfaces of that process which other processes lack, in order.
+  /// The surfaces that this process has and others do not, in order.
   static void expectOwn(const std::string& bundle, const std::vector<Expected>& own) {
     const Json report = inspect({"--bundle", bundle});
     const Json common = inspectApplication();
@@ -93,7 +93,7 @@ TEST_F(Surfaces, SpringBoardListsTheWholeTable) {
   EXPECT_EQ(report["installed"][38]["class"], "SBHUDView");
 }
 
-// One class of the stand-in's after the other is hidden: the others still answer.
+// Hides the stand-in's classes one at a time: the others still answer.
 TEST_F(Surfaces, AnyOfSpringBoardsClassesMayBeHidden) {
   for (const char* name :
        {"SBControlCenterContentContainerView", "SBNotificationCenterViewController",

@@ -212,7 +212,7 @@ TEST_F(Inspect, SampleSettings) {
 TEST_F(Inspect, TheIconColourIsThereWhereItWasAskedFor) {
   const Words words = {"--bundle", "com.example.app", "--icon",
                        "com.example.app=" VARNIX_SAMPLES "/icons/com.example.notes.png"};
-  EXPECT_EQ(inspect(words)["iconColor"], nullptr);  // no colour type asks for it
+  EXPECT_EQ(inspect(words)["iconColor"], nullptr);  // no colour type uses it
   settings("<key>global_color_type</key><integer>1</integer>");
   const Json report = inspect(words);
   EXPECT_TRUE(report["iconColor"].is_string());
@@ -236,7 +236,7 @@ TEST_F(Inspect, OddIdentifiers) {
     EXPECT_EQ(report["bundle"], identifier);
     EXPECT_EQ(report["dye"], "#010203ff") << identifier.substr(0, 40);
   }
-  // No string of the platform's: such a process has no identifier there.
+  // The platform cannot make a string of this, so the process has no identifier.
   EXPECT_EQ(inspect({"--bundle", "\xff\xfe"})["dye"], kDefaultDye);
 }
 

@@ -1,4 +1,4 @@
-// What the command says of names that are wrong, hostile or nearly right.
+// Messages about names that are wrong, hostile or nearly right.
 #include "cli/terminal.h"
 
 using test::varnix;
@@ -6,8 +6,8 @@ using test::Words;
 
 namespace {
 
-/// As it stands in names from outside, and as it is shown: an escape sequence, a control character
-/// of two bytes, one of seven bits and a byte that is no UTF-8.
+/// As in names from outside, and as shown: an escape sequence, a control character of two bytes,
+/// one of seven bits and a byte that is not UTF-8.
 constexpr char kHostile[] = "a\x1b[31m\xc2\x9b\x7f\xff";
 constexpr char kShown[] = "a\\x1b[31m\\x9b\\x7f\\xff";
 
@@ -50,7 +50,7 @@ TEST_F(Messages, WhatIsNoControlCharacterStays) {
 TEST_F(Messages, ControlCharactersOfStoredSettingsAreShown) {
   settings("<key>k\xc2\x9b</key><string>v\xc2\x9b\x7f</string>");
   EXPECT_EQ(varnix({"settings", "list"}).out, "\"k\\x9b\" = \"v\\x9b\\x7f\"\n");
-  // Programs get every byte.
+  // Programs get all bytes unchanged.
   EXPECT_EQ(varnix({"settings", "get", "k\xc2\x9b"}).out, "v\xc2\x9b\x7f\n");
   EXPECT_EQ(test::shownAtTerminal({"settings", "get", "k\xc2\x9b"}), "v\\x9b\\x7f\r\n");
   settings("<key>global_color</key><string>#fff\xc2\x9b</string>");
@@ -182,7 +182,7 @@ TEST_F(Messages, AByteOrderMarkIsNoPartOfAScript) {
                                write("script", "\xef\xbb\xbf# first\nset cc_color_type 1\n")});
   EXPECT_EQ(outcome.status, 0) << outcome.error;
   EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\n");
-  // Elsewhere it is no mark.
+  // Anywhere else it is not a byte order mark.
   const std::string second = write("second", "wait\n\xef\xbb\xbfwait\n");
   expect({"run", "--bundle", "a", "--script", second}, 1,
          second + " line 2: no such command: \xef\xbb\xbfwait");

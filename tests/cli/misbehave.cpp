@@ -1,4 +1,4 @@
-// An extension that does what $MISBEHAVE says while it is loaded.
+// An extension that does what $MISBEHAVE says when it is loaded.
 #include <unistd.h>
 
 #include <csignal>
@@ -11,18 +11,18 @@
 
 #include "process/process.h"
 
-// What it can do without.
+// A function that may be missing.
 extern "C" [[gnu::weak]] int getloadavg(double* loads, int count) noexcept;
 
 namespace {
 
-// What the compiler knows nothing of.
+// Volatile, so that the compiler cannot know the values.
 char* volatile nowhere = reinterpret_cast<char*>(16);
 void (*volatile nothing)() = nullptr;
 void* (*volatile fill)(void*, int, std::size_t) = &std::memset;
 volatile int bottom = -1;
 
-/// Never comes to the bottom.
+/// Recurses without end.
 int recurse(int level) {
   char room[512];
   std::memset(room, level, sizeof room);
@@ -31,14 +31,14 @@ int recurse(int level) {
 
 void touchNowhere() { *nowhere = 1; }
 
-/// Replaces its stack pointer with an invalid one, and faults.
+/// Sets its stack pointer to an invalid value, and faults.
 void loseStack() {
 #if defined(__x86_64__)
   asm volatile("mov $64, %%rsp\n\tmov $64, %%rbp\n\tmovl $1, (16)" ::: "memory");
 #endif
 }
 
-/// The library sends a message to something that is not an object, when it is loaded.
+/// Makes the library send a message to something that is not an object.
 void misleadTheLibrary() {
   void* function = host::librarySymbol(host::defaultLibraryPath(), "QKSetPrefsTint");
   auto* setTint =

@@ -12,7 +12,7 @@ namespace {
 
 class Pane : public test::CommandTest {
  protected:
-  /// What it prints behind the list that it begins with.
+  /// What it prints after the list at the beginning.
   std::string says(const std::string& script, const Words& words = {}) const {
     const Outcome outcome = run(script, words);
     EXPECT_EQ(outcome.status, 0) << outcome.error;
@@ -73,7 +73,8 @@ TEST_F(Pane, AChangeIsWrittenAndListed) {
   EXPECT_EQ(stored.out, "#102030:0.5\n");
 }
 
-// The bridge from end to end: the pane writes the file and posts, and another process is dyed anew.
+// The bridge from end to end: the pane writes the file and posts, and another process gets the new
+// dye.
 TEST_F(Pane, AChangeDyesAnotherProcessAnew) {
   Command other({"run", "--bundle", "com.example.app", "--script", "-"});
   other.write("keyboard\nprint\n");
@@ -202,7 +203,7 @@ TEST_F(Pane, ListsWhatOthersChanged) {
   EXPECT_NE(pane.out.find("\ncc_color_type         2 "), std::string::npos) << pane.out;
 }
 
-// A file that cannot be read counts as none where it is only looked at.
+// An unreadable file counts as missing if it is only read.
 TEST_F(Pane, SurvivesASettingsFileThatIsNone) {
   writeSettings("no property list");
   EXPECT_NE(run("").out.find("global_color          #de3027"), std::string::npos);

@@ -1,4 +1,4 @@
-// What the cards of varnix pick are made of: contrast, and text from outside.
+// Parts of varnix pick's cards: contrast, and text from outside.
 #include <gtest/gtest.h>
 
 #include "pick/color.h"
@@ -20,7 +20,7 @@ TEST(PickParts, ContrastIsTheOneOfTheGuidelines) {
   EXPECT_DOUBLE_EQ(pick::contrastRatio(kBlack, kWhite), 21);
   EXPECT_DOUBLE_EQ(pick::contrastRatio(kWhite, kBlack), 21);
   EXPECT_DOUBLE_EQ(pick::contrastRatio(kWhite, kWhite), 1);
-  // The greys on either side of the guidelines' limit for text, 4.5.
+  // The two greys on either side of 4.5, the guidelines' limit for text.
   EXPECT_NEAR(pick::contrastRatio({0x76, 0x76, 0x76}, kWhite), 4.54, 0.005);
   EXPECT_NEAR(pick::contrastRatio({0x77, 0x77, 0x77}, kWhite), 4.48, 0.005);
   EXPECT_NEAR(pick::contrastRatio({255, 0, 0}, kWhite), 4.00, 0.005);

@@ -1,4 +1,4 @@
-// varnix pick, as a process: the colours of pictures made here, and files that are none.
+// varnix pick, as a process: the colours of pictures made here, and files that are not pictures.
 #include <sys/stat.h>
 
 #include "ImageIO/decode.h"
@@ -18,7 +18,7 @@ constexpr Rgb kWhite{255, 255, 255};
 constexpr Rgb kRed{0xd0, 0x20, 0x20};
 constexpr Rgb kGreen{0x20, 0xc0, 0x40};
 
-/// 32 x 32, so that squeezing changes nothing: bands from the top, the last one to the bottom.
+/// 32 x 32, so that squeezing changes nothing: bands from the top; the last one reaches the bottom.
 Picture bands(const std::vector<std::pair<Rgb, unsigned>>& rows) {
   Picture picture{32, 32, false, 0, {}};
   for (const auto& [color, count] : rows) {
@@ -31,8 +31,8 @@ Picture bands(const std::vector<std::pair<Rgb, unsigned>>& rows) {
 
 Picture flat(const Rgb& color) { return bands({{color, 32}}); }
 
-/// Sampling takes the mean of two rows where colours meet, so that each band counts a row less;
-/// above 90 the sum of so many small steps falls one short.
+/// Sampling takes the mean of two rows where colours meet, so each band counts one row less. Above
+/// 90 the sum of so many small steps is one too small.
 Picture threeBands() { return bands({{kWhite, 8}, {kRed, 4}, {kGreen, 4}, {kWhite, 16}}); }
 
 class Pick : public test::CommandTest {
@@ -93,7 +93,7 @@ TEST_F(Pick, RunnersUpFollowByTheirCounts) {
   EXPECT_EQ(image["important"], "#d02020ff");
   EXPECT_EQ(image["rule"], "primary");
   EXPECT_EQ(image["saturated"], false);
-  // Red stands before green, which counts the same.
+  // Red comes before green, which has the same count.
   const Json red{{"color", "#d02020ff"}, {"count", 48}};
   const Json green{{"color", "#20c040ff"}, {"count", 48}};
   EXPECT_EQ(image["runnersUp"], Json::array({red, green}));
@@ -171,7 +171,7 @@ TEST_F(Pick, FilesThatAreNoImage) {
   std::filesystem::resize_file(huge, (256ULL << 20) + 1);
   expectBad(huge, "is larger than 256 MB");
   expectBad(write("empty.png", ""), "not a PNG or JPEG image");
-  // A few bytes into the pixels, of which not one row is there.
+  // Cut a few bytes into the pixels, before the first complete row.
   expectBad(write("cut.png", png.substr(0, 45)), "the image is truncated or damaged");
   std::string damaged = png;
   damaged[30] = static_cast<char>(~damaged[30]);
@@ -179,7 +179,7 @@ TEST_F(Pick, FilesThatAreNoImage) {
 }
 
 TEST_F(Pick, APartOfAnImageCountsWithAWarning) {
-  // Every row in the file stands for itself, so that a cut leaves those above it.
+  // Each row is stored independently, so a cut keeps the rows above it.
   Picture noise{32, 32, false, 0, {}};
   for (unsigned i = 0; i < 32 * 32; ++i) {
     const auto value = static_cast<std::uint8_t>(i * i * 7 >> 3);
@@ -192,7 +192,7 @@ TEST_F(Pick, APartOfAnImageCountsWithAWarning) {
   EXPECT_TRUE(outcome.out.starts_with(file + "\nbackground")) << outcome.out;
   const std::string warning = ": the image is truncated or damaged: only a part of it is there\n";
   EXPECT_EQ(outcome.error, "varnix: " + file + warning);
-  // A name that a terminal would obey.
+  // A name that would control a terminal.
   const std::string clearing = write("c\x1b[2Jut.png", png.substr(0, png.size() * 3 / 4));
   EXPECT_EQ(varnix({"pick", clearing}).error, "varnix: " + path("c\\x1b[2Jut.png") + warning);
 }
@@ -235,7 +235,7 @@ TEST_F(Pick, TextIsATableAnImage) {
   EXPECT_NE(saturated.out.find("#c83030ff  from background, saturated\n"), saturated.out.npos);
 }
 
-/// Where a card shows what, in pixels; the next card lies so much lower.
+/// The parts of a card, in pixels; the next card is that much lower.
 struct Place {
   std::size_t x, y;
 };
@@ -310,7 +310,7 @@ TEST_F(Pick, PicturesThatCannotBe) {
   const auto outcome = varnix(many);
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.error, "varnix: too many images for one picture: 100 (22 at most)\n");
-  // Nothing to draw: nothing is written.
+  // With nothing to draw, no file is written.
   EXPECT_EQ(varnix({"pick", "--picture", path("none.png"), path("missing.png")}).status, 1);
   EXPECT_FALSE(std::filesystem::exists(path("none.png")));
 }
@@ -350,13 +350,13 @@ TEST_F(Pick, APictureGoesWhereALinkLeads) {
   const std::string file = write("flat.png", flat(kBlue));
   std::filesystem::create_directory(path("there"));
   std::filesystem::create_symlink("there/card.png", path("link.png"));
-  for (int i = 0; i < 2; ++i) {  // a link that leads to nothing yet, and one to an older picture
+  for (int i = 0; i < 2; ++i) {  // first the link leads to nothing, then to an older picture
     ASSERT_EQ(varnix({"pick", "--picture", path("link.png"), file}).status, 0);
     EXPECT_TRUE(std::filesystem::is_symlink(path("link.png")));
     EXPECT_TRUE(host::imageio::decode(test::contentsOf(path("there/card.png"))));
     write("there/card.png", "an older one");
   }
-  // A device is written to and stays one.
+  // A device is written to, and stays a device.
   EXPECT_EQ(varnix({"pick", "--picture", "/dev/null", file}).status, 0);
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }

@@ -79,7 +79,7 @@ TEST_F(Run, AnythingMayBeMissing) {
     words.insert(words.end(), names.begin(), names.end());
     return varnix(words);
   };
-  // Several after one word, as the help says.
+  // Several values after one option, as the help says.
   auto outcome = trace({"-[UIView tintColor]", "UIKeyboard", "-[UISwitch setTintColor:]"});
   EXPECT_EQ(outcome.status, 0) << outcome.error;
   EXPECT_EQ(outcome.out.find("hook -[UIView tintColor]"), outcome.out.npos) << outcome.out;
@@ -94,7 +94,7 @@ TEST_F(Run, AnythingMayBeMissing) {
   EXPECT_EQ(outcome.error, "varnix: the class has no such variable: UISwitch._noSuchVariable\n");
 }
 
-/// What the extension says is our saved implementation: a switch's layout is inherited, and the
+/// What the extension reports as our saved implementation: a switch's layout is inherited, and the
 /// extension replaces the superclass's.
 std::string switchLayout(const test::Words& options) {
   setenv("NEIGHBOUR_PRINTS", "1", 1);
@@ -136,12 +136,12 @@ TEST_F(Run, SpringBoardNeedsNoPlaceToWrite) {
                                              "/icons/com.example.notes.png\nwait\nprint\n");
   settings("<key>use_album_art</key><true/>");
   const Words words = {"run", "--bundle", "com.apple.springboard", "--script", script};
-  // The framework is there in a container that holds nothing but settings.
+  // The framework is available although the container has only settings.
   const auto outcome = varnix(words);
   EXPECT_EQ(outcome.status, 0) << outcome.error;
   EXPECT_NE(outcome.out.find("#f9d247ff"), outcome.out.npos) << outcome.out;
   EXPECT_FALSE(std::filesystem::exists(folder.path() + "/System"));
-  // Nobody makes a file there, and none can have a byte here.
+  // The first is a folder where nobody can make a file; the limit allows no file a single byte.
   for (const char* root : {"/proc", folder.path().c_str()}) {
     const std::string command = "trap '' XFSZ; ulimit -f 0; exec " + test::commandFile() +
                                 " run --bundle com.apple.springboard --root " + root +
@@ -162,7 +162,7 @@ TEST_F(Run, PrintsTheMessagesToAClassAlone) {
   }
   EXPECT_TRUE(outcome.out.starts_with("send +" + name + "alloc]\n")) << outcome.out;
   EXPECT_NE(outcome.out.find("send -" + name + "controlCenterWillPresent]\n"), outcome.out.npos);
-  // A superclass stands for its subclasses; nobody sends to a class that is not there.
+  // A superclass includes its subclasses; a class that does not exist gets no messages.
   const auto ofViews = varnix(
       {"run", "--bundle", "com.apple.springboard", "--script", script, "--messages", "UIView"});
   EXPECT_NE(ofViews.out.find("send -" + name + "controlCenterWillPresent]\n"), ofViews.out.npos);
@@ -206,13 +206,13 @@ TEST_F(Run, ASignalEndsItAndTakesItsContainerAlong) {
   Command command({"run", "--bundle", "com.example.app", "--settings", file, "--trace"});
   ASSERT_TRUE(command.waitFor("lightKeyboard"));
   EXPECT_FALSE(std::filesystem::is_empty(temporary.path()));
-  // The change is printed before the loop runs; the handlers are there already.
+  // This change is printed before the loop runs, when the handlers are already installed.
   command.signal(SIGTERM);
   EXPECT_EQ(command.wait(), 128 + SIGTERM);
   EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
 }
 
-/// Commands that were cut off while they had a container of their own.
+/// Commands that are interrupted while they have a temporary container.
 class CutOff : public Run {
  protected:
   CutOff() { setenv("TMPDIR", temporary.path().c_str(), 1); }
@@ -244,7 +244,7 @@ TEST_F(CutOff, AReaderWhoGoesAwayLeavesNothing) {
     command->write("print\nprint\n");
   }
   living.closeInput();
-  living.wait();  // with nothing more to say it need not notice
+  living.wait();  // it has no more to print, so it may not notice
   EXPECT_EQ(scripted.wait(), 128 + SIGPIPE);
   EXPECT_EQ(asked.finish(), 128 + SIGPIPE);
   EXPECT_EQ(scripted.error + asked.error, "");
@@ -252,7 +252,7 @@ TEST_F(CutOff, AReaderWhoGoesAwayLeavesNothing) {
 }
 
 TEST_F(CutOff, PickNeedsNoContainer) {
-  setenv("TMPDIR", "/proc", 1);  // where nobody makes a folder
+  setenv("TMPDIR", "/proc", 1);  // where nobody can make a folder
   const auto outcome = varnix({"pick", VARNIX_SAMPLES "/icons/com.example.mail.png"});
   EXPECT_EQ(outcome.status, 0) << outcome.error;
 }
@@ -265,7 +265,7 @@ TEST_F(Run, ACopyOfTheSettingsIsUsedAndTheFileLeftAlone) {
   const auto outcome =
       varnix({"run", "--bundle", "com.example.app", "--settings", file, "--trace"});
   EXPECT_EQ(outcome.status, 0) << outcome.error;
-  EXPECT_EQ(lines(outcome.out), 4) << outcome.out;  // the marks alone
+  EXPECT_EQ(lines(outcome.out), 4) << outcome.out;  // only the marks
   EXPECT_EQ(test::contentsOf(file), bytes);
   EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
   EXPECT_FALSE(std::filesystem::exists(settingsPath()));
@@ -311,7 +311,7 @@ TEST_F(CutOff, APipeThatNobodyWritesToIsGivenUp) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error,
             "varnix: cannot read the settings file: " + pipe + ": it did not end within 5 s\n");
-  // Nor does the system's loader wait for a library.
+  // The system's loader does not wait for a library either.
   const auto loaded = varnix({"run", "--bundle", "a", "--load", pipe});
   EXPECT_EQ(loaded.status, 1);
   EXPECT_EQ(loaded.error, "varnix: " + pipe + ": not a file\n");
@@ -345,7 +345,7 @@ TEST_F(Run, IconsThatAreNone) {
     EXPECT_EQ(outcome.out, "");
     EXPECT_TRUE(outcome.error.ends_with("not a PNG or JPEG image: " + file + "\n"));
     EXPECT_EQ(lines(outcome.error), 1);
-    // A process without images does not care.
+    // A process without images accepts any file.
     EXPECT_EQ(varnix({command, "--bundle", "a", "--kind", "daemon", "--icon", "b=" + file}).status,
               0);
   }
@@ -354,7 +354,7 @@ TEST_F(Run, IconsThatAreNone) {
 TEST_F(Run, AnIconOfWhichAPartIsThereIsAWarning) {
   const std::string whole = test::contentsOf(VARNIX_SAMPLES "/icons/com.example.mail.png");
   const std::string file = write("cut.png", whole.substr(0, whole.size() * 3 / 4));
-  // A name that a terminal would obey.
+  // A name that would control a terminal.
   const std::string clearing = write("c\x1b[2Jut.png", whole.substr(0, whole.size() * 3 / 4));
   const std::string shown = folder.path() + "/c\\x1b[2Jut.png";
   for (const char* command : {"run", "inspect"}) {
@@ -369,7 +369,7 @@ TEST_F(Run, AnIconOfWhichAPartIsThereIsAWarning) {
 }
 
 TEST_F(Run, AnotherExtensionIsLoadedAfterTheLibrary) {
-  // The library itself stands in for another extension: loading it again changes nothing.
+  // The library itself plays the other extension: loading it again changes nothing.
   const auto once = varnix({"run", "--bundle", "a", "--trace"});
   const auto twice = varnix({"run", "--bundle", "a", "--trace", "--load", test::libraryOfCommand(),
                              "--load", test::libraryOfCommand()});
@@ -410,7 +410,7 @@ TEST_F(Run, EveryRunningProcessShowsTheNewColour) {
   EXPECT_EQ(varnix({"settings", "set", "global_color", "#1e88e5"}).status, 0);
   EXPECT_TRUE(application.waitFor("dye #1e88e5ff\n"));
   EXPECT_TRUE(springBoard.waitFor("dye #1e88e5ff\n"));
-  // A process that died meanwhile disturbs nobody.
+  // A process that died disturbs nobody.
   springBoard.signal(SIGKILL);
   EXPECT_EQ(springBoard.wait(), -SIGKILL);
   EXPECT_EQ(varnix({"settings", "set", "global_color", "#43a047"}).status, 0);

@@ -15,7 +15,7 @@ constexpr char kDye[] = "#de3027ff";
 constexpr char kTaken[] = "#1e88e5ff";
 const std::string kArtwork = VARNIX_SAMPLES "/icons/com.example.notes.png";
 
-/// The writes of one tint.
+/// The writes for a tint.
 Json tint(const Json& color, CGFloat alpha) {
   constexpr CGFloat kMaskAlpha = 0.7;
   return Json::array({{"setRequiresColorStatistics:", true},
@@ -41,7 +41,7 @@ class Script : public test::CommandTest {
     words.insert(words.end(), {"--script", write("script", script)});
     return varnix(words);
   }
-  /// What each `print` printed: the value of "surfaces".
+  /// The value of "surfaces" that each `print` printed.
   std::vector<Json> printed(const Words& process, const std::string& script) const {
     const Outcome outcome = run(process, script);
     EXPECT_EQ(outcome.status, 0) << outcome.error;
@@ -119,12 +119,12 @@ TEST_F(Script, ATrackShowsTheColorOfItsArtwork) {
   ASSERT_EQ(prints.size(), 6U);
   auto writes = [&](int i) { return prints[i]["control-centre"]["writes"]; };
   EXPECT_EQ(writes(0), tint(kDye, 0.6));
-  EXPECT_EQ(writes(1), Json::array());  // only once the main loop turns
+  EXPECT_EQ(writes(1), Json::array());  // only once the main loop runs
   EXPECT_EQ(writes(2), tint(album, 0.6));
   EXPECT_EQ(writes(3), tint(kDye, 0.6));
   EXPECT_EQ(writes(4), tint(album, 0.6));
   EXPECT_EQ(writes(5), tint(kDye, 0.6));
-  // Nobody presented the other centre, so there is none.
+  // The other centre was never presented, so it does not exist.
   EXPECT_EQ(prints[2]["notification-centre"]["writes"], Json::array());
 }
 
@@ -196,7 +196,7 @@ TEST_F(Script, MessagesHasBalloons) {
 TEST_F(Script, StandardInputIsAScript) {
   Command command({"run", "--bundle", "com.example.app", "--script", "-"});
   command.write("# a keyboard\n\nkeyboard\nprint\n");
-  EXPECT_TRUE(command.waitFor("\"opaque\":false"));  // line by line, as they come
+  EXPECT_TRUE(command.waitFor("\"opaque\":false"));  // line by line, as they arrive
   command.write("print");                            // and without an end of line
   EXPECT_EQ(command.finish(), 0);
   EXPECT_EQ(std::count(command.out.begin(), command.out.end(), '\n'), 2);
@@ -218,12 +218,12 @@ TEST_F(Script, InspectReportsWhatWasPrintedAndWhatCameOfIt) {
   EXPECT_NE(outcome.out.find("\ncom.example.app (application)\n"), std::string::npos);
 }
 
-/// Scripts that come from somebody who does not stop, or does not begin.
+/// Scripts whose writer never stops, or never begins.
 class EndlessScript : public Script {
  protected:
   EndlessScript() { EXPECT_EQ(mkfifo(pipe().c_str(), 0600), 0); }
   std::string pipe() const { return folder.path() + "/pipe"; }
-  /// Ends once nobody reads.
+  /// Ends when nobody reads any more.
   void keepWriting() const {
     ASSERT_EQ(std::system(("yes print >" + pipe() + " 2>/dev/null &").c_str()), 0);
   }

@@ -1,4 +1,4 @@
-// varnix settings check, and what the commands that read settings warn of.
+// varnix settings check, and the warnings of commands that read settings.
 #include <sys/stat.h>
 
 #include "cli/bad_settings.h"
@@ -14,7 +14,7 @@ constexpr char kColorForms[] = "#RRGGBB, RRGGBB or #RGB, optionally with :alpha 
 
 class SettingsCheck : public test::CommandTest {
  protected:
-  /// What is found in the container's settings, which are the entries.
+  /// The findings for a settings file with those entries.
   std::string findings(const std::string& entries) {
     settings(entries);
     const auto outcome = varnix({"settings", "check"});
@@ -230,7 +230,7 @@ TEST_F(SettingsCheck, WhoReadsSettingsWarns) {
     words.insert(words.end(), {"--root", folder.path()});
     EXPECT_EQ(varnix(words).error, "varnix: " + settingsPath() + ": " + finding);
   }
-  // Nobody reads them.
+  // Without the library nobody reads the settings.
   EXPECT_EQ(varnix({"inspect", "--bundle", "a", "--no-library"}).error, "");
 }
 

@@ -27,7 +27,7 @@ class Settings : public test::CommandTest {
     const auto list = varnix({"settings", "list"});
     EXPECT_NE(list.out.find(words.front() + " = " + listed + "\n"), list.out.npos) << list.out;
   }
-  /// The words are refused with the message and change nothing.
+  /// The command refuses the words with that message and changes nothing.
   void expectRefused(const Words& words, int status, const std::string& message) {
     const std::string before = test::contentsOf(settingsPath());
     const auto outcome = varnix(words);
@@ -72,7 +72,7 @@ TEST_F(Settings, ColoursOfEveryForm) {
   for (const char* color : {"#a1B2c3", "a1b2c3", "#abc", "#112233:0.5", "112233:1", "#123:0"}) {
     expectSet({"cc_color", color}, '"' + std::string(color) + '"');
   }
-  // Digits alone are a colour here, not a number.
+  // Digits alone are a colour here.
   expectSet({"cc_color", "112233"}, "\"112233\"");
   for (const char* color : {"",
                             "#",
@@ -209,7 +209,7 @@ TEST_F(Settings, AFileWithoutADictionaryIsLeftAlone) {
   }
 }
 
-/// The value under "a".
+/// A dictionary with that value under "a".
 NSMutableDictionary* dictionaryWith(NSObject* value) {
   auto* entries = NSMutableDictionary::dictionary();
   send(entries, NSMutableDictionary::setObjectForKey, value, "a"_ns);
@@ -226,7 +226,7 @@ TEST_F(Settings, WhatXmlCannotHoldIsKeptInBinaryForm) {
          "cc_color_type"_ns);
     NSObject* stored = host::propertyListFromFile(settingsPath());
     EXPECT_TRUE(send(entries, NSObject::isEqual, stored));
-    // The text may be a key, or deep inside, and goes with its entry.
+    // The text may be a key, or deep inside; it is removed with its entry.
     EXPECT_EQ(varnix({"settings", "unset", "a"}).status, 0);
     EXPECT_TRUE(test::contentsOf(settingsPath()).starts_with("<?xml"));
     auto* list = NSMutableArray::array();
@@ -279,7 +279,7 @@ TEST_F(Settings, ALinkStaysAndItsTargetIsWritten) {
   const std::string target = folder.path() + "/elsewhere/real.plist";
   std::filesystem::create_directories(folder.path() + "/elsewhere");
   std::filesystem::rename(settingsPath(), target);
-  // A link to a link, the second by a relative path.
+  // A link to a link; the second has a relative path.
   std::filesystem::create_symlink("real.plist", folder.path() + "/elsewhere/link");
   std::filesystem::create_symlink(folder.path() + "/elsewhere/link", settingsPath());
   EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
@@ -303,7 +303,7 @@ TEST_F(Settings, FilesOfKilledCommandsAreCleared) {
   if (child == 0) _exit(0);
   waitpid(child, nullptr, 0);
   const std::string gone = settingsPath() + "." + std::to_string(child) + ".0";
-  // Of a process that lives, and what only looks like one.
+  // Files of a living process, and files that only look like temporary ones.
   const std::vector<std::string> others = {settingsPath() + "." + std::to_string(getpid()) + ".0",
                                            settingsPath() + "." + std::to_string(child),
                                            settingsPath() + "." + std::to_string(child) + ".x",
@@ -336,7 +336,7 @@ TEST_F(Settings, AFolderInItsPlaceIsLeftAlone) {
 
 TEST_F(Settings, TheOldFileIsReplacedAtOnce) {
   settings("<key>enabled</key><true/>");
-  // Whoever has the old file open keeps reading it whole.
+  // A process that has the old file open can still read all of it.
   std::ifstream old(settingsPath());
   const std::string before = test::contentsOf(settingsPath());
   EXPECT_EQ(varnix({"settings", "set", "cc_color", "#123456"}).status, 0);

@@ -1,5 +1,4 @@
-// An extension beside ours: prints what a view answers for its tint, when it is loaded and at each
-// change of the settings.
+// Another extension: prints a view's tint when it is loaded and after each change of the settings.
 #include <cmath>
 #include <cstdio>
 

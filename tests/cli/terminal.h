@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// Runs the command with a terminal for all its streams, and gives what it showed there.
+/// Runs the command with a terminal for all its streams, and returns what it showed there.
 inline std::string shownAtTerminal(Words words) {
   const std::string file = commandFile();
   words.insert(words.begin(), file);
@@ -22,7 +22,7 @@ inline std::string shownAtTerminal(Words words) {
   }
   std::string shown;
   char block[4096];
-  // The last reader of its other end being gone is an error.
+  // When the last process closes the other end, read() fails.
   for (ssize_t length = 0; (length = read(terminal, block, sizeof block)) > 0;)
     shown.append(block, static_cast<std::size_t>(length));
   close(terminal);

@@ -30,7 +30,7 @@ NSUInteger squareDistance(const Triple& a, const Triple& b) {
   return function(a.data(), b.data());
 }
 
-/// With what the platform was last asked for a colour of that hue.
+/// The arguments of the last request to the platform for a colour of a hue.
 std::array<CGFloat, 4> askedHsb{};
 IMP originalWithHue = nullptr;
 
@@ -91,7 +91,7 @@ TEST_F(ColorFunctions, DarkenByNothingKeepsTheColor) {
 }
 
 TEST_F(ColorFunctions, DarkenLowersBrightnessAndRaisesSaturation) {
-  // The factors are single-precision numbers, the products are not.
+  // The factors are single-precision numbers, but the products are not.
   struct Case {
     float amount, saturating, dimming;
   };

@@ -1,4 +1,4 @@
-// The icon's colour as a plain function: asked by others than the dye.
+// The icon's colour as a plain function, for callers other than the dye.
 #include <filesystem>
 
 #include "picker/analysis.h"
@@ -47,7 +47,7 @@ UIColor* noColor(Class, SEL, CGFloat, CGFloat, CGFloat, CGFloat) { return nullpt
 
 TEST_F(IconFunction, IsNilAndNotTheFallbackWhereTheImageHasNoColor) {
   UIColor* fallback = rgb(0, 1, 0);
-  // Neither the picker nor the average can make a colour now.
+  // Now neither the picker nor the average can make a colour.
   withRed.install<&noColor>(objc_getMetaClass("UIColor"), UIColor::colorWithRed);
   send<void>(UIApplication::sharedApplication(), "setApplicationState:"_sel, NSInteger{2});
   EXPECT_EQ(iconColor("com.example.mail"_ns, fallback, nullptr), nullptr);

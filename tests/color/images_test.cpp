@@ -31,13 +31,13 @@ std::array<CGFloat, 4> alignment(UIImage* image) {
   return values(send<UIEdgeInsets>(image, "alignmentRectInsets"_sel));
 }
 
-/// The image shown with so many pixels a point, that way up.
+/// The image at that scale, in pixels a point, and that orientation.
 UIImage* shown(UIImage* image, CGFloat scale, NSInteger orientation = 0) {
   return send<UIImage*>(objc_getClass("UIImage"), "imageWithCGImage:scale:orientation:"_sel,
                         bitmapOf(image), scale, orientation);
 }
 
-/// Every alpha, with colours that must play no part.
+/// Every alpha, with colours that must not matter.
 UIImage* everyAlpha() {
   return picture(16, 16, [](std::size_t x, std::size_t y) {
     const auto alpha = static_cast<std::uint8_t>(y * 16 + x);
@@ -78,7 +78,7 @@ TEST_F(ColorImages, ASilhouetteInAnOpaqueColorHasTheSourcesAlphaItself) {
     const Bytes pixels = pixelsOf(recolor(image, color));
     for (std::size_t i = 0; i < 256; ++i) ASSERT_EQ(pixels[i * 4 + 3], i);
   }
-  // A grey counts as one.
+  // A grey counts as a colour.
   EXPECT_EQ(pixelsOf(recolor(image, UIColor::whiteColor())),
             pixelsOf(recolor(image, rgb(1, 1, 1))));
 }
@@ -144,7 +144,7 @@ TEST_F(ColorImages, ASilhouetteWithoutColorIsTransparent) {
 }
 
 TEST_F(ColorImages, OfNothingThereIsNeither) {
-  auto* empty = make<UIImage>("UIImage");  // without bitmap: its size is zero
+  auto* empty = make<UIImage>("UIImage");  // without a bitmap its size is zero
   for (UIImage* image : {static_cast<UIImage*>(nullptr), empty}) {
     for (UIColor* color : {rgb(1, 0, 0), static_cast<UIColor*>(nullptr)}) {
       EXPECT_EQ(recolor(image, color), nullptr);

@@ -1,5 +1,5 @@
-// Images in another hue, against the W3C's formulas of compositing and blending, worked out here
-// in double precision. Components run from 0 to 1, in pictures from 0 to 255.
+// Images in another hue, compared with the W3C's formulas for compositing and blending, computed
+// here in double precision. Components run from 0 to 1, in pictures from 0 to 255.
 #include <algorithm>
 #include <cmath>
 
@@ -34,7 +34,7 @@ Rgb setLum(Rgb c, double l) {
   return clipColor(c);
 }
 
-/// The smallest part becomes 0, the largest the saturation, the middle one what lies between.
+/// The smallest part becomes 0, the largest the saturation; the middle one stays in proportion.
 Rgb setSat(Rgb c, double s) {
   const double smallest = std::min({c[0], c[1], c[2]});
   const double range = sat(c);
@@ -46,7 +46,7 @@ Rgb hueOf(const Rgb& backdrop, const Rgb& source) {
   return setLum(setSat(source, sat(backdrop)), lum(backdrop));
 }
 
-/// Premultiplied.
+/// With premultiplied colour.
 struct Layer {
   Rgb color{};
   double alpha = 0;
@@ -82,7 +82,7 @@ Layer hueOver(const Layer& backdrop, const Layer& source) {
   return composite(backdrop, source, hueOf);
 }
 
-/// The pixel, black under its own coverage, the pixel under it again, then the hue under it.
+/// The layers from below: the pixel, black with the pixel's coverage, the pixel again, the hue.
 Layer expectedTint(const Layer& pixel, const Rgb& pureHue, double alpha) {
   Layer result = pixel;
   result = over(result, layer({}, 1).covered(pixel.alpha));
@@ -90,7 +90,7 @@ Layer expectedTint(const Layer& pixel, const Rgb& pureHue, double alpha) {
   return hueOver(result, layer(pureHue, alpha).covered(pixel.alpha));
 }
 
-/// Saturation and brightness 1.
+/// The hue at saturation and brightness 1.
 Rgb pureHue(double hue) {
   const double h = hue * 6;
   auto ramp = [](double x) { return std::clamp(x, 0.0, 1.0); };
@@ -112,14 +112,14 @@ Layer layerAt(const Bytes& bytes, std::size_t pixel) {
   return {{p[0] / 255.0, p[1] / 255.0, p[2] / 255.0}, p[3] / 255.0};
 }
 
-/// The largest difference, of 255.
+/// The largest difference, on a scale of 255.
 double difference(const Layer& a, const Layer& b) {
   double worst = std::abs(a.alpha - b.alpha);
   for (std::size_t c = 0; c < 3; ++c) worst = std::max(worst, std::abs(a.color[c] - b.color[c]));
   return worst * 255;
 }
 
-/// 216 colours in a row, each row of another alpha.
+/// 216 colours in a row; each row has another alpha.
 constexpr std::size_t kColors = 216;
 constexpr std::uint8_t kAlphas[] = {0, 1, 5, 26, 64, 128, 191, 230, 254, 255};
 constexpr std::size_t kRows = std::size(kAlphas);
@@ -134,8 +134,8 @@ Pixel gridPixel(std::size_t x, std::size_t y) {
 UIImage* grid() { return picture(kColors, kRows, gridPixel); }
 
 constexpr double kMostOff = 2;
-/// Where an edge is soft, three layers of eight bits a component lie under the hue, which makes
-/// their rounding up to three times larger.
+/// At soft edges, three layers of eight bits a component are below the hue, which enlarges their
+/// rounding errors up to three times.
 constexpr double kMostOffAtEdges = 3.25;
 
 class Tint : public PlainAnalysis {};
@@ -143,13 +143,13 @@ class Tint : public PlainAnalysis {};
 TEST_F(Tint, IsTheFormulasOverAGridOfColorsAndAlphas) {
   UIImage* image = grid();
   const Bytes before = pixelsOf(image);
-  const Bytes beneath = pixelsOf(tint(image, nullptr));  // all layers but the hue
+  const Bytes beneath = pixelsOf(tint(image, nullptr));  // all layers except the hue
   std::array<double, kRows> worst{};
   double worstHue = 0;
   for (int step = 0; step < 24; ++step) {
     for (const double alpha : {1.0, 0.8, 0.5, 0.2, 0.0}) {
       const double hue = step / 24.0;
-      // However dull the colour is: its hue counts.
+      // However dull the colour is, only its hue matters.
       const Bytes after = pixelsOf(tint(image, hsb(hue, 0.4, 0.6, alpha)));
       ASSERT_EQ(after.size(), before.size());
       for (std::size_t i = 0; i < kColors * kRows; ++i) {
@@ -181,7 +181,7 @@ TEST_F(Tint, OfAnOpaqueImageKeepsSaturationAndLuminosity) {
     const Layer was = layerAt(before, i);
     const Layer is = layerAt(after, i);
     EXPECT_NEAR(lum(is.color), lum(was.color), 1.5 / 255);
-    // Near black and white a colour cannot be as saturated and as bright at once.
+    // Near black and white, a colour cannot be as saturated as at medium brightness.
     EXPECT_LE(sat(is.color), sat(was.color) + 2.5 / 255);
     EXPECT_GE(is.color[2] + 1.0 / 255, std::max(is.color[0], is.color[1])) << "blue";
     EXPECT_EQ(is.alpha, 1);
@@ -199,7 +199,7 @@ TEST_F(Tint, LeavesGreyAsItIs) {
 }
 
 TEST_F(Tint, MakesSoftEdgesDarkerAndMoreOpaque) {
-  // A half covered white: 128, then black over it, then white once more at a quarter.
+  // White with half coverage: 128, then black over it, then white again for a quarter.
   UIImage* image =
       picture(1, 1, [](std::size_t, std::size_t) { return Pixel{128, 128, 128, 128}; });
   const Bytes after = pixelsOf(tint(image, hsb(0, 1, 1, 0)));
@@ -248,7 +248,7 @@ TEST_F(Tint, IsOnePixelAPoint) {
     EXPECT_EQ(size.width, side);
     EXPECT_EQ(size.height, side);
     EXPECT_EQ(CGImageGetWidth(send<CGImageRef>(result, "CGImage"_sel)), side);
-    // Nothing but its pixels comes from the source.
+    // The source gives only its pixels.
     EXPECT_EQ(send<NSInteger>(result, "renderingMode"_sel), 0);
     EXPECT_FALSE(send<bool>(result, "_isResizable"_sel));
     const Layer expected = hueOver({{200 / 255.0, 100 / 255.0, 50 / 255.0}, 1}, {pureHue(0.6), 1});
@@ -258,10 +258,10 @@ TEST_F(Tint, IsOnePixelAPoint) {
   }
 }
 
-/// Both drawn into a context: the first as it is, the second in its hue.
+/// Both are drawn into a context: the first normally, the second in hue mode.
 TEST(HueMode, IsTheFormulaForImagesToo) {
   double worst = 0;
-  // The grid's rows as they come, against a source whose colours and alphas are shifted.
+  // The grid's rows in order, over a source with shifted colours and alphas.
   for (std::size_t shift = 0; shift < kColors; shift += 7) {
     for (std::size_t turn = 0; turn < kRows; ++turn) {
       Bytes under, top;

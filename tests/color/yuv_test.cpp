@@ -99,7 +99,7 @@ TEST_F(ColorYuv, YuvDistanceIsExact) {
     const float dy = y(a) - y(b);
     const float du = u(a) - u(b);
     const float dv = v(a) - v(b);
-    // Apart, so that no processor fuses a product and a sum.
+    // Separate, so that no processor fuses a product and a sum.
     const volatile float yy = dy * dy;
     const volatile float uu = du * du;
     const volatile float vv = dv * dv;

@@ -1,4 +1,4 @@
-// Contexts over memory: which there are, and what drawing leaves in the bytes.
+// Contexts over memory: which ones are possible, and what drawing leaves in the bytes.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -17,7 +17,7 @@ struct Format {
   const char* name;
   CGBitmapInfo info;
   bool isGrey;
-  Bytes white;  ///< one pixel, begun as fives and then filled with (51, 102, 204), opaque
+  Bytes white;  ///< one pixel: all bytes five at first, then filled with opaque (51, 102, 204)
 };
 
 void PrintTo(const Format& format, std::ostream* out) { *out << format.name; }
@@ -35,7 +35,7 @@ const Format kFormats[] = {
     {"bgra", kCGImageAlphaPremultipliedFirst | kLittle, false, {204, 102, 51, 255}},
     {"xbgr", kCGImageAlphaNoneSkipLast | kLittle, false, {5, 204, 102, 51}},
     {"bgrx", kCGImageAlphaNoneSkipFirst | kLittle, false, {204, 102, 51, 5}},
-    {"grey", kCGImageAlphaNone, true, {98}},  // 0.299, 0.587 and 0.114 of them
+    {"grey", kCGImageAlphaNone, true, {98}},  // 0.299, 0.587 and 0.114 of the components
     {"alpha only", kCGImageAlphaOnly, true, {255}},
 };
 
@@ -63,7 +63,7 @@ TEST_P(EveryContext, LeavesItsPixelsInMemory) {
   EXPECT_EQ(bytes, GetParam().white);
 }
 
-/// The lower right one of 3 x 2 pixels is filled; the others and the padding stay as they were.
+/// Fills the lower right pixel of 3 x 2; the other pixels and the padding stay as they were.
 TEST_P(EveryContext, LeavesWhatIsNotDrawnOn) {
   const std::size_t size = GetParam().white.size();
   const std::size_t row = 3 * size + 4;
@@ -104,7 +104,7 @@ TEST_P(EveryContext, HasAnImageOfItsFormat) {
   ASSERT_NE(image, nullptr);
   EXPECT_EQ(CGImageGetBitmapInfo(image), GetParam().info);
   EXPECT_EQ(CGImageGetBitsPerPixel(image), size * 8);
-  // What is drawn afterwards is not in it.
+  // Later drawing does not change the image.
   CGContextFillRect(context, {{0, 0}, {4, 1}});
   Bytes again(size * 4, 0);
   const Context other(createContext(again, 4, 1, size * 4, GetParam()));
@@ -112,7 +112,7 @@ TEST_P(EveryContext, HasAnImageOfItsFormat) {
   Bytes expected(size, 0);
   append(expected, GetParam().white);
   append(expected, Bytes(size * 2, 0));
-  // Skipped bytes stay as they are in the memory drawn into.
+  // Skipped bytes of the destination keep their values.
   for (std::size_t i = 0; i < size; ++i) {
     if (GetParam().white[i] == 5) expected[size + i] = 0;
   }

@@ -1,4 +1,4 @@
-// Drawing: where it lands, and with what state.
+// Drawing: where it goes, and with which state.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,7 +10,7 @@ namespace {
 
 using namespace test;
 
-/// A bitmap whose pixels are read as letters: one for each pure colour.
+/// A bitmap read as letters: one for each pure colour.
 class Drawing : public testing::Test {
  protected:
   /// The rows from the top, as "rg/b.".

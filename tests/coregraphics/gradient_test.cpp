@@ -1,4 +1,4 @@
-// Linear gradients, images as masks, and paths that are filled.
+// Linear gradients, images as masks, and filled paths.
 #include <atomic>
 #include <cmath>
 #include <limits>
@@ -30,7 +30,7 @@ CGGradientRef createGradient(std::vector<NSObject*> colors, const CGFloat* locat
                                     locations);
 }
 
-/// A row of so many pixels, each of that alpha.
+/// A row of pixels with those alphas.
 CGImageRef createMask(const std::vector<std::uint8_t>& alphas, std::size_t height = 1) {
   Bytes bytes;
   for (const std::uint8_t alpha : alphas) bytes.insert(bytes.end(), {0, 0, alpha, alpha});
@@ -47,7 +47,7 @@ class Drawn : public test::Hosted {
  protected:
   void SetUp() override { start("com.example.app"); }
 
-  /// Ten pixels over which the gradient is drawn from the third to the eighth one's left edge.
+  /// Ten pixels. The gradient runs from the left edge of the third to that of the eighth.
   static Bytes drawn(CGGradientRef gradient, CGGradientDrawingOptions options,
                      CGPoint from = {2, 0}, CGPoint to = {7, 0}) {
     Bytes bytes;
@@ -171,7 +171,7 @@ TEST(Mask, OfGreysWithoutAlphaCoversByThem) {
     CGContextFillRect(context, {{0, 0}, {4, 1}});
     EXPECT_EQ(alphasOf(bytes), expected);
   }
-  // Halved, it covers by the means.
+  // At half size, the means cover.
   const test::Bitmap mask(test::createImage(values, greys));
   Bytes bytes;
   const test::Context context(test::createContext(bytes, 2, 1));
@@ -222,7 +222,7 @@ TEST(Mask, StandsUprightInTheSpaceOfItsTime) {
   const test::Context context(test::createContext(bytes, 1, 2));
   CGContextSaveGState(context);
   CGContextClipToMask(context, {{0, 0}, {1, 2}}, mask);
-  CGContextTranslateCTM(context, 0, 2);  // which moves it no more
+  CGContextTranslateCTM(context, 0, 2);  // which does not move the mask
   CGContextScaleCTM(context, 1, -1);
   CGContextFillRect(context, {{0, 0}, {1, 2}});
   EXPECT_EQ(alphasOf(bytes), (Bytes{255, 0}));
@@ -257,8 +257,8 @@ TEST(Mask, SeveralCoverTogetherUntilTheStateIsRestored) {
 }
 
 TEST(Mask, CoversEachBlendMode) {
-  // Covered by a half, each mode does half of what it does; green is not covered twice, nor blue
-  // left uncovered.
+  // At half coverage, each mode has half its effect. Green must not be covered twice, nor blue left
+  // uncovered.
   const test::Bitmap mask(createMask({128}));
   const Bytes under{200, 100, 50, 255};
   for (const std::int32_t mode : {0, 1, 2, 12, 13, 14, 15, 16, 17, 18, 22, 25}) {

@@ -1,4 +1,4 @@
-// Contexts under rectangles, transforms and sizes that make no sense.
+// Contexts with rectangles, transforms and sizes that make no sense.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -16,13 +16,13 @@ constexpr CGFloat kStrange[] = {kNaN, kInfinity, -kInfinity, kHuge, -kHuge, test
 
 const Bytes kRedDot{255, 0, 0, 255};
 
-/// Four by four pixels, nothing in them.
+/// An empty bitmap of four by four pixels.
 struct Canvas {
   Bytes bytes;
   test::Context context{test::createContext(bytes, 4, 4)};
 
   bool isClear() const { return bytes == Bytes(64); }
-  /// Whether drawing still works: the pixel at the upper right becomes blue.
+  /// Whether drawing still works: makes the pixel at the upper right blue.
   bool works() {
     CGContextSetRGBFillColor(context, 0, 0, 1, 1);
     CGContextFillRect(context, {{3, 3}, {1, 1}});

@@ -103,14 +103,15 @@ TEST_P(EveryFormat, IsDrawnAsItsPixelsSay) {
   EXPECT_EQ(drawn(image), GetParam().rgba);
 }
 
-/// Rows longer than what is converted at once, with padding between them; the last row has none.
+/// Rows longer than the part that is converted at once, with padding between them; the last row has
+/// no padding.
 TEST_P(EveryFormat, IsReadAlongTheRows) {
   constexpr std::size_t kWidth = 67;
   Layout layout = GetParam().layout;
   layout.width = kWidth;
   layout.height = 2;
   const Bytes& pixel = GetParam().bytes;
-  // Every other pixel is all zeros: black, or transparent.
+  // Every second pixel is all zeros: black, or transparent.
   const Bytes zeros(pixel.size());
   const bool isOpaque = alphaOf(layout) == kCGImageAlphaNone ||
                         alphaOf(layout) == kCGImageAlphaNoneSkipLast ||
@@ -135,7 +136,7 @@ TEST(Image, DecodesItsComponents) {
   Layout layout{.bitsPerPixel = 24, .info = kCGImageAlphaNone, .decode = {1, 0, 0, 0.5, 0.5, 1}};
   EXPECT_EQ(drawn(Bitmap(createImage({0, 255, 0}, layout))), (Bytes{255, 128, 128, 255}));
   EXPECT_EQ(drawn(Bitmap(createImage({51, 102, 255}, layout))), (Bytes{204, 51, 255, 255}));
-  // What is decoded beyond black or white stays there.
+  // Values decoded beyond black or white are limited to them.
   layout.decode = {-1, 0, 1, 5, 0, 1};
   EXPECT_EQ(drawn(Bitmap(createImage({128, 128, 128}, layout))), (Bytes{0, 255, 128, 255}));
 }
@@ -200,13 +201,13 @@ TEST(Image, IsNoneWhereTheParametersFitNoFormat) {
       {.bitsPerComponent = 1, .bitsPerPixel = 1, .info = kCGImageAlphaNone, .isGrey = true},
       {.bitsPerComponent = 32, .bitsPerPixel = 128},
       {.bitsPerPixel = 24},  // no room for alpha
-      {.bitsPerPixel = 40},  // more than there is
+      {.bitsPerPixel = 40},  // more than its components need
       {.bitsPerPixel = 16, .info = kCGImageAlphaNone},
       {.bitsPerPixel = 30, .info = kCGImageAlphaNone},
       {.bitsPerComponent = 16, .bitsPerPixel = 32},
       {.info = kRgba | kCGBitmapFloatComponents},
-      {.info = 8},                // no such place for alpha
-      {.info = kRgba | 5 << 12},  // no such order
+      {.info = 8},                // an alpha position that does not exist
+      {.info = kRgba | 5 << 12},  // a byte order that does not exist
       {.bitsPerPixel = 24, .info = kCGImageAlphaNone | kCGBitmapByteOrder32Little},
       {.bitsPerPixel = 24, .info = kCGImageAlphaNone | kCGBitmapByteOrder16Little},
       {.bitsPerPixel = 32, .info = kRgba, .isGrey = true},

@@ -1,4 +1,4 @@
-// Images out of files that are too large, or too long, to be kept as a whole.
+// Images from files that are too large, or too long, to be kept whole.
 #include <sys/resource.h>
 
 #include <thread>
@@ -21,7 +21,7 @@ using test::PngLook;
 /// More than 16 Mi pixels.
 constexpr unsigned kSide = 4200;
 
-/// Two colours in noise, so that the file is small.
+/// Two colours mixed at random, so that the file is small.
 std::string twoColors(unsigned width, unsigned height, bool hasAlpha = false) {
   PngLook look = {.colorType = PNG_COLOR_TYPE_PALETTE, .bitDepth = 1};
   look.palette = {{250, 3, 90}, {10, 200, 30}};
@@ -52,7 +52,7 @@ class LargeImage : public test::Hosted {
   }
 };
 
-/// All at once, from the decoded pixels.
+/// Computed in one step from the decoded pixels.
 Bytes shrunk(const Picture& picture, std::size_t width, std::size_t height) {
   Bytes pixels = picture.rgba;
   for (std::size_t i = 0; i < pixels.size(); ++i) {
@@ -94,7 +94,7 @@ TEST_F(LargeImage, HasItsOwnPixelsForWhoAsks) {
 TEST_F(LargeImage, IsDrawnAsItIsWhereNothingIsShrunk) {
   const std::string file = twoColors(kSide, kSide);
   const auto made = image(file);
-  // Its lower left corner.
+  // Draws its lower left corner.
   Bytes bytes;
   const test::Context context(test::createContext(bytes, 8, 8));
   CGContextDrawImage(context, {{0, 0}, {kSide, kSide}}, bitmap(made));
@@ -116,7 +116,7 @@ TEST_F(LargeImage, TakesLittleMemory) {
   const auto before = mostKilobytes();
   const auto made = image(file);
   EXPECT_EQ(test::drawn(bitmap(made), 32, 32).size(), 32U * 32 * 4);
-  // Of 250,000 that its pixels would take.
+  // All pixels would take 250,000.
   EXPECT_LT(mostKilobytes() - before, 60'000);
 }
 
@@ -129,7 +129,7 @@ TEST_F(LargeImage, ACutOneHasTheRowsThatAreThere) {
   const Bytes part = test::drawn(bitmap(made), 10, 10);
   EXPECT_TRUE(std::equal(part.begin(), part.begin() + 4 * 40, whole.begin()));
   for (std::size_t i = 6 * 40; i < part.size(); ++i) EXPECT_EQ(part[i], i % 4 == 3 ? 255 : 0) << i;
-  // Not one row.
+  // Not a single row is left.
   EXPECT_EQ(image(file.substr(0, 120)), nullptr);
 }
 
@@ -165,7 +165,7 @@ TEST_F(LargeImage, SidesAreAsLongAsTheFormatsHaveThem) {
 }
 
 TEST_F(LargeImage, WhatIsLongerThanABitmapIsDrawnWhole) {
-  // Two halves, as they lie: the bitmap shows where they meet.
+  // Two halves side by side: the bitmap shows where they meet.
   constexpr unsigned kLong = 65'535;
   PngLook look = {.colorType = PNG_COLOR_TYPE_GRAY};
   Bytes row(kLong, 0);

@@ -1,4 +1,4 @@
-// Transforms, blend modes, clips and how smoothly images are enlarged.
+// Transforms, blend modes, clips, and how smoothly images are enlarged.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -12,7 +12,7 @@ using test::Bytes;
 
 constexpr double kQuarter = 1.5707963267948966;
 
-/// By the platform's numbers.
+/// With the platform's numbers.
 enum Mode : std::int32_t {
   normal = 0,
   multiply = 1,
@@ -29,7 +29,7 @@ enum Mode : std::int32_t {
   plusLighter = 27,
 };
 
-/// What comes of one pixel drawn over another.
+/// The result of drawing one pixel over another.
 Bytes blended(std::int32_t mode, const Bytes& under, const Bytes& over) {
   Bytes bytes = under;
   const test::Context context(test::createContext(bytes, 1, 1));
@@ -40,9 +40,9 @@ Bytes blended(std::int32_t mode, const Bytes& under, const Bytes& over) {
 }
 
 TEST(BlendMode, MixesPremultipliedColors) {
-  const Bytes over{102, 0, 0, 102};     // red, covering two fifths
+  const Bytes over{102, 0, 0, 102};     // red, two fifths opaque
   const Bytes under{0, 255, 0, 255};    // green
-  const Bytes halfUnder{0, 51, 0, 51};  // green, covering a fifth
+  const Bytes halfUnder{0, 51, 0, 51};  // green, one fifth opaque
   EXPECT_EQ(blended(normal, under, over), (Bytes{102, 153, 0, 255}));
   EXPECT_EQ(blended(multiply, under, over), (Bytes{0, 153, 0, 255}));
   EXPECT_EQ(blended(screen, under, over), (Bytes{102, 255, 0, 255}));
@@ -58,7 +58,7 @@ TEST(BlendMode, MixesPremultipliedColors) {
 }
 
 TEST(BlendMode, HueTakesOnlyTheHue) {
-  // Of grey there is nothing to colour.
+  // A grey has no saturation to keep.
   EXPECT_EQ(blended(hue, {90, 90, 90, 255}, {0, 0, 255, 255}), (Bytes{90, 90, 90, 255}));
   const Bytes result = blended(hue, {200, 100, 100, 255}, {0, 0, 255, 255});
   EXPECT_GT(result[2], result[0]);
@@ -105,7 +105,7 @@ TEST(BlendMode, IsSavedAndRestored) {
 
 // --- transforms ----------------------------------------------------------------------------------
 
-/// Of numbers up to 16.
+/// For numbers up to 16.
 constexpr double kRounding = 16 * std::numeric_limits<CGFloat>::epsilon();
 
 void expectTransform(CGContextRef context, const std::array<CGFloat, 6>& expected) {
@@ -140,7 +140,7 @@ TEST(Transform, TurnsAndMirrorsPixelsExactly) {
     return Bytes(bytes.begin() + static_cast<std::ptrdiff_t>(index) * 4,
                  bytes.begin() + static_cast<std::ptrdiff_t>(index) * 4 + 4);
   };
-  // A quarter turn counter-clockwise: what was the right column is the top row.
+  // A quarter turn counter-clockwise: the right column becomes the top row.
   Bytes turned;
   const test::Context tall(test::createContext(turned, 2, 3));
   CGContextTranslateCTM(tall, 2, 0);
@@ -160,7 +160,7 @@ TEST(Transform, TurnsAndMirrorsPixelsExactly) {
 }
 
 TEST(Transform, ShrinksUprightWhereTheContextIsFlipped) {
-  // White above black, four pixels into two.
+  // White above black, four pixels drawn into two.
   Bytes column(4 * 4, 255);
   for (std::size_t i : {8U, 9U, 10U, 12U, 13U, 14U}) column[i] = 0;
   const test::Bitmap image(test::createImage(column, {.width = 1, .height = 4}));
@@ -178,10 +178,10 @@ TEST(Clip, KeepsDrawingInside) {
   Bytes bytes;
   const test::Context context(test::createContext(bytes, 3, 1));
   CGContextSaveGState(context);
-  CGContextClipToRect(context, {{2, 1}, {-1, -1}});  // sides may run either way
+  CGContextClipToRect(context, {{2, 1}, {-1, -1}});  // sides may be negative
   CGContextFillRect(context, {{0, 0}, {3, 1}});
   EXPECT_EQ(bytes, (Bytes{0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0, 0}));
-  CGContextClipToRect(context, {{0, 0}, {1, 1}});  // nothing is left
+  CGContextClipToRect(context, {{0, 0}, {1, 1}});  // this leaves nothing
   CGContextClearRect(context, {{0, 0}, {3, 1}});
   EXPECT_EQ(bytes[7], 255);
   CGContextRestoreGState(context);
@@ -218,7 +218,7 @@ TEST(Alpha, CoversImagesAndFillsInPart) {
   EXPECT_EQ(bytes, (Bytes{0, 51, 0, 51}));
 }
 
-/// The red of a row of black and white, enlarged.
+/// The red values of an enlarged row of black and white.
 Bytes enlarged(CGInterpolationQuality quality) {
   const test::Bitmap image(
       test::createImage({0, 0, 0, 255, 255, 255, 255, 255}, {.width = 2, .height = 1}));
@@ -235,7 +235,7 @@ TEST(Interpolation, IsSmoothUnlessItShallNot) {
   const Bytes smooth = enlarged(CGInterpolationQuality::standard);
   EXPECT_EQ(smooth.front(), 0);
   EXPECT_EQ(smooth.back(), 255);
-  // Linear from the middle of one pixel to the middle of the other.
+  // Linear between the centres of the two pixels.
   EXPECT_NEAR(smooth[2], 255 / 8, 2);
   EXPECT_NEAR(smooth[3], 255 * 3 / 8, 2);
   EXPECT_NEAR(smooth[4], 255 * 5 / 8, 2);

@@ -41,12 +41,12 @@ class Shrink : public test::Hosted {
                        send<CGImageRef>(image, "CGImage"_sel));
     return pixels;
   }
-  /// How much of a pixel lies between two bounds.
+  /// How much of a pixel is between two bounds.
   static double part(std::size_t pixel, double from, double to) {
     const auto at = static_cast<double>(pixel);
     return std::max(0.0, std::min(at + 1, to) - std::max(at, from));
   }
-  /// The mean over an area whose edges cut through pixels, worked out plainly.
+  /// The mean of an area whose edges cut through pixels, computed directly.
   static std::array<double, 4> mean(const Pixels& pixels, std::size_t width, double x0, double x1,
                                     double y0, double y1) {
     std::array<double, 4> sum{};
@@ -60,7 +60,7 @@ class Shrink : public test::Hosted {
     for (double& value : sum) value /= (x1 - x0) * (y1 - y0);
     return sum;
   }
-  /// The largest difference between what is drawn and the plain means.
+  /// The largest difference between the drawing and the directly computed means.
   static double worst(std::size_t width, std::size_t height, std::size_t toWidth,
                       std::size_t toHeight) {
     objc::AutoreleasePool pool;
@@ -114,7 +114,7 @@ TEST_F(Shrink, KeepsOneColorAsItIs) {
 }
 
 TEST_F(Shrink, AVeryLargeImageIsItsMean) {
-  // More rows than 16 bits can sum.
+  // More rows than a sum of 16 bits can hold.
   UIImage* image = test::picture(3, 4000, [](std::size_t, std::size_t y) {
     return y % 2 == 0 ? Pixel{255, 0, 0, 255} : Pixel{0, 0, 255, 255};
   });

@@ -1,4 +1,4 @@
-// Images, contexts and the stacks of image contexts, used by many threads at once.
+// Images, contexts and stacks of image contexts, used by many threads at once.
 #include <thread>
 
 #include "UIGraphics/UIGraphics.h"
@@ -54,7 +54,7 @@ TEST_F(GraphicsThreadsHosted, EachHasItsOwnStack) {
       EXPECT_EQ(size.height, turn);
       if (turn % 2 == 0) UIGraphicsEndImageContext();
     }
-    // Ten are left, and go with the thread.
+    // Ten are left on the stack, and are released with the thread.
     EXPECT_EQ(CGBitmapContextGetHeight(UIGraphicsGetCurrentContext()), 19U);
   });
   EXPECT_EQ(CGBitmapContextGetWidth(UIGraphicsGetCurrentContext()), 99U);

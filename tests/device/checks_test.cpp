@@ -1,5 +1,5 @@
-// The checks of the finished library and pane: each fails, and says so, on one that was spoiled for
-// it.
+// The checks of the finished library and pane: each fails, with a message, for one that was spoiled
+// for it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ std::string otherThan(const std::string& architecture) {
   return architecture == "arm64" ? "armv7" : "arm64";
 }
 
-/// What the checks say about a binary with one slice replaced; nullopt if they are content.
+/// What the checks report about a binary with one slice replaced; nullopt if they pass.
 std::optional<std::string> complaints(const std::string& architecture, const Bytes& replacement,
                                       const Binary& of = kLibrary) {
   const Folder folder;
@@ -55,7 +55,7 @@ std::optional<std::string> complaints(const std::string& architecture, const Byt
   return ran.status == 0 ? std::nullopt : std::optional(ran.output);
 }
 
-/// The same after an edit and a new signature. Each is made to both slices in turn.
+/// The same after an edit and a new signature, for each slice in turn.
 void expectComplaint(const std::string& message, const Edit& edit, const Binary& of = kLibrary) {
   for (const std::string architecture : {"arm64", "armv7"}) {
     Bytes bytes = slice(architecture, of);
@@ -70,7 +70,7 @@ void expectComplaint(const std::string& message, const Edit& edit, const Binary&
 
 bool isWide(const Bytes& bytes) { return device::Reader(bytes).u32(0) == 0xfeedfacf; }
 
-/// Where a load command is.
+/// The place of a load command.
 size_t command(const Bytes& bytes, uint32_t kind) {
   const device::Reader file(bytes);
   size_t at = isWide(bytes) ? 32 : 28;
@@ -89,7 +89,7 @@ size_t segment(const Bytes& bytes, const std::string& name) {
   throw std::runtime_error("no segment " + name);
 }
 
-/// Puts one text for another of the same length, wherever it stands.
+/// Replaces a text by another of the same length, everywhere.
 Edit replacing(const std::string& old, const std::string& text) {
   EXPECT_EQ(old.size(), text.size());
   return [=](Bytes& bytes) {
@@ -157,7 +157,7 @@ TEST(DeviceChecks, LoaderInformation) {
 }
 
 TEST(DeviceChecks, ChainedFixups) {
-  // An empty table of them in place of that of data in code.
+  // An empty table of fixups instead of the one of data in code.
   expectComplaint("commands.known: ", [](Bytes& bytes) {
     const size_t at = command(bytes, 0x29);
     device::put32(bytes, at, 0x80000034);
@@ -201,7 +201,7 @@ TEST(DeviceChecks, Initialiser) {
   expectComplaint(message + "0", replacing("__objc_classlist", "__mod_init_func\0"s), kPane);
 }
 
-/// Of the library that a load command names.
+/// For the library that a load command names.
 Edit demanding(const std::string& library, uint32_t version) {
   return [=](Bytes& bytes) {
     const device::Reader file(bytes);
@@ -239,7 +239,7 @@ TEST(DeviceChecks, UnwindInformation) {
   auto said = complaints("arm64", device::sign(without, kLibrary.identifier));
   ASSERT_TRUE(said);
   EXPECT_THAT(*said, HasSubstr("device: Varnix.dylib: arm64: no unwind information"));
-  // The first of the encodings that are shared becomes that of a function without any.
+  // The first of the shared encodings becomes that of a function without unwind information.
   Bytes other = slice("arm64");
   const device::ImageFile image =
       device::readImageFile(device::Architecture::arm64, device::Reader(other));
@@ -331,7 +331,7 @@ TEST(DeviceChecks, Classes) {
   expectComplaint("classes differ", replacing("VNXFrontPage", "VNXFrontPagf"), kPane);
 }
 
-/// The 32-bit library linked again, with other stubs, of which those in the folder weak may be
+/// The 32-bit library linked again with other stubs. Libraries of stubs in the folder weak may be
 /// missing.
 std::optional<std::string> complaintsWithStubs(const std::string& change) {
   const Folder folder;
@@ -403,7 +403,7 @@ TEST(DeviceChecks, WhatIsImportedWeaklyIsMarked) {
   EXPECT_THAT(ran.output, HasSubstr("+CoreFoundation _CFLog (weak_import)"));
 }
 
-/// That a check ended with this line of varnix-contract.
+/// Expects that a check ended with this line of varnix-contract.
 void expectContract(const Ran& ran, const std::string& line) {
   EXPECT_NE(ran.status, 0);
   EXPECT_THAT(ran.output, HasSubstr("varnix-contract: " + line + "\n"));

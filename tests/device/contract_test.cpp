@@ -1,5 +1,5 @@
-// What the library uses of the platform, held against what is known of it: a made-up platform and
-// library, of which one thing at a time is spoiled.
+// What the library uses of the platform, compared with what is known of it: an invented platform
+// and library, in which one thing at a time is wrong.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ const std::string kMethods = "facts/methods.tsv", kVariables = "facts/variables.
 
 using Files = std::map<std::string, std::string>;
 
-/// What is known of a platform.
+/// What is known about the platform.
 Files known() {
   return {
       {kMethods,
@@ -76,7 +76,7 @@ constexpr const char* kUses =
     "own superclass Ours Button\n"
     "own class Ours -help: v@:@\n";
 
-/// Three letters for the three kinds.
+/// One letter for each of the three types.
 std::string usesWith(const std::string& letters) {
   std::string text = kUses;
   const std::string kinds = "fUB";
@@ -88,12 +88,12 @@ std::string usesWith(const std::string& letters) {
   return text;
 }
 
-/// Another text in one of the files. What is replaced must be there, once.
+/// Changes a text in one of the files, where it must occur exactly once.
 struct Change {
   std::string file, old, text;
 };
 
-/// What varnix-contract prints after the changes; the files are named from their folder.
+/// What varnix-contract prints after the changes; the files are named relative to their folder.
 Ran contract(const std::vector<Change>& changes, const std::string& options = "") {
   Files files = known();
   files[kArmv7] = usesWith("fIc");
@@ -115,7 +115,7 @@ Ran contract(const std::vector<Change>& changes, const std::string& options = ""
       options);
 }
 
-/// The complaints, each without the program's name before it; empty for none.
+/// The complaints without the program's name in front; empty if there are none.
 std::string complaints(const std::vector<Change>& changes) {
   const Ran ran = contract(changes);
   std::string text;
@@ -158,7 +158,7 @@ TEST(DeviceContract, WrongResults) {
             "armv7: message -[Button width]: result is double, not float as the platform has it");
   EXPECT_EQ(complaintsOfBoth("super Ours dealloc v", "super Ours dealloc @"),
             "super -[Ours dealloc]: result is object, not void as the platform has it");
-  // A replacement may answer where nobody asks, but not the other way round, nor something else.
+  // A replacement may return a value where none is expected, but not the reverse, nor another type.
   EXPECT_EQ(complaints({{kMethods, "reset\tv", "reset\t@"},
                         {kArmv7, "Button reset @", "Button reset v"},
                         {kArm64, "Button reset @", "Button reset i"},
@@ -196,7 +196,7 @@ TEST(DeviceContract, NumbersThatAreTooShortOn64Bits) {
   EXPECT_EQ(complaints({{kArm64, "v@:@Q", "v@:@I"}}),
             "arm64: message -[Button setTitle:forState:]: argument 2 is unsigned int, not unsigned "
             "long long as the platform has it");
-  // Unless it is listed as an int, which it then has to be.
+  // Except if it is listed as an int; then it must be one.
   EXPECT_EQ(
       complaints({{kList, "narrow -[Button intValue]\tdocumented: an int\n", ""}}),
       "arm64: message -[Button intValue]: result is int, not long long as the platform has it");
@@ -205,7 +205,7 @@ TEST(DeviceContract, NumbersThatAreTooShortOn64Bits) {
 }
 
 TEST(DeviceContract, NumbersThatAreTooLongOn32Bits) {
-  // A pointer has as many bytes there as a long long has on the machine that compares them.
+  // On that architecture a pointer is as long as a long long is on the machine that compares them.
   EXPECT_EQ(complaints({{kArmv7, "setTitle:forState: v@:@", "setTitle:forState: v@:q"}}),
             "armv7: message -[Button setTitle:forState:]: argument 1 is long long, not object as "
             "the platform has it");
@@ -272,7 +272,7 @@ TEST(DeviceContract, WhatIsListedByHandInVain) {
 }
 
 TEST(DeviceContract, WhatIsListedByHandIsNoExcuse) {
-  // A line for a method that the facts have does not hide that ours differs.
+  // A line for a method in the facts does not hide that ours differs.
   EXPECT_EQ(complaints({{kList, "# a comment\n", "method -[Button isOn]\ta reason\n"},
                         {kArm64, "message - Switch isOn B", "message - Button isOn @"},
                         {kArmv7, "message - Switch isOn c", "message - Button isOn c"}}),
@@ -305,9 +305,10 @@ TEST(DeviceContract, FilesThatCannotBeRead) {
             "armv7: a line that cannot be read: symbol UIKit _draw (strong)");
   EXPECT_EQ(complaints({{kArm64, "own class Ours\n", "own pet Ours\n"}}),
             "arm64: a line that cannot be read: own pet Ours");
-  EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@"}}), "arm64: no method's types: i@");
+  EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@"}}),
+            "arm64: not a method's types: i@");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i:@"}}),
-            "arm64: no method's types: i:@");
+            "arm64: not a method's types: i:@");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue ?@:"}}),
             "arm64: types that cannot be read: ?@:");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@:^"}}),

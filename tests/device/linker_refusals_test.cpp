@@ -1,4 +1,4 @@
-// What the 32-bit linker refuses, each with its reason.
+// What the 32-bit linker refuses, and the reason that it gives.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The 32-bit linker: each kind of relocation, and what llvm's tools read in the library.
+// The 32-bit linker: each kind of relocation, and how llvm's tools read the library.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -43,7 +43,7 @@ TEST(DeviceLinker, BranchesToFunctionsAndThroughStubs) {
   EXPECT_EQ(code.at(start + 2), std::string("bl _near"));
   EXPECT_EQ(code.at(start + 6).substr(0, 3), "bl ");
   EXPECT_THAT(code.at(start + 6), HasSubstr("symbol stub for: _called"));
-  // Stubs are Thumb code: no exchange of instruction sets.
+  // Stubs are Thumb code, so there is no switch of instruction sets.
   EXPECT_EQ(code.at(start + 10).substr(0, 3), "bl ");
   EXPECT_THAT(code.at(start + 10), HasSubstr("symbol stub for: _called"));
   EXPECT_THAT(code.at(start + 14), HasSubstr("symbol stub for: _other"));
@@ -51,7 +51,7 @@ TEST(DeviceLinker, BranchesToFunctionsAndThroughStubs) {
   EXPECT_THAT(library.binds(), ElementsAre("__got+0 first _called", "__got+4 second _other"));
 }
 
-/// What movw, movt and "add pc" at an address make.
+/// The value that movw, movt and "add pc" at an address load.
 uint32_t loaded(const std::map<uint32_t, std::string>& code, uint32_t at) {
   const auto immediate = [&](uint32_t place, const std::string& name) {
     const auto found = findAll(code.at(place), name + " \\w+, #(0x[0-9a-f]+)");
@@ -236,7 +236,7 @@ TEST(DeviceLinker, LoadCommandsSayWhatWasAsked) {
   const std::string libraries = library.objdump("--macho --dylibs-used");
   EXPECT_THAT(libraries, HasSubstr("/Library/it.dylib (compatibility version 1.0.0, current "
                                    "version 2.3.4)"));
-  // One that nothing is imported from is loaded all the same.
+  // A library from which nothing is imported is still loaded.
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/first.dylib"));
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/second.dylib"));
   EXPECT_EQ(library.word(library.section("__mod_init_func").address), library.exports()["_start"]);

@@ -1,4 +1,5 @@
-// Libraries for the loader's tests: opcodes by hand, and a small library by the platform's tools.
+// Libraries for the loader's tests: opcodes written by hand, and a small library linked by the
+// platform's tools.
 #pragma once
 
 #include <string>
@@ -23,7 +24,7 @@ inline device::ImageFile plainImage(device::Architecture architecture) {
   return image;
 }
 
-/// Data with pointers to itself and to others, an initialiser and two exports.
+/// Data with pointers to itself and to other things, an initialiser and two exports.
 inline const char* const kLoadableSource = R"(
   .section __TEXT,__text,regular,pure_instructions
   .globl _function
@@ -47,7 +48,8 @@ _table:
   .weak_reference _absent
 )";
 
-/// What the platform's linker makes of such a source for arm64; imports are looked up everywhere.
+/// Builds such a source for arm64 with the platform's linker; imports are looked up in all
+/// libraries.
 inline Bytes loadable(const std::string& source = kLoadableSource) {
   const Folder folder;
   device::writeFile(folder / "it.o", assemble(source, "arm64-apple-ios9.3"));

@@ -1,4 +1,4 @@
-// Libraries that are damaged: the loader refuses them or loads them, and nothing else.
+// Damaged libraries: the loader refuses them or loads them, and nothing else happens.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -17,7 +17,7 @@ using device::Reader;
 
 char anything[64];
 
-/// Whether all of it could be read; arm64's is mapped as well.
+/// Whether all of it could be read; arm64's is also mapped.
 bool loads(const Bytes& library, Architecture architecture) {
   try {
     const auto slice = device::sliceFor(architecture, Reader(library));
@@ -36,7 +36,7 @@ bool loads(const Bytes& library, Architecture architecture) {
 
 Bytes mutated(Bytes bytes, std::mt19937& random) {
   const auto below = [&](size_t limit) { return random() % limit; };
-  // The tables of the loader lie at the end, the commands at the start.
+  // The loader's tables are at the end, the commands at the start.
   const size_t from = below(2) == 0 ? 0 : bytes.size() - std::min<size_t>(bytes.size(), 1024);
   const size_t range = std::min<size_t>(bytes.size() - from, 1024);
   for (size_t i = 0, count = 1 + below(4); i < count; ++i) {
@@ -64,7 +64,7 @@ void survive(const Bytes& whole, Architecture architecture, int times) {
   std::mt19937 random(20260101);
   int loaded = 0;
   for (int i = 0; i < times; ++i) loaded += loads(mutated(whole, random), architecture) ? 1 : 0;
-  // Else the first look alone would have been tried, or nothing damaged.
+  // Otherwise only the first checks were tried, or nothing was damaged.
   EXPECT_GT(loaded, times / 20);
   EXPECT_LT(loaded, times);
 }

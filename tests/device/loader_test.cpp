@@ -1,4 +1,5 @@
-// The loader of the device's libraries: what opcodes and trees of names say, and images in memory.
+// The loader of the device's libraries: how it reads opcodes and trees of names, and images in
+// memory.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -79,7 +80,7 @@ Lines bindsOf(const Opcodes& opcodes, Architecture architecture = Architecture::
   return words(device::readBinds(image));
 }
 
-/// Why something is refused; empty where it is not.
+/// The reason for refusing; empty if it is accepted.
 template <class Call>
 std::string refused(Call call) {
   try {
@@ -141,7 +142,7 @@ TEST(Rebases, StayInTheirSegments) {
             "a fixup in a segment that is not there");
   EXPECT_EQ(refused([] { rebasesOf(Opcodes().op(kRebaseDoImmTimes, 1)); }),
             "a fixup without a segment");
-  // A place that moves back to itself would be written for ever.
+  // Going back to the same place again would never end.
   EXPECT_EQ(refused([] {
               rebasesOf(Opcodes()
                             .rebaseAt(1, 0)
@@ -213,7 +214,7 @@ TEST(Binds, LazyOnesGoOnBehindAnEnd) {
 
 TEST(Binds, WeakOnesHaveAStreamOfTheirOwn) {
   ImageFile image = plainImage(Architecture::arm64);
-  // A definition that is not weak is named and bound nowhere.
+  // A strong definition is named, but nothing is bound to it.
   const Opcodes weak = Opcodes()
                            .symbol("_strong", kNonWeakDefinition)
                            .at(1, 16)
@@ -256,7 +257,7 @@ TEST(Binds, RefuseWhatIsNotThere) {
             "a number has more than 64 bits");
 }
 
-/// A node: what it offers, if anything, then its children.
+/// A node: its export, if it has one, then its children.
 std::map<std::string, uint64_t, std::less<>> namesOf(const Bytes& tree) {
   ImageFile image = plainImage(Architecture::arm64);
   image.exports = Reader(tree);
@@ -264,7 +265,7 @@ std::map<std::string, uint64_t, std::less<>> namesOf(const Bytes& tree) {
 }
 
 TEST(Exports, AreReadFromTheirTree) {
-  // The root has "_f", which is a name and has "oo".
+  // The root leads to "_f", which is a name and leads to "oo".
   const Bytes tree = {0, 1, '_', 'f', 0, 6, 2, 0, 16, 1, 'o', 'o', 0, 15, 0, 3, 0, 0x80, 0x20, 0};
   Bytes fixed = tree;
   fixed[13] = 15;
@@ -273,7 +274,7 @@ TEST(Exports, AreReadFromTheirTree) {
 }
 
 TEST(Exports, RefuseLoopsAndWhatLiesOutside) {
-  EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 0}); }), "the tree of exports is no tree");
+  EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 0}); }), "the tree of exports is not a tree");
   EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 99}); }), "an export lies outside the tree");
   EXPECT_THAT(refused([] { namesOf({0, 1, 'a'}); }), HasSubstr("no end"));
   EXPECT_EQ(refused([] { namesOf({3, 0, 0x80, 0x40, 0}); }), "an export lies outside the image: ");
@@ -333,7 +334,7 @@ TEST(Image, IsTakenOutOfAUniversalFile) {
             "no slice for armv7");
 }
 
-/// A symbol of the process by that name.
+/// The process's symbol of that name.
 char imported[64];
 void* resolve(std::string_view symbol) {
   return symbol == "_imported" || symbol == "_missing" ? imported : nullptr;
@@ -359,7 +360,7 @@ TEST(Mapping, FixesEveryWord) {
   EXPECT_FALSE(image.contains(imported));
 }
 
-/// The data segment's number, and where in it the table of kLoadableSource lies.
+/// The data segment's number, and the offset in it of the table in kLoadableSource.
 struct Table {
   uint8_t segment = 0;
   uint64_t offset = 0;
@@ -384,7 +385,7 @@ TEST(Mapping, WeakBindsTakeTheProcesssDefinitionThenTheirOwn) {
   const auto* table = static_cast<uintptr_t*>(image.exported("_table"));
   EXPECT_EQ(table[0], reinterpret_cast<uintptr_t>(imported));
   EXPECT_EQ(table[1], reinterpret_cast<uintptr_t>(image.exported("_function")));
-  // What the other streams gave it stays.
+  // The value from the other streams stays.
   EXPECT_EQ(table[2], reinterpret_cast<uintptr_t>(image.exported("_function")));
 }
 
@@ -431,7 +432,7 @@ TEST(Mapping, HalfWordsHoldAddressesAndDistances) {
   const uint64_t tableInFile = file.section("__data")->address;
   const auto distance = address(table) - static_cast<uint32_t>(tableInFile);
   EXPECT_EQ(low(0), 17 + distance);
-  // The file's own word is the table's address there.
+  // The word in the file was the table's address there.
   EXPECT_EQ(low(1), static_cast<uint32_t>(tableInFile) - distance);
   EXPECT_EQ(low(2), address(imported));
   EXPECT_EQ(low(3), address(imported) - (address(&table[3]) + 4));

@@ -1,5 +1,5 @@
 // Damaged object files and libraries: each is refused or handled, and nothing is read or written
-// beyond its bytes, which the sanitizers see.
+// beyond its bytes, which the sanitizers check.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -30,7 +30,7 @@ const Bytes& sampleLibrary() {
   return library;
 }
 
-/// Links, and signs what comes out: whatever links must be a sound library.
+/// Links and signs: if linking works, the result must be a valid library.
 bool survives(const Bytes& object) {
   Bytes library;
   try {
@@ -51,13 +51,13 @@ bool canBeSigned(const Bytes& library) {
   }
 }
 
-/// The same bytes with a few numbers changed, some to values at the edges.
+/// A few numbers changed, some to extreme values.
 Bytes mutated(const Bytes& bytes, std::mt19937& random) {
   constexpr uint32_t edges[] = {0,          1,          0x7f,       0x80,      0xff,
                                 0x7fffffff, 0x80000000, 0xfffffffc, 0xffffffff};
   Bytes result = bytes;
   for (uint32_t count = random() % 4 + 1; count > 0; --count) {
-    // The load commands, which say where everything is, are a small part of the file.
+    // The load commands, which say where everything is, are only a small part of the file.
     const size_t limit = random() % 2 == 0 ? std::min<size_t>(result.size(), 1200) : result.size();
     const size_t at = random() % (limit - 4);
     switch (random() % 4) {
@@ -95,7 +95,7 @@ TEST(DeviceMalformed, ObjectsDamaged) {
   int linkedCount = 0;
   constexpr int rounds = 20000;
   for (int i = 0; i < rounds; ++i) linkedCount += survives(mutated(sampleObject(), random)) ? 1 : 0;
-  // Both ways have been gone.
+  // Both outcomes have occurred.
   EXPECT_GT(linkedCount, rounds / 100);
   EXPECT_LT(linkedCount, rounds * 99 / 100);
 }

@@ -1,4 +1,4 @@
-// What the loader says of the libraries that an image asks for, and what it binds where one is
+// What the loader says about the libraries that an image needs, and what it binds if one is
 // missing.
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
-/// Why something is refused; empty where it is not.
+/// The reason for refusing; empty if it is accepted.
 template <class Call>
 std::string whyNot(Call call) {
   try {
@@ -28,7 +28,7 @@ std::string whyNot(Call call) {
   return {};
 }
 
-/// One image that asks for two, the second of which may be missing.
+/// An image that needs two libraries, of which the second may be missing.
 ImageFile asking(uint32_t first, uint32_t second) {
   ImageFile image = plainImage(Architecture::armv7);
   image.installName = "/Library/it.dylib";

@@ -19,7 +19,8 @@ namespace device = varnix::device;
 const std::string kPackage =
     VARNIX_DEVICE_BUILD "/com.quillmarsh.varnix2_" VARNIX_VERSION "_iphoneos-arm.deb";
 const std::string kBundle = "/Library/PreferenceBundles/VarnixPrefs.bundle";
-const std::string kBuilt = VARNIX_DEVICE_TOOLS "/PreferenceBundles/VarnixPrefs.bundle";
+const std::string kBuilt =
+    VARNIX_DEVICE_TOOLS "/installed/Library/PreferenceBundles/VarnixPrefs.bundle";
 
 class DevicePackage : public testing::Test {
  protected:

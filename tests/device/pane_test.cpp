@@ -1,4 +1,4 @@
-// A pane that is linked against the library by name finds the exported classes and functions.
+// A pane that links the library by name finds its exported classes and functions.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace device = varnix::device;
 
 const std::string kLibrary = VARNIX_DEVICE_BUILD;
 
-/// What a library takes from Varnix.dylib.
+/// What a library imports from Varnix.dylib.
 std::set<std::string> takenFromVarnix(const ReadBack& pane) {
   std::set<std::string> names;
   const std::string binds = pane.objdump("--macho --bind") + pane.objdump("--macho --lazy-bind");

@@ -1,4 +1,4 @@
-// A small library with class data of every kind that the platform's rules are about.
+// A small library with all kinds of class data that the platform's rules cover.
 typedef struct objc_object *Object;
 
 __attribute__((objc_root_class)) @interface NSObject {

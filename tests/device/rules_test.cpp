@@ -1,4 +1,4 @@
-// varnix-check: a library that keeps to every rule, and for each rule copies that break it.
+// varnix-check: a library that obeys every rule, and for each rule copies that break it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -25,12 +25,12 @@ const std::string kCheck = VARNIX_DEVICE_TOOLS "/varnix-check ";
 
 struct Said {
   int status = 0;
-  std::vector<std::string> rules;  ///< Of the slice, in the order of the lines.
+  std::vector<std::string> rules;  ///< for the slice, in the order of the lines
   std::string output;
 };
 
-/// What the command says of a file: lines of "FILE: SLICE: RULE: words", which are the rules of
-/// that slice or, where none is given, of any.
+/// What the command says about a file: lines of "FILE: SLICE: RULE: words". The rules are those of
+/// the slice, or of all slices if none is given.
 Said check(const Bytes& bytes, const std::string& slice = "") {
   const Folder folder;
   const std::string path = folder / "it.dylib";
@@ -48,7 +48,7 @@ Said check(const Bytes& bytes, const std::string& slice = "") {
   return said;
 }
 
-/// Each copy breaks its rule, and none but those that the table names.
+/// Each copy breaks its rule, and only the others that the table names.
 void expectEachToBite(std::span<const Spoiler> spoilers) {
   for (const std::string architecture : {"armv7", "arm64"}) {
     const Sound& sound = soundLibrary(architecture);
@@ -75,7 +75,7 @@ TEST(DeviceRules, ASoundLibraryKeepsToAll) {
     const Said said = check(soundLibrary(architecture).bytes);
     EXPECT_EQ(said.status, 0);
     EXPECT_EQ(said.output, "");
-    // There is something of every kind, or rules would hold of nothing.
+    // There is something of every kind; otherwise rules would have nothing to check.
     const Sound& sound = soundLibrary(architecture);
     EXPECT_EQ(sound.classes.classes.size(), 3u);
     EXPECT_EQ(sound.classes.categories.size(), 2u);
@@ -102,7 +102,7 @@ TEST(DeviceRules, ALineNamesItsSlice) {
   Bytes both = soundUniversalFile();
   const device::Reader file(both);
   const uint32_t second = file.big32(28 + 8);
-  // 64-bit code is the second.
+  // The second slice has 64-bit code.
   device::put32(both, second + 12, 2);
   EXPECT_THAT(check(both, "arm64").rules, Contains("header.type"));
   EXPECT_THAT(check(both, "armv7").rules, IsEmpty());
@@ -147,7 +147,7 @@ TEST(DeviceRules, EveryRuleIsShownToBite) {
   EXPECT_EQ(spoiled, listed);
 }
 
-/// A few bytes changed, where it matters most at every second time.
+/// Changes a few bytes, half of the time where they matter most.
 Bytes damaged(const Bytes& bytes, std::mt19937& random) {
   constexpr uint8_t edges[] = {0, 1, 0x7f, 0x80, 0xff};
   Bytes result = bytes;
@@ -164,7 +164,8 @@ TEST(DeviceRules, EveryDamageIsSeen) {
   for (const std::string architecture : {"armv7", "arm64"}) {
     const Bytes& sound = soundLibrary(architecture).bytes;
     const device::Offers none;
-    // Digests see any change, so that what follows them has to be seen by itself.
+    // Any change before the signature breaks a digest. Changes after that must be found without
+    // digests.
     const size_t end = soundLibrary(architecture).signature.table->offset;
     for (int i = 0; i < 1500; ++i) {
       const Bytes bytes = damaged(sound, random);
@@ -187,7 +188,7 @@ TEST(DeviceRules, DamageThatWasSigned) {
       it.seal();
       found += device::checkLibrary(it.bytes).empty() ? 0 : 1;
     }
-    // Both ways have been gone: code may hold anything, load commands may not.
+    // Both outcomes have occurred: code may contain anything, load commands may not.
     EXPECT_GT(found, 500);
     EXPECT_LT(found, 1500);
   }

@@ -1,6 +1,6 @@
-// A program for 32-bit Arm Linux, without any library, that does with the library linked into it
-// what a device's loader does: copies the segments, rebases, binds, runs the initialisers. Then it
-// calls _entry and prints what happens.
+// A program for 32-bit Arm Linux, without any library. It treats the linked-in library as a
+// device's loader does: copies the segments, rebases, binds, runs the initialisers. Then it calls
+// _entry and prints what happens.
 #include <stddef.h>
 #include <stdint.h>
 
@@ -116,7 +116,7 @@ static void bindAll(const uint8_t* at, const uint8_t* end) {
   }
 }
 
-/// Of a tree of one name.
+/// For a tree with a single name.
 static uint32_t onlyExport(const uint8_t* tree) {
   const uint8_t* at = tree;
   while (*at == 0) {

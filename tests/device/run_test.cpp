@@ -1,4 +1,4 @@
-// A library that the 32-bit linker made, run: on an emulated processor, by a loader in the test.
+// Runs a library that the 32-bit linker made, on an emulated processor, with a loader in the test.
 #include <gtest/gtest.h>
 
 #include "device/toolbox.h"
@@ -27,7 +27,7 @@ TEST(DeviceRun, CodeCallsOutAndFindsItsData) {
             "zero with\n= 04\n"  // twice 0, then chosen
             "two with\n= 03\n"   // twice 1
             "imported text with\n= 13\n"
-            "= 00\n");  // nothing for 6, and the weak import is not there
+            "= 00\n");  // nothing for 6, and the weak import is missing
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// A small library with what the real one has: calls out and in, tables with pointers, strings,
-// zeros, a switch, an initialiser.
+// A small library with everything that the real one has: calls out and in, tables with pointers,
+// strings, zeros, a switch, an initialiser.
 extern "C" {
 int called(const char* text, const void* more);
 extern const char* const imported;

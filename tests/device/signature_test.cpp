@@ -1,4 +1,4 @@
-// Where arguments travel on Arm, on the device and on Linux, and the code in between.
+// Where arguments travel on Arm, on the device and on Linux, and the code that bridges the two.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -14,8 +14,8 @@ namespace {
 using namespace varnix::device;
 using device_test::Bytes;
 
-/// "B in x2, s in x4; 8 at 0/0, 1 at 8/8": what is small, and the stack's places on the device and
-/// on Linux.
+/// "B in x2, s in x4; 8 at 0/0, 1 at 8/8": the small arguments, and the places on the stack on the
+/// device and on Linux.
 std::string told(std::string_view encoding) {
   constexpr const char* kNames[] = {"", "u8", "s8", "u16", "s16"};
   const CallSignature call = readSignature(encoding);
@@ -48,12 +48,12 @@ TEST(Signatures, TellSmallIntegersAndBlocks) {
   EXPECT_EQ(told("v20@0:8B16"), "x2:u8");
   EXPECT_EQ(told("B@:cCsS"), "u8 x2:s8 x3:u8 x4:s16 x5:u16");
   EXPECT_EQ(told("c@:@\"NSString\"@?"), "s8 x3:block");
-  // Numbers with a point and structures of them do not count.
+  // Floating-point numbers and structures of them do not count.
   EXPECT_EQ(told("v@:dfB{CGRect={CGPoint=dd}{CGSize=dd}}c"), "x2:u8 x3:s8");
 }
 
 TEST(Signatures, CountStructures) {
-  // Two registers; the address of a large one; padded ones on the stack.
+  // Two registers; the address of a large structure; padded structures on the stack.
   EXPECT_EQ(told("v@:{_NSRange=\"location\"Q\"length\"Q}B"), "x4:u8");
   EXPECT_EQ(told("v@:{CGAffineTransform=dddddd}B"), "x3:u8");
   EXPECT_EQ(told("v@:r^{CGImage=}^{Node=@^{Node}}B"), "x4:u8");
@@ -76,7 +76,7 @@ TEST(Signatures, RefuseWhatIsNone) {
   EXPECT_NE(refused("v" + std::string(100, '^') + "v"), "");
 }
 
-/// Instructions as llvm reads them.
+/// Instructions as llvm prints them.
 std::string disassembled(const std::vector<uint32_t>& code, const char* target) {
   std::string source;
   for (const uint32_t word : code) source += ".inst " + std::to_string(word) + "\n";
@@ -124,7 +124,7 @@ TEST(Bridges, ExtendAndCopy) {
   EXPECT_THAT(back, HasSubstr("ldr\tw9, [x29, #0x20]\nstr\tw9, [sp, #0xc]\n"));
 }
 
-/// "0 1 2 4-5": the places on Linux of the words that the device passes in a row.
+/// "0 1 2 4-5": the Linux places of the words that the device passes in one row.
 std::string placed(std::string_view encoding) {
   std::string text;
   for (const uint32_t place : readWordSignature(encoding).places)
@@ -145,7 +145,7 @@ TEST(WordSignatures, StartNumbersOf64BitsAtEvenWords) {
 
 TEST(WordSignatures, CountStructures) {
   EXPECT_EQ(placed("v@:{CGRect={CGPoint=ff}{CGSize=ff}}B"), "0 1 2 3 4 5 6");
-  // A result in memory has an address, one of a word has none.
+  // A result in memory has an address; a result of one word has none.
   EXPECT_EQ(placed("{CGSize=ff}@:d"), "0 1 2 4 5");
   EXPECT_EQ(placed("{Pair=ss}@:d"), "0 1 2 3");
   EXPECT_EQ(placed("d@:d"), "0 1 2 3");

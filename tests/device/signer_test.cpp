@@ -1,4 +1,4 @@
-// Ad-hoc signatures: what stands in them, digest by digest.
+// Ad-hoc signatures: their contents, digest by digest.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
@@ -35,7 +35,7 @@ std::string source(const std::string& thumb) {
   return text.replace(text.find("%s"), 2, thumb);
 }
 
-/// Without a signature, and not a whole number of pages.
+/// Has no signature, and its size is not a whole number of pages.
 Bytes narrow() {
   return linked(assemble(source(".code 16\n.thumb_func _start")), options({"_start", "_data"}));
 }
@@ -64,7 +64,7 @@ Bytes digest(const EVP_MD* kind, const Bytes& bytes) {
   return result;
 }
 
-/// Where llvm-objdump sees the signature.
+/// Where llvm-objdump finds the signature.
 struct Place {
   size_t offset, size;
 };
@@ -77,7 +77,7 @@ Place signaturePlace(const Bytes& library) {
   return {std::stoul(found.at(0).at(1)), std::stoul(found.at(0).at(2))};
 }
 
-/// Slot numbers with the blobs in them.
+/// The blobs, by slot number.
 std::map<uint32_t, Bytes> blobs(const Bytes& library) {
   const Place place = signaturePlace(library);
   EXPECT_EQ(place.offset + place.size, library.size());
@@ -201,7 +201,8 @@ TEST(DeviceSigner, RefusesWhatItCannotSign) {
   EXPECT_EQ(refusal(assemble(source(""), "arm64-apple-ios9.3")),
             "not a library for one Arm architecture");
   EXPECT_THAT(refusal({}), HasSubstr("cut short"));
-  // Other load commands up to what the first section holds, and one signature's command less.
+  // Adds other load commands until only one signature's command fits before the first section, and
+  // one less.
   for (const Bytes& library : {narrow(), wide()}) {
     const bool is64 = device::Reader(library).u32(0) == 0xfeedfacf;
     const uint32_t header = is64 ? 32 : 28;
@@ -226,14 +227,14 @@ TEST(DeviceSigner, RefusesWhatItCannotSign) {
       EXPECT_NE(refusal(filled(room - 8)), "") << is64;
     }
   }
-  // A segment's count of sections that leads out of its command, in both forms.
+  // A segment whose sections would reach beyond its command, in both widths.
   for (Bytes library : {narrow(), wide()}) {
     const bool is64 = device::Reader(library).u32(0) == 0xfeedfacf;
     const size_t segment = is64 ? 32 : 28;
     device::put32(library, segment + (is64 ? 64 : 48), 1000);
     EXPECT_THAT(refusal(library), HasSubstr("cut short")) << is64;
   }
-  // A command less than there is room for: one that is added would not be where it is looked for.
+  // The header gives the commands more room than they fill: an added command would not be found.
   Bytes loose = narrow();
   device::put32(loose, 20, device::Reader(loose).u32(20) + 16);
   EXPECT_EQ(refusal(loose), "the load commands do not fill their room");

@@ -70,7 +70,7 @@ TEST(DeviceStubLibrary, RefusesWhatItDoesNotHandle) {
   EXPECT_EQ(refusal(kHead + name + "current-version: newest\n"), "not a version: newest");
   EXPECT_EQ(refusal(kHead + name + "---\na: b\n"), "not one document");
   EXPECT_EQ(refusal(""), "not one document");
-  // For the library that parses these are documents without end.
+  // The parsing library takes these for endless documents.
   EXPECT_EQ(refusal("--- !tats-ios, ar&a -ios ]os, ar&a -ios ]"), "not one document");
 }
 

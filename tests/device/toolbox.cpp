@@ -130,7 +130,7 @@ ReadBack::Section ReadBack::section(const std::string& name) const {
 }
 
 uint32_t ReadBack::word(uint32_t address) const {
-  // Rows of up to four words, in the file's order of bytes.
+  // Rows of up to four words, in the file's byte order.
   for (const auto& match : findAll(objdump("-s"), "\n ([0-9a-f]+) ([0-9a-f ]{35})")) {
     const uint32_t offset = address - hexadecimal(match[1]);
     if (offset >= 16) continue;

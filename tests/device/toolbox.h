@@ -1,5 +1,5 @@
-// What the tests of the device's linker and signer share: small objects made by the assembler, and
-// finished libraries read back by llvm's tools.
+// Shared by the tests of the device's linker and signer: small objects made by the assembler, and
+// finished libraries read by llvm's tools.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace device_test {
 
 using Bytes = std::vector<uint8_t>;
 
-/// A folder that goes with the object.
+/// A temporary folder, removed with this object.
 class Folder {
  public:
   Folder();
@@ -30,13 +30,13 @@ class Folder {
 
 struct Ran {
   int status = 0;
-  std::string output;  ///< Both streams.
+  std::string output;  ///< standard output and error
 };
 Ran run(const std::string& command);
-/// What a command that must succeed prints; throws when it fails.
+/// What a command prints; throws if the command fails.
 std::string printed(const std::string& command);
 
-/// Every place that a regular expression finds, as its groups.
+/// All matches of a regular expression, as their groups.
 std::vector<std::vector<std::string>> findAll(const std::string& text, const std::string& pattern);
 uint32_t hexadecimal(const std::string& digits);
 
@@ -51,7 +51,7 @@ varnix::device::StubLibrary stubLibrary(const std::string& name,
 varnix::device::LinkOptions options(std::vector<std::string> exports = {});
 Bytes linked(const Bytes& object, const varnix::device::LinkOptions& options);
 
-/// A library as llvm's tools see it.
+/// A library as llvm's tools read it.
 class ReadBack {
  public:
   explicit ReadBack(const Bytes& library);
@@ -59,9 +59,9 @@ class ReadBack {
   std::string objdump(const std::string& flags) const;
   std::string nm(const std::string& flags) const;
 
-  /// Names with addresses, as the tree of exports has them.
+  /// Names with addresses, from the tree of exports.
   std::map<std::string, uint32_t> exports() const;
-  /// "__data+8 first _imported+4", the place counted from its section's start.
+  /// "__data+8 first _imported+4"; the place counts from the start of its section.
   std::vector<std::string> binds() const;
   /// Addresses that the loader rebases.
   std::vector<uint32_t> rebases() const;

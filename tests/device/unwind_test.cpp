@@ -1,4 +1,4 @@
-// How the frames of a library's functions are read, and told to this system's unwinder.
+// How the frames of a library's functions are read, and passed to this system's unwinder.
 #include <gmock/gmock.h>
 
 #include <random>
@@ -17,7 +17,7 @@ using device::Reader;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// Three functions: one that keeps nothing, one that keeps two pairs, one without a frame.
+/// Three functions: one that saves nothing, one that saves two pairs, one without a frame.
 constexpr const char* kFrames = R"(
   .section __TEXT,__text,regular,pure_instructions
   .globl _first
@@ -75,7 +75,7 @@ TEST(Unwinding, LinkedFramesAreFound) {
 
 TEST(Unwinding, AnImageWithoutAnyHasNone) { EXPECT_TRUE(framesOf(loadable()).empty()); }
 
-/// The library with words of its section changed, by their place in it.
+/// The library with words of its section changed, by their offsets in it.
 Bytes changed(uint64_t offset, uint32_t value) {
   Bytes library = loadable(kFrames);
   const ImageFile image = device::readImageFile(Architecture::arm64, Reader(library));
@@ -127,7 +127,7 @@ TEST(Unwinding, DamagedTablesAreRefusedOrRead) {
   EXPECT_LT(refused, kTimes);
 }
 
-// Read back by llvm's own reader of such tables.
+// Read back by llvm's own reader for such tables.
 TEST(Unwinding, TheTableSaysWhereRegistersLie) {
   const CodeFrame frames[] = {{0x40, 0x20, {}}, {0x60, 0x10, {21, 22, 72, 73}}};
   const Bytes table = device::frameTable(frames, 0x10000);

@@ -1,4 +1,4 @@
-// Dispatch queues: order, exclusion, where blocks run, what keeps what alive.
+// Dispatch queues: order, exclusion, where blocks run, and what keeps what alive.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -48,14 +48,14 @@ void async(dispatch_queue_t queue, F function) {
   dispatch_async(queue, block);
 }
 
-/// Waits for what the queue was given so far.
+/// Waits for the work that the queue has so far.
 void finish(dispatch_queue_t queue) {
   std::binary_semaphore done(0);
   async(queue, [&] { done.release(); });
   done.acquire();
 }
 
-/// Turns the main loop meanwhile, which blocks on other threads do not wake.
+/// Runs the main loop meanwhile. Blocks on other threads do not wake the loop.
 bool eventually(const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + 20s;
   while (std::chrono::steady_clock::now() < end) {
@@ -66,7 +66,7 @@ bool eventually(const std::function<bool()>& condition) {
 
 bool onMainThread() { return NSThread::isMainThread(); }
 
-/// Fails where two of its scopes are open at once.
+/// Fails if two of its scopes are open at once.
 class Alone {
  public:
   explicit Alone(std::atomic<int>& inside) : inside_(inside) { EXPECT_EQ(inside_++, 0); }
@@ -82,7 +82,7 @@ TEST(Dispatch, ASerialQueueKeepsTheOrderOfEachProducer) {
   constexpr int kThreads = 4;
   constexpr int kEach = 3000;
   const QueueRef queue = makeQueue();
-  std::vector<std::vector<int>> seen(kThreads);  // written by the queue alone
+  std::vector<std::vector<int>> seen(kThreads);  // written only by the queue
   std::atomic<int> inside = 0;
   {
     std::vector<std::jthread> producers;
@@ -158,7 +158,7 @@ TEST(Dispatch, GlobalQueuesRunBlocksSideBySide) {
   done.wait();
 }
 
-/// Keeps all threads of the pool busy until it is told to let go.
+/// Keeps all threads of the pool busy until it is told to stop.
 class BusyPool {
  public:
   BusyPool() {
@@ -199,7 +199,7 @@ TEST(Dispatch, HigherPrioritiesBeginFirst) {
     for (int i = 0; i < kEach; ++i) {
       for (long priority : {-32768L, -2L, 0L, 2L}) {
         async(dispatch_get_global_queue(priority, 0), [&, priority] {
-          order.push_back(priority);  // one thread is free, so nobody else writes
+          order.push_back(priority);  // only one thread is free, so nobody else writes
           done.count_down();
         });
       }
@@ -228,7 +228,7 @@ TEST(Dispatch, TheMainQueueRunsInOrderOnTheMainThread) {
     }
   });
   finish(producer);
-  EXPECT_TRUE(seen.empty());  // nobody has turned the loop
+  EXPECT_TRUE(seen.empty());  // the loop has not run yet
   EXPECT_TRUE(eventually([&] { return seen.size() == kBlocks; }));
   EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
   EXPECT_TRUE(main);
@@ -406,7 +406,7 @@ TEST(Dispatch, OnceRunsOnceAndOthersWaitForItsEnd) {
   for (int round = 0; round < 200; ++round) {
     dispatch_once_t predicate = 0;
     dispatch_once_t inner = 0;
-    int value = 0;  // written by one thread, read by all behind the predicate
+    int value = 0;  // written by one thread, and read by all after the predicate
     std::atomic<int> calls = 0;
     std::latch start(4);
     std::vector<std::jthread> threads;

@@ -1,4 +1,4 @@
-// Calls between the device's conventions and this system's, through a library made for the purpose.
+// Calls between the device's conventions and this system's, through a library made for this test.
 #include <cmath>
 
 #include "Foundation/log.h"
@@ -19,7 +19,7 @@ struct ImageCall {
 
 }  // namespace
 
-// The library finds this one first.
+// The library finds this one before the platform's.
 extern "C" CGImageRef CGImageCreate(std::size_t width, std::size_t, std::size_t, std::size_t,
                                     std::size_t, CGColorSpaceRef, CGBitmapInfo, CGDataProviderRef,
                                     const CGFloat* decode, bool shouldInterpolate,
@@ -32,7 +32,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// A register with a small value, and anything above it.
+/// A register with a small value, and arbitrary bits above it.
 constexpr std::intptr_t dirty(int value, int bits) {
   constexpr std::intptr_t kDirt = 0x55aa33cc;
   const std::intptr_t mask = (std::intptr_t{1} << bits) - 1;
@@ -51,7 +51,7 @@ class Boundary : public test::Hosted {
     if (function == nullptr) throw std::runtime_error(name);
     return function;
   }
-  /// A class with methods whose implementations have every type that they like.
+  /// A class whose methods may have implementations of any type.
   static Class newClass(const char* name, Class superclass = objc_getClass("NSObject")) {
     Class cls = objc_allocateClassPair(superclass, name, 0);
     objc_registerClassPair(cls);
@@ -102,7 +102,7 @@ TEST_F(Boundary, VariadicMessagesFindTheirArguments) {
   objc_release(alert);
 }
 
-// On 32-bit Arm the caller extends arguments and the callee results, on both systems.
+// On 32-bit Arm, callers extend arguments and callees extend results, on both systems.
 #if defined(__aarch64__)
 TEST_F(Boundary, SmallResultsAreExtendedForTheLibrary) {
   Class cls = newClass("Small");
@@ -203,7 +203,7 @@ TEST_F(Boundary, TheStackIsEvenWhereThisSystemWantsIt) {
   Class cls = newClass("Deep");
   add(
       cls, "deep::::", "l@:llll", +[](id, SEL, long a, long b, long c, long d) {
-        // A number of 64 bits is looked for at an even address.
+        // Reads a 64-bit number, which must be at an aligned address.
         char text[32];
         std::snprintf(text, sizeof text, "%ld %ld %.1f %ld", a, b, static_cast<double>(c), d);
         return std::string(text) == "1 2 3.0 4" ? 1L : 0L;
@@ -219,14 +219,14 @@ TEST_F(Boundary, FunctionsWithStackArgumentsFindThem) {
   EXPECT_EQ(lastImage.intent, 2);
 }
 
-// On 32-bit Arm a number of 64 bits begins at an even word on Linux, at any word on the device.
+// On 32-bit Arm, a 64-bit number begins at an even word on Linux, but at any word on the device.
 constexpr double kWide = 1 + 25 + 300 + 4000;
 
 TEST_F(Boundary, NumbersOf64BitsAreFoundOnBothSides) {
   EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(instance("Packed")), kWide);
   EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(nullptr), 0);
   EXPECT_EQ(send<double>(instance("Probe"), "wide::::"_sel, 1, 2.5, 3, 4LL), kWide);
-  // From the library to itself.
+  // From the library to the library.
   EXPECT_EQ(exported<double(NSObject*)>("probe_wide")(instance("Probe")), kWide);
   Class cls = newClass("Below", objc_getClass("Packed"));
   add(cls, "wide::::", "d@:idiq", +[](id, SEL, int, double, int, long long) { return -1.0; });

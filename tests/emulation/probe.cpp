@@ -1,5 +1,5 @@
-// Compiled with the device's flags and loaded as the library is: calls in every way that the two
-// conventions differ in.
+// Compiled with the device's flags and loaded like the library: makes every kind of call that
+// differs between the two conventions.
 #include "probe.h"
 
 #include "objc/block.h"
@@ -44,7 +44,7 @@ EXPORTED UIAlertView* probe_alert() {
 
 namespace {
 
-/// What the test's own classes answer.
+/// The methods of the test's own classes.
 struct Small : objc::View<Small, NSObject> {
   static constexpr Message<"flag", bool()> flag{};
   static constexpr Message<"signedByte", signed char()> signedByte{};
@@ -91,7 +91,7 @@ struct Probe : NSObject {
   CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
-/// What the library and the test say to each other's objects.
+/// The messages that the library and the test send to each other's objects.
 struct Said : objc::View<Said, NSObject> {
   static constexpr Message<"negated:", signed char(signed char)> negated{};
   static constexpr Message<"inherited:", signed char(signed char)> inherited{};
@@ -114,7 +114,7 @@ objc::Hook<Said::wide> wide;
 
 signed char negatedAndOne(Said* self, SEL command, signed char value) {
   const long original = negated.original(self, command, value);
-  // A long sees whatever stands above the byte.
+  // A long shows whatever is above the byte.
   return static_cast<signed char>(original == -value ? value + 1 : 0);
 }
 signed char inheritedAndTwo(Said* self, SEL command, signed char value) {
@@ -171,7 +171,7 @@ EXPORTED void probe_image(CGColorSpaceRef space, CGDataProviderRef provider) {
                                static_cast<CGColorRenderingIntent>(2)));
 }
 
-/// With stacks of four depths.
+/// With four different stack depths.
 EXPORTED long probe_depths(Said* receiver) {
   long sum = 0;
   for (int words = 0; words < 4; ++words) {

@@ -1,4 +1,4 @@
-// A small library for the device and the test that runs it: what they exchange.
+// What a small library for the device and the test that runs it exchange.
 #pragma once
 
 #include "objc/define.h"

@@ -1,5 +1,5 @@
-// The loader keeps to the platform's rules: spoiled copies of the library are refused with their
-// names.
+// The loader enforces the platform's rules: it refuses spoiled copies of the library and names the
+// rule.
 #include "macho/files.h"
 #include "macho/format.h"
 #include "macho/opcodes.h"
@@ -27,7 +27,7 @@ class UnsoundLibrary : public test::Hosted {
  protected:
   void SetUp() override {
     start("com.example.app");
-    // The sound one, which is told from the copy.
+    // The valid library, which the copy must differ from.
     sound_ = device::readFile(VARNIX_LIBRARY);
     copy = sound_;
     const device::Reader file(sound_);
@@ -40,10 +40,10 @@ class UnsoundLibrary : public test::Hosted {
     classes = device::readClassData(fixups);
   }
 
-  /// Places are those of the slice.
+  /// Places count from the start of the slice.
   uint8_t& byte(uint64_t place) { return copy.at(begin_ + place); }
   uint8_t& byteAt(uint64_t address) { return byte(image.place(address).value()); }
-  /// Where the first opcode of that kind stands.
+  /// The place of the first opcode of that kind.
   uint64_t opcode(device::FixupStream stream, device::FixupStep::Kind kind) const {
     const size_t first = stream == device::FixupStream::rebases ? 0 : 2;
     const uint64_t offset = image.loaderInfo.value().at(first);
@@ -53,14 +53,14 @@ class UnsoundLibrary : public test::Hosted {
       if (step->kind == kind) return offset + at;
     throw std::runtime_error("no such opcode");
   }
-  /// Of one that the library has.
+  /// The name of a class in the library.
   std::string className() const { return std::string(classes.classes.at(0).half->name.text); }
   std::string pathOfCopy() const { return folder_.path() + "/Copy.dylib"; }
   void load() const {
     device::writeFile(pathOfCopy(), copy);
     host::loadLibrary(pathOfCopy());
   }
-  /// What the loader says of the copy, behind its path; empty where it is loaded.
+  /// What the loader says about the copy, without its path; empty if it is loaded.
   std::string refusal() const {
     EXPECT_NE(copy, sound_) << "nothing was spoiled";
     try {
@@ -101,7 +101,7 @@ TEST_F(UnsoundLibrary, ItsSegments) {
     if (command.kind != (kIs64 ? macho::kSegment64 : macho::kSegment) ||
         command.bytes.fixedText(8, 16) != "__DATA")
       continue;
-    // What it may ever have, and what it begins with.
+    // The maximum protection, and the initial one.
     byte(command.at + (kIs64 ? 56 : 40)) = 7;
     byte(command.at + (kIs64 ? 60 : 44)) = 7;
   }
@@ -122,12 +122,12 @@ TEST_F(UnsoundLibrary, ItsSymbols) {
   const uint64_t size = kIs64 ? 16 : 12;
   for (size_t i = 0; i < fixups.symbols.size(); ++i) {
     if (fixups.symbols[i].name != "_OBJC_CLASS_$_NSObject") continue;
-    // The number of its library.
+    // The number of the symbol's library.
     byte(image.symbolTable.value()[0] + i * size + 7) += 1;
   }
   const std::string said = refusal();
   EXPECT_EQ(said.substr(0, 47), "binds.symbol-table: _OBJC_CLASS_$_NSObject at 0");
-  EXPECT_NE(said.find(": not so in the table of symbols"), std::string::npos) << said;
+  EXPECT_NE(said.find(": not so in the symbol table"), std::string::npos) << said;
 }
 
 TEST_F(UnsoundLibrary, ItsClassMetadata) {
@@ -148,7 +148,7 @@ TEST_F(UnsoundLibrary, ItsTypesOfMethods) {
 }
 
 TEST_F(UnsoundLibrary, OneThatIsCutShort) {
-  // A file of this slice alone, without its last segment.
+  // A file with only this slice, without its last segment.
   copy.assign(image.bytes.at(0, image.bytes.size()).begin(),
               image.bytes.at(0, image.bytes.size()).end());
   const device::SegmentCommand& last = *image.segment("__LINKEDIT");

@@ -1,5 +1,5 @@
-// What other binaries may link against: the library's dynamic symbols, on this machine and by the
-// device's list.
+// What other binaries may link: the library's dynamic symbols, on this machine and in the device's
+// list.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -28,7 +28,7 @@ Names expected() {
   return names;
 }
 
-/// What a sanitizer adds beside a symbol is no part of the library.
+/// False for symbols that a sanitizer adds.
 bool isOurs(const std::string& name) { return !name.starts_with("__odr_asan_gen_"); }
 
 #if defined(VARNIX_ARCHITECTURE)

@@ -1,4 +1,4 @@
-// A framework that calls a function which nobody has.
+// A framework that calls a function which does not exist.
 #include "objc/define.h"
 #include "platform/Foundation.h"
 

@@ -1,6 +1,6 @@
-// An extension beside ours that replaces methods too: UIView's tint, as ours does; UISlider's,
-// which is inherited from it; UIView's layout, of which ours replaces the switch's. Each counts its
-// calls and answers what it saved.
+// Another extension that replaces methods: UIView's tint, which ours replaces too; UISlider's,
+// which is inherited from it; UIView's layout, of which ours replaces the switch's. Each
+// replacement counts its calls and returns the original's answer.
 #include <cstdio>
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// An extension that has classes of all our names, as a copy of our sources in another one has. Each
-// answers a number of its own.
+// An extension with classes of all our names, like another extension with a copy of our sources.
+// Each class answers with a number of its own.
 #include "objc/define.h"
 #include "platform/Foundation.h"
 
@@ -26,7 +26,7 @@ OTHER_CLASS(QKBarButtonItem, 8)
 OTHER_CLASS(QKTwitterShareHandler, 9)
 OTHER_CLASS(QKWelcomeTwitterHandler, 10)
 
-/// Its own classes, in the order of their numbers, however they are found by name.
+/// Its own classes, in the order of their numbers, whichever classes the names find.
 extern "C" [[gnu::visibility("default")]] const Class same_classes[] = {
     &objc_class_KTPrefsManager,
     &objc_class_VXPrefsManager,

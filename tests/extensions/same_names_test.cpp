@@ -1,4 +1,4 @@
-// Another extension has classes of the names that ours has, and is loaded before it or after it.
+// Another extension has classes with the same names as ours, and is loaded before or after it.
 #include <algorithm>
 
 #include "support/springboard.h"
@@ -11,7 +11,7 @@ using namespace test;
 constexpr const char* kGlobal = "<key>global_color</key><string>#112233</string>";
 constexpr const char* kDyed = "#112233ff";
 
-/// All classes of ours; the other extension's are numbered in this order, from 1.
+/// All our classes; the other extension's are numbered in this order, from 1.
 constexpr const char* kOurs[] = {
     "KTPrefsManager",        "VXPrefsManager",           "VNXManager",         "CQColorPicker",
     "CQColorScheme",         "VarnixNowPlayingDelegate", "VarnixInstallation", "QKBarButtonItem",
@@ -86,7 +86,7 @@ TEST_F(SameNames, LoadedBeforeOursLeaveOursItsOwn) {
   expectBothWork();
 }
 
-// The icon's colour goes through the picker and its scheme.
+// The icon's colour uses the picker and its scheme.
 TEST_F(SameNames, LoadedBeforeOursLeaveThePickerItsOwn) {
   icons["com.example.app"] = std::string(VARNIX_SAMPLES) + "/icons/com.example.mail.png";
   settings(integerEntry("global_color_type", 1));
@@ -111,7 +111,7 @@ TEST_F(SameNames, LoadedBeforeOursLeaveTheDelegateItsOwn) {
   expectOthersWork();
 }
 
-// What a pane calls makes our buttons and handlers.
+// What a pane calls creates our buttons and handlers.
 TEST_F(SameNames, LoadedBeforeOursLeaveThePanesItsOwn) {
   startApplication();
   loadOther();

@@ -1,11 +1,11 @@
-// An extension that does without one of the platform's functions where a phone lacks it.
+// An extension that works without one of the platform's functions if a phone lacks it.
 #include "objc/hook.h"
 #include "platform/CoreFoundation.h"
 
 extern "C" {
 [[gnu::weak]] void NSLog(NSString* format, ...);
 
-/// 1 where the function is there.
+/// 1 if the function exists.
 [[gnu::visibility("default")]] int asker_hasLog = -1;
 }
 

@@ -1,5 +1,5 @@
 // The stand-in has no method that phones lack, and none with other arguments: each of its methods
-// is held against facts/methods.tsv. What has to differ stands in facts/stand-in-extra.tsv.
+// is compared with facts/methods.tsv. Necessary differences are in facts/stand-in-extra.tsv.
 #include <filesystem>
 #include <map>
 #include <set>
@@ -42,7 +42,7 @@ Facts readFacts() {
   Facts facts;
   for (const Row& row : readTable("methods.tsv")) {
     facts[nameOf(row.at(0), row.at(1), row.at(2))] = row.at(3);
-    // What a class has, its declaring class has.
+    // A method of a class is also a method of the class that declares it.
     facts.emplace(nameOf(row.at(4), row.at(1), row.at(2)), row.at(3));
   }
   return facts;
@@ -58,7 +58,7 @@ Names readExtra() {
   return extra;
 }
 
-/// The types that the class or one above it has on phones; nil where none has the method.
+/// The types on phones, from the class or a superclass; nil if none has the method.
 const std::string* factOf(const Facts& facts, const ListedMethod& method) {
   const auto own = facts.find(nameOf(method, method.className));
   if (own != facts.end()) return &own->second;
@@ -69,13 +69,13 @@ const std::string* factOf(const Facts& facts, const ListedMethod& method) {
   return nullptr;
 }
 
-/// What the compiler makes for constructors, and what only tests and our tools send.
+/// Methods that the compiler makes for constructors, and those that only tests and our tools send.
 bool isNoPhones(const std::string& selector) {
   return selector.starts_with(".cxx_") || selector.starts_with("standIn_");
 }
 
-/// What is wrong, a line each: a method that phones lack, one with other types, one that is listed
-/// although it need not be, and what is listed and is not here.
+/// What is wrong, one line each: methods that phones lack, methods with other types, and listed
+/// methods that do not exist here or need not be listed.
 Names differences(const std::vector<ListedMethod>& methods, const Facts& facts,
                   const Names& extra) {
   Names wrong;
@@ -94,7 +94,7 @@ Names differences(const std::vector<ListedMethod>& methods, const Facts& facts,
 
 class StandIn : public Hosted {
  protected:
-  /// A process with all frameworks, whatever applications they are of.
+  /// A process with all frameworks, even those of single applications.
   void startWithAll() {
     start("com.apple.springboard", host::ProcessKind::springboard);
     for (const auto& file : std::filesystem::directory_iterator(frameworks()))
@@ -135,7 +135,7 @@ TEST_F(StandIn, IsAskedWhole) {
     asked.insert(std::filesystem::path(method.binary).filename());
   for (const auto& file : std::filesystem::directory_iterator(frameworks()))
     all.insert(file.path().filename());
-  // A category of UIColor alone, and a function.
+  // These have only a category of UIColor, and a function.
   all.erase("Twitter.so");
   all.erase("ColorPicker.so");
   EXPECT_EQ(asked, all);
@@ -152,7 +152,7 @@ TEST_F(StandIn, AMethodThatPhonesLackIsSeen) {
 
 TEST_F(StandIn, OtherTypesThanPhonesHaveAreSeen) {
   startWithAll();
-  // Of its own class's facts, and of those above it.
+  // Compared with facts about its own class, and about its superclasses.
   class_addMethod(objc_getClass("SBHUDView"), "setTintColor:"_sel, anything(), "v@:i");
   class_addMethod(objc_getClass("SBApplication"), "hash"_sel, anything(), "v@:");
   EXPECT_EQ(differencesWith(),
@@ -202,7 +202,7 @@ TEST(RegisterKinds, TellWhatRegistersTellApart) {
                                                         {"v", "v"},
                                                         {"", ""}})
     EXPECT_FALSE(areSameToRegisters(here, facts)) << here << " " << facts;
-  // What is wider on a wider system is nothing else there.
+  // A type that is wider on a wider system differs on other systems.
   EXPECT_EQ(areSameToRegisters("q@:d", "if"), sizeof(void*) == 8);
   EXPECT_FALSE(areSameToRegisters("d@:", "i"));
 }

@@ -1,4 +1,4 @@
-// Child processes and pipes of the stand-in: what a hosted process can start, and what it cannot.
+// The stand-in's child processes and pipes: what a hosted process can and cannot start.
 #include "process/container.h"
 #include "support/pane.h"
 
@@ -17,7 +17,7 @@ class ChildProcess : public Pane {
     send(made, NSTask::setArguments, words);
     return made;
   }
-  /// What the program writes, and "exit N" behind it.
+  /// What the program writes, followed by "exit N".
   static std::string run(const char* path, const std::vector<const char*>& arguments) {
     NSTask* started = task(path, arguments);
     NSPipe* pipe = NSPipe::pipe();
@@ -93,7 +93,7 @@ TEST_F(ChildProcess, IsLaunchedOnceAndWithStringsAlone) {
 TEST_F(ChildProcess, InheritsNoPipeButItsOwn) {
   NSPipe* other = NSPipe::pipe();
   ASSERT_NE(other, nullptr);
-  // The child's output is a pipe too, another one.
+  // The child's output is a different pipe.
   const std::string links = shell("/bin/ls -l /proc/$$/fd");
   EXPECT_NE(links.find("pipe:["), std::string::npos);
   for (const char* end : {"fileHandleForReading", "fileHandleForWriting"}) {

@@ -32,7 +32,7 @@ struct Observer {
   int calls = 0;
   std::string name;
   std::thread::id thread;
-  bool plain = true;  ///< came with the arguments of every Darwin notification
+  bool plain = true;  ///< each came with the usual arguments of a Darwin notification
   std::function<void()> then;
 
   static void notified(CFNotificationCenterRef centre, void* observer, CFStringRef name,
@@ -58,13 +58,13 @@ void post(NSString* name) {
                                        nullptr, true);
 }
 
-/// Long enough for a second callback to show where one was expected.
+/// Long enough to notice a second callback if only one was expected.
 void settle() { host::MainRunLoop::instance().runFor(100ms); }
 
-/// A process of its own. It is made before this one observes anything.
+/// A separate process, made before this one observes anything.
 class Child {
  public:
-  /// The body gets a function that tells the parent a number.
+  /// The body is given a function that sends a number to the parent.
   explicit Child(const std::function<void(const std::function<void(int)>& tell)>& body) {
     int ends[2];
     if (pipe(ends) != 0) std::abort();
@@ -86,7 +86,7 @@ class Child {
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
-  /// The next number; -1 where none comes for ten seconds.
+  /// The next number; -1 if none comes within ten seconds.
   int hear() const {
     pollfd descriptor{told_, POLLIN, 0};
     int number = -1;
@@ -105,7 +105,7 @@ class Child {
   int told_ = -1;
 };
 
-/// Says 0 when it observes, then how often it was called after each notification.
+/// Sends 0 once it observes, then after each notification how often it was called.
 void observeAndTell(const std::function<void(int)>& tell) {
   Observer observer;
   observe(observer, string(kName));
@@ -130,13 +130,13 @@ TEST_F(DarwinNotify, ReachesThePoster) {
   Observer observer;
   observe(observer, string(kName));
   post(string(kName));
-  EXPECT_EQ(observer.calls, 0);  // not before the loop turns
+  EXPECT_EQ(observer.calls, 0);  // not before the loop runs
   EXPECT_TRUE(test::eventually([&] { return observer.calls == 1; }));
   EXPECT_EQ(observer.name, kName);
   EXPECT_EQ(observer.thread, std::this_thread::get_id());
   EXPECT_TRUE(observer.plain);
   settle();
-  EXPECT_EQ(observer.calls, 1);  // also for the first post, which makes the file
+  EXPECT_EQ(observer.calls, 1);  // also for the first post, which creates the file
   host::postDarwinNotification(kName);
   settle();
   EXPECT_EQ(observer.calls, 2);
@@ -204,7 +204,7 @@ TEST_F(DarwinNotify, ADeadProcessDisturbsNobody) {
   Observer later;
   observe(later, string(kName));
   settle();
-  EXPECT_EQ(later.calls, 0);  // what was posted before is over
+  EXPECT_EQ(later.calls, 0);  // earlier posts do not count
   post(string(kName));
   EXPECT_TRUE(test::eventually([&] { return later.calls == 1; }));
   EXPECT_EQ(lives.hear(), 3);
@@ -251,7 +251,7 @@ TEST_F(DarwinNotify, NamesMayBeAnything) {
     for (std::size_t j = 0; j < names.size(); ++j)
       EXPECT_EQ(observers[j].calls, i == j ? 1 : 0) << names[i] << names[j];
   }
-  // One file each, and nothing beside the folder.
+  // One file for each, and nothing beside the folder.
   const auto entries = [](const std::string& path) {
     return std::distance(std::filesystem::directory_iterator(path),
                          std::filesystem::directory_iterator());
@@ -275,7 +275,8 @@ class Suspended : public DarwinNotify {
     }
     host::suspendDarwinNotifications(true);
   }
-  /// How often each was called: who drops, who coalesces, who holds, who wants it at once.
+  /// How often each was called: the observer that drops posts, the one that coalesces, the one that
+  /// holds, the one that wants them at once.
   std::vector<int> calls() const {
     return {observers_[0].calls, observers_[1].calls, observers_[2].calls, observers_[3].calls};
   }
@@ -289,11 +290,11 @@ using Calls = std::vector<int>;
 TEST_F(Suspended, GetWhatTheyAskedForWhenTheyGoOn) {
   for (int i = 0; i < 3; ++i) {
     postWaiting(string(kName));
-    settle();  // else the posts are one
+    settle();  // otherwise the posts would count as one
   }
   EXPECT_EQ(calls(), (Calls{0, 0, 0, 3}));
   host::suspendDarwinNotifications(false);
-  EXPECT_EQ(calls(), (Calls{0, 0, 0, 3}));  // not before the loop turns
+  EXPECT_EQ(calls(), (Calls{0, 0, 0, 3}));  // not before the loop runs
   settle();
   EXPECT_EQ(calls(), (Calls{0, 1, 3, 3}));
   postWaiting(string(kName));
@@ -411,7 +412,7 @@ TEST_F(DarwinNotify, DeliversAllNamesWhenTheQueueOverflows) {
   Observer another;
   observe(last, string("com.example.last"));
   observe(another, string("com.example.another"));
-  // Posts of one name in a row are one event; these are not.
+  // Posts of the same name in a row are one event; these are not.
   for (int i = 0; i < 20000; ++i)
     host::postDarwinNotification(i % 2 == 0 ? "com.example.a" : "com.example.b");
   host::postDarwinNotification("com.example.last");

@@ -1,4 +1,4 @@
-// Keyed archives that are damaged, or made to do damage: they raise, and leave nothing behind.
+// Keyed archives that are damaged, or made to cause damage: they raise, and leave nothing behind.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace test;
 
-/// Counts its instances; the coder may ask it to raise, to go away, or to be another object.
+/// Counts its instances. The coder may tell it to raise, to disappear, or to become another object.
 struct DamageCoded : NSObject {
   static inline int alive = 0;
 
@@ -57,7 +57,7 @@ class DamagedArchive : public Hosted {
  protected:
   void SetUp() override { start("com.example.app"); }
 
-  /// The name of what is raised, or nothing.
+  /// The name of the exception, or nothing.
   static std::string raised(NSData* data) {
     objc::AutoreleasePool inner;
     try {
@@ -141,7 +141,7 @@ TEST_F(DamagedArchive, ScrambledBytesRaiseOrDecode) {
 
 TEST_F(DamagedArchive, HugeCountsAreRefused) {
   std::string bytes = bytesOf(archiveOf("NSArray", {{"NS.objects", list({uid(3)})}}, {uid(3)}));
-  // The trailer's number of objects and offset of the table.
+  // The number of objects and the offset of the table, in the trailer.
   for (std::size_t back : {24U, 16U, 8U}) {
     for (int value : {0x01, 0x7f, 0x80, 0xff}) {
       std::string damaged = bytes;
@@ -152,7 +152,7 @@ TEST_F(DamagedArchive, HugeCountsAreRefused) {
 }
 
 TEST_F(DamagedArchive, ManyReferencesToOneObjectMakeOneObject) {
-  // Each array holds the next one twice: as a tree, more than there are atoms.
+  // Each array contains the next one twice: expanded, more objects than there are atoms.
   std::vector<NSObject*> objects{classNamed("NSArray")};
   constexpr std::uint32_t kLevels = 300;
   for (std::uint32_t i = 0; i < kLevels; ++i) {
@@ -167,7 +167,7 @@ TEST_F(DamagedArchive, AnInitializerThatRaisesLeavesNothing) {
   EXPECT_EQ(raised(archiveOf("DamageCoded", {{"float", wrong}})),
             "NSInvalidUnarchiveOperationException");
   EXPECT_EQ(DamageCoded::alive, 0);
-  // Inside others of each kind, beside one that is sound.
+  // Inside others of each kind, beside a valid one.
   NSObject* sound = fields({{"$class", uid(2)}});
   NSObject* bad = fields({{"$class", uid(2)}, {"bytes", integer(1)}});
   EXPECT_NE(raised(archiveOf("DamageCoded", {{"other", uid(4)}}, {sound, bad})), "");
@@ -208,7 +208,7 @@ TEST_F(DamagedArchive, AnObjectThatRefersToItselfIsOne) {
     coded->other = nullptr;
   }
   EXPECT_EQ(DamageCoded::alive, 0);
-  // Raising in the middle of a cycle; whoever has come by a reference to the object keeps it.
+  // Raises in the middle of a cycle. Anyone who got a reference to the object keeps it.
   EXPECT_NE(raised(archiveOf("DamageCoded", {{"float", list({})}})), "");
   EXPECT_EQ(DamageCoded::alive, 0);
 }

@@ -1,4 +1,4 @@
-// Keyed archives: their structure, and what comes back from them.
+// Keyed archives: their structure, and what is read back from them.
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 
@@ -114,7 +114,7 @@ class KeyedArchive : public test::Hosted {
   }
   plist_t at(const char* key) { return plist_dict_get_item(tree.get(), key); }
   plist_t object(std::uint32_t index) { return plist_array_get_item(at("$objects"), index); }
-  /// The tree below a node in short words: {key: value}, [item], "text", @reference.
+  /// The tree below a node in short form: {key: value}, [item], "text", @reference.
   static std::string words(plist_t node) {
     char* text = nullptr;
     std::uint64_t number = 0;
@@ -356,7 +356,7 @@ TEST_F(KeyedArchive, RefusesWhatCannotBeEncoded) {
   EXPECT_EQ(name(NSArray::arrayWithObjects(&nested, 1)), "NSInvalidArgumentException");
   for (int i = 0; i < 10000; ++i) nested = NSArray::arrayWithObjects(&nested, 1);
   EXPECT_EQ(name(nested), "NSInvalidArgumentException");
-  // A coder that was made by hand has no archive.
+  // A coder that was made directly has no archive.
   auto* coder = test::make<NSCoder>("NSKeyedArchiver");
   EXPECT_THROW(coder->encodeFloat(1, "key"_ns), host::runtime::Exception);
   EXPECT_THROW(coder->encodeFloat(1, nullptr), host::runtime::Exception);

@@ -1,4 +1,4 @@
-// Property lists that are damaged, or made to do damage: nothing crashes, hangs or leaks.
+// Property lists that are damaged, or made to cause damage: nothing crashes, hangs or leaks.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,7 +41,7 @@ bool isRead(const std::string& bytes) {
   return host::propertyListFromData(bytes) != nullptr;
 }
 
-/// Reads the bytes; what comes out is within the limits and can be written.
+/// Reads the bytes; the result is within the limits and can be written.
 bool survives(const std::string& bytes) {
   objc::AutoreleasePool pool;
   NSObject* object = host::propertyListFromData(bytes);
@@ -51,7 +51,7 @@ bool survives(const std::string& bytes) {
   return true;
 }
 
-/// Nothing that is refused takes long: not for ever, that is, for a sanitizer is slow.
+/// Nothing that is refused may take long. The limit is generous, because sanitizers are slow.
 class Seconds {
  public:
   ~Seconds() { EXPECT_LT(std::chrono::steady_clock::now() - start_, std::chrono::seconds(60)); }
@@ -68,7 +68,7 @@ TEST(DamagedPropertyList, CutShort) {
   }
 }
 
-/// Its last tag too must be there, and nothing but comments before it.
+/// The last tag must be there too, with nothing but comments before it.
 TEST(DamagedPropertyList, CutWithinTheLastTag) {
   for (std::string_view contents :
        {"<dict><key>a</key><true/></dict>", "<dict/>", "<string>a</string>", "<array></array>"}) {
@@ -79,7 +79,7 @@ TEST(DamagedPropertyList, CutWithinTheLastTag) {
                                  "<!-- a", "<?b", "<string>b</string></plist>", "b</plist>"})
       EXPECT_FALSE(isRead(open + std::string(end))) << open << end;
   }
-  // One that never opened needs none.
+  // A list that was never opened needs no such tag.
   EXPECT_TRUE(isRead("<dict></dict>"));
 }
 
@@ -97,7 +97,7 @@ TEST(DamagedPropertyList, Utf16) {
   EXPECT_FALSE(isRead("\xfe\xff" + whole.substr(2))) << "the other order";
   for (std::size_t length = 0; length < whole.size(); ++length)
     EXPECT_FALSE(isRead(whole.substr(0, length)));
-  // Three bytes each once they are UTF-8: what comes of it has the same limit.
+  // Three bytes each in UTF-8: the result has the same limit.
   std::string large("\xff\xfe<\0s\0t\0r\0i\0n\0g\0>\0", 18);
   for (std::size_t i = 0; i < host::kMaximumBytes / 2 - 20; ++i) large += "\x72\x82";
   large += std::string("<\0/\0s\0t\0r\0i\0n\0g\0>\0", 18);
@@ -151,7 +151,7 @@ TEST(DamagedPropertyList, Mutated) {
        {std::string(test::kXmlPropertyList), test::binaryPropertyList()}) {
     for (int i = 0; i < 20000; ++i) read += survives(mutated(whole, random)) ? 1 : 0;
   }
-  EXPECT_GT(read, 1000u);  // else the mutations would test the first look alone
+  EXPECT_GT(read, 1000u);  // otherwise the changes only tried the first checks
 }
 
 TEST(DamagedPropertyList, MutatedNearTheDepthLimit) {
@@ -191,7 +191,7 @@ TEST(DamagedPropertyList, DeepXml) {
   survives(repeated("<plist>", 200000));
 }
 
-/// Ways to hide tags from a scanner that reads less carefully than the parser.
+/// Ways to hide tags from a scanner that is less careful than the parser.
 TEST(DamagedPropertyList, DeepXmlInDisguise) {
   const std::string deep = repeated("<array>", 200000);
   for (std::string_view prefix : {"<array/><array></array>",
@@ -236,7 +236,7 @@ TEST(DamagedPropertyList, DeepBinary) {
   EXPECT_TRUE(survives(test::binaryFromObjects(deepest)));
 }
 
-/// The depth counts along the deepest way, also where it was looked at before from elsewhere.
+/// The depth is counted along the deepest path, even where a shorter path was there before.
 TEST(DamagedPropertyList, DeepBinaryThroughSharedParts) {
   std::vector<std::string> objects{test::binaryArray({100, 1})};
   for (std::uint64_t i = 2; i <= 200; ++i) objects.push_back(test::binaryArray({i}));
@@ -248,7 +248,7 @@ TEST(DamagedPropertyList, BinaryThatHoldsItself) {
   EXPECT_FALSE(survives(test::binaryFromObjects({test::binaryArray({0})})));
   EXPECT_FALSE(survives(test::binaryFromObjects(
       {test::binaryArray({1}), test::binaryArray({2}), test::binaryArray({1})})));
-  // A dictionary whose key and value are itself.
+  // A dictionary that is its own key and value.
   EXPECT_FALSE(survives(test::binaryFromObjects({std::string("\xd1\0\0\0\0", 5)})));
 }
 
@@ -261,7 +261,7 @@ TEST(DamagedPropertyList, BinaryThatExpands) {
     objects.push_back(test::binaryArray({}));
     EXPECT_FALSE(survives(test::binaryFromObjects(objects)));
   }
-  // One long text, many times.
+  // A long text, many times.
   const std::string data = "\x4f\x12" + test::bigEndian(1 << 20, 4) + std::string(1 << 20, 'x');
   EXPECT_TRUE(survives(
       test::binaryFromObjects({test::binaryArray(std::vector<std::uint64_t>(10, 1)), data})));
@@ -296,7 +296,7 @@ TEST(DamagedPropertyList, EveryTrailer) {
   }
 }
 
-/// A parser that asserts on such a key would take the process with it.
+/// A parser that asserts on such a key would end the process.
 TEST(DamagedPropertyList, KeyWithAZeroInIt) {
   const std::string dictionary("\xd1\0\1\0\2", 5);
   EXPECT_FALSE(
@@ -318,7 +318,7 @@ TEST(DamagedPropertyList, XmlThatKeepsTheParserBusy) {
   isRead("<plist><string>" + repeated("&amp;", 3000000) + "</string></plist>");
   isRead("<plist><array>" + repeated("<string>" + repeated("&amp;", 1000) + "</string>", 3000) +
          "</array></plist>");
-  // Each key is looked for among those before it; these end alike, which defeats hashing.
+  // Each key is searched among those before it; these end alike, which defeats hashing.
   std::string keys;
   for (int i = 0; i < 400000; ++i) keys += "<key>" + std::to_string(i) + "zzzzzzzz</key><true/>";
   isRead("<plist><dict>" + keys + "</dict></plist>");

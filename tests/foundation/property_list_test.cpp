@@ -1,4 +1,4 @@
-// Property lists: what is read, what is written.
+// Property lists: reading and writing.
 #include "Foundation/property_list.h"
 
 #include <fcntl.h>
@@ -25,7 +25,7 @@ class PropertyList : public testing::Test {
   static NSDictionary* read(std::string_view bytes) {
     return objc::as<NSDictionary>(host::propertyListFromData(bytes));
   }
-  /// The object of the one element.
+  /// The object in a list of a single element.
   static NSObject* element(const std::string& xml) {
     return host::propertyListFromData("<plist version=\"1.0\">" + xml + "</plist>");
   }
@@ -42,7 +42,7 @@ class PropertyList : public testing::Test {
   objc::AutoreleasePool pool;
 };
 
-/// What both of the two samples hold.
+/// The contents of both samples.
 void expectSample(NSDictionary* sample, const std::function<std::string(NSObject*)>& type) {
   ASSERT_NE(sample, nullptr);
   EXPECT_EQ(send(sample, NSDictionary::count), 13u);
@@ -214,14 +214,14 @@ TEST_F(PropertyList, KeepsNumbers) {
 }
 
 TEST_F(PropertyList, KeepsDates) {
-  // Before 1933 and after 2069 a count of seconds does not fit 32 bits.
+  // Before 1933 and after 2069, a count of seconds does not fit into 32 bits.
   for (double value : {0.0, -1.0, 464115601.0, -978307200.0, 1e10, -5e10, 63113904000.0}) {
     auto* back =
         objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(value)));
     ASSERT_NE(back, nullptr) << value;
     EXPECT_EQ(send(back, NSDate::timeIntervalSinceReferenceDate), value);
   }
-  // XML has whole seconds.
+  // XML stores whole seconds.
   auto* earlier =
       objc::as<NSDate>(writtenAndRead(NSDate::dateWithTimeIntervalSinceReferenceDate(-0.5)));
   ASSERT_NE(earlier, nullptr);
@@ -290,7 +290,7 @@ TEST_F(PropertyList, WritesToTheDepthThatItReads) {
   EXPECT_FALSE(host::xmlFromPropertyList(nested(host::kMaximumDepth + 1)));
 }
 
-/// Beyond that the binary form takes longer than anybody waits.
+/// Larger ones would take the binary form too long.
 TEST_F(PropertyList, WritesSoManyNodesInBinaryForm) {
   const auto numbers = [](std::size_t count) {
     const std::vector<NSObject*> items(count, NSNumber::numberWithLongLong(7));
@@ -334,7 +334,8 @@ TEST_F(PropertyListFile, RefusesLargeFilesUnread) {
   const std::string path = folder.path() + "/large";
   std::string bytes(test::kXmlPropertyList);
   ASSERT_TRUE(host::writeFile(path, bytes, false));
-  std::filesystem::resize_file(path, 50 << 20);  // a hole: it costs nothing unless it is read
+  std::filesystem::resize_file(path,
+                               50 << 20);  // a sparse file: it costs nothing unless it is read
   EXPECT_EQ(host::propertyListFromFile(path), nullptr);
   bytes.resize(host::kMaximumBytes, ' ');
   EXPECT_NE(host::propertyListFromData(bytes), nullptr);

@@ -53,7 +53,7 @@ TEST_F(RunLoop, PerformsInOrder) {
 TEST_F(RunLoop, PerformsForOtherThreadsOnItsOwn) {
   constexpr int kThreads = 4;
   constexpr int kEach = 1000;
-  std::vector<std::vector<int>> seen(kThreads);  // written by this thread alone
+  std::vector<std::vector<int>> seen(kThreads);  // written only by this thread
   bool foreign = false;
   int count = 0;
   const auto mine = std::this_thread::get_id();
@@ -101,7 +101,7 @@ TEST_F(RunLoop, StopsFromAFunction) {
   const auto start = now();
   loop.runFor(20s);
   EXPECT_LT(now() - start, 10s);
-  EXPECT_FALSE(loop.runUntil([] { return false; }, 10ms));  // the stop is used up
+  EXPECT_FALSE(loop.runUntil([] { return false; }, 10ms));  // the stop has been used up
 }
 
 TEST_F(RunLoop, RunsForATime) {
@@ -110,7 +110,7 @@ TEST_F(RunLoop, RunsForATime) {
   loop.runFor(200ms);
   EXPECT_GE(now() - start, 200ms);
   EXPECT_LT(now() - start, 10s);
-  EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 10);  // it waits, it does not spin
+  EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 10);  // it waits and does not spin
 }
 
 TEST_F(RunLoop, RunsUntilAConditionHolds) {
@@ -176,7 +176,7 @@ TEST_F(RunLoop, AnUnwatchedDescriptorIsNotReportedAnyMore) {
   int other[2];
   ASSERT_EQ(pipe(other), 0);
   int calls = 0;
-  // Whichever is called first takes the other away in the same turn.
+  // Whichever is called first removes the other in the same turn.
   loop.watch(ends[0], [&] {
     ++calls;
     loop.unwatch(other[0]);

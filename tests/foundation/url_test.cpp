@@ -1,4 +1,4 @@
-// URLs: what makes one, and its parts.
+// URLs: which texts are valid, and their parts.
 #include <gtest/gtest.h>
 
 #include "Foundation/text.h"

@@ -1,4 +1,4 @@
-// The application list's icons, asked as the library asks.
+// The application list's icons, requested as the library does.
 #include "platform/AppList.h"
 
 #include <array>
@@ -29,7 +29,7 @@ class AppList : public test::Hosted {
 
 CGImageRef bitmap(UIImage* image) { return send<CGImageRef>(image, "CGImage"_sel); }
 
-/// Red, green, blue, alpha, premultiplied, of one pixel of the image stretched to 16 x 16.
+/// The red, green, blue and alpha of one pixel, premultiplied, of the image stretched to 16 x 16.
 std::array<int, 4> pixel(UIImage* image, int x, int y) {
   std::array<std::uint8_t, std::size_t{16} * 16 * 4> bytes{};
   const objc::Owned<CGColorSpaceRef, CGColorSpaceRelease> space(CGColorSpaceCreateDeviceRGB());
@@ -69,7 +69,7 @@ TEST_F(AppList, IconsLieInTheContainer) {
   EXPECT_EQ(CGImageGetWidth(bitmap(image)), 118U);
   EXPECT_EQ(CGImageGetHeight(bitmap(image)), 118U);
   EXPECT_EQ(pixel(image, 8, 8), (std::array<int, 4>{10, 200, 30, 255}));
-  EXPECT_NE(icon("com.example.app"), image);  // drawn anew at every question
+  EXPECT_NE(icon("com.example.app"), image);  // drawn again for every request
   EXPECT_EQ(CGImageGetWidth(bitmap(icon(test::string("com.example.app"), 29))), 58U);
   EXPECT_EQ(icon("com.example.other"), nullptr);
 }
@@ -161,7 +161,7 @@ TEST_F(AppList, NothingIsLeftOfAnIcon) {
     objc::AutoreleasePool pool;
     EXPECT_NE(icon("a"), nullptr);
   }
-  // The thread's stack of contexts is as it was.
+  // The thread's stack of contexts has not changed.
   EXPECT_EQ(UIGraphicsGetImageFromCurrentImageContext(), nullptr);
 }
 

@@ -1,4 +1,4 @@
-// A libcolorpicker with the real one's traps: the library hands it only what it can read.
+// A libcolorpicker with the traps of the real one: the library must pass only what it can read.
 #include <regex>
 #include <stdexcept>
 
@@ -9,7 +9,7 @@ namespace {
 std::vector<std::string> handedOver;
 }
 
-// This executable's function is found before the host's.
+// The library finds this executable's function before the host's.
 extern "C" [[gnu::visibility("default")]] UIColor* LCPParseColorString(NSString* value,
                                                                        NSString* fallback);
 UIColor* LCPParseColorString(NSString* value, NSString* fallback) {

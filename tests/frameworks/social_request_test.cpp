@@ -1,4 +1,4 @@
-// Requests to social networks: what comes back, and where they never go.
+// Requests to social networks: what is returned, and where they never go.
 #include <semaphore>
 
 #include "support/follow.h"

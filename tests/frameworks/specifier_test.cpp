@@ -1,4 +1,4 @@
-// The rows of a settings pane, as the stand-in has them.
+// The rows of a settings pane in the stand-in.
 #include "support/pane.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// The nearest colour of the same hue that is told well enough from what lies behind it.
+// The nearest colour of the same hue with enough contrast against its background.
 #include "gallery/page/contrast.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ int chromaOf(const varnix::drawing::ByteColor& c) {
   return most - least;
 }
 
-/// In degrees. Not the way it is worked out in the code: as an angle in the plane of the colours.
+/// In degrees. Computed differently from the code: as an angle in the plane of the colours.
 double hueOf(const varnix::drawing::ByteColor& c) {
   const double x = c.red - (c.green + c.blue) / 2.0;
   const double y = std::sqrt(3.0) / 2 * (c.green - c.blue);
@@ -57,7 +57,7 @@ TEST(Contrast, GreysMoveToTheNextGrey) {
 }
 
 TEST(Contrast, ColorsOfTheSameHueGetDarkerOnWhiteAndLighterOnBlack) {
-  // Pure red: 4.00 on white; the next red is darker, with the other channels still at nothing.
+  // Pure red has 4.00 on white; the next red is darker, with the other channels still at zero.
   const auto red = nearestOfHue({255, 0, 0}, kWhite, kLeastForText);
   ASSERT_TRUE(red);
   EXPECT_EQ(red->green, 0);
@@ -75,7 +75,7 @@ TEST(Contrast, ColorsOfTheSameHueGetDarkerOnWhiteAndLighterOnBlack) {
 }
 
 TEST(Contrast, TheNearerOfDarkerAndLighterIsTaken) {
-  // Both black and white reach 4.5 on this grey, by little.
+  // Both black and white just reach 4.5 on this grey.
   constexpr varnix::drawing::ByteColor kMiddle{0x75, 0x75, 0x75};
   const auto lighter = nearestOfHue({0xa0, 0xa0, 0xa0}, kMiddle, kLeastForText);
   const auto darker = nearestOfHue({0x50, 0x50, 0x50}, kMiddle, kLeastForText);
@@ -104,7 +104,7 @@ TEST(Contrast, EveryColorHasOneThatReachesItOnEveryGround) {
           ASSERT_GE(varnix::drawing::contrastRatio(*nearest, behind), 4.5);
           const int chroma = std::min(chromaOf(*nearest), chromaOf(color));
           if (chroma == 0) continue;
-          // Half a byte to and fro turns a hue the more, the less colour there is.
+          // Rounding by half a byte turns a hue the more, the less saturated the colour is.
           ASSERT_LE(hueDistance(*nearest, color), 60.0 / chroma + 0.01)
               << varnix::drawing::hex(color) << " on " << varnix::drawing::hex(behind) << ": "
               << varnix::drawing::hex(*nearest);

@@ -1,4 +1,4 @@
-// draw_sample_gallery FOLDER [RRGGBB]   draws the sample gallery there, with a stroke of that
+// draw_sample_gallery FOLDER [RRGGBB]: draws the sample gallery there, with a stroke of that
 // colour.
 #include <cstdio>
 #include <exception>

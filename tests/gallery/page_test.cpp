@@ -1,4 +1,4 @@
-// What the page is told, and the files that are written.
+// The data for the page, and the files that are written.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -42,7 +42,7 @@ class GalleryPage : public testing::Test {
     return names;
   }
 
-  /// What the page says of a surface of these colours.
+  /// What the page says about a surface with these colours.
   Json measured(Json after, Json behind) {
     const Json surface{{"process", "p"},
                        {"class", "C"},
@@ -68,7 +68,8 @@ TEST_F(GalleryPage, ContrastIsMeasuredAndMarked) {
   EXPECT_TRUE(black["below"].is_null());
   EXPECT_TRUE(black["nearest"].is_null());
 
-  // 4.478 is not rounded up, and neither is 4.499...: what misses the limit shows less than it.
+  // 4.478 is not rounded up, and neither is 4.499...: a contrast that misses the limit must show
+  // less than it.
   const Json grey = measured("#777777ff", "#ffffff");
   EXPECT_EQ(grey["contrast"], 4.47);
   EXPECT_EQ(grey["below"], 4.5);
@@ -85,7 +86,7 @@ TEST_F(GalleryPage, ContrastIsMeasuredAndMarked) {
 
 TEST_F(GalleryPage, ATranslucentColorIsMeasuredAsItIsSeen) {
   EXPECT_EQ(measured("#00000000", "#ffffff")["contrast"], 1.0);
-  // Half black on white is seen as grey 7f.
+  // Half-transparent black on white looks like grey 7f.
   EXPECT_EQ(measured("#00000080", "#ffffff")["contrast"],
             measured("#7f7f7fff", "#ffffff")["contrast"]);
 }
@@ -126,7 +127,7 @@ TEST_F(GalleryPage, WritesThreeFilesWithEverythingInlined) {
   EXPECT_EQ(page.find("@import"), std::string::npos);
   EXPECT_FALSE(std::regex_search(page, std::regex("url\\(")));
 
-  // The data ends where its element does, whatever a title holds.
+  // The data ends where its element does, whatever a title contains.
   const std::string start = "<script type=\"application/json\" id=\"data\">";
   const std::size_t from = page.find(start) + start.size();
   const Json data = Json::parse(page.substr(from, page.find("</script>", from) - from));
@@ -178,7 +179,7 @@ TEST_F(GalleryPage, AMissingPictureIsAFailureAndWritesNothing) {
 TEST_F(GalleryPage, AFolderThatCannotBeWrittenIsAFailure) {
   const Json gallery{{"tabs", Json::array()}};
   EXPECT_THROW(writeGallery(folder_ / "nowhere", gallery), Failure);
-  // A folder lies in the place of a file: what was begun is taken away again.
+  // A folder is in a file's place: unfinished files are removed again.
   std::filesystem::create_directory(folder_ / "index.html");
   EXPECT_THROW(writeGallery(folder_, gallery), Failure);
   EXPECT_EQ(files(), (std::set<std::string>{"index.html"}));

@@ -16,7 +16,7 @@ void setColor(cairo_t* context, unsigned color) {
                        (color & 255) / 255.0);
 }
 
-/// Bars of the colour over the ground, and a stroke across.
+/// Bars of the colour on the ground, and a stroke across.
 void drawPicture(const std::filesystem::path& path, unsigned ground, unsigned color,
                  unsigned stroke) {
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight);

@@ -13,7 +13,7 @@ struct Function {
   std::string_view name, encoding;
 };
 
-/// The functions whose results or stack arguments travel differently.
+/// The functions whose results or stack arguments are passed differently.
 constexpr Function kFunctions[] = {
     {"CGImageCreate", "@QQQQQ@I@^dBi"},
     {"_UIAccessibilityEnhanceBackgroundContrast", "B"},

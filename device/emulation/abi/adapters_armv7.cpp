@@ -1,6 +1,6 @@
-// 32-bit Arm: what the library calls gets an even stack. No imported function has a number of 64
-// bits at a word that the two conventions differ in; methods may, and r9 is scratch to the device's
-// code, so that all that calls it is compiled to do without it.
+// 32-bit Arm: calls out of the library get an aligned stack. No imported function takes a 64-bit
+// number in a place where the two conventions differ; methods may. The device's code may overwrite
+// r9, so everything that calls it is compiled not to use r9.
 #if defined(__arm__)
 
 #include <dlfcn.h>

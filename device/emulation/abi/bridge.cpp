@@ -26,7 +26,8 @@ uint32_t extend(Small small, uint32_t number) {
   return code | number << 5 | number;
 }
 
-/// Loads or stores x9, w9 or its lower part at a multiple of the size behind a base.
+/// Loads or stores x9, w9 or its lower part, at an offset from a base. The offset is a multiple of
+/// the size.
 uint32_t access(bool isLoad, uint32_t size, uint32_t base, uint32_t offset) {
   const uint32_t code = size == 8   ? 0xf9000000
                         : size == 4 ? 0xb9000000
@@ -42,7 +43,7 @@ class Code {
   void copyStack(const CallSignature& call, Direction direction) {
     const bool toLinux = direction == Direction::toLinux;
     const uint32_t size = toLinux ? call.linuxStackSize : call.deviceStackSize;
-    // Offsets fit their fields by far below this.
+    // Offsets up to this limit easily fit their fields.
     if (size > 2048 || call.deviceStackSize > 2048) throw Error("too many arguments on the stack");
     add(0xd1000000 | static_cast<uint32_t>(alignUp(size, 16)) << 10 | kSp << 5 | kSp);
     for (const StackArgument& each : call.stack) {
@@ -60,7 +61,7 @@ class Code {
     }
   }
 
-  /// Loads the target, whose place is known only when all is written.
+  /// Loads the target, whose place is known only after everything else is written.
   void loadTarget() {
     load_ = words_.size();
     add(0);

@@ -14,7 +14,7 @@ namespace varnix::device {
 
 namespace {
 
-/// In large pieces that are never given back.
+/// Takes memory in large pieces that are never freed.
 void* placed(const std::vector<uint32_t>& code) {
   constexpr size_t kPiece = 1 << 18;
   static char* next = nullptr;
@@ -24,7 +24,7 @@ void* placed(const std::vector<uint32_t>& code) {
     void* memory = mmap(nullptr, kPiece, PROT_READ | PROT_WRITE | PROT_EXEC,
                         MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) throw Error("no memory for code");
-    // What calls anybody here links its frame first, and keeps nothing else.
+    // All code here saves its frame first, and saves no other register.
     const CodeFrame all{0, kPiece, {}};
     describeFrames({&all, 1}, memory);
     next = static_cast<char*>(memory);

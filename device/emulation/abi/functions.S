@@ -1,4 +1,4 @@
-// What cannot be said in C++: entries that look at the stack and the registers of their caller.
+// What C++ cannot express: entries that look at their caller's stack and registers.
 #if defined(__aarch64__)
 
         .text
@@ -17,7 +17,7 @@
         .size   \name, . - \name
 .endm
 
-// A function with unnamed arguments: their address becomes one more that is named.
+// A function with unnamed arguments: their address becomes one more named argument.
 ENTRY varnix_NSLog
         mov     x1, sp
         b       varnix_logNotice
@@ -32,8 +32,8 @@ ENTRY varnix_return
         ret
 END varnix_return
 
-// A message: \prepare sees the registers that hold arguments, may change them, and says where the
-// call goes on.
+// A message: \prepare sees the registers that hold arguments, may change them, and returns the
+// address where the call continues.
 .macro MESSENGER name, prepare
 ENTRY \name
         stp     x29, x30, [sp, #-224]!

@@ -1,5 +1,5 @@
-// What cannot be said in C++, for 32-bit Arm: the device's code keeps the stack to four bytes, Linux's
-// to eight.
+// What C++ cannot express, for 32-bit Arm: the device's code aligns the stack to four bytes,
+// Linux's to eight.
 #if defined(__arm__)
 
         .syntax unified
@@ -20,9 +20,9 @@
         .size   \name, . - \name
 .endm
 
-// ip = the function. Its stack arguments are copied to where the stack is even: as many words as any
-// call here has. What it throws finds the caller; in a section of its own, for the table's entry
-// would else hold for all functions below.
+// ip = the function. Its stack arguments are copied to an aligned stack: as many words as any call
+// here has. What it throws is passed to the caller. This is in a section of its own: in the common
+// one, its unwind entry would apply to all functions below.
         .pushsection .text.varnix_leaveLibrary, "ax", %progbits
 ENTRY varnix_leaveLibrary
         .fnstart
@@ -42,7 +42,7 @@ ENTRY varnix_leaveLibrary
 END varnix_leaveLibrary
         .popsection
 
-// \words = the arguments in a row, which the stack's continue; the stack is even.
+// \words = the arguments in one row, followed by the stack's; the stack is aligned.
 .macro SPILL words
         push    {r0, r1, r2, r3}
         push    {r4, lr}
@@ -51,7 +51,7 @@ END varnix_leaveLibrary
         bic     sp, sp, #7
 .endm
 
-// Functions with unnamed arguments: their address becomes one more that is named.
+// Functions with unnamed arguments: their address becomes one more named argument.
 ENTRY varnix_NSLog
         SPILL   r1
         add     r1, r1, #4
@@ -71,8 +71,8 @@ ENTRY varnix_return
 END varnix_return
 END varnix_CFLog
 
-// A message: \prepare sees the words that hold arguments, may change them, and says where the call
-// goes on.
+// A message: \prepare sees the words that hold arguments, may change them, and returns the address
+// where the call continues.
 .macro MESSENGER name, prepare
 ENTRY \name
         SPILL   r0

@@ -10,13 +10,13 @@ namespace varnix::device {
 
 namespace {
 
-/// Every import is bound before anything runs, so that nobody asks for one later.
+/// Every import is bound before anything runs, so lazy binding never happens.
 void neverCalled() { std::abort(); }
 
 }  // namespace
 
 void* linuxSymbol(std::string_view name) {
-  // The executable's own definition comes first, as a test may have it.
+  // The executable's own definition comes first, since a test may have one.
   return dlsym(RTLD_DEFAULT, std::string(name).c_str());
 }
 
@@ -24,7 +24,7 @@ void* importedSymbol(std::string_view symbol) {
   if (symbol == "dyld_stub_binder") return reinterpret_cast<void*>(&neverCalled);
   if (!symbol.starts_with('_')) return nullptr;
   symbol.remove_prefix(1);
-  // These reach the container's files alone.
+  // These reach only the container's files.
   if (symbol == "dlopen") symbol = "__wrap_dlopen";
   if (symbol == "posix_spawn") symbol = "__wrap_posix_spawn";
   if (void* adapter = adapterFor(symbol)) return adapter;

@@ -12,8 +12,8 @@ namespace varnix::device {
 
 namespace {
 
-/// The method's named pointers, then those on the stack up to a nil, as arguments that are all
-/// named: a caller and a variadic callee on Linux agree about those.
+/// Passes the method's named pointers, then those on the stack up to a nil, all as named arguments:
+/// a caller and a variadic callee on Linux agree about those.
 template <size_t Named>
 class List {
  public:
@@ -50,7 +50,7 @@ void* listEntry(std::index_sequence<I...>) {
   return reinterpret_cast<void*>(call);
 }
 
-/// The unnamed ones' address becomes one more argument that is named.
+/// The address of the unnamed arguments becomes one more named argument.
 template <size_t Named>
 void* list(void** registers, void* stack) {
   registers[Named] = stack;

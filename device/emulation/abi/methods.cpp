@@ -15,8 +15,8 @@
 #include "objc/metadata.h"
 #include "runtime/runtime.h"
 
-// In functions.S and functions_arm.S, which hand over the words that hold arguments, registers
-// first, and where those on the stack begin. The words of 32-bit Arm go on there.
+// In functions.S and functions_arm.S. They pass the words that hold arguments, registers first, and
+// the place where those on the stack begin. On 32-bit Arm the stack's words follow the registers'.
 extern "C" void varnix_msgSend();
 extern "C" void varnix_msgSendSuper();
 extern "C" void* varnix_prepareMessage(void** words, void* stack);
@@ -32,7 +32,7 @@ namespace varnix::device {
 
 namespace {
 
-/// A method that nobody can call rightly is no reason to call it wrongly.
+/// Aborts on a method whose types cannot be read, rather than call it wrongly.
 NativeSignature signatureOf(const char* types, const char* name) {
   try {
     return readNativeSignature(types == nullptr ? "" : types);
@@ -47,7 +47,7 @@ IMP bridged(IMP implementation, const char* types, const char* name, Direction d
       bridge(signatureOf(types, name), direction, reinterpret_cast<void*>(implementation)));
 }
 
-/// Head of a block, with what its descriptor is in each of the two forms.
+/// Head of a block. The two forms of its descriptor differ.
 struct BlockHead {
   const void* isa;
   int flags;
@@ -56,8 +56,8 @@ struct BlockHead {
   const void* descriptor;
 };
 
-/// A block whose arguments the stand-in will not extend gets a way in that does. Once bridged it is
-/// no function of the library's.
+/// A block of the library gets a way in that extends its arguments, as the stand-in does not. After
+/// that its function is no longer the library's, so this happens once.
 void adaptBlock(void* given) {
   auto* block = static_cast<BlockHead*>(given);
   if (block == nullptr || (block->flags & objc::kBlockHasSignature) == 0) return;
@@ -69,7 +69,7 @@ void adaptBlock(void* given) {
   block->invoke = bridge(signatureOf(types, "a block"), Direction::toDevice, block->invoke);
 }
 
-/// Where a message to an object of that class goes on: the messenger, or something in between.
+/// Where a message to an object of that class continues: the messenger itself, or a bridge to it.
 template <class Messenger>
 void* prepare(void** words, Class cls, void* selector, Messenger* messenger) {
   auto* target = reinterpret_cast<void*>(messenger);
@@ -98,8 +98,8 @@ void adaptList(void* list) {
         bridged(entry->implementation, entry->types, entry->name, Direction::toDevice);
 }
 
-// The functions that hand implementations over. Their results are whole registers, as the device's
-// callers expect.
+// Functions that take and return implementations. Their results fill whole registers, as the
+// device's callers expect.
 
 std::uintptr_t addMethod(Class cls, SEL selector, IMP implementation, const char* types) {
   return class_addMethod(cls, selector,
@@ -115,7 +115,7 @@ IMP implementationOf(objc_method* method) {
                  sel_getName(method_getName(method)), Direction::toLinux);
 }
 
-/// Whether the executable has a framework of its own in place of the stand-in's.
+/// Whether the executable has a hooking framework of its own instead of the stand-in's.
 bool hasOtherFramework(void* function) {
   Dl_info framework{};
   Dl_info host{};
@@ -132,7 +132,7 @@ void hookMessage(Class cls, SEL selector, IMP replacement, IMP* saved) {
   const char* name = sel_getName(selector);
   const IMP live = bridged(replacement, types, name, Direction::toDevice);
   const auto adapt = [&](IMP kept) { return bridged(kept, types, name, Direction::toLinux); };
-  // The library must never see an implementation that it cannot call, be it for a moment.
+  // The library must never see an implementation that it cannot call, not even for a moment.
   if (!hasOtherFramework(function))
     return host::runtime::hookMessage(cls, selector, live, saved, adapt);
   hook(cls, selector, live, saved);

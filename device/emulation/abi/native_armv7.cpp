@@ -23,8 +23,8 @@ void* bridge(const NativeSignature& call, Direction direction, void* target) {
 
 void* wayOut(void* function) {
   return placeCode({
-      0xe59fc000,  // ldr ip, [pc]: the word behind the next instruction
-      0xe59ff000,  // ldr pc, [pc]: the one behind that
+      0xe59fc000,  // ldr ip, [pc]: the word after the next instruction
+      0xe59ff000,  // ldr pc, [pc]: the word after that
       reinterpret_cast<uintptr_t>(function),
       reinterpret_cast<uintptr_t>(&varnix_leaveLibrary),
   });

@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint32_t kArgumentRegisters = 8;
 
-/// Up to four equal floating-point numbers have registers of their own.
+/// Up to four equal floating-point numbers travel in registers of their own.
 bool travelsAsFloats(const Type& type) {
   return (type.scalar == 'd' || type.scalar == 'f') && type.count <= 4;
 }
@@ -24,7 +24,7 @@ class Assignment {
   void add(const Type& type) {
     if (type.size == 0) throw Error("an argument without a size");
     if (travelsAsFloats(type)) return floats(type);
-    // A large structure lies in memory, and its address travels.
+    // A large structure is in memory, and its address is passed.
     if (type.isStructure && type.size > 16) return words({8, 8, Small::none, 'i', 1, false, false});
     words(type);
   }
@@ -51,7 +51,7 @@ class Assignment {
   }
 
   void push(const Type& type) {
-    // A structure that is no row of floats is padded to whole words on both.
+    // On both systems, a structure other than a row of floats is padded to whole words.
     const bool packed = !type.isStructure || travelsAsFloats(type);
     const auto alignment = packed ? type.alignment : 8U;
     const auto size = packed ? type.size : static_cast<uint32_t>(alignUp(type.size, 8));

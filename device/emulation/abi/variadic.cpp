@@ -20,7 +20,7 @@ namespace varnix::device {
 
 namespace {
 
-/// Arguments as the device leaves them in memory: each begins where a word does.
+/// Arguments in memory as the device leaves them: each begins at a word.
 class WordArguments final : public host::FormatArguments {
  public:
   explicit WordArguments(const char* at) : at_(at) {}

@@ -7,7 +7,7 @@ namespace varnix::device {
 
 namespace {
 
-// Registers and stack in one row, from r4 on.
+// Registers and stack lie in one row, from r4 on.
 constexpr uint32_t kPushArguments = 0xe92d000f;  // push {r0-r3}
 constexpr uint32_t kPushR4 = 0xe92d4010;         // push {r4, lr}
 constexpr uint32_t kSetR4 = 0xe28d4008;          // add r4, sp, #8
@@ -15,7 +15,7 @@ constexpr uint32_t kLowerStack = 0xe24dd000;     // sub sp, sp, #
 constexpr uint32_t kEvenStack = 0xe3cdd007;      // bic sp, sp, #7
 constexpr uint32_t kLoad = 0xe5940000;           // ldr r0, [r4, #]
 constexpr uint32_t kStore = 0xe58dc000;          // str ip, [sp, #]
-constexpr uint32_t kLoadTarget = 0xe59fc010;     // ldr ip, [pc, #16]: behind the last instruction
+constexpr uint32_t kLoadTarget = 0xe59fc010;     // ldr ip, [pc, #16]: after the last instruction
 constexpr uint32_t kEnd[] = {
     0xe12fff3c,  // blx ip
     0xe244d008,  // sub sp, r4, #8
@@ -33,7 +33,7 @@ std::vector<uint32_t> bridgeCode(const WordSignature& call, Direction direction,
   const auto count = static_cast<uint32_t>(call.places.size());
   const auto size =
       static_cast<uint32_t>(alignUp((count == 0 ? 0 : call.places.back() + 1) * kWord, 8));
-  // An immediate of eight bits.
+  // The size is an immediate of eight bits.
   if (size > 248) throw Error("too many arguments on the stack");
   std::vector<uint32_t> code = {kPushArguments, kPushR4, kSetR4, kLowerStack | size, kEvenStack};
   for (uint32_t i = 0; i < count; ++i) {

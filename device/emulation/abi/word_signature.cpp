@@ -32,7 +32,7 @@ WordSignature readWordSignature(std::string_view text) {
       call.blocks.push_back(type.isBlock);
     }
   };
-  // A larger structure is left where the caller says.
+  // A larger structure is returned in memory, at an address that the caller passes.
   const Type result = nextType(encoding);
   if (result.isStructure && result.size > kWord) add({kWord, kWord, Small::none, 'i', 1});
   while (!encoding.atEnd()) {

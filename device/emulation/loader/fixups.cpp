@@ -25,7 +25,7 @@ FixupKind kindOf(uint8_t type) {
   }
 }
 
-/// The place that opcodes move and write at. Moving may wrap around; a word has to lie inside.
+/// The place where opcodes write. Moving it may wrap around, but a word must be inside its segment.
 class Place {
  public:
   explicit Place(const ImageFile& image) : image_(image) {}
@@ -37,7 +37,7 @@ class Place {
   }
   void move(uint64_t distance) { offset_ += distance; }
 
-  /// The word's offset in the image. The place is behind it then.
+  /// The word's offset in the image. Moves the place past the word.
   uint64_t word(FixupKind kind) {
     const uint64_t size = kind == FixupKind::pointer ? image_.pointerSize() : 4;
     if (segment_ == nullptr) throw Error("a fixup without a segment");
@@ -56,13 +56,13 @@ class Place {
   uint64_t count_ = 0;
 };
 
-/// The state of the binding opcodes, and what they have given so far.
+/// The state of the binding opcodes, and the binds so far.
 class Binder {
  public:
   Binder(const ImageFile& image, std::vector<ImageBind>& binds)
       : image_(image), place_(image), binds_(binds) {}
 
-  /// A lazy stream has an end after each bind, and goes on.
+  /// A lazy stream goes on after the "done" that ends each of its binds.
   void read(Reader part, bool endsAtDone) {
     FixupSteps steps(FixupStream::binds, part, image_.pointerSize());
     while (const auto step = steps.next()) {

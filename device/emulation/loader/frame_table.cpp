@@ -8,13 +8,13 @@ namespace {
 
 constexpr uint8_t kDefineCfa = 0x0c, kOffset = 0x80, kOffsetExtended = 0x05;
 constexpr uint8_t kFramePointer = 29, kLinkRegister = 30;
-/// Offsets are told as multiples of this, from the caller's stack pointer.
+/// Offsets count multiples of this, from the caller's stack pointer.
 constexpr int kDataAlignment = -8;
 constexpr size_t kAlignment = 8;
 
-/// An entry without its length, which is written before it.
+/// An entry; its length is written before it.
 void addEntry(Writer& out, Writer entry) {
-  // The length counts the filling, whose zeros are instructions that do nothing.
+  // The length includes the padding, whose zeros are instructions that do nothing.
   while ((entry.size() + 4) % kAlignment != 0) entry.u8(0);
   out.u32(static_cast<uint32_t>(entry.size()));
   out.bytes(entry.written());
@@ -22,7 +22,7 @@ void addEntry(Writer& out, Writer entry) {
 
 Writer common() {
   Writer entry;
-  entry.u32(0);  // no range but what ranges share
+  entry.u32(0);  // the common entry, which has no range of its own
   entry.u8(1);   // version
   entry.text("");
   entry.uleb(1);  // instructions are counted in bytes
@@ -40,7 +40,7 @@ Writer common() {
 
 Writer range(const CodeFrame& frame, uint64_t base, size_t placeOfEntry) {
   Writer entry;
-  entry.u32(static_cast<uint32_t>(placeOfEntry + 4));  // the way back to the common entry
+  entry.u32(static_cast<uint32_t>(placeOfEntry + 4));  // the distance back to the common entry
   entry.u64(base + frame.start);
   entry.u64(frame.size);
   uint64_t place = 3;

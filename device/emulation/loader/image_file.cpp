@@ -18,7 +18,7 @@ uint32_t cpuOf(Architecture architecture) {
   return architecture == Architecture::arm64 ? macho::kCpuArm64 : macho::kCpuArm;
 }
 
-/// What the platform loads into a process that runs.
+/// What the platform loads into a running process.
 bool isLoadable(uint32_t fileType) {
   return fileType == macho::kDylib || fileType == macho::kBundle;
 }
@@ -28,7 +28,7 @@ bool covers(uint64_t address, uint64_t size, uint64_t innerAddress, uint64_t inn
          innerSize <= size - (innerAddress - address);
 }
 
-/// One load command after another into an ImageFile.
+/// Reads load commands, one after another, into an ImageFile.
 class Commands {
  public:
   explicit Commands(ImageFile& image)
@@ -83,7 +83,7 @@ class Commands {
     for (const ImageSegment& other : image_.segments) {
       if (segment.address < other.address + other.size &&
           other.address < segment.address + segment.size)
-        throw Error("two segments lie over each other");
+        throw Error("two segments overlap");
     }
     image_.segments.push_back(segment);
     const uint64_t header = is64_ ? macho::kSegmentSize64 : macho::kSegmentSize;

@@ -27,12 +27,12 @@ void store(std::byte* place, Word word) {
   std::memcpy(place, &word, sizeof word);
 }
 
-/// What a fixed word of that kind holds for an address, and back, in the width of the image.
+/// Both change a word of that kind, in the width of the image: by a distance, or to an address.
 void add(std::byte* place, FixupKind kind, uint64_t pointerSize, uint64_t distance) {
   if (kind == FixupKind::pointer && pointerSize == 8) {
     store(place, load<uint64_t>(place) + distance);
   } else {
-    // A distance that the word counts from its own place grows smaller as that moves.
+    // A distance from the word itself shrinks as the word moves up.
     const auto change = static_cast<uint32_t>(distance);
     const uint32_t word = load<uint32_t>(place);
     store(place, kind == FixupKind::relative32 ? word - change : word + change);
@@ -85,7 +85,7 @@ void MappedImage::bind(const Resolve& resolve) const {
     else if (library == nullptr || !library->isMissing) target = resolve(each.symbol);
     const bool mayBeMissing = each.mayBeMissing || (library != nullptr && library->isWeak);
     if (target == nullptr && !mayBeMissing) missing.insert(each.symbol);
-    // What is missing stays nil, whatever would be added to it.
+    // A missing symbol stays nil, whatever the addend.
     const uint64_t address =
         target == nullptr ? 0 : reinterpret_cast<uintptr_t>(target) + each.addend;
     set(at(each.offset), each.kind, file_.pointerSize(), address);
@@ -93,7 +93,7 @@ void MappedImage::bind(const Resolve& resolve) const {
   for (const ImageBind& each : readWeakBinds(file_)) {
     void* target = resolve(each.symbol);
     if (target == nullptr) target = exported(each.symbol);
-    // Without one the word keeps what the other streams gave it.
+    // Without a target, the word keeps the value from the other streams.
     if (target == nullptr) continue;
     set(at(each.offset), each.kind, file_.pointerSize(),
         reinterpret_cast<uintptr_t>(target) + each.addend);

@@ -7,7 +7,7 @@ namespace varnix::device {
 
 namespace {
 
-/// What lies before the first `end`, which is taken off with it; all where there is none.
+/// Takes off what is before the first `end`, and the `end` itself; everything if there is none.
 std::string_view cut(std::string_view& text, char end) {
   const size_t at = text.find(end);
   const std::string_view part = text.substr(0, at);
@@ -15,12 +15,12 @@ std::string_view cut(std::string_view& text, char end) {
   return part;
 }
 
-/// The loader's way of naming a library in a message.
+/// How the platform's loader names a library in a message.
 std::string shortName(std::string_view path) {
   return std::string(path.substr(path.find_last_of('/') + 1));
 }
 
-/// Why it cannot be had; empty where it can.
+/// Why the library cannot be used; empty if it can.
 std::string reasonAgainst(const ImageFile& image, const ImageLibrary& library,
                           std::optional<uint32_t> offered) {
   if (!offered) return "image not found";

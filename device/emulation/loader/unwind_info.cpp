@@ -14,7 +14,7 @@ constexpr size_t kMostFunctions = 1 << 20;
 /// Pairs of registers by their bit, in the order in which they lie below x29.
 struct Pair {
   uint32_t bit;
-  uint8_t first;  ///< DWARF's number; the second's is the next.
+  uint8_t first;  ///< DWARF's number of the first; the second's is the next.
 };
 constexpr Pair kPairs[] = {{0x001, 19}, {0x002, 21}, {0x004, 23}, {0x008, 25}, {0x010, 27},
                            {0x100, 72}, {0x200, 74}, {0x400, 76}, {0x800, 78}};
@@ -29,7 +29,7 @@ Reader contents(const ImageFile& image, const ImageSection& section) {
   throw Error("unwind information without bytes");
 }
 
-/// Where each function begins, and how it keeps registers.
+/// Where each function begins, and how it saves registers.
 struct Entry {
   uint64_t start;
   uint32_t encoding;
@@ -42,7 +42,7 @@ class Table {
     if (bytes.u32(16) != 0) throw Error("functions that look at exceptions are not known here");
     const uint32_t index = bytes.u32(20), count = bytes.u32(24);
     if (count == 0) throw Error("unwind information without an end");
-    // The last entry is where the last page's functions end.
+    // The last entry says where the last page's functions end.
     for (uint32_t i = 0; i + 1 < count; ++i) page(index + uint64_t{12} * i);
     add(bytes.u32(index + uint64_t{12} * (count - 1)), 0);
   }
@@ -68,7 +68,7 @@ class Table {
     }
   }
 
-  /// Numbers begin with the encodings that all pages share.
+  /// The first numbers are the encodings that all pages share.
   uint32_t encoding(uint64_t page, uint32_t number) const {
     const uint32_t shared = bytes_.u32(8);
     if (number < shared) return bytes_.u32(bytes_.u32(4) + uint64_t{4} * number);

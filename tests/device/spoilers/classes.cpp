@@ -11,12 +11,13 @@ const Half& pair(const Spoiled& it) { return it.sound.classNamed("Pair"); }
 const Half& meta(const Spoiled& it) { return it.sound.metaclassNamed("Pair"); }
 const Half& triple(const Spoiled& it) { return it.sound.classNamed("Triple"); }
 
-/// Words of a class, from zero: isa, superclass, cache, table, data.
+/// The words of a class, from zero: isa, superclass, cache, table, data.
 uint64_t classWord(const Spoiled& it, const Half& half, uint64_t index) {
   return half.address + index * it.word();
 }
 
-/// Words of a class's data: layout, name, methods, protocols, variables, weak layout, properties.
+/// The words of a class's data: layout, name, methods, protocols, variables, weak layout,
+/// properties.
 uint64_t dataWord(const Spoiled& it, const Half& half, uint64_t index) {
   return half.data.target + (it.is64() ? 16 : 12) + index * it.word();
 }
@@ -28,7 +29,7 @@ void flags(Spoiled& it, const Half& half, uint32_t value) {
   it.put32At(half.data.target + kFlags, value);
 }
 
-/// Puts the address that one word holds into another.
+/// Copies the address in one word to another.
 void copyWord(Spoiled& it, uint64_t from, uint64_t to) { it.putWordAt(to, it.wordAt(from)); }
 
 uint64_t listed(const Spoiled& it) { return it.header("__objc_classlist").address; }

@@ -53,7 +53,7 @@ const Spoiler kCodeSpoilers[] = {
     {"lazy.streams",
      "without an end",
      [](Spoiled& it) {
-       // The last opcode but those that end it.
+       // The last opcode except those that end the stream.
        uint64_t last = 0;
        for (size_t i = 0; i < it.sound.fixups.lazyBinds.words.size(); ++i)
          last = it.step(Info::lazyBinds, Kind::write, i);

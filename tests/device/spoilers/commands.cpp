@@ -14,7 +14,7 @@ void addFlags(Spoiled& it, uint32_t flags) { it.put32(kFlags, it.u32(kFlags) | f
 
 uint64_t lastCommand(const Spoiled& it) { return it.sound.image.commands.back().at; }
 
-/// The load commands of libraries.
+/// The load commands that name libraries.
 std::vector<const device::LoadCommand*> libraryCommands(const Spoiled& it) {
   std::vector<const device::LoadCommand*> result;
   for (const device::LoadCommand& each : it.sound.image.commands)
@@ -23,7 +23,7 @@ std::vector<const device::LoadCommand*> libraryCommands(const Spoiled& it) {
   return result;
 }
 
-/// Where that of the library is whose name ends so.
+/// The place of the command for the library whose name ends like that.
 uint64_t libraryNamed(const Spoiled& it, std::string_view end) {
   const auto& libraries = it.sound.image.libraries;
   size_t index = 0;

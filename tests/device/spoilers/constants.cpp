@@ -52,7 +52,7 @@ const Spoiler kConstantSpoilers[] = {
     {"strings.aligned",
      "two bytes along",
      [](Spoiled& it) {
-       // Every bound word after it moves as well, so that this takes one that stands alone.
+       // Every bound word after it moves too, so this uses one that has none after it.
        const uint64_t data = it.sound.image.segment("__DATA")->address;
        device::Writer out;
        out.u8(static_cast<uint8_t>(

@@ -13,7 +13,7 @@ const device::SegmentCommand& dataOf(const Spoiled& it) {
   return *it.sound.image.segment("__DATA");
 }
 
-/// A number that stays as it is: nothing points to it, and the loader does not change it.
+/// A number that nothing points to and the loader does not change.
 uint64_t plainWord(const Spoiled& it) {
   for (const device::SymbolEntry& symbol : it.sound.fixups.symbols)
     if (symbol.name == "_ruledNumber") return symbol.value - dataOf(it).address;

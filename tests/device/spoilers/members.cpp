@@ -7,7 +7,7 @@ namespace {
 
 const device::ClassHalf& owner(const Spoiled& it) { return it.sound.classNamed("Pair"); }
 
-/// Where the list of its methods, variables or properties is.
+/// The place of its list of methods, variables or properties.
 uint64_t list(const Spoiled& it, uint64_t index) {
   return it.wordAt(owner(it).data.target + (it.is64() ? 16 : 12) + index * it.word());
 }
@@ -23,7 +23,7 @@ const device::PropertyEntry& property(const Spoiled& it) { return owner(it).prop
 
 uint32_t methodSize(const Spoiled& it) { return static_cast<uint32_t>(3 * it.word()); }
 
-/// Where the alignment of a variable stands; its size is behind.
+/// The place of a variable's alignment; its size follows.
 uint64_t alignment(const Spoiled& it, size_t index) {
   return variable(it, index).offset.at + 3 * it.word();
 }

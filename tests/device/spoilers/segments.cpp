@@ -68,7 +68,7 @@ const Spoiler kSegmentSpoilers[] = {
     {"segments.ascending",
      "the last first",
      [](Spoiled& it) {
-       // Behind what is there, in memory, is room.
+       // There is free memory after everything else.
        it.segment("__TEXT", Segment::address, 0x40000000);
      },
      {"sections.inside-segment"}},

@@ -6,9 +6,9 @@ namespace device_test {
 
 namespace {
 
-/// Of a signature's index: slot and offset of each part.
+/// Offsets in a signature's index: slot and offset of each part.
 constexpr uint64_t kLength = 4, kCount = 8, kIndex = 12, kEntry = 8;
-/// Of a directory.
+/// Offsets in a directory.
 constexpr uint64_t kSize = 4, kVersion = 8, kFlags = 12, kIdentifier = 20, kSpecialSlots = 24,
                    kCodeSlots = 28, kLimit = 32, kHashSize = 36, kHashType = 37, kPlatform = 38,
                    kPageBits = 39, kSpare = 40, kScatter = 44, kTeam = 48;
@@ -18,7 +18,7 @@ uint64_t command(const Spoiled& it) { return it.command(device::macho::kCodeSign
 uint32_t size(const Spoiled& it) { return it.u32(command(it) + kSizeField); }
 uint32_t big32(const Spoiled& it, uint64_t place) { return __builtin_bswap32(it.u32(place)); }
 
-/// A field of both directories, since they are to agree.
+/// Sets a field in both directories, since they must agree.
 void both(Spoiled& it, uint64_t field, uint32_t value) {
   for (const size_t i : {0, 1}) it.putBig32(it.directory(i) + field, value);
 }
@@ -27,7 +27,7 @@ void flip(Spoiled& it, uint64_t place) {
   it.put8(place, static_cast<uint8_t>(it.bytes.at(place) ^ 1));
 }
 
-/// Where a directory has the digest of a page, or of a part for a number below zero.
+/// The place of a page's digest in a directory; a negative number means another part's.
 uint64_t digest(const Spoiled& it, size_t directory, int64_t number) {
   const auto& each = it.sound.signature.directories[directory];
   return it.directory(directory) + each.hashOffset + static_cast<uint64_t>(number * each.hashSize);

@@ -34,7 +34,7 @@ const std::vector<Stub> kStubs = {
       "_OBJC_METACLASS_$_UIBarButtonItem"}},
 };
 
-/// Objects, stubs and the list of exports.
+/// The objects, the stubs and the list of exports.
 class Workshop {
  public:
   Workshop() {

@@ -1,4 +1,4 @@
-// A sound library and its spoiled copies, for the tests of the platform's rules.
+// A valid library and its spoiled copies, for the tests of the platform's rules.
 #pragma once
 
 #include <memory>
@@ -24,22 +24,22 @@ struct Sound {
   device::ClassData classes;
   device::Signature signature;
 
-  /// Nil, and a failed test, where there is none.
+  /// Each fails the test and returns null if there is none.
   const device::ClassHalf& classNamed(std::string_view name) const;
   const device::ClassHalf& metaclassNamed(std::string_view name) const;
   const device::CategoryEntry& categoryNamed(std::string_view name) const;
 };
 
-/// The architecture is "armv7" or "arm64". Built once.
+/// The architecture is "armv7" or "arm64". Each is built only once.
 const Sound& soundLibrary(const std::string& architecture);
 /// The same as a bundle.
 Bytes soundBundle(const std::string& architecture);
-/// Both.
+/// Both slices in one file.
 Bytes soundUniversalFile();
-/// Options that name the stubs of what the library links.
+/// Options that name the stubs of the libraries it links.
 const std::string& stubOptions();
 
-/// Fields of load commands, which stand elsewhere in each width.
+/// Fields of load commands, whose offsets differ between the widths.
 enum class SegmentField : uint8_t {
   address,
   size,
@@ -58,10 +58,10 @@ enum class SectionField : uint8_t {
   firstIndirect,
   stubSize
 };
-/// Of the loader's instructions.
+/// Offsets in the command with the loader's instructions.
 enum class Info : uint8_t { rebases = 0, binds = 2, weakBinds = 4, lazyBinds = 6, exports = 8 };
 
-/// A copy that is being spoiled. Places are those of the sound file.
+/// A copy to spoil. Places are those of the valid file.
 class Spoiled {
  public:
   explicit Spoiled(const Sound& of) : sound(of), bytes(of.bytes) {}
@@ -76,50 +76,50 @@ class Spoiled {
   void put32(uint64_t place, uint32_t value);
   void putBig32(uint64_t place, uint32_t value);
   void putText(uint64_t place, std::string_view text);
-  /// In the width of the library.
+  /// With the library's word size.
   void putWord(uint64_t place, uint64_t value);
   uint32_t u32(uint64_t place) const;
 
-  /// Where an address stands in the file.
+  /// The place of an address in the file.
   uint64_t at(uint64_t address) const;
   void put32At(uint64_t address, uint32_t value) { put32(at(address), value); }
   void putWordAt(uint64_t address, uint64_t value) { putWord(at(address), value); }
   uint64_t wordAt(uint64_t address) const;
   uint32_t u32At(uint64_t address) const { return u32(at(address)); }
 
-  /// Where a load command stands.
+  /// The place of a load command.
   uint64_t command(uint32_t kind, size_t index = 0) const;
-  /// One that points to a table, of which nothing but its place matters to the loader.
+  /// A command for a table; the loader looks only at where the table is.
   uint64_t tableCommand() const;
   uint64_t segment(std::string_view name) const;
   void segment(std::string_view name, SegmentField field, uint64_t value);
   uint64_t section(std::string_view name) const;
-  /// What the sound library says of it.
+  /// The section's header in the valid library.
   const device::SectionHeader& header(std::string_view name) const;
   void section(std::string_view name, SectionField field, uint64_t value);
 
   uint64_t info(Info table) const;
   uint64_t infoSize(Info table) const;
   void info(Info table, uint32_t offset, uint32_t size);
-  /// Where an opcode with that step stands.
+  /// The place of an opcode with that step.
   uint64_t step(Info table, device::FixupStep::Kind kind, size_t index = 0) const;
-  /// Puts opcodes in the place of a table, and nothing behind them.
+  /// Replaces a table by these opcodes, with nothing after them.
   void replace(Info table, std::span<const uint8_t> opcodes);
 
   uint64_t signature() const { return sound.signature.table->offset; }
-  /// The first or the second directory of digests.
+  /// The first or second directory of digests.
   uint64_t directory(size_t index) const;
-  /// The place of a name's terminal in the tree of exports, behind its size.
+  /// The place of a name's terminal in the tree of exports, after its size.
   uint64_t terminal(std::string_view name) const;
-  /// A symbol's entry.
+  /// The place of a symbol's entry.
   uint64_t symbol(std::string_view name) const;
 
-  /// Says of an import that it may be missing, or that it may not.
+  /// Changes whether an import may be missing.
   void toggleWeak(std::string_view symbol);
-  /// Calls an import otherwise, wherever its name stands. Both have one length.
+  /// Renames an import, wherever its name is stored. Both names have the same length.
   void renameSymbol(std::string_view old, std::string_view name);
 
-  /// Gives each page the digests that it has now.
+  /// Computes the digests of all pages again.
   void seal();
 };
 
@@ -128,11 +128,11 @@ struct Spoiler {
   const char* rule;
   const char* how;
   void (*spoil)(Spoiled& it);
-  /// Rules that it cannot but break as well.
+  /// Rules that it breaks inevitably.
   std::vector<std::string> also = {};
-  const char* only = nullptr;  ///< The architecture that the rule is of.
-  bool isSealed = true;        ///< Whether digests follow.
-  /// Those that a 64-bit library breaks besides.
+  const char* only = nullptr;  ///< The rule's only architecture.
+  bool isSealed = true;        ///< Whether the digests are computed again.
+  /// Rules that only a 64-bit library breaks as well.
   std::vector<std::string> also64 = {};
 };
 

@@ -1,4 +1,4 @@
-// Ways to break the rules of files with two slices; the first is armv7's.
+// Ways to break the rules of files with two slices. The first slice is armv7's.
 #include "device/spoilers/spoiled.h"
 
 namespace device_test {
