@@ -36,7 +36,8 @@ Offers readOffers(const std::vector<std::string>& paths) {
   Offers offers;
   for (const std::string& path : paths) {
     try {
-      StubLibrary stub = readStubLibrary(readTextFile(path));
+      // Slices of both widths are checked.
+      StubLibrary stub = readStubLibrary(readTextFile(path), "");
       offers[stub.installName] = {stub.compatibilityVersion, std::move(stub.symbols)};
     } catch (const Error& error) {
       throw Error(path + ": " + error.what());
