@@ -153,10 +153,9 @@ TEST_F(ApplicationPage, ChoosesItsIconsColor) {
 }
 
 TEST_F(ApplicationPage, ForgetsTheIconsColor) {
-  auto* color = UIColor::colorWithRed(0, 0, 1, 1);
   openApplication("<key>sms_color</key><string>#111111</string>");
   EXPECT_FALSE(row("Find Again").isEnabled());
-  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(color);
+  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(rgb(0, 0, 1));
   auto* file = NSMutableDictionary::dictionary();
   send(file, NSMutableDictionary::setObjectForKey, archive, "cached_icon_color_com.example.app"_ns);
   send(file, NSMutableDictionary::setObjectForKey, "#222222"_ns, "sms_color"_ns);

@@ -158,12 +158,11 @@ TEST_F(PresetsPage, ForeignEntriesOfPastedTextAreLeftOut) {
       "<key>com.example.notes_enabled</key><false/></dict></plist>");
   press("Paste Settings");
   answer("Replace");
-  EXPECT_EQ(all(),
-            (std::map<std::string, std::string>{{"enabled", "1"},
-                                                {"global_color", "#0a0b0c"},
-                                                {"com.example.notes_enabled", "0"},
-                                                {"cached_icon_color_com.example.mail",
-                                                 stored("cached_icon_color_com.example.mail")}}));
+  // The switch is on by default.
+  EXPECT_EQ(all(), (std::map<std::string, std::string>{
+                       {"global_color", "#0a0b0c"},
+                       {"com.example.notes_enabled", "0"},
+                       {"cached_icon_color_com.example.mail", "3 bytes"}}));
 }
 
 }  // namespace
