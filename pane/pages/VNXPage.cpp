@@ -42,8 +42,8 @@ struct Page : objc::Implementation<VNXPage, PSListController> {
   void setPreferenceValue(NSObject* value, PSSpecifier* row) {
     if (value == nullptr || row == nullptr) return;
     store(value, row);
-    // It shows its own change already.
-    noteState(row);
+    // A switch shows its own change already.
+    if (send(row, PSSpecifier::cellType) == PSSwitchCell) noteState(row);
   }
 
   void viewDidLoad() {

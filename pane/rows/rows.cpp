@@ -11,6 +11,9 @@ namespace {
 /// A package's, which a device may lack.
 struct PFSimpleLiteColorCell : objc::View<PFSimpleLiteColorCell, PSTableCell> {};
 
+/// What the colour library's cell works on.
+NSString* kColorSettings() { return "libcolorpicker"_ns; }
+
 void set(PSSpecifier* row, NSObject* value, NSString* key) {
   if (value == nullptr) send(row, PSSpecifier::removeProperty, key);
   else send(row, PSSpecifier::setProperty, value, key);
@@ -72,7 +75,7 @@ PSSpecifier* Rows::color(NSString* key, NSString* fallback, NSString* label) {
       "com.quillmarsh.varnix2"_ns, "defaults"_ns, key, "key"_ns, fallback, "fallback"_ns,
       NSNumber::numberWithBool(false), "alpha"_ns, "com.quillmarsh.varnix2.changed"_ns,
       "PostNotification"_ns, static_cast<NSObject*>(nullptr));
-  set(row, settings, "libcolorpicker"_ns);
+  set(row, settings, kColorSettings());
   return row;
 }
 
@@ -112,9 +115,10 @@ NSInteger indexOf(PSSpecifier* row) {
 }
 
 void noteState(PSSpecifier* row) {
-  NSObject* value = send(row, PSSpecifier::performGetter);
+  const bool isSetting = get(row, PSKeyNameKey) != nullptr;
+  NSObject* shown = isSetting ? send(row, PSSpecifier::performGetter) : get(row, kColorSettings());
   set(row,
-      NSString::stringWithFormat("%@ %@ %@ %@ %@"_ns, send(row, PSSpecifier::name), value,
+      NSString::stringWithFormat("%@ %@ %@ %@ %@"_ns, send(row, PSSpecifier::name), shown,
                                  get(row, PSEnabledKey), get(row, kSubtitle()), get(row, kColor())),
       kState());
 }
@@ -138,7 +142,8 @@ bool detail::areAlike(NSArray* shown, NSArray* fresh) {
 bool detail::takeOver(PSSpecifier* shown, PSSpecifier* fresh) {
   if (areEqual(get(shown, kState()), get(fresh, kState()))) return false;
   send(shown, PSSpecifier::setName, send(fresh, PSSpecifier::name));
-  for (NSString* key : {PSEnabledKey, PSIconImageKey, kSubtitle(), kColor(), kState()})
+  for (NSString* key :
+       {PSEnabledKey, PSIconImageKey, kColorSettings(), kSubtitle(), kColor(), kState()})
     set(shown, get(fresh, key), key);
   return true;
 }
