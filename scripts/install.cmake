@@ -8,6 +8,9 @@ install(TARGETS varnix varnix_library varnix_host varnix_graphics varnix_pick va
         RUNTIME DESTINATION ${home} LIBRARY DESTINATION ${home})
 get_target_property(frameworks varnix_host_frameworks MANUALLY_ADDED_DEPENDENCIES)
 install(TARGETS ${frameworks} LIBRARY DESTINATION ${home}/Frameworks)
+# What the package puts on a phone, below a folder that stands for its root.
+install(DIRECTORY ${CMAKE_BINARY_DIR}/installed DESTINATION ${home} PATTERN VarnixPrefs EXCLUDE)
+install(TARGETS varnix_prefs LIBRARY DESTINATION ${home}/installed/Library/PreferenceBundles/VarnixPrefs.bundle)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/commands ${PROJECT_SOURCE_DIR}/samples DESTINATION ${home})
 install(FILES ${PROJECT_SOURCE_DIR}/include/varnix/pane.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/varnix)
 

@@ -105,6 +105,7 @@ HOST_EXPORT CGContextRef CGBitmapContextCreate(void* data, std::size_t width, st
   context->cairo.reset(cairo_create(context->surface.get()));
   if (cairo_status(context->cairo.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   // The origin is the lower left corner.
+  cairo_set_line_width(context->cairo.get(), 1);
   cairo_translate(context->cairo.get(), 0, static_cast<double>(height));
   cairo_scale(context->cairo.get(), 1, -1);
   return context.leak();

@@ -71,6 +71,10 @@ HOST_EXPORT void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
 HOST_EXPORT void CGContextSetFillColorWithColor(CGContextRef context, CGColorRef color);
 HOST_EXPORT void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green,
                                           CGFloat blue, CGFloat alpha);
+// The colour of lines, which is opaque black at first.
+HOST_EXPORT void CGContextSetStrokeColorWithColor(CGContextRef context, CGColorRef color);
+HOST_EXPORT void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green,
+                                            CGFloat blue, CGFloat alpha);
 HOST_EXPORT void CGContextAddEllipseInRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClearRect(CGContextRef context, CGRect rect);
 HOST_EXPORT void CGContextClipToRect(CGContextRef context, CGRect rect);

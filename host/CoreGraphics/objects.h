@@ -88,6 +88,7 @@ struct CGContext : NSObject {
   };
   struct State {
     std::array<CGFloat, 4> fill{0, 0, 0, 1};
+    std::array<CGFloat, 4> stroke{0, 0, 0, 1};
     CGFloat alpha = 1;
     std::vector<Mask> masks;
     CGInterpolationQuality interpolation = CGInterpolationQuality::standard;

@@ -34,6 +34,14 @@ struct Array : NSArray {
     return elements[index];
   }
   NSObject* last() { return elements.empty() ? nullptr : elements.back().get(); }
+  bool contains(NSObject* wanted) {
+    for (const auto& element : elements) {
+      if (element.get() == wanted ||
+          (wanted != nullptr && send(element, NSObject::isEqual, wanted)))
+        return true;
+    }
+    return false;
+  }
   bool equals(NSObject* other) {
     auto* array = objc::as<NSArray>(other);
     if (array == nullptr || send(array, NSArray::count) != size()) return false;
@@ -76,8 +84,9 @@ OBJC_CLASS_NAMED(NSArray, NSObject, Array, NSObject, objc::Ivar<"elements", &Arr
                  objc::ClassMethod<"array", &Array::empty>,
                  objc::ClassMethod<"arrayWithObjects:count:", &Array::withObjects>,
                  objc::Method<"count", &Array::size>, objc::Method<"objectAtIndex:", &Array::at>,
-                 objc::Method<"lastObject", &Array::last>, objc::Method<"isEqual:", &Array::equals>,
-                 objc::Method<"hash", &Array::hashValue>,
+                 objc::Method<"lastObject", &Array::last>,
+                 objc::Method<"containsObject:", &Array::contains>,
+                 objc::Method<"isEqual:", &Array::equals>, objc::Method<"hash", &Array::hashValue>,
                  objc::Method<"description", &Array::describe>, objc::Method<"copy", &Array::copy>,
                  objc::Method<"mutableCopy", &Array::mutableCopy>)
 

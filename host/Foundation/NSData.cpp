@@ -64,7 +64,8 @@ Data* Data::withBytes(const void* bytes, NSUInteger length) {
 }
 
 Data* Data::withContentsOfFile(NSString* path) {
-  return static_cast<Data*>(host::fileData(host::hostPath(host::text(path)), host::kMaximumBytes));
+  return static_cast<Data*>(
+      host::fileData(host::readablePath(host::text(path)), host::kMaximumBytes));
 }
 
 NSData* host::fileData(const std::string& path, std::size_t limit) {

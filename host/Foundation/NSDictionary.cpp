@@ -46,7 +46,7 @@ struct Dictionary : NSDictionary {
     return made;
   }
   static NSDictionary* withContentsOfFile(NSString* path) {
-    return objc::as<NSDictionary>(host::propertyListFromFile(host::hostPath(host::text(path))));
+    return objc::as<NSDictionary>(host::propertyListFromFile(host::readablePath(host::text(path))));
   }
 
   void put(NSObject* object, NSObject* key) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kSignature = 8;
 /// Length and name before a chunk's data, and the checksum after it.
-constexpr std::size_t kLengthAndName = 8;
+constexpr std::size_t kChunkHead = 8;
 constexpr std::size_t kSum = 4;
 
 /// For a window of 32 KiB, without a dictionary.
@@ -38,12 +38,12 @@ std::uint32_t sumOf(std::string_view bytes, std::uint32_t sum = 0) {
 }  // namespace
 
 bool isOptimised(std::string_view bytes) {
-  return bytes.size() >= kSignature + kLengthAndName && bytes.substr(kSignature + 4, 4) == "CgBI";
+  return bytes.size() >= kSignature + kChunkHead && bytes.substr(kSignature + 4, 4) == "CgBI";
 }
 
 std::size_t headerAt(std::string_view bytes) {
   if (!isOptimised(bytes)) return kSignature;
-  return kSignature + kLengthAndName + number(bytes.substr(kSignature)) + kSum;
+  return kSignature + kChunkHead + number(bytes.substr(kSignature)) + kSum;
 }
 
 void handOutAsOrdinary(std::string_view bytes, void (*take)(void* taker, std::string_view piece),
@@ -51,10 +51,10 @@ void handOutAsOrdinary(std::string_view bytes, void (*take)(void* taker, std::st
   take(taker, bytes.substr(0, kSignature));
   std::string_view rest = bytes.substr(std::min(headerAt(bytes), bytes.size()));
   bool isFirstData = true;
-  while (rest.size() >= kLengthAndName) {
+  while (rest.size() >= kChunkHead) {
     const std::uint32_t length = number(rest);
     const std::string_view name = rest.substr(4, 4);
-    const std::string_view whole = rest.substr(0, kLengthAndName + length + kSum);
+    const std::string_view whole = rest.substr(0, kChunkHead + length + kSum);
     rest.remove_prefix(whole.size());
     if (name != "IDAT" || !isFirstData || length > UINT32_MAX / 2) {
       take(taker, whole);
@@ -64,11 +64,11 @@ void handOutAsOrdinary(std::string_view bytes, void (*take)(void* taker, std::st
     take(taker, Number(length + static_cast<std::uint32_t>(kZlibHeader.size())));
     take(taker, name);
     take(taker, kZlibHeader);
-    const std::string_view data = whole.substr(kLengthAndName, length);
+    const std::string_view data = whole.substr(kChunkHead, length);
     take(taker, data);
-    if (whole.size() < kLengthAndName + length + kSum) return;
+    if (whole.size() < kChunkHead + length + kSum) return;
     const std::uint32_t error =
-        number(whole.substr(kLengthAndName + length)) ^ sumOf(data, sumOf(name));
+        number(whole.substr(kChunkHead + length)) ^ sumOf(data, sumOf(name));
     take(taker, Number(sumOf(data, sumOf(kZlibHeader, sumOf(name))) ^ error));
   }
 }

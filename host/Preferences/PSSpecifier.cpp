@@ -1,97 +1,174 @@
-// A row of a settings pane.
+#include "Preferences/PSSpecifier.h"
+
 #include "Foundation/text.h"
-#include "objc/define.h"
-#include "platform/Preferences.h"
+#include "runtime/runtime.h"
 
+namespace host {
 namespace {
-struct Specifier : PSSpecifier {
-  static Specifier* named(Class cls, SEL, NSString* name, NSObject* target, SEL set, SEL get,
-                          Class detail, PSCellType cell, Class edit);
-  Specifier* init() {
-    rowProperties = Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
-    return this;
-  }
-  NSObject* propertyForKey(NSString* key) {
-    return send<NSObject*>(rowProperties, "objectForKey:"_sel, key);
-  }
-  void storeProperty(NSObject* value, NSString* key) {
-    send<void>(rowProperties, "setObject:forKey:"_sel, value, key);
-  }
-  void removeProperty(NSString* key) { send<void>(rowProperties, "removeObjectForKey:"_sel, key); }
 
-  NSObject* targetOf() { return target; }
-  void setTarget(NSObject* value) { target = value; }
-  PSCellType cellType() { return cell; }
-  void setCellType(PSCellType value) { cell = value; }
-  Class detailClass() { return detail; }
-  void setDetailClass(Class value) { detail = value; }
-  Class editClass() { return edit; }
-  void setEditClass(Class value) { edit = value; }
-  /// The property "id", else the property "key", else the name.
-  NSString* identifier() {
-    for (NSString* key : {"id"_ns, "key"_ns}) {
-      if (auto* given = objc::as<NSString>(propertyForKey(key))) return given;
-    }
-    return name;
-  }
+PSSpecifier* groupOf(NSString* name) {
+  return PSSpecifier::preferenceSpecifierNamed(name, nullptr, nullptr, nullptr, nullptr,
+                                               PSGroupCell, nullptr);
+}
 
-  /// Tells the row's target a new value. Nothing happens without target or setter.
-  void performSetter(NSObject* value) {
-    if (target != nullptr && setter != nullptr)
-      objc::sendDynamic<void>(target, setter, value, static_cast<PSSpecifier*>(this));
+Strong<NSDictionary> byValue(NSArray* values, NSArray* titles) {
+  auto* table = NSMutableDictionary::dictionary();
+  const NSUInteger count = send(values, NSArray::count);
+  if (count != send(titles, NSArray::count)) {
+    throw runtime::Exception("NSInvalidArgumentException",
+                             "a row's values and titles differ in number");
   }
-  /// Asks the row's target; nil without target or getter.
-  NSObject* performGetter() {
-    if (target == nullptr || getter == nullptr) return nullptr;
-    return objc::sendDynamic<NSObject*>(target, getter, static_cast<PSSpecifier*>(this));
+  for (NSUInteger i = 0; i < count; ++i) {
+    send(table, NSMutableDictionary::setObjectForKey, send(titles, NSArray::objectAtIndex, i),
+         send(values, NSArray::objectAtIndex, i));
   }
-
-  Strong<NSMutableDictionary> rowProperties;
-  Strong<NSString> name;
-  NSObject* target;  ///< not kept alive
-  SEL setter;        ///< of value and specifier
-  SEL getter;        ///< of the specifier
-  Class detail;      ///< the controller of the page behind the row
-  Class edit;        ///< the pane that edits the row's value
-  PSCellType cell;
-};
+  return Strong<NSDictionary>::retain(table);
+}
 
 }  // namespace
 
-OBJC_CLASS_NAMED(PSSpecifier, NSObject, Specifier, NSObject,
-                 objc::Property<"properties", &Specifier::rowProperties>,
-                 objc::Property<"name", &Specifier::name>, objc::Ivar<"target", &Specifier::target>,
-                 objc::Ivar<"setter", &Specifier::setter>, objc::Ivar<"getter", &Specifier::getter>,
-                 objc::Ivar<"detailControllerClass", &Specifier::detail>,
-                 objc::Ivar<"editPaneClass", &Specifier::edit>,
-                 objc::Ivar<"cellType", &Specifier::cell>,
-                 objc::ClassMethod<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
-                                   &Specifier::named>,
-                 objc::Method<"init", &Specifier::init>,
-                 objc::Method<"propertyForKey:", &Specifier::propertyForKey>,
-                 objc::Method<"setProperty:forKey:", &Specifier::storeProperty>,
-                 objc::Method<"removePropertyForKey:", &Specifier::removeProperty>,
-                 objc::Method<"target", &Specifier::targetOf>,
-                 objc::Method<"setTarget:", &Specifier::setTarget>,
-                 objc::Method<"cellType", &Specifier::cellType>,
-                 objc::Method<"setCellType:", &Specifier::setCellType>,
-                 objc::Method<"detailControllerClass", &Specifier::detailClass>,
-                 objc::Method<"setDetailControllerClass:", &Specifier::setDetailClass>,
-                 objc::Method<"editPaneClass", &Specifier::editClass>,
-                 objc::Method<"setEditPaneClass:", &Specifier::setEditClass>,
-                 objc::Method<"identifier", &Specifier::identifier>,
-                 objc::Method<"performSetterWithValue:", &Specifier::performSetter>,
-                 objc::Method<"performGetter", &Specifier::performGetter>)
-
-Specifier* Specifier::named(Class cls, SEL, NSString* name, NSObject* target, SEL set, SEL get,
-                            Class detail, PSCellType cell, Class edit) {
+PSSpecifier* Specifier::named(Class cls, SEL, NSString* name, NSObject* target, SEL set, SEL get,
+                              Class detail, PSCellType cell, Class edit) {
   auto* made = send<Specifier*>(send<Specifier*>(cls, "alloc"_sel), "init"_sel);
-  made->name = Strong<NSString>::retain(name);
+  made->name = Strong<NSString>::adopt(send<NSString*>(name, "copy"_sel));
   made->target = target;
   made->setter = set;
   made->getter = get;
   made->detail = detail;
   made->cell = cell;
   made->edit = edit;
-  return static_cast<Specifier*>(objc_autorelease(made));
+  return static_cast<PSSpecifier*>(objc_autorelease(made));
 }
+
+PSSpecifier* Specifier::emptyGroup() { return groupOf(nullptr); }
+PSSpecifier* Specifier::groupNamed(NSString* name) { return groupOf(name); }
+
+PSSpecifier* Specifier::groupWithHeader(NSString* header, NSString* footer) {
+  PSSpecifier* made = groupOf(header);
+  if (footer != nullptr) send(made, PSSpecifier::setProperty, footer, PSFooterTextGroupKey);
+  return made;
+}
+
+PSSpecifier* Specifier::groupWithId(NSString* identifier) {
+  return groupWithIdAndName(identifier, nullptr);
+}
+
+PSSpecifier* Specifier::groupWithIdAndName(NSString* identifier, NSString* name) {
+  PSSpecifier* made = groupOf(name);
+  send(made, PSSpecifier::setIdentifier, identifier);
+  return made;
+}
+
+Specifier* Specifier::init() {
+  rowProperties = Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
+  return this;
+}
+
+NSObject* Specifier::propertyForKey(NSString* key) {
+  return send<NSObject*>(rowProperties, "objectForKey:"_sel, key);
+}
+void Specifier::storeProperty(NSObject* value, NSString* key) {
+  send<void>(rowProperties, "setObject:forKey:"_sel, value, key);
+}
+void Specifier::removeProperty(NSString* key) {
+  send<void>(rowProperties, "removeObjectForKey:"_sel, key);
+}
+
+void Specifier::storeProperties(NSDictionary* all) {
+  auto* copy = static_cast<NSMutableDictionary*>(send(all, NSObject::mutableCopy));
+  rowProperties = copy != nullptr
+                      ? Strong<NSMutableDictionary>::adopt(copy)
+                      : Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
+}
+
+NSString* Specifier::identifier() {
+  for (NSString* key : {"id"_ns, PSKeyNameKey}) {
+    if (auto* given = objc::as<NSString>(propertyForKey(key))) return given;
+  }
+  return name;
+}
+
+void Specifier::storeIdentifier(NSString* text) {
+  if (text == nullptr) removeProperty("id"_ns);
+  else storeProperty(text, "id"_ns);
+}
+
+void Specifier::performSetter(NSObject* value) {
+  if (target != nullptr && setter != nullptr)
+    objc::sendDynamic<void>(target, setter, value, static_cast<PSSpecifier*>(this));
+}
+NSObject* Specifier::performGetter() {
+  if (target == nullptr || getter == nullptr) return nullptr;
+  return objc::sendDynamic<NSObject*>(target, getter, static_cast<PSSpecifier*>(this));
+}
+void Specifier::performButtonAction() {
+  if (target != nullptr && action != nullptr)
+    objc::sendDynamic<void>(target, action, static_cast<PSSpecifier*>(this));
+}
+
+void Specifier::storeValues(NSArray* list, NSArray* names) {
+  storeValuesWithShort(list, names, nullptr);
+}
+
+void Specifier::storeValuesWithShort(NSArray* list, NSArray* names, NSArray* shortNames) {
+  auto all = byValue(list, names != nullptr ? names : list);
+  auto allShort = shortNames != nullptr ? byValue(list, shortNames) : nullptr;
+  values = Strong<NSArray>::adopt(static_cast<NSArray*>(send(list, NSObject::copy)));
+  titles = std::move(all);
+  shortTitles = std::move(allShort);
+}
+
+void Specifier::setupIcon(NSBundle* bundle) {
+  auto* file = objc::as<NSString>(propertyForKey("icon"_ns));
+  if (file == nullptr) return;
+  setupIconAt(send<NSString*>(bundle, "pathForResource:ofType:"_sel, file,
+                              static_cast<NSString*>(nullptr)));
+}
+
+void Specifier::setupIconAt(NSString* path) {
+  auto* image = send<UIImage*>(objc_getClass("UIImage"), "imageWithContentsOfFile:"_sel, path);
+  if (image != nullptr) storeProperty(image, PSIconImageKey);
+}
+
+}  // namespace host
+
+using host::Specifier;
+
+OBJC_CLASS_NAMED(
+    PSSpecifier, NSObject, Specifier, NSObject,
+    objc::Property<"target", &Specifier::target, objc::Storage::assign>,
+    objc::Ivar<"setter", &Specifier::setter>, objc::Ivar<"getter", &Specifier::getter>,
+    objc::Property<"buttonAction", &Specifier::action, objc::Storage::assign>,
+    objc::Property<"controllerLoadAction", &Specifier::loadAction, objc::Storage::assign>,
+    objc::Property<"detailControllerClass", &Specifier::detail, objc::Storage::assign>,
+    objc::Property<"editPaneClass", &Specifier::edit, objc::Storage::assign>,
+    objc::Property<"cellType", &Specifier::cell, objc::Storage::assign>,
+    objc::Property<"properties", &Specifier::rowProperties, objc::Storage::strong,
+                   objc::Atomicity::nonatomic, objc::Setter::custom>,
+    objc::Property<"name", &Specifier::name, objc::Storage::copy>,
+    objc::Ivar<"_values", &Specifier::values>, objc::Ivar<"_titleDict", &Specifier::titles>,
+    objc::Ivar<"_shortTitleDict", &Specifier::shortTitles>,
+    objc::Property<"userInfo", &Specifier::userInfo>,
+    objc::ClassMethod<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
+                      &Specifier::named>,
+    objc::ClassMethod<"emptyGroupSpecifier", &Specifier::emptyGroup>,
+    objc::ClassMethod<"groupSpecifierWithName:", &Specifier::groupNamed>,
+    objc::ClassMethod<"groupSpecifierWithHeader:footer:", &Specifier::groupWithHeader>,
+    objc::ClassMethod<"groupSpecifierWithID:", &Specifier::groupWithId>,
+    objc::ClassMethod<"groupSpecifierWithID:name:", &Specifier::groupWithIdAndName>,
+    objc::Method<"init", &Specifier::init>,
+    objc::Method<"setProperties:", &Specifier::storeProperties>,
+    objc::Method<"propertyForKey:", &Specifier::propertyForKey>,
+    objc::Method<"setProperty:forKey:", &Specifier::storeProperty>,
+    objc::Method<"removePropertyForKey:", &Specifier::removeProperty>,
+    objc::Method<"identifier", &Specifier::identifier>,
+    objc::Method<"setIdentifier:", &Specifier::storeIdentifier>,
+    objc::Method<"performSetterWithValue:", &Specifier::performSetter>,
+    objc::Method<"performGetter", &Specifier::performGetter>,
+    objc::Method<"performButtonAction", &Specifier::performButtonAction>,
+    objc::Method<"setValues:titles:", &Specifier::storeValues>,
+    objc::Method<"setValues:titles:shortTitles:", &Specifier::storeValuesWithShort>,
+    objc::Method<"values", &Specifier::valuesOf>,
+    objc::Method<"titleDictionary", &Specifier::titlesOf>,
+    objc::Method<"setupIconImageWithBundle:", &Specifier::setupIcon>,
+    objc::Method<"setupIconImageWithPath:", &Specifier::setupIconAt>)

@@ -120,6 +120,11 @@ void Color::setAsFill() {
   CGContextSetFillColorWithColor(UIGraphicsGetCurrentContext(), cgColor());
 }
 
+void Color::setAsBoth() {
+  setAsFill();
+  CGContextSetStrokeColorWithColor(UIGraphicsGetCurrentContext(), cgColor());
+}
+
 bool Color::equals(NSObject* other) {
   auto* color = static_cast<Color*>(objc::as<UIColor>(other));
   return color != nullptr && isGrey == color->isGrey && r == color->r && g == color->g &&
@@ -167,7 +172,7 @@ OBJC_CLASS_NAMED(UIColor, NSObject, Color, NSObject, objc::Ivar<"red", &Color::r
                  objc::Method<"getHue:saturation:brightness:alpha:", &Color::getHsb>,
                  objc::Method<"getWhite:alpha:", &Color::getWhite>,
                  objc::ClassMethod<"colorWithCGColor:", &Color::withCgColor>,
-                 objc::Method<"CGColor", &Color::cgColor>, objc::Method<"set", &Color::setAsFill>,
+                 objc::Method<"CGColor", &Color::cgColor>, objc::Method<"set", &Color::setAsBoth>,
                  objc::Method<"setFill", &Color::setAsFill>,
                  objc::Method<"isEqual:", &Color::equals>, objc::Method<"hash", &Color::hashValue>,
                  objc::Method<"copy", &Color::copy>, objc::Method<"description", &Color::describe>)

@@ -30,6 +30,7 @@ struct Color : UIColor {
   CGColorRef cgColor();
   /// Sets the fill colour of the current image context.
   void setAsFill();
+  void setAsBoth();
   static Color* withCgColor(CGColorRef color);
   bool equals(NSObject* other);
   NSUInteger hashValue();

@@ -89,7 +89,7 @@ UIImage* Image::withDataAt(NSData* data, CGFloat scale) {
   return autoreleased(allocated()->initWithDataAt(data, scale));
 }
 UIImage* Image::withFile(NSString* path) {
-  NSData* contents = fileData(hostPath(text(path)), kLargestFile);
+  NSData* contents = fileData(readablePath(text(path)), kLargestFile);
   return contents == nullptr ? nullptr : withData(contents);
 }
 

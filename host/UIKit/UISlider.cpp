@@ -1,14 +1,14 @@
 // Sliders.
-#include "UIKit/UIView.h"
+#include "UIKit/UIControl.h"
 
 namespace {
-struct Slider : host::View {
+struct Slider : host::Control {
   Strong<UIColor> minimumTrackTint;
   Strong<UIColor> maximumTrackTint;
 };
 
 }  // namespace
 
-OBJC_CLASS_NAMED(UISlider, UIControl, Slider, host::View,
+OBJC_CLASS_NAMED(UISlider, UIControl, Slider, host::Control,
                  objc::Property<"minimumTrackTintColor", &Slider::minimumTrackTint>,
                  objc::Property<"maximumTrackTintColor", &Slider::maximumTrackTint>)

@@ -40,6 +40,19 @@ void View::removeFromSuperview() {
   siblings.erase(found);
 }
 
+void View::layOut() {
+  send<void>(this, "layoutSubviews"_sel);
+  // Laying out may add views, and take some away.
+  for (const auto& child : std::vector<Strong<UIView>>(subviews))
+    send<void>(child, "layoutIfNeeded"_sel);
+}
+
+NSArray* View::children() {
+  auto* list = NSMutableArray::array();
+  for (const auto& child : subviews) send(list, NSMutableArray::addObject, child);
+  return list;
+}
+
 UIColor* View::inheritedTint() {
   if (tint.get() != nullptr) return tint;
   if (superview != nullptr) return send(superview, UIView::tintColor);
@@ -70,11 +83,9 @@ OBJC_CLASS_NAMED(
     objc::Method<"isOpaque", &View::isOpaque>, objc::Method<"setOpaque:", &View::storeOpaque>,
     objc::Method<"backgroundColor", &View::background>,
     objc::Method<"setBackgroundColor:", &View::storeBackground>,
-    objc::Method<"layoutSubviews", &View::layoutSubviews>)
+    objc::Method<"layoutSubviews", &View::layoutSubviews>,
+    objc::Method<"layoutIfNeeded", &View::layOut>, objc::Method<"sizeToFit", &View::sizeToFit>,
+    objc::Method<"subviews", &View::children>)
 
-PLAIN_VIEW_CLASS(UIControl, UIView)
-PLAIN_VIEW_CLASS(UILabel, UIView)
-PLAIN_VIEW_CLASS(UIButton, UIControl)
 PLAIN_VIEW_CLASS(UITabBar, UIView)
 PLAIN_VIEW_CLASS(UISegment, UIView)
-PLAIN_VIEW_CLASS(UISegmentedControl, UIControl)

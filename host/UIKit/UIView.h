@@ -28,6 +28,10 @@ struct View : UIView {
   UIColor* background() { return backgroundColor; }
   void storeBackground(UIColor* color) { backgroundColor = Strong<UIColor>::retain(color); }
   void layoutSubviews() {}
+  /// Lays out the view and all below it, as the screen does before it shows them.
+  void layOut();
+  void sizeToFit() {}
+  NSArray* children();
 
   CGRect frame;
   View* superview;  ///< not kept alive

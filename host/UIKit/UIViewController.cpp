@@ -7,11 +7,22 @@ OBJC_CLASS_NAMED(
     objc::Ivar<"_view", &ViewController::pageView>,
     objc::Ivar<"_parentViewController", &ViewController::parent>,
     objc::Ivar<"_navigationItem", &ViewController::itemInBar>,
+    objc::Ivar<"_title", &ViewController::title>,
     objc::Property<"edgesForExtendedLayout", &ViewController::edges, objc::Storage::assign>,
     objc::Method<"init", &ViewController::init>,
     objc::Method<"initWithNibName:bundle:", &ViewController::initWithNib>,
     objc::Method<"dealloc", &ViewController::dealloc>,
     objc::Method<"view", &ViewController::viewOf>,
+    objc::Method<"setView:", &ViewController::setView>,
+    objc::Method<"isViewLoaded", &ViewController::isLoaded>,
+    objc::Method<"loadView", &ViewController::loadView>,
+    objc::Method<"viewDidLoad", &ViewController::viewDidLoad>,
+    objc::Method<"viewWillAppear:", &ViewController::appears>,
+    objc::Method<"viewDidAppear:", &ViewController::appears>,
+    objc::Method<"viewWillDisappear:", &ViewController::appears>,
+    objc::Method<"viewDidDisappear:", &ViewController::appears>,
+    objc::Method<"title", &ViewController::titleOf>,
+    objc::Method<"setTitle:", &ViewController::setTitle>,
     objc::Method<"parentViewController", &ViewController::parentOf>,
     objc::Method<"splitViewController", &ViewController::splitViewControllerOf>,
     objc::Method<"navigationController", &ViewController::navigationControllerOf>,
@@ -34,12 +45,34 @@ ViewController* ViewController::init() {
 }
 
 ViewController* ViewController::initWithNib(NSString*, NSBundle*) {
-  auto* made = send<UIView*>(objc_getClass("UIView"), "alloc"_sel);
-  pageView = Strong<UIView>::adopt(send<UIView*>(made, "init"_sel));
-  if (pageView != nullptr) static_cast<host::View*>(pageView.get())->controller = this;
   constexpr UIRectEdge kAllEdges = 15;
   edges = kAllEdges;
   return this;
+}
+
+UIView* ViewController::viewOf() {
+  if (pageView == nullptr) {
+    send<void>(this, "loadView"_sel);
+    send<void>(this, "viewDidLoad"_sel);
+  }
+  return pageView;
+}
+
+void ViewController::setView(UIView* view) {
+  if (pageView != nullptr) static_cast<host::View*>(pageView.get())->controller = nullptr;
+  pageView = Strong<UIView>::retain(view);
+  if (view != nullptr) static_cast<host::View*>(view)->controller = this;
+}
+
+void ViewController::loadView() {
+  auto* made = send<UIView*>(objc_getClass("UIView"), "alloc"_sel);
+  const auto plain = Strong<UIView>::adopt(send<UIView*>(made, "init"_sel));
+  send<void>(this, "setView:"_sel, plain.get());
+}
+
+void ViewController::setTitle(NSString* text) {
+  title = Strong<NSString>::adopt(send<NSString*>(text, "copy"_sel));
+  send<void>(item(), "setTitle:"_sel, text);
 }
 
 void ViewController::dealloc() {

@@ -5,12 +5,24 @@
 
 namespace host {
 struct ViewController : UIViewController {
-  ViewController* init();
+  HOST_EXPORT ViewController* init();
   /// Loads nothing from a nib: the view is a plain one.
   HOST_EXPORT ViewController* initWithNib(NSString* name, NSBundle* bundle);
   HOST_EXPORT void dealloc();
 
-  UIView* viewOf() { return pageView; }
+  /// Loaded when first asked for: loadView makes it, then viewDidLoad is sent.
+  UIView* viewOf();
+  void setView(UIView* view);
+  bool isLoaded() { return pageView != nullptr; }
+  /// A plain view.
+  HOST_EXPORT void loadView();
+  // For subclasses.
+  void viewDidLoad() {}
+  void appears(bool) {}
+
+  NSString* titleOf() { return title; }
+  /// Also that of the bar while the page is on top.
+  void setTitle(NSString* text);
   UIViewController* parentOf() { return parent; }
   /// The nearest parent of that class; nil if there is none.
   UIViewController* splitViewControllerOf();
@@ -21,11 +33,21 @@ struct ViewController : UIViewController {
   Strong<UIView> pageView;
   ViewController* parent;  ///< not kept alive
   Strong<NSObject> itemInBar;
+  Strong<NSString> title;
   UIRectEdge edges;
 };
 
-/// A controller that shows others: it is their parent as long as it holds them.
+/// A controller that shows others: it is their parent as long as it holds them. It tells those of
+/// them that are on the screen that they come and go, once it is on the screen itself.
 struct ContainerViewController : ViewController {
+  // Those that it shows.
+  void willAppear(bool animated);
+  void didAppear(bool animated);
+  void willDisappear(bool animated);
+  void didDisappear(bool animated);
+
+  ViewController* initShowingAll(NSString* name, NSBundle* bundle);
+
   void dealloc();
   NSArray* children();
   /// Objects that are not view controllers are left out.
@@ -34,6 +56,12 @@ struct ContainerViewController : ViewController {
   void removeLast();
 
   std::vector<Strong<ViewController>> held;
+  bool isOnScreen;
+  bool showsAll;  ///< else the last
+
+ private:
+  template <class Tell>
+  void tellShown(Tell tell);
 };
 
 }  // namespace host

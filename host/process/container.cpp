@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -14,6 +15,19 @@ namespace {
 std::string& root() {
   static std::string path;
   return path;
+}
+
+std::string& installed() {
+  static std::string path;
+  return path;
+}
+
+/// The path below the folder, from its slash on; nothing for one that is not below it.
+std::optional<std::string> below(const std::string& folder, std::string_view path) {
+  if (folder.empty() || !path.starts_with(folder)) return {};
+  path.remove_prefix(folder == "/" ? 0 : folder.size());
+  if (!path.starts_with('/')) return {};
+  return std::string(path);
 }
 
 std::string environment(const char* name) {
@@ -40,10 +54,16 @@ void setContainerRoot(std::string path) {
 
 const std::string& containerRoot() { return root(); }
 
-std::string hostPath(std::string_view devicePath) {
+void setInstalledFolder(std::string folder) { installed() = std::move(folder); }
+
+const std::string& installedFolder() { return installed(); }
+
+namespace {
+
+std::string pathBelow(const std::string& folder, std::string_view devicePath) {
   // Without a root, the device's path would name a file of this machine. A zero byte would cut the
   // path off.
-  if (root().empty() || !devicePath.starts_with('/')) return {};
+  if (folder.empty() || !devicePath.starts_with('/')) return {};
   if (devicePath.find('\0') != std::string_view::npos) return {};
   std::vector<std::string_view> components;
   while (!devicePath.empty()) {
@@ -57,9 +77,28 @@ std::string hostPath(std::string_view devicePath) {
       components.pop_back();
     }
   }
-  std::string path = root() == "/" ? std::string() : root();
+  std::string path = folder == "/" ? std::string() : folder;
   for (std::string_view component : components) path.append("/").append(component);
   return path.empty() ? "/" : path;
+}
+
+}  // namespace
+
+std::string hostPath(std::string_view devicePath) { return pathBelow(root(), devicePath); }
+
+std::string readablePath(std::string_view devicePath) {
+  std::string own = hostPath(devicePath);
+  std::error_code ignored;
+  if (own.empty() || std::filesystem::exists(own, ignored)) return own;
+  std::string package = pathBelow(installed(), devicePath);
+  return std::filesystem::exists(package, ignored) ? package : own;
+}
+
+std::string devicePath(std::string_view path) {
+  for (const std::string& folder : {installed(), root()}) {
+    if (auto found = below(folder, path)) return *found;
+  }
+  return {};
 }
 
 std::string resolveContainerRoot(std::string_view option) {

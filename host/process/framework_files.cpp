@@ -15,8 +15,8 @@ extern "C" HOST_EXPORT void* __wrap_dlopen(const char* path, int mode);
 void* __wrap_dlopen(const char* path, int mode) {
   const auto& named = host::processOptions().files;
   const auto found = named.find(path == nullptr ? "" : path);
-  const std::string file =
-      found != named.end() ? found->second.string() : host::hostPath(path == nullptr ? "" : path);
+  const std::string file = found != named.end() ? found->second.string()
+                                                : host::readablePath(path == nullptr ? "" : path);
   std::error_code ignored;
   if (file.empty() || !std::filesystem::is_regular_file(file, ignored)) return nullptr;
   return dlopen(file.c_str(), (mode & RTLD_NOW) != 0 ? RTLD_NOW : RTLD_LAZY);

@@ -1,9 +1,11 @@
 #include "process/process.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -47,7 +49,17 @@ void loadHere(const std::filesystem::path& file) {
   if (found != file) copies()[file] = loaded;
 }
 
-bool isDeviceFile(const std::filesystem::path& path) { return path.extension() == ".dylib"; }
+/// A bundle's binary has no extension to tell by: the first four bytes do, in one of the two orders
+/// or in the form of several architectures.
+bool isDeviceFile(const std::filesystem::path& path) {
+  if (path.extension() == ".dylib") return true;
+  constexpr std::uint32_t kOfOne = 0xfeedface;
+  constexpr std::uint32_t kOfOne64 = 0xfeedfacf;
+  constexpr std::uint32_t kOfSeveral = 0xbebafeca;
+  std::uint32_t magic = 0;
+  std::ifstream(path, std::ios::binary).read(reinterpret_cast<char*>(&magic), sizeof magic);
+  return magic == kOfOne || magic == kOfOne64 || magic == kOfSeveral;
+}
 
 /// In loading order: a framework finds the classes of those before it.
 struct Framework {
@@ -61,6 +73,7 @@ struct Framework {
 constexpr Framework kFrameworks[] = {
     {"UIKit.so", true, true},
     {"SpringBoard.so", false, true},
+    {"Preferences.so", true, false, "com.apple.Preferences"},
     {"AppList.so", true, true, nullptr, "libapplist"},
     {"ColorPicker.so", true, true, nullptr, "libcolorpicker"},
     {"ChatKit.so", true, false, "com.apple.MobileSMS"},
@@ -68,7 +81,6 @@ constexpr Framework kFrameworks[] = {
     {"Twitter.so", true, false, "com.atebits.Tweetie2"},
     {"Accounts.so", true, false, "com.apple.Preferences"},
     {"Social.so", true, false, "com.apple.Preferences"},
-    {"Preferences.so", true, false, "com.apple.Preferences"},
 };
 
 bool has(const ProcessOptions& options, const Framework& framework) {
@@ -105,6 +117,7 @@ void startProcess(const ProcessOptions& options) {
   state().started = true;
   state().options = options;
   setContainerRoot(options.root);
+  setInstalledFolder(options.installed ? *options.installed : (ownFolder() / "installed").string());
   makeSettingsFolder();
   // Reports a wrong word in the environment now, not at the first hook.
   runtime::setHooking(options.hooking ? *options.hooking : runtime::hooking());
@@ -139,6 +152,20 @@ void* librarySymbol(const std::string& path, const char* name) {
   void* symbol = dlsym(library, name);
   dlclose(library);
   return symbol;
+}
+
+std::string fileOfAddress(const void* address) {
+  if (imageLoader() != nullptr) {
+    if (std::string path = imageLoader()->pathOf(address); !path.empty()) return path;
+  }
+  Dl_info info{};
+  link_map* map = nullptr;
+  if (dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) == 0) return {};
+  // A handle of the loader is its map.
+  for (const auto& [file, handle] : copies()) {
+    if (handle == map) return file.string();
+  }
+  return info.dli_fname == nullptr ? "" : std::filesystem::absolute(info.dli_fname).string();
 }
 
 std::string defaultLibraryPath() {

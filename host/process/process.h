@@ -32,6 +32,10 @@ struct ProcessOptions {
   /// machine's file.
   std::map<std::string, std::filesystem::path> files = {};
   std::optional<runtime::Hooking> hooking = {};  ///< absent for $VARNIX_HOOKING, else dynamic
+  std::string language = "en";                   ///< the user's: "de", "zh-Hans"
+  /// What packages have installed on the phone, below a folder that stands for "/" where the root
+  /// lacks a file; absent for the build's own, empty for nothing.
+  std::optional<std::string> installed = {};
 };
 
 /// Turns this process into a hosted one, once, before any library is loaded. Throws
@@ -44,6 +48,9 @@ HOST_EXPORT const ProcessOptions& processOptions();
 /// Loads a library as the injection framework does: its initialiser has run on return. Throws
 /// std::runtime_error with the loader's message.
 HOST_EXPORT void loadLibrary(const std::string& path);
+
+/// The file that the code or data at the address was loaded from; empty if it is in none.
+HOST_EXPORT std::string fileOfAddress(const void* address);
 
 /// A symbol that a loaded library exports; nil if there is no such library or symbol.
 HOST_EXPORT void* librarySymbol(const std::string& path, const char* name);
