@@ -1,27 +1,29 @@
-// The installed applications, as far as their icons go.
+// The installed applications: their names and their icons.
+#include <mutex>
+#include <set>
 #include <string>
 
+#include "AppList/applications.h"
 #include "Foundation/file_contents.h"
+#include "Foundation/run_loop.h"
 #include "Foundation/text.h"
+#include "export.h"
 #include "objc/define.h"
 #include "platform/AppList.h"
-#include "process/container.h"
-#include "process/process.h"
+#include "runtime/runtime.h"
+
+extern "C" {
+HOST_EXPORT extern NSString* const ALIconLoadedNotification;
+HOST_EXPORT extern NSString* const ALDisplayIdentifierKey;
+NSString* const ALIconLoadedNotification = "ALIconLoadedNotification"_ns;
+NSString* const ALDisplayIdentifierKey = "ALDisplayIdentifier"_ns;
+}
 
 namespace {
 
 constexpr std::size_t kMaximumFile = 64 << 20;
 // No surface shows a larger icon, and its pixels take 16 MiB.
 constexpr NSUInteger kMaximumSize = 1024;
-
-/// The file on this machine; empty for what is no identifier.
-std::string iconFile(NSString* identifier) {
-  const std::string name(host::text(identifier));
-  if (name.empty() || name.find('/') != name.npos) return {};
-  const auto& icons = host::processOptions().icons;
-  const auto chosen = icons.find(name);
-  return chosen != icons.end() ? chosen->second : host::hostPath("/Applications/" + name + ".png");
-}
 
 /// A bitmap of its own, in pixels of the screen.
 UIImage* drawn(UIImage* icon, CGFloat size) {
@@ -32,28 +34,95 @@ UIImage* drawn(UIImage* icon, CGFloat size) {
   return image;
 }
 
+/// Which icons have come from the process that has them. Any thread may ask.
+class Arrived {
+ public:
+  /// Whether it is the first time.
+  bool add(NSUInteger size, const std::string& identifier) {
+    const std::scoped_lock guard(mutex_);
+    return icons_.emplace(size, identifier).second;
+  }
+  bool has(NSUInteger size, const std::string& identifier) {
+    const std::scoped_lock guard(mutex_);
+    return icons_.contains({size, identifier});
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::pair<NSUInteger, std::string>> icons_;
+};
+
+Arrived& arrived() {
+  static auto* icons = new Arrived;
+  return *icons;
+}
+
+void tellOfIcon(const std::string& identifier) {
+  host::MainRunLoop::instance().perform([identifier] {
+    NSDictionary* info = NSDictionary::dictionaryWithObjectForKey(host::makeString(identifier),
+                                                                  ALDisplayIdentifierKey);
+    send<void>(NSNotificationCenter::defaultCenter(), "postNotificationName:object:userInfo:"_sel,
+               ALIconLoadedNotification,
+               static_cast<NSObject*>(ALApplicationList::sharedApplicationList()), info);
+  });
+}
+
 struct ApplicationList : ALApplicationList {
   static ApplicationList* shared();
   UIImage* icon(NSUInteger size, NSString* identifier);
+  bool hasIcon(NSUInteger size, NSString* identifier) {
+    return arrived().has(size, std::string(host::text(identifier)));
+  }
+  NSDictionary* all() { return filtered(nullptr, false, nullptr); }
+  NSDictionary* filtered(NSObject* predicate, bool onlyVisible, NSArray** sorted);
 };
 
 /// The size in points. Nil for an unknown application, for an icon that is no picture, and for a
-/// size of 0 or beyond reason.
+/// size of 0 or beyond reason. The first time, the notification says later that it has come.
 UIImage* ApplicationList::icon(NSUInteger size, NSString* identifier) {
   if (size > kMaximumSize || objc::as<NSString>(identifier) == nullptr) return nullptr;
-  NSData* data = host::fileData(iconFile(identifier), kMaximumFile);
+  const std::string name(host::text(identifier));
+  NSData* data = host::fileData(host::applicationIcon(name), kMaximumFile);
   if (data == nullptr) return nullptr;
   auto* image = objc::alloc<UIImage>();
   if (image == nullptr) return nullptr;  // a process without that class
   const auto whole = Strong<UIImage>::adopt(send(image, UIImage::initWithData, data));
-  return whole == nullptr ? nullptr : drawn(whole, static_cast<CGFloat>(size));
+  UIImage* made = whole == nullptr ? nullptr : drawn(whole, static_cast<CGFloat>(size));
+  if (made != nullptr && arrived().add(size, name)) tellOfIcon(name);
+  return made;
+}
+
+/// Raises for a predicate: there are none here.
+NSDictionary* ApplicationList::filtered(NSObject* predicate, bool onlyVisible, NSArray** sorted) {
+  if (predicate != nullptr)
+    throw host::runtime::Exception("NSInvalidArgumentException", "no predicates on this phone");
+  auto* names = NSMutableDictionary::dictionary();
+  std::multimap<std::string, NSString*> byTitle;
+  for (const auto& [identifier, application] : host::installedApplications()) {
+    NSString* key = host::makeString(identifier);
+    NSString* name = host::makeString(application.name);
+    if (key == nullptr || name == nullptr || (onlyVisible && application.isHidden)) continue;
+    send(names, NSMutableDictionary::setObjectForKey, name, key);
+    byTitle.emplace(application.name, key);
+  }
+  if (sorted != nullptr) {
+    auto* list = NSMutableArray::array();
+    for (const auto& [title, key] : byTitle) send(list, NSMutableArray::addObject, key);
+    *sorted = list;
+  }
+  return names;
 }
 
 }  // namespace
 
-OBJC_CLASS_NAMED(ALApplicationList, NSObject, ApplicationList, NSObject,
-                 objc::ClassMethod<"sharedApplicationList", &ApplicationList::shared>,
-                 objc::Method<"iconOfSize:forDisplayIdentifier:", &ApplicationList::icon>)
+OBJC_CLASS_NAMED(
+    ALApplicationList, NSObject, ApplicationList, NSObject,
+    objc::ClassMethod<"sharedApplicationList", &ApplicationList::shared>,
+    objc::Method<"iconOfSize:forDisplayIdentifier:", &ApplicationList::icon>,
+    objc::Method<"hasCachedIconOfSize:forDisplayIdentifier:", &ApplicationList::hasIcon>,
+    objc::Method<"applications", &ApplicationList::all>,
+    objc::Method<"applicationsFilteredUsingPredicate:onlyVisible:titleSortedIdentifiers:",
+                 &ApplicationList::filtered>)
 
 ApplicationList* ApplicationList::shared() {
   static auto* list =

@@ -11,6 +11,7 @@
 #include "Foundation/text.h"
 #include "Foundation/utf8.h"
 #include "objc/define.h"
+#include "runtime/runtime.h"
 
 namespace {
 
@@ -46,8 +47,41 @@ struct AnyString : NSString {
   NSUInteger hashValue() { return host::hashOf(this); }
   NSString* self() { return this; }
   NSString* retained() { return static_cast<NSString*>(objc_retain(this)); }
-  bool hasPrefix(NSString* prefix) { return text().starts_with(host::text(prefix)); }
-  bool hasSuffix(NSString* suffix) { return text().ends_with(host::text(suffix)); }
+  // No text begins or ends with an empty one.
+  bool hasPrefix(NSString* prefix) {
+    return !host::text(prefix).empty() && text().starts_with(host::text(prefix));
+  }
+  bool hasSuffix(NSString* suffix) {
+    return !host::text(suffix).empty() && text().ends_with(host::text(suffix));
+  }
+  bool containsInAnyCase(NSString* part) {
+    const std::string wanted = host::lowerCase(host::text(part));
+    return !wanted.empty() && host::lowerCase(text()).find(wanted) != wanted.npos;
+  }
+  /// A pair of units that the cut divides is in neither half.
+  NSString* fromIndex(NSUInteger index) {
+    requireIndex(index);
+    return host::makeString(text().substr(host::utf8Offset(text(), index, host::Divided::after)));
+  }
+  NSString* toIndex(NSUInteger index) {
+    requireIndex(index);
+    return host::makeString(
+        text().substr(0, host::utf8Offset(text(), index, host::Divided::before)));
+  }
+  void requireIndex(NSUInteger index) {
+    if (index > lengthInUtf16()) {
+      throw host::runtime::Exception("NSRangeException",
+                                     "index " + std::to_string(index) + " beyond the end");
+    }
+  }
+  /// Nil where the encoding cannot express the text, and for encodings that are not supported.
+  NSData* dataIn(NSUInteger encoding) {
+    const std::string_view bytes = text();
+    const bool isAscii = std::ranges::none_of(bytes, [](char c) { return (c & 0x80) != 0; });
+    if (encoding != NSUTF8StringEncoding && (encoding != NSASCIIStringEncoding || !isAscii))
+      return nullptr;
+    return NSData::dataWithBytes(bytes.data(), bytes.size());
+  }
   NSString* appending(NSString* tail) {
     return host::makeString(std::string(text()).append(host::text(tail)));
   }
@@ -140,6 +174,10 @@ OBJC_CLASS_NAMED(
     objc::Method<"description", &AnyString::self>, objc::Method<"copy", &AnyString::retained>,
     objc::Method<"hasPrefix:", &AnyString::hasPrefix>,
     objc::Method<"hasSuffix:", &AnyString::hasSuffix>,
+    objc::Method<"localizedCaseInsensitiveContainsString:", &AnyString::containsInAnyCase>,
+    objc::Method<"substringFromIndex:", &AnyString::fromIndex>,
+    objc::Method<"substringToIndex:", &AnyString::toIndex>,
+    objc::Method<"dataUsingEncoding:", &AnyString::dataIn>,
     objc::Method<"stringByAppendingString:", &AnyString::appending>,
     objc::Method<"lastPathComponent", &AnyString::lastComponent>,
     objc::Method<"stringByDeletingPathExtension", &AnyString::withoutExtension>,

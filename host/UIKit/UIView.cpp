@@ -84,8 +84,9 @@ OBJC_CLASS_NAMED(
     objc::Method<"backgroundColor", &View::background>,
     objc::Method<"setBackgroundColor:", &View::storeBackground>,
     objc::Method<"layoutSubviews", &View::layoutSubviews>,
-    objc::Method<"layoutIfNeeded", &View::layOut>, objc::Method<"sizeToFit", &View::sizeToFit>,
-    objc::Method<"subviews", &View::children>)
+    objc::Method<"layoutIfNeeded", &View::layOut>, objc::Method<"bounds", &View::bounds>,
+    objc::Method<"resignFirstResponder", &View::resignFirstResponder>,
+    objc::Method<"sizeToFit", &View::sizeToFit>, objc::Method<"subviews", &View::children>)
 
 PLAIN_VIEW_CLASS(UITabBar, UIView)
 PLAIN_VIEW_CLASS(UISegment, UIView)

@@ -31,6 +31,9 @@ struct View : UIView {
   /// Lays out the view and all below it, as the screen does before it shows them.
   void layOut();
   void sizeToFit() {}
+  CGRect bounds() { return {{0, 0}, frame.size}; }
+  /// There is no keyboard to send away.
+  bool resignFirstResponder() { return true; }
   NSArray* children();
 
   CGRect frame;
