@@ -2,9 +2,11 @@
 
 #include <sstream>
 
+#include "ColorPicker/picker.h"
 #include "common/errors.h"
 #include "common/joined.h"
 #include "common/nearest.h"
+#include "prefs/parsed_color.h"
 #include "settings/file.h"
 #include "settings/known_key.h"
 
@@ -78,8 +80,21 @@ void choose(const ShownRow& row, const std::vector<Choice>& choices, const std::
   pages::back();
 }
 
-void pickColor(const ShownRow& row, const std::string&) {
-  throw Failure("the row cannot be set yet", row.title);
+/// In the picker that the row opens.
+void pickColor(const ShownRow& row, const std::string& value) {
+  Rgba color{};
+  if (!readColor(value.c_str(), color)) refuse(std::string(describe(settings::Kind::color)), value);
+  pages::press(row.row);
+  NSObject* picker = host::shownPicker();
+  if (picker == nullptr) throw Failure("the row opened no picker", row.title);
+  if (color.alpha < 1 && !host::pickerHasAlpha(picker)) {
+    host::cancelPicker(picker);
+    refuse("#RRGGBB, the picker has no slider for the alpha", value);
+  }
+  auto part = [](double component) { return static_cast<CGFloat>(component); };
+  host::choosePickerColor(picker, UIColor::colorWithRed(part(color.red), part(color.green),
+                                                        part(color.blue), part(color.alpha)));
+  host::closePicker(picker);
 }
 
 }  // namespace
@@ -109,7 +124,6 @@ void setRow(const ShownRow& row, const std::string& value) {
   if (row.isOn) return flip(row, value);
   if (const auto choices = choicesOf(row); !choices.empty()) return choose(row, choices, value);
   if (!isColorRow(row)) throw Failure("the row has no value", row.title);
-  if (!isColor(value)) refuse(std::string(describe(settings::Kind::color)), value);
   pickColor(row, value);
 }
 

@@ -1,6 +1,8 @@
 // Pages of the settings pane, as the hosted Settings application's cells answer.
+#include <chrono>
 #include <initializer_list>
 
+#include "Foundation/run_loop.h"
 #include "Preferences/pages.h"
 #include "UIGraphics/UIGraphics.h"
 #include "gallery/screens/controls.h"
@@ -126,9 +128,23 @@ Answers answersBehind(Identifiers... identifiers) {
 
 Answers askFront(const Surroundings&) { return answersBehind("Varnix"); }
 Answers askKeyboardPage(const Surroundings&) { return answersBehind("Varnix", "keyboard"); }
-Answers askApplications(const Surroundings&) { return answersBehind("Varnix", "applications"); }
+bool areIconsThere() {
+  for (const auto& section : pages::sections()) {
+    for (const Row& row : section.rows) {
+      if (row.icon() == nullptr) return false;
+    }
+  }
+  return true;
+}
+
+/// Icons come one by one. An application may have none.
+Answers askApplications(const Surroundings&) {
+  if (!open({"Varnix", "applications"})) return {};
+  host::MainRunLoop::instance().runUntil(areIconsThere, std::chrono::seconds(1));
+  return answersOf(shownPage());
+}
 Answers askApplicationPage(const Surroundings&) {
-  return answersBehind("Varnix", "applications", "com.example.music");
+  return answersBehind("Varnix", "applications", "com.apple.Music");
 }
 
 void draw(const Canvas& canvas, const Answers& answers, const Scene&) {

@@ -48,11 +48,11 @@ TEST_F(Pane, OpensPagesByTitleKeyNumberAndPath) {
     EXPECT_TRUE(after(std::string("open ") + row + "\n").starts_with(keyboard)) << row;
   }
   EXPECT_TRUE(says("", {"--open", "Varnix/Keyboard"}).starts_with(keyboard));
-  EXPECT_TRUE(says("", {"--open", "1/10/Colour From"})
-                  .starts_with("Settings > Varnix > Keyboard > Colour From\n"));
+  EXPECT_TRUE(
+      says("", {"--open", "1/10/Colour"}).starts_with("Settings > Varnix > Keyboard > Colour\n"));
   const std::string there = after("open Keyboard\nback\n");
   EXPECT_EQ(there.find("Settings > Varnix\n"), there.rfind("Settings > Varnix\n"));
-  EXPECT_TRUE(after("back\nopen Varnix\n").starts_with("Settings\n  1  Varnix"));
+  EXPECT_TRUE(after("back\nopen Varnix\n").starts_with("Settings\nbar   #000000ff\n  1  Varnix"));
 }
 
 TEST_F(Pane, FlipsASwitch) {
@@ -73,6 +73,50 @@ TEST_F(Pane, MakesAChoiceByTitleOrValue) {
   const std::string list = after("open global_color_type\npress My Colour\n");
   EXPECT_TRUE(list.ends_with("  1  My Colour                  \u2713\n  2  App Icon\n")) << list;
   EXPECT_EQ(varnix({"settings", "get", "global_color_type"}).out, "0\n");
+}
+
+TEST_F(Pane, ChoosesAColourInThePicker) {
+  EXPECT_EQ(after("set My Colour #1e88e5\n"),
+            "bar   #1e88e5ff\n  3  My Colour                  #1E88E5 >\n");
+  EXPECT_EQ(varnix({"settings", "get", "global_color"}).out, "#1E88E5:1.000000\n");
+  // Both writers' changes last.
+  after("set Album Art on\nset global_color fed\nset Enabled off\n");
+  EXPECT_EQ(varnix({"settings", "list"}).out,
+            "enabled = false\nglobal_color = \"#FFEEDD:1.000000\"\nuse_album_art = true\n");
+  const Outcome early = run("open Keyboard\nset Own Colour #123456\n");
+  EXPECT_TRUE(early.error.ends_with("line 2: the row is disabled: Own Colour\n")) << early.error;
+}
+
+TEST_F(Pane, ShowsSwatchesWhereTheyAreWanted) {
+  EXPECT_EQ(says("").find('\x1b'), std::string::npos);
+  const std::string shown = says("", {"--color", "always"});
+  for (const char* row : {"\nbar   \x1b[48;2;222;48;39m  \x1b[0m #de3027ff\n",
+                          "My Colour                  \x1b[48;2;222;48;39m  \x1b[0m #DE3027",
+                          "Keyboard                   \x1b[48;2;222;48;39m  \x1b[0m Varnix"})
+    EXPECT_NE(shown.find(row), std::string::npos) << row;
+}
+
+TEST_F(Pane, SearchesApplications) {
+  const std::string found = after("open Apps\nfind MU\n");
+  EXPECT_TRUE(
+      found.ends_with("Settings > Varnix > Apps\nbar   #de3027ff\nfind  MU\n"
+                      "  All Others\n"
+                      "  1  Music                      >\n"))
+      << found;
+  EXPECT_TRUE(after("open Apps\nfind grass\n").ends_with("  1  No Apps Found\n"))
+      << after("open Apps\nfind grass\n");
+  EXPECT_NE(after("open Apps\nfind grass\nfind\n").find("Twitter"), std::string::npos);
+}
+
+TEST_F(Pane, GivesAnApplicationSettingsOfItsOwn) {
+  const std::string shown = after(
+      "open Apps\nopen Music\nset Own Settings on\nset My Colour #123456\nopen Keyboard\n"
+      "set Colour Off\nback\nback\n");
+  EXPECT_NE(shown.find("\n  With Their Own Settings\n  1  Music "), std::string::npos) << shown;
+  EXPECT_EQ(varnix({"settings", "list"}).out,
+            "com.apple.Music_global_color = \"#123456:1.000000\"\n"
+            "com.apple.Music_keyboard_color_type = 1\n"
+            "com.apple.Music_scope_enabled = true\nenabled = true\n");
 }
 
 TEST_F(Pane, ShowsTheOtherPagesOfAChange) {
@@ -102,8 +146,8 @@ TEST_F(Pane, CopiesAndPastesSettings) {
   const std::string told = after(
       "press Copy Settings\npress OK\nset Enabled off\n"
       "press Paste Settings\npress Replace\n");
-  EXPECT_NE(told.find("  press 0  Cancel\n  press 1  Replace\n  1  Enabled                    "
-                      "on\n"),
+  EXPECT_NE(told.find("  press 0  Cancel\n  press 1  Replace\nSettings > Varnix\nbar   #de3027ff\n"
+                      "  1  Enabled                    on\n"),
             std::string::npos)
       << told;
   EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\nenabled = true\n");
@@ -205,6 +249,11 @@ TEST_F(Pane, NamesWhatIsWrongWithItsLine) {
   refuses("set Enabled maybe", "wrong value (wanted: on or off): maybe");
   refuses("set Colour From App Icno",
           "wrong value (wanted: My Colour or App Icon): App Icno (did you mean App Icon?)");
+  refuses("set My Colour blue",
+          "wrong value (wanted: #RRGGBB, RRGGBB or #RGB, optionally with :alpha from 0 to 1): "
+          "blue");
+  refuses("set My Colour #123456:0.5",
+          "wrong value (wanted: #RRGGBB, the picker has no slider for the alpha): #123456:0.5");
   refuses("set Keyboard on", "the row has no value: Keyboard");
   refuses("open Keybord", "no such row: Keybord (did you mean Keyboard?)");
   refuses("open Enabled", "no page is behind the row: Enabled");
