@@ -92,7 +92,7 @@ void PFSimpleLiteColorCell::dealloc() {
 void PFSimpleLiteColorCell::refreshColored(PSSpecifier* row) {
   send<void>(this, "setSpecifier:"_sel, row);
   send<void>(this, "setTitle:"_sel, send(row, PSSpecifier::name));
-  auto* enabled = objc::as<NSNumber>(send(row, PSSpecifier::propertyForKey, PSEnabledKey));
+  auto* enabled = objc::as<NSNumber>(send(row, PSSpecifier::propertyForKey, "enabled"_ns));
   send<void>(this, "setCellEnabled:"_sel, enabled == nullptr || send(enabled, NSNumber::boolValue));
   show();
 }
