@@ -77,28 +77,28 @@ std::string lineOf(const ShownRow& row, bool withSwatches) {
   return number + "  " + (value.empty() ? title : filled(title, kTitleWidth) + " " + value);
 }
 
-std::string headOf(const ShownPage& page, bool withSwatches) {
-  std::string head = escaped(joined(page.path, " > ")) + "\n";
+/// What the bars show.
+std::vector<std::string> barLines(const ShownPage& page, bool withSwatches) {
+  std::vector<std::string> lines;
   if (!page.barColor.empty())
-    head +=
-        std::string("bar   ") + (withSwatches ? swatch(page.barColor) : "") + page.barColor + "\n";
-  if (page.searched) head += "find  " + escaped(*page.searched) + "\n";
-  return head;
+    lines.push_back("bar   " + (withSwatches ? swatch(page.barColor) : "") + page.barColor);
+  if (page.searched) lines.push_back("find  " + escaped(*page.searched));
+  return lines;
 }
 
 }  // namespace
 
 PrintedPage printed(const ShownPage& page, bool withSwatches) {
-  PrintedPage made{headOf(page, withSwatches), "", {}};
-  made.all = made.head;
+  PrintedPage made{escaped(joined(page.path, " > ")) + "\n", barLines(page, withSwatches)};
+  for (const std::string& line : made.lines) made.all += line + "\n";
   bool isFirst = true;
   for (const ShownSection& section : page.sections) {
     if (!isFirst) made.all += "\n";
     isFirst = false;
     if (!section.header.empty()) made.all += "  " + escaped(section.header) + "\n";
     for (const ShownRow& row : section.rows) {
-      made.lines.push_back({row.number, lineOf(row, withSwatches)});
-      made.all += made.lines.back().text + "\n";
+      made.lines.push_back(lineOf(row, withSwatches));
+      made.all += made.lines.back() + "\n";
     }
     made.all += wrapped(section.footer);
   }
@@ -122,14 +122,16 @@ std::string changes(const PrintedPage& before, const PrintedPage& after, const s
   auto marked = [&](const std::string& text) {
     std::istringstream lines(text);
     std::string result;
-    for (std::string line; std::getline(lines, line);) result += mark + line + "\n";
+    for (std::string line; std::getline(lines, line);)
+      result +=
+          mark.empty() || line.starts_with(' ') ? mark + line + "\n" : mark + " " + line + "\n";
     return result;
   };
   if (before.all == after.all) return "";
-  std::string text = before.head == after.head ? "" : after.head;
   if (before.lines.size() != after.lines.size()) return marked(after.all);
+  std::string text;
   for (std::size_t i = 0; i < after.lines.size(); ++i) {
-    if (before.lines[i].text != after.lines[i].text) text += after.lines[i].text + "\n";
+    if (before.lines[i] != after.lines[i]) text += after.lines[i] + "\n";
   }
   // Only headers and footers differ.
   return marked(text.empty() ? after.all : text);

@@ -2,21 +2,16 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "pane/shown_page.h"
 
 namespace varnix::cli {
 
-struct PrintedLine {
-  std::size_t number;  ///< of the row
-  std::string text;
-};
-
 /// What a page looks like in a terminal.
 struct PrintedPage {
-  std::string head;                ///< its path, its bar
   std::string all;                 ///< everything
-  std::vector<PrintedLine> lines;  ///< its rows alone
+  std::vector<std::string> lines;  ///< what its bars and rows show
 };
 
 PrintedPage printed(const ShownPage& page, bool withSwatches);

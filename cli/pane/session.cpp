@@ -93,7 +93,7 @@ void PaneSession::tellChanges() {
   const ShownPage page = shownPage();
   if (page.path != path_) return;
   PrintedPage fresh = printed(page, withSwatches_);
-  std::cout << changes(shown_, fresh, "* ");
+  std::cout << changes(shown_, fresh, "*");
   shown_ = std::move(fresh);
 }
 

@@ -80,7 +80,7 @@ TEST_F(Pane, ChoosesAColourInThePicker) {
             "bar   #1e88e5ff\n  3  My Colour                  #1E88E5 >\n");
   EXPECT_EQ(varnix({"settings", "get", "global_color"}).out, "#1E88E5:1.000000\n");
   // Both writers' changes last.
-  after("set Album Art on\nset global_color fed\nset Enabled off\n");
+  after("set Album Art on\nset global_color #fed\nset Enabled off\n");
   EXPECT_EQ(varnix({"settings", "list"}).out,
             "enabled = false\nglobal_color = \"#FFEEDD:1.000000\"\nuse_album_art = true\n");
   const Outcome early = run("open Keyboard\nset Own Colour #123456\n");
