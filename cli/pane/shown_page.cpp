@@ -39,10 +39,19 @@ std::vector<std::string> colorsOf(const Row& row) {
   return colors;
 }
 
-/// The subtitle of a cell whose title is missing is its value.
+/// A view at the right edge takes the arrow's place. The subtitle of a cell whose title is missing
+/// is its value.
 ShownRow shown(const Row& row, std::size_t number) {
-  ShownRow made{number,         row, row.identifier(), row.title(),  row.detail(),
-                colorsOf(row),  {},  row.isTicked(),   row.isLink(), row.type() == PSButtonCell,
+  ShownRow made{number,
+                row,
+                row.identifier(),
+                row.title(),
+                row.detail(),
+                colorsOf(row),
+                {},
+                row.isTicked(),
+                row.isLink() && row.control() == nullptr,
+                row.type() == PSButtonCell,
                 row.isEnabled()};
   if (row.hasSwitch()) made.isOn = row.isOn();
   if (made.title.empty()) {

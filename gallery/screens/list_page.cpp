@@ -49,7 +49,7 @@ class Writer {
   }
   template <class T, class F>
   void list(const std::string& name, const std::vector<T>& items, F function) {
-    values_[name] = static_cast<double>(items.size());
+    if (!items.empty()) values_[name] = static_cast<double>(items.size());
     for (std::size_t i = 0; i < items.size(); ++i)
       function(name + " " + std::to_string(i) + " ", items[i]);
   }

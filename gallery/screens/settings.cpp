@@ -55,14 +55,16 @@ ListRow rowOf(const Row& row, const std::optional<Color>& tint) {
   shown.title = row.title();
   (isSubtitled(row) ? shown.subtitle : shown.value) = row.detail();
   shown.isDisabled = !row.isEnabled();
-  shown.opens = row.isLink();
+  // A view at the right edge takes the arrow's place.
+  shown.opens = row.isLink() && row.control() == nullptr;
   shown.isTicked = row.isTicked();
-  if (row.type() == PSButtonCell) shown.titleColor = tint.value_or(rgb(0x007aff));
+  if (row.type() == PSButtonCell && row.isEnabled())
+    shown.titleColor = tint.value_or(rgb(0x007aff));
   if (row.isTicked()) shown.tickColor = tint;
   if (row.hasSwitch()) {
     send<void>(row.control(), "layoutSubviews"_sel);
     shown.isOn = row.isOn();
-    shown.switchOn = colorOf(askColor(row.control(), "onTintColor"));
+    if (row.isOn()) shown.switchOn = colorOf(askColor(row.control(), "onTintColor"));
   } else if (!row.hasField() && row.control() != nullptr) {
     shown.disc = colorOf(askColor(row.control(), "backgroundColor"));
   }

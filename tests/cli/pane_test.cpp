@@ -77,7 +77,7 @@ TEST_F(Pane, MakesAChoiceByTitleOrValue) {
 
 TEST_F(Pane, ChoosesAColourInThePicker) {
   EXPECT_EQ(after("set My Colour #1e88e5\n"),
-            "bar   #1e88e5ff\n  3  My Colour                  #1E88E5 >\n");
+            "bar   #1e88e5ff\n  3  My Colour                  #1E88E5\n");
   EXPECT_EQ(varnix({"settings", "get", "global_color"}).out, "#1E88E5:1.000000\n");
   // Both writers' changes last.
   after("set Album Art on\nset global_color #fed\nset Enabled off\n");
