@@ -2,10 +2,13 @@
 # shellcheck shell=bash disable=SC2034
 
 minimum=9.3
-identifier=com.quillmarsh.varnix2
+# The package's name.
+package=com.quillmarsh.varnix2
+# Where libraries lie on the device.
 folder=/Library/MobileSubstrate/DynamicLibraries
-install_name=$folder/Varnix.dylib
 architectures=(arm64 armv7)
+# What is built, in this order: each has a description in device/binaries.
+binaries=(library pane)
 # Libraries that packages bring, which no SDK has.
 packaged="CydiaSubstrate libapplist libcolorpicker"
 export LC_ALL=C
@@ -13,7 +16,16 @@ export LC_ALL=C
 fail() { echo "device: $*" >&2; exit 1; }
 
 # The lines of a list without its comments.
-entries() { grep -v '^#' "$1"; }
+entries() { grep -v '^#' "$1" || true; }
+
+# What device/binaries says of a binary, as variables.
+describe() {
+  # shellcheck source=device/binaries/library.sh
+  . "device/binaries/$1.sh"
+}
+
+# The described binary's sources.
+list_sources() { find "${sources[@]}" -name '*.cpp' | sort; }
 
 # The compiler's flags for one architecture, or those for all.
 flags_for() { entries device/lists/flags.txt | sed -n "s/^$1 //p"; }
@@ -23,13 +35,13 @@ for architecture in "${architectures[@]}"; do
   targets[$architecture]="--target=$architecture-apple-ios$minimum $(flags_for "$architecture" | xargs)"
 done
 
-# The stubs of the libraries to link: those in $stubs must be there, those in $weak_stubs may be
-# missing. Both linkers take them in this order, which is the order of loading.
+# The stubs of the libraries that the described binary links: those in $stubs must be there, those in
+# $weak_stubs may be missing. Both linkers take them in this order, which is the order of loading.
 find_stubs() {
   local stub
   stubs=() weak_stubs=()
-  for stub in device/tbd/*.tbd; do
-    if entries device/lists/weak.txt | grep -q "^$(basename "$stub" .tbd) "; then
+  for stub in "$stubs_folder"/*.tbd; do
+    if entries "$lists/weak.txt" | grep -q "^$(basename "$stub" .tbd) "; then
       weak_stubs+=("$stub")
     else
       stubs+=("$stub")

@@ -1,5 +1,5 @@
-# What `make install` puts where. Everything finds its neighbours by being in one folder, as in the
-# build folder, so the command in bin/ is a link to the one among them.
+# What `make install` puts where. All parts find each other by being in the same folder, as in the
+# build folder, so the command in bin/ is a link to the one there.
 include(GNUInstallDirs)
 set(home ${CMAKE_INSTALL_LIBDIR}/varnix)
 

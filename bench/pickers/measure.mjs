@@ -1,8 +1,8 @@
 // node measure.mjs WIDTH HEIGHT FILE...
 //
-// How long other pickers take over pictures that are decoded already: each file holds WIDTH x
-// HEIGHT pixels of red, green, blue, alpha. Prints, as JSON, one list a file of
-// {name, version, call, best, median, color}; times are in milliseconds.
+// How long other pickers take for decoded pictures: each file holds WIDTH x HEIGHT pixels of red,
+// green, blue, alpha. Prints, as JSON, one list for each file of {name, version, call, best,
+// median, color}; times are in milliseconds.
 import { readFileSync } from 'node:fs';
 import { performance } from 'node:perf_hooks';
 import { getColor } from 'colorthief';
@@ -14,8 +14,8 @@ const MEASURED_MS = 1500;
 const versionOf = (name) =>
   JSON.parse(readFileSync(new URL(`node_modules/${name}/package.json`, import.meta.url))).version;
 
-// node-vibrant: its own image class, with pixels where a file would be decoded. All else is its
-// own: scaled down to a fifth, filtered, quantised to 64 colours, named swatches.
+// node-vibrant with an image class that returns the pixels instead of decoding a file. Everything
+// else is its own: scaled down to a fifth, filtered, quantised to 64 colours, named swatches.
 const NodeImage = Vibrant.DefaultOpts.ImageClass;
 const onePixel = Buffer.from(
   'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==',

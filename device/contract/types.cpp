@@ -112,7 +112,7 @@ constexpr std::array kWords{Word{"v", "void"},      Word{"c", "BOOL"},
 std::vector<std::string> valuesOfEncoding(const std::string& types) {
   std::vector<std::string> values = Scanner(types, false).all();
   if (values.size() < 3 || values[1] != "@" || values[2] != ":")
-    throw Error("no method's types: " + types);
+    throw Error("not a method's types: " + types);
   values.erase(values.begin() + 1, values.begin() + 3);
   return values;
 }

@@ -1,4 +1,4 @@
-# Compiles for a device's processor under Linux, against what device/emulation/sysroot fetched.
+# Compiles for a device's processor under Linux, with what device/emulation/sysroot fetched.
 # VARNIX_EMULATED: arm64 or armv7. VARNIX_SYSROOT: the folder.
 set(CMAKE_SYSTEM_NAME Linux)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VARNIX_EMULATED VARNIX_SYSROOT)
@@ -18,10 +18,10 @@ set(CMAKE_CXX_COMPILER ${triple}-g++)
 set(CMAKE_LIBRARY_ARCHITECTURE ${triple})
 set(CMAKE_SYSROOT ${VARNIX_SYSROOT})
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/emulate ${VARNIX_SYSROOT} ${emulator} --)
-# The device's characters are signed, and a product and a sum are two roundings.
+# As on the device, characters are signed, and a product and a sum are rounded separately.
 set(CMAKE_CXX_FLAGS_INIT "-fsigned-char -ffp-contract=off -Wno-psabi")
 if(VARNIX_EMULATED STREQUAL armv7)
-  # Scratch to the device's code, which keeps the stack to four bytes only.
+  # The device's code may overwrite r9, and aligns the stack to only four bytes.
   string(APPEND CMAKE_CXX_FLAGS_INIT " -march=armv7-a -ffixed-r9")
 endif()
 

@@ -1,6 +1,6 @@
-// A settings pane's code at its smallest: a store of its own, made as a subclass of the library's,
-// and a pane that the library tints. The classes are named outright, so that the loader must find
-// their symbols in the library.
+// The smallest settings pane: a store of its own, a subclass of the library's, and a pane that the
+// library tints. The classes are named directly, so the loader must find their symbols in the
+// library.
 #import <varnix/pane.h>
 
 @interface ExampleStore : KTPrefsManager

@@ -1,4 +1,4 @@
-// The device has no SDK here: what libc++'s <cmath> insists on, and the functions in use.
+// There is no SDK for the device here: what libc++'s <cmath> requires, and the functions in use.
 #pragma once
 
 #define FP_NAN 1

@@ -1,4 +1,4 @@
-// libc++'s <string_view> and <cmath> pull this in for EOF; src/ prints nothing.
+// libc++'s <string_view> and <cmath> include this for EOF; src/ prints nothing.
 #pragma once
 
 #include <stddef.h>
@@ -9,7 +9,7 @@
 extern "C" {
 #endif
 
-int remove(const char* path);  // std::remove needs it declared before the algorithm of that name
+int remove(const char* path);  // std::remove must be declared before the algorithm of that name
 int snprintf(char* to, size_t size, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
 #ifdef __cplusplus

@@ -1,4 +1,5 @@
-// The device has no SDK here: what its C library offers and src/ or libc++'s headers name.
+// There is no SDK for the device here: the parts of its C library that src/ or libc++'s headers
+// name.
 #pragma once
 
 #include <stddef.h>
@@ -7,7 +8,7 @@
 extern "C" {
 #endif
 
-// libc++ overloads div() on these, so they must exist even where nothing divides.
+// libc++ overloads div() for these, so they must exist even if nothing divides.
 typedef struct {
   int quot, rem;
 } div_t;

@@ -1,4 +1,5 @@
-// The device has no SDK here: what its C library offers and src/ or libc++'s headers name.
+// There is no SDK for the device here: the parts of its C library that src/ or libc++'s headers
+// name.
 #pragma once
 
 #include <stddef.h>

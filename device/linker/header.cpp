@@ -17,9 +17,20 @@ uint32_t commandSize(size_t sectionCount, const LinkOptions& options) {
       static_cast<uint32_t>(3 * macho::kSegmentSize + sectionCount * macho::kSectionSize +
                             macho::kDyldInfoSize + macho::kSymtabSize + macho::kDysymtabSize +
                             macho::kUuidSize + macho::kVersionMinSize + macho::kLinkeditDataSize);
-  size += dylibSize(options.installName);
+  if (!options.isBundle) size += dylibSize(options.installName);
   for (const StubLibrary& library : options.libraries) size += dylibSize(library.installName);
   return size;
+}
+
+/// What the header says of a library, and of a bundle.
+struct Kind {
+  macho::FileType type;
+  uint32_t flags;
+};
+
+Kind kindOf(const LinkOptions& options) {
+  if (options.isBundle) return {macho::kBundle, 0};
+  return {macho::kDylib, macho::kNoReexportedDylibs};
 }
 
 void command(Writer& out, macho::Command kind, uint32_t size) {
@@ -98,16 +109,20 @@ Header makeHeader(const Layout& layout, const LinkEdit& edit, uint32_t minimumVe
                   const LinkOptions& options) {
   Header header;
   Writer out;
-  // Segments, the loader's table, two symbol tables, the name, UUID, version and data in code.
-  const auto commandCount = static_cast<uint32_t>(10 + options.libraries.size());
+  const Kind kind = kindOf(options);
+  // Segments, the loader's table, two symbol tables, UUID, version and data in code; a library's
+  // name.
+  const auto commandCount =
+      static_cast<uint32_t>(9 + (options.isBundle ? 0 : 1) + options.libraries.size());
   for (const uint32_t field :
-       {macho::kMagic32, macho::kCpuArm, macho::kSubtypeArmV7, uint32_t{macho::kDylib},
-        commandCount, commandSize(layout.sections.size(), options),
-        macho::kNoUndefs | macho::kDyldLink | macho::kTwoLevel | macho::kNoReexportedDylibs})
+       {macho::kMagic32, macho::kCpuArm, macho::kSubtypeArmV7, uint32_t{kind.type}, commandCount,
+        commandSize(layout.sections.size(), options),
+        macho::kNoUndefs | macho::kDyldLink | macho::kTwoLevel | kind.flags})
     out.u32(field);
   segments(out, layout);
   symbolTables(out, edit);
-  dylib(out, macho::kIdDylib, options.installName, options.currentVersion, 0x10000);
+  if (!options.isBundle)
+    dylib(out, macho::kIdDylib, options.installName, options.currentVersion, 0x10000);
   command(out, macho::kUuid, macho::kUuidSize);
   header.uuid = out.size();
   out.fillTo(out.size() + 16);

@@ -46,6 +46,9 @@ void writeUuid(std::vector<uint8_t>& file, size_t offset) {
 }  // namespace
 
 std::vector<uint8_t> link(const Object& object, const LinkOptions& options) {
+  if (options.isBundle && !options.installName.empty()) throw Error("a bundle has no install name");
+  if (!options.isBundle && options.installName.empty())
+    throw Error("a library needs an install name");
   // An import names its library in one byte, whose last few values mean something else.
   if (options.libraries.size() > 253) throw Error("more than 253 libraries");
   const Imports imports = findImports(object, options.libraries);

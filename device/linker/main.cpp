@@ -1,4 +1,5 @@
-// varnix-link-armv7: links one object file, and the libraries that it uses, into a dynamic library.
+// varnix-link-armv7: links one object file, and the libraries that it uses, into a dynamic library
+// or a bundle.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <sstream>
@@ -22,6 +23,7 @@ std::vector<std::string> readNames(const std::string& path) {
 }
 
 struct Arguments {
+  bool isBundle = false;
   std::string object, output, installName, version, exports;
   std::vector<std::string> stubs, weakStubs;
 };
@@ -36,8 +38,9 @@ StubLibrary readStub(const std::string& path) {
 
 void run(const Arguments& arguments) {
   LinkOptions options;
+  options.isBundle = arguments.isBundle;
   options.installName = arguments.installName;
-  options.currentVersion = parseVersion(arguments.version);
+  if (!arguments.isBundle) options.currentVersion = parseVersion(arguments.version);
   options.exports = readNames(arguments.exports);
   for (const std::string& path : arguments.stubs) options.libraries.push_back(readStub(path));
   for (const std::string& path : arguments.weakStubs) {
@@ -52,7 +55,7 @@ void run(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
   Arguments arguments;
-  CLI::App app("Links one Thumb object file for armv7 into a dynamic library.",
+  CLI::App app("Links one Thumb object file for armv7 into a dynamic library or a bundle.",
                "varnix-link-armv7");
   app.add_option("object", arguments.object, "the object file")->required();
   app.add_option("stubs", arguments.stubs, "text stubs of the libraries, in load order")
@@ -60,12 +63,22 @@ int main(int argc, char** argv) {
   app.add_option("--weak-library", arguments.weakStubs,
                  "text stub of one that may be missing; loaded after the others")
       ->allow_extra_args(false);
-  app.add_option("-o,--output", arguments.output, "the library to write")->required();
-  app.add_option("--install-name", arguments.installName, "its path on the device")->required();
-  app.add_option("--current-version", arguments.version, "its version")->required();
+  app.add_option("-o,--output", arguments.output, "the file to write")->required();
+  auto* name =
+      app.add_option("--install-name", arguments.installName, "a library's path on the device");
+  auto* version = app.add_option("--current-version", arguments.version, "a library's version");
+  app.add_flag("--bundle", arguments.isBundle, "a bundle, which has neither")
+      ->excludes(name)
+      ->excludes(version);
   app.add_option("--exports", arguments.exports, "file that names what others may link")
       ->required();
-  CLI11_PARSE(app, argc, argv);
+  try {
+    app.parse(argc, argv);
+    for (const CLI::Option* needed : {name, version})
+      if (!arguments.isBundle && needed->empty()) throw CLI::RequiredError(needed->get_name());
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error);
+  }
   try {
     run(arguments);
   } catch (const Error& error) {

@@ -136,7 +136,7 @@ void checkIndirect(const Object& object) {
   }
   for (const uint32_t index : object.indirect)
     if (index != macho::kIndirectLocal && index >= object.symbols.size())
-      throw Error("an indirect symbol is none: " + hexadecimal(index));
+      throw Error("no such indirect symbol: " + hexadecimal(index));
 }
 
 void checkReferences(const Object& object) {

@@ -12,26 +12,25 @@
 namespace varnix::device {
 namespace {
 
-constexpr const char* kTarget = "armv7-ios";
-
-bool isForUs(const YAML::Node& targets) {
-  return std::any_of(targets.begin(), targets.end(),
-                     [](const YAML::Node& target) { return target.as<std::string>() == kTarget; });
+bool isFor(const YAML::Node& targets, std::string_view wanted) {
+  return std::any_of(targets.begin(), targets.end(), [wanted](const YAML::Node& target) {
+    return wanted.empty() || target.as<std::string>() == wanted;
+  });
 }
 
-void readExports(const YAML::Node& exports, StubLibrary& library) {
+void readExports(const YAML::Node& exports, std::string_view target, StubLibrary& library) {
   for (const YAML::Node& group : exports) {
     for (const auto& entry : group) {
       const auto key = entry.first.as<std::string>();
       if (key != "targets" && key != "symbols") throw Error("exports: " + key + " is not handled");
     }
-    if (!isForUs(group["targets"])) continue;
+    if (!isFor(group["targets"], target)) continue;
     for (const YAML::Node& symbol : group["symbols"])
       library.symbols.insert(symbol.as<std::string>());
   }
 }
 
-StubLibrary readRoot(const YAML::Node& root) {
+StubLibrary readRoot(const YAML::Node& root, std::string_view target) {
   if (root.Tag() != "!tapi-tbd") throw Error("not a text stub of version 4");
   StubLibrary library;
   bool isOurs = false;
@@ -41,7 +40,7 @@ StubLibrary readRoot(const YAML::Node& root) {
     if (key == "tbd-version") {
       if (value.as<int>() != 4) throw Error("not a text stub of version 4");
     } else if (key == "targets") {
-      isOurs = isForUs(value);
+      isOurs = isFor(value, target);
     } else if (key == "install-name") {
       library.installName = value.as<std::string>();
     } else if (key == "current-version") {
@@ -49,12 +48,12 @@ StubLibrary readRoot(const YAML::Node& root) {
     } else if (key == "compatibility-version") {
       library.compatibilityVersion = parseVersion(value.as<std::string>());
     } else if (key == "exports") {
-      readExports(value, library);
+      readExports(value, target, library);
     } else {
       throw Error(key + " is not handled");
     }
   }
-  if (!isOurs) throw Error(std::string("not for ") + kTarget);
+  if (!isOurs) throw Error("not for " + std::string(target));
   if (library.installName.empty()) throw Error("no install-name");
   return library;
 }
@@ -87,10 +86,10 @@ bool isOneDocument(const std::string& text) {
 
 }  // namespace
 
-StubLibrary readStubLibrary(const std::string& text) {
+StubLibrary readStubLibrary(const std::string& text, std::string_view target) {
   try {
     if (!isOneDocument(text)) throw Error("not one document");
-    return readRoot(YAML::Load(text));
+    return readRoot(YAML::Load(text), target);
   } catch (const YAML::Exception& error) {
     throw Error(error.what());
   }

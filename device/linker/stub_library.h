@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace varnix::device {
 
@@ -15,8 +16,8 @@ struct StubLibrary {
       false;  ///< May be missing on the device; the file does not say so, the caller does.
 };
 
-/// Reads version 4 of the format, for the target "armv7-ios". A stub with an entry that is not
-/// handled, such as a re-export, throws Error.
-StubLibrary readStubLibrary(const std::string& text);
+/// Reads version 4 of the format, for a target, or for all if that is empty. A stub with an entry
+/// that is not handled, such as a re-export, throws Error.
+StubLibrary readStubLibrary(const std::string& text, std::string_view target = "armv7-ios");
 
 }  // namespace varnix::device

@@ -48,7 +48,7 @@ class TreeWalk {
     if (depth > kDeepest || name.size() > kLongestName) throw Error("an export has no end");
     if (at >= seen_.size()) throw Error("an export lies outside the tree");
     // Two ways to one node would mean a loop, or endless names.
-    if (seen_[at]) throw Error("the tree of exports is no tree");
+    if (seen_[at]) throw Error("the tree of exports is not a tree");
     seen_[at] = true;
     TreeNode node(tree_, at);
     if (node.terminal) each_(name, *node.terminal);

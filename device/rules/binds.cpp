@@ -65,9 +65,9 @@ void boundOnce(const Fixups& fixups, const Say& say) {
 }
 
 constexpr FixupRule kBinds[] = {
-    {"binds.opcodes", "Opcodes of binds are known and whole.",
+    {"binds.opcodes", "Opcodes of binds are known and complete.",
      whole<[](const Fixups& fixups) { return fixups.binds.unknownOpcode; }>},
-    {"binds.segment", "Binds choose segments that are there.", whole<[](const Fixups& fixups) {
+    {"binds.segment", "Binds choose segments that exist.", whole<[](const Fixups& fixups) {
        return fixups.binds.unknownSegment + fixups.lazyBinds.unknownSegment;
      }>},
     {"binds.type", "A bound word is a pointer.",
@@ -75,12 +75,12 @@ constexpr FixupRule kBinds[] = {
           [](const Fixups&, const BoundWord& word) {
             return unless(word.type == macho::kPointer, "type " + std::to_string(word.type));
           }>},
-    {"binds.inside", "A bound word lies in the segment that was chosen.",
+    {"binds.inside", "A bound word is in the chosen segment.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
             return unless(isBoundInside(fixups, word), "outside of it");
           }>},
-    {"binds.writable", "A bound word can be written to.",
+    {"binds.writable", "A bound word is in a writable segment.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
             const SegmentCommand* segment = segmentBound(fixups, word);
@@ -92,7 +92,7 @@ constexpr FixupRule kBinds[] = {
           [](const Fixups&, const BoundWord& word) {
             return unless(!word.symbol.empty(), "no symbol");
           }>},
-    {"binds.library", "A bind names a library that is linked, or where else the loader looks.",
+    {"binds.library", "A bind names a linked library, or another place where the loader looks.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
             const bool isElsewhere =
@@ -101,17 +101,17 @@ constexpr FixupRule kBinds[] = {
                           "library " + std::to_string(word.library));
           }>},
     {"binds.once", "No word is bound twice.", boundOnce},
-    {"binds.not-rebased", "No bound word is rebased as well.",
+    {"binds.not-rebased", "No bound word is rebased too.",
      each<boundAtOnce,
           [](const Fixups& fixups, const BoundWord& word) {
             return unless(!fixups.isRebased(word.address), "it is");
           }>},
-    {"binds.symbol-table", "The table of symbols names the same library for an import.",
+    {"binds.symbol-table", "The symbol table names the same library for an import.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
-            return unless(agrees(fixups, word), "not so in the table of symbols");
+            return unless(agrees(fixups, word), "not so in the symbol table");
           }>},
-    {"binds.offered", "The library of an import offers it, where a stub tells what it offers.",
+    {"binds.offered", "The library of an import has it, if a stub says what the library has.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
             return unless(!isRefused(fixups, word),
@@ -119,12 +119,12 @@ constexpr FixupRule kBinds[] = {
                                                               ? ""
                                                               : libraryOf(fixups, word)->name));
           }>},
-    {"binds.home", "What the run-times of classes and blocks offer is taken from their libraries.",
+    {"binds.home", "Symbols of the run-times of classes and blocks come from their libraries.",
      each<allBound,
           [](const Fixups& fixups, const BoundWord& word) {
             return unless(isAtHome(fixups, word), "not in " + std::string(homeOf(word.symbol)));
           }>},
-    {"binds.not-weak", "Nothing is bound among all images.", whole<[](const Fixups& fixups) {
+    {"binds.not-weak", "No symbol is searched for in all images.", whole<[](const Fixups& fixups) {
        const uint32_t size = (*fixups.image->loaderInfo)[5];
        return unless(size == 0, std::to_string(size) + " bytes of weak binds");
      }>,

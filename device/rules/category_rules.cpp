@@ -39,7 +39,7 @@ void sectionsFit(const ClassData& data, const Say& say) {
     if (found.empty()) continue;
     if (found.size() != 1 || !isInData(found[0]) || found[0].size == 0 ||
         found[0].size % size != 0 || found[0].address % size != 0)
-      say(std::string(name) + ": twice, elsewhere, or no whole words");
+      say(std::string(name) + ": twice, elsewhere, or not whole words");
   }
 }
 
@@ -67,7 +67,7 @@ bool isIdentifier(std::string_view name) {
 
 std::string targetFits(const ClassData& data, const CategoryEntry& it) {
   if (!it.listed.isOurs() || it.listed.target % data.pointerSize() != 0) return "not here";
-  if (it.target.bound == nullptr) return "no class of another library";
+  if (it.target.bound == nullptr) return "not a class of another library";
   const std::string_view name = it.target.bound->symbol;
   return unless(name.starts_with("_OBJC_CLASS_$_") &&
                     (it.target.bound->mayBeMissing() || name == "_OBJC_CLASS_$_NSObject"),
@@ -80,35 +80,34 @@ constexpr ClassRule kCategories[] = {
                      std::string(kNeeded) + " is missing");
      }>,
      Asker::project},
-    {"classes.image-info",
-     "Image info is there, of version 0, and says nothing of other platforms.",
+    {"classes.image-info", "Image info exists, has version 0, and has no flags of other platforms.",
      whole<imageInfoFits>},
-    {"classes.sections", "Each list of the run-time's is one section of whole words in data.",
+    {"classes.sections", "Each of the run-time's lists is one section of whole words in data.",
      sectionsFit},
     {"categories.class",
-     "A category is of the root class or of one that may be missing, in another library.",
+     "A category extends the root class or a class that may be missing, in another library.",
      each<categoriesOf, targetFits>, Asker::project},
     {"categories.name", "A category has a name.",
      each<categoriesOf,
           [](const ClassData&, const CategoryEntry& it) {
             if (!it.name.wrong.empty()) return it.name.wrong;
-            return unless(isIdentifier(it.name.text), printable(it.name.text) + " is no name");
+            return unless(isIdentifier(it.name.text), printable(it.name.text) + " is not a name");
           }>},
-    {"categories.methods", "A category adds methods, and nothing else.",
+    {"categories.methods", "A category adds only methods.",
      each<categoriesOf,
           [](const ClassData&, const CategoryEntry& it) {
             return unless((!it.methods.empty() || !it.classMethods.empty()) &&
                               it.protocols.isNil() && it.properties.isNil(),
-                          "no methods, or more than them");
+                          "no methods, or something else");
           }>,
      Asker::project},
     {"categories.load",
-     "A category with +load is listed among those that the run-time sends it to.",
+     "A category with +load is in the list of those to which the run-time sends it.",
      each<categoriesOf,
           [](const ClassData& data, const CategoryEntry& it) {
             const bool loads = std::ranges::any_of(
                 it.classMethods, [](const MethodEntry& each) { return each.name.text == "load"; });
-            return unless(!loads || data.loadedEarly.contains(it.listed.target), "nobody calls it");
+            return unless(!loads || data.loadedEarly.contains(it.listed.target), "not listed");
           }>},
 };
 

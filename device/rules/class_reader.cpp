@@ -45,7 +45,7 @@ ClassText ClassReader::text(uint64_t address, const std::string& what) {
   ClassText it;
   it.pointer = pointer(address, what);
   if (!it.pointer.isOurs()) {
-    it.wrong = "no string";
+    it.wrong = "not a string";
     return it;
   }
   const auto place = image_.place(it.pointer.target);

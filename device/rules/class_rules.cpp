@@ -31,8 +31,9 @@ std::string superclassFits(const ClassData& data, const ClassEntry& it) {
   if (super.isNil() != ((it.half->flags & kClassIsRoot) != 0)) return "its flags say otherwise";
   if (super.isNil()) return {};
   if (super.bound != nullptr)
-    return unless(metaSuper.isBoundTo(metaclassName(it)),
-                  "the metaclass is not of " + std::string(super.bound->symbol));
+    return unless(
+        metaSuper.isBoundTo(metaclassName(it)),
+        "its metaclass does not inherit from that of " + std::string(super.bound->symbol));
   const ClassHalf* listed = listedAt(data, super.target);
   if (listed == nullptr) return "its superclass is not listed";
   return unless(
@@ -46,11 +47,12 @@ std::string isaFits(const ClassData& data, const ClassEntry& it) {
   const auto isSame = [&](const ClassEntry& other) {
     return other.half && other.half->isa.target == it.half->isa.target;
   };
-  if (std::ranges::count_if(data.classes, isSame) != 1) return "its metaclass is another's too";
+  if (std::ranges::count_if(data.classes, isSame) != 1)
+    return "another class has the same metaclass";
   if (!it.meta) return {};
   const ClassPointer& isa = it.meta->isa;
   return unless(isa.isBoundTo(kRootMetaclass) && !isa.bound->mayBeMissing(),
-                "the metaclass's is not the root's");
+                "its metaclass's class is not the root metaclass");
 }
 
 std::string pairIsEquallyWeak(const ClassData&, const ClassEntry& it) {
@@ -58,7 +60,7 @@ std::string pairIsEquallyWeak(const ClassData&, const ClassEntry& it) {
   if (super == nullptr) return {};
   return unless(meta != nullptr && super->mayBeMissing() == meta->mayBeMissing() &&
                     super->library == meta->library,
-                "one of class and metaclass may be missing, or is another library's");
+                "only one of class and metaclass may be missing, or their libraries differ");
 }
 
 std::string pointerIsFixed(const ClassData&, const ClassPointer& it) {
@@ -75,11 +77,11 @@ std::string canBeWritten(const ClassData& data, const Writable& it) {
 }
 
 constexpr ClassRule kClasses[] = {
-    {"classes.pointers", "A pointer of class data is rebased or bound, unless it is nil.",
+    {"classes.pointers", "A pointer in class data is rebased or bound, unless it is nil.",
      each<pointersOf, pointerIsFixed>},
-    {"classes.writable", "What the run-time changes lies in a data segment that can be written to.",
+    {"classes.writable", "Data that the run-time changes is in a writable data segment.",
      each<writablesOf, canBeWritten>},
-    {"classes.listed", "The list of classes has classes of this image, each once.",
+    {"classes.listed", "The list of classes has only classes in this image, each once.",
      each<classesOf,
           [](const ClassData&, const ClassEntry& it) {
             return unless(it.listed.isOurs() && !it.isListedTwice, "not here, or listed twice");
@@ -89,12 +91,12 @@ constexpr ClassRule kClasses[] = {
           [](const ClassData& data, const ClassHalf& it) {
             return unless(it.address % data.pointerSize() == 0, "at " + hex(it.address));
           }>},
-    {"classes.isa", "A class has a metaclass of its own, which is one of the root's.",
+    {"classes.isa", "A class has its own metaclass, whose class is the root metaclass.",
      each<classesOf, isaFits>},
     {"classes.superclass",
-     "A class has a superclass that is known here, and its metaclass that one's metaclass.",
+     "A class's superclass is known here, and its metaclass inherits from the superclass's.",
      each<wholeClasses, superclassFits>},
-    {"classes.weak-pair", "A superclass and its metaclass may be missing together or not at all.",
+    {"classes.weak-pair", "A superclass and its metaclass may be missing only together.",
      each<wholeClasses, pairIsEquallyWeak>},
     {"classes.cache", "A class begins with the run-time's empty cache.",
      each<halves,
@@ -103,10 +105,10 @@ constexpr ClassRule kClasses[] = {
                 it.cache.isBoundTo("__objc_empty_cache") && !it.cache.bound->mayBeMissing(),
                 "another one");
           }>},
-    {"classes.no-table", "The word behind the cache, which the run-time fills, is zero.",
+    {"classes.no-table", "The word after the cache, which the run-time fills, is zero.",
      each<halves,
           [](const ClassData&, const ClassHalf& it) { return unless(!it.hasTable, "it is not"); }>},
-    {"classes.data", "A class's last word is its data's address, with no other bits set.",
+    {"classes.data", "A class's last word is the address of its data, with no other bits set.",
      each<halves,
           [](const ClassData& data, const ClassHalf& it) {
             return unless(it.data.isOurs() && it.data.target % data.pointerSize() == 0 &&

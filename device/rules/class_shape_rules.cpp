@@ -38,7 +38,7 @@ std::string instanceSizeFits(const ClassData& data, const ClassEntry& it) {
   if (half.superclass.bound == nullptr) {
     const ClassHalf* listed = listedAt(data, half.superclass.target);
     return unless(listed == nullptr || listed->size == half.start,
-                  words + ", behind " + std::to_string(listed == nullptr ? 0 : listed->size));
+                  words + ", after " + std::to_string(listed == nullptr ? 0 : listed->size));
   }
   const bool isExact = half.superclass.isBoundTo("_OBJC_CLASS_$_NSObject");
   return unless(isExact ? half.start == data.pointerSize() : half.start >= data.pointerSize(),
@@ -55,10 +55,10 @@ std::string classNameFits(const ClassData&, const ClassEntry& it) {
   for (const auto& half : {it.half, it.meta}) {
     if (!half || !half->hasData) continue;
     if (!half->name.wrong.empty()) return half->name.wrong;
-    if (!isNameOfClass(half->name.text)) return printable(half->name.text) + " is no name";
+    if (!isNameOfClass(half->name.text)) return printable(half->name.text) + " is not a name";
   }
   return unless(!it.meta || !it.meta->hasData || it.meta->name.text == it.half->name.text,
-                "its metaclass is called otherwise");
+                "its metaclass has another name");
 }
 
 std::string nameIsItsOwn(const ClassData& data, const ClassEntry& it) {
@@ -69,13 +69,14 @@ std::string nameIsItsOwn(const ClassData& data, const ClassEntry& it) {
 }
 
 constexpr ClassRule kClassShapes[] = {
-    {"classes.flags", "A class says whether it is a metaclass, and nothing that compilers do not.",
+    {"classes.flags",
+     "A class's flags say whether it is a metaclass, and are flags that compilers set.",
      each<halves, flagsFit>},
-    {"classes.destruction", "A class says so where it constructs or destructs what it holds.",
+    {"classes.destruction", "A class's flags say if it constructs or destructs its variables.",
      each<halves, destructionFits>},
-    {"classes.instance-size", "Instances begin where those of the superclass end.",
+    {"classes.instance-size", "An instance's variables begin where the superclass's end.",
      each<wholeClasses, instanceSizeFits>},
-    {"classes.meta-size", "A metaclass's instance is a class, of five words.",
+    {"classes.meta-size", "A metaclass's instance is a class, which has five words.",
      each<wholeClasses,
           [](const ClassData& data, const ClassEntry& it) {
             const uint64_t size = 5 * data.pointerSize();
@@ -88,18 +89,18 @@ constexpr ClassRule kClassShapes[] = {
             return unless(it.layout.isNil() && it.weakLayout.isNil(), "it does");
           }>,
      Asker::project},
-    {"classes.no-protocols", "No class adopts a protocol, which nothing here would check.",
+    {"classes.no-protocols", "No class adopts a protocol, since nothing here would check it.",
      each<halves, [](const ClassData&,
                      const ClassHalf& it) { return unless(it.protocols.isNil(), "it does"); }>,
      Asker::project},
-    {"classes.name", "A class has a name, and its metaclass the same.",
+    {"classes.name", "A class has a name, and its metaclass has the same one.",
      each<everyClass, classNameFits>},
-    {"classes.name-once", "No two classes have one name.", each<wholeClasses, nameIsItsOwn>},
-    {"classes.load", "A class with +load is listed among those that the run-time sends it to.",
+    {"classes.name-once", "No two classes have the same name.", each<wholeClasses, nameIsItsOwn>},
+    {"classes.load", "A class with +load is in the list of those to which the run-time sends it.",
      each<wholeClasses,
           [](const ClassData& data, const ClassEntry& it) {
             return unless(!it.meta->has("load") || data.loadedEarly.contains(it.half->address),
-                          "nobody calls it");
+                          "not listed");
           }>},
 };
 

@@ -46,15 +46,15 @@ std::string versionFits(const Image& image, const LibraryCommand& library) {
 constexpr uint32_t kNewestMinimum = 0x90300;
 
 constexpr ImageRule kShapes[] = {
-    {"commands.size", "A load command has the eight bytes that all begin with.",
+    {"commands.size", "A load command has at least the eight bytes that all begin with.",
      whole<[](const Image& image) { return faultOf(image, Fault::tooSmall); }>},
     {"commands.room",
-     "Load commands and their sections lie in the room that the header gives them.",
+     "Load commands and their sections are in the space that the header gives them.",
      whole<[](const Image& image) { return faultOf(image, Fault::leavesHeader); }>},
 };
 
 constexpr ImageRule kCommands[] = {
-    {"commands.width", "Segments have the width of their file.",
+    {"commands.width", "Segment commands have the width of their file.",
      each<&Image::commands,
           [](const Image& image, const LoadCommand& command) {
             return unless(command.kind != (image.is64 ? macho::kSegment : macho::kSegment64),
@@ -69,15 +69,15 @@ constexpr ImageRule kCommands[] = {
      whole<[](const Image& image) {
        return unless(image.loaderInfo.has_value(), "LC_DYLD_INFO_ONLY is missing");
      }>},
-    {"commands.symbols", "There is a table of symbols, and one of indirect symbols.",
+    {"commands.symbols", "There is a symbol table, and a table of indirect symbols.",
      whole<[](const Image& image) {
        return unless(image.symbolTable && image.indirectSymbols, "one is missing");
      }>},
-    {"commands.no-relocations", "There are no relocations in the way of old.",
+    {"commands.no-relocations", "There are no relocations of the old kind.",
      whole<[](const Image& image) {
        return unless(image.relocations == 0, std::to_string(image.relocations) + " relocations");
      }>},
-    {"commands.install-name", "A library gives an absolute path as its name; a bundle has no name.",
+    {"commands.install-name", "A library's install name is an absolute path; a bundle has no name.",
      whole<[](const Image& image) {
        if (!image.isDylib()) return unless(!image.installName, "a bundle with a name");
        return unless(image.installName && image.installName->starts_with('/'),
@@ -87,12 +87,12 @@ constexpr ImageRule kCommands[] = {
        return unless(image.signatures.size() <= 1,
                      std::to_string(image.signatures.size()) + " signatures");
      }>},
-    {"commands.version", "It says which version it needs, and that is iOS 9.3 or earlier.",
+    {"commands.version", "The file says which version it needs: iOS 9.3 or earlier.",
      whole<[](const Image& image) {
        return unless(image.minimumVersion && *image.minimumVersion <= kNewestMinimum,
                      image.minimumVersion ? versionText(*image.minimumVersion) : "no version");
      }>},
-    {"commands.no-routine", "No function is named by a load command to run first.",
+    {"commands.no-routine", "No load command names a function to run first.",
      each<&Image::commands,
           [](const Image&, const LoadCommand& command) {
             return unless(command.kind != macho::kRoutines && command.kind != macho::kRoutines64,
@@ -108,16 +108,16 @@ constexpr ImageRule kCommands[] = {
        return unless(!image.libraries.empty() && image.libraries.size() <= 4095,
                      std::to_string(image.libraries.size()) + " libraries");
      }>},
-    {"libraries.name", "A linked library is named by a path, or by one that begins with @.",
+    {"libraries.name", "A linked library's name is an absolute path, or one that begins with @.",
      each<&Image::libraries,
           [](const Image&, const LibraryCommand& library) {
             return unless(library.name.starts_with('/') || library.name.starts_with('@'),
-                          "no path: " + printable(library.name));
+                          "not a path: " + printable(library.name));
           }>},
     {"libraries.compatibility",
-     "A linked library is asked for no later version than it has, where that is known.",
+     "No linked library is required in a later version than it has, if that is known.",
      each<&Image::libraries, versionFits>},
-    {"libraries.system", "The system's library is linked, which has the binder of lazy pointers.",
+    {"libraries.system", "The system library, which binds lazy pointers, is linked.",
      whole<[](const Image& image) {
        return unless(std::ranges::any_of(image.libraries,
                                          [](const LibraryCommand& library) {

@@ -43,12 +43,12 @@ constexpr ClassRule kConstants[] = {
           [](const ClassData& data, const StringConstant& it) {
             return unless(it.address % data.pointerSize() == 0, "it does not");
           }>},
-    {"strings.flags", "A constant string has the flags of one with 8-bit characters.",
+    {"strings.flags", "A constant string has the flags for 8-bit characters.",
      each<stringsOf,
           [](const ClassData&, const StringConstant& it) {
             return unless(it.flags == kStringFlags && !it.isNumberFixed, hex(it.flags));
           }>},
-    {"strings.text", "A constant string's characters are ASCII, and constant.",
+    {"strings.text", "A constant string's characters are ASCII and constant.",
      each<stringsOf,
           [](const ClassData&, const StringConstant& it) {
             if (!it.text.wrong.empty()) return it.text.wrong;
@@ -62,7 +62,8 @@ constexpr ClassRule kConstants[] = {
             return unless(it.length == it.text.text.size(),
                           std::to_string(it.length) + " for " + printable(it.text.text));
           }>},
-    {"blocks.flags", "A constant block says that it is one and has a signature, and no more.",
+    {"blocks.flags",
+     "A constant block's flags say that it is one and has a signature, and nothing else.",
      each<blocksOf,
           [](const ClassData& data, const BlockConstant& it) {
             constexpr uint32_t wanted = kGlobal | kSigned;
@@ -70,12 +71,12 @@ constexpr ClassRule kConstants[] = {
                               (it.flags & kForeignFlags) == 0 && it.reserved == 0,
                           hex(it.flags) + ", reserved " + std::to_string(it.reserved));
           }>},
-    {"blocks.function", "A constant block's function is code of this image.",
+    {"blocks.function", "A constant block's function is code in this image.",
      each<blocksOf,
           [](const ClassData& data, const BlockConstant& it) {
             return unless(isFunction(data.image(), it.function), hex(it.function.target));
           }>},
-    {"blocks.descriptor", "A constant block's descriptor is that of one that holds nothing.",
+    {"blocks.descriptor", "A constant block's descriptor says that it captured nothing.",
      each<blocksOf,
           [](const ClassData& data, const BlockConstant& it) {
             const uint64_t size = data.pointerSize();
@@ -83,15 +84,15 @@ constexpr ClassRule kConstants[] = {
                               it.descriptorReserved == 0 && it.descriptorSize == 3 * size + 8,
                           hex(it.descriptor.target) + ", of " + std::to_string(it.descriptorSize));
           }>},
-    {"blocks.signature", "A block's types begin with a result and the block, and its flags agree.",
+    {"blocks.signature", "A block's types begin with a result and the block, and match its flags.",
      each<blocksOf, signatureFits>},
-    {"blocks.helpers", "The functions that copy and release what a block holds are of this image.",
+    {"blocks.helpers", "The functions that copy and release a block's captures are in this image.",
      each<descriptorsOf,
           [](const ClassData& data, const BlockDescriptor& it) {
             return unless(isFunction(data.image(), it.copy) && isFunction(data.image(), it.dispose),
                           hex(it.copy.target) + " and " + hex(it.dispose.target));
           }>},
-    {"blocks.result", "A block that holds something returns no structure.",
+    {"blocks.result", "A block with captures returns no structure.",
      each<descriptorsOf, returnsNoStructure>, Asker::project},
 };
 

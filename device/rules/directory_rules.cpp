@@ -81,7 +81,7 @@ std::string coversText(const Signature& it, const Directory& directory) {
 }
 
 constexpr SignatureRule kDirectories[] = {
-    {"directory.magic", "A directory begins with its number.",
+    {"directory.magic", "A directory begins with its magic number.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless(it.magic == signature::kCodeDirectory, hex(it.magic));
@@ -91,21 +91,22 @@ constexpr SignatureRule kDirectories[] = {
           [](const Signature&, const Directory& it) {
             return unless(it.pageBits == signature::kPageBits, "2^" + std::to_string(it.pageBits));
           }>},
-    {"directory.digest", "Digests are of a kind that the kernel knows, and of its length.",
+    {"directory.digest", "Digests are of a kind that the kernel knows, and have its length.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless(it.hashSize != 0 && it.hashSize == digestSize(it.hashType),
                           "kind " + std::to_string(it.hashType) + ", " +
                               std::to_string(it.hashSize) + " bytes");
           }>},
-    {"directory.special-slots", "Digests of other parts lie between the fields and those of pages.",
+    {"directory.special-slots",
+     "Digests of other parts are between the fields and the digests of pages.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             const uint64_t size = uint64_t{it.specialSlots} * it.hashSize;
             return unless(it.hashOffset <= it.bytes.size() && it.hashOffset >= kFieldsEnd + size,
                           std::to_string(it.specialSlots) + " digests");
           }>},
-    {"directory.code-slots", "Digests of pages lie within the directory.",
+    {"directory.code-slots", "Digests of pages are within the directory.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             const uint64_t size = uint64_t{it.codeSlots} * it.hashSize;
@@ -113,12 +114,12 @@ constexpr SignatureRule kDirectories[] = {
                 it.hashOffset <= it.bytes.size() && size <= it.bytes.size() - it.hashOffset,
                 std::to_string(it.codeSlots) + " digests");
           }>},
-    {"directory.no-scatter", "Code is hashed as a whole.",
+    {"directory.no-scatter", "Code is hashed in one piece.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless(it.scatter == 0, "a table of pieces at " + hex(it.scatter));
           }>},
-    {"directory.spare", "Fields without a use are zero.",
+    {"directory.spare", "Unused fields are zero.",
      each<directoriesOf, [](const Signature&,
                             const Directory& it) { return unless(it.spare == 0, hex(it.spare)); }>},
     {"directory.version", "A directory has a version that is in use.",
@@ -127,7 +128,7 @@ constexpr SignatureRule kDirectories[] = {
             return unless(it.version >= kFirstVersion && it.version <= kLastVersion,
                           hex(it.version));
           }>},
-    {"directory.no-platform", "It does not claim to be a part of the system.",
+    {"directory.no-platform", "A directory does not claim to be part of the system.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless(it.platform == 0, std::to_string(it.platform));
@@ -138,18 +139,18 @@ constexpr SignatureRule kDirectories[] = {
             return unless(it.identifierOffset != 0 && hasText(it, it.identifierOffset),
                           "at " + hex(it.identifierOffset));
           }>},
-    {"directory.team", "A team is left out, or lies within the directory.",
+    {"directory.team", "A team is left out, or is within the directory.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless(it.version < kVersionWithTeam || it.team == 0 || hasText(it, it.team),
                           "at " + hex(it.team));
           }>},
-    {"directory.flags", "A directory has no flags but those that a library may have.",
+    {"directory.flags", "A directory has only flags that a library may have.",
      each<directoriesOf,
           [](const Signature&, const Directory& it) {
             return unless((it.flags & ~kAllowedFlags) == 0, hex(it.flags));
           }>},
-    {"directory.limit", "A directory covers code up to the signature at most.",
+    {"directory.limit", "A directory covers code only up to the signature.",
      each<directoriesOf,
           [](const Signature& it, const Directory& directory) {
             return unless(directory.codeLimit != 0 && directory.codeLimit <= it.table->offset,
@@ -161,7 +162,7 @@ constexpr SignatureRule kDirectories[] = {
             return unless(it.codeSlots == pagesOf(it.codeLimit),
                           std::to_string(it.codeSlots) + " for " + hex(it.codeLimit));
           }>},
-    {"directory.text", "Whole pages with digests hold what can be run.",
+    {"directory.text", "Executable code is in complete pages that have digests.",
      each<directoriesOf, coversText>},
     {"directory.link-edit", "__LINKEDIT begins in a page that has a digest.",
      each<directoriesOf,
@@ -170,12 +171,12 @@ constexpr SignatureRule kDirectories[] = {
             return unless(
                 segment == nullptr ||
                     segment->fileOffset <= pagesOf(directory.codeLimit) * signature::kPageBytes,
-                "it begins behind them");
+                "it begins after them");
           }>},
     {"directory.pages", "Each page has its digest.", each<directoriesOf, pagesMatch>},
     {"directory.parts", "Each other part of the signature has its digest.",
      each<directoriesOf, partsMatch>},
-    {"directory.entitlements", "Entitlements, where there are some, have their digest.",
+    {"directory.entitlements", "Entitlements, if there are any, have their digest.",
      each<directoriesOf, entitlementsMatch>},
 };
 

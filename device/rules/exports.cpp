@@ -72,14 +72,14 @@ std::string hasThumbBit(const Fixups& fixups, const ExportEntry& entry) {
 constexpr uint64_t kAllButKind = macho::kExportReexport | macho::kExportStubAndResolver | 4;
 
 constexpr FixupRule kExports[] = {
-    {"exports.tree", "The tree of exports is a tree, and lies in its bytes.",
+    {"exports.tree", "The tree of exports is a tree, within its bytes.",
      whole<[](const Fixups& fixups) { return fixups.exportFault; }>},
-    {"exports.found", "The loader finds each name that the table of symbols offers.",
+    {"exports.found", "The loader finds each name that the symbol table exports.",
      each<offered,
           [](const Fixups& fixups, const SymbolEntry& symbol) {
             return unless(isFound(fixups, symbol), "not found");
           }>},
-    {"exports.kind", "An export is a plain one of this image.",
+    {"exports.kind", "An export is a regular one, from this image.",
      each<exportsOf,
           [](const Fixups&, const ExportEntry& entry) {
             const uint64_t kind = entry.terminal.flags & macho::kExportKindMask;
@@ -87,11 +87,11 @@ constexpr FixupRule kExports[] = {
                               (entry.terminal.flags & kAllButKind) == 0,
                           "kind " + hex(entry.terminal.flags));
           }>},
-    {"exports.address", "An export has its symbol's address, in a section.",
+    {"exports.address", "An export's address is its symbol's, in a section.",
      each<exportsOf, pointsToSymbol>},
     {"exports.thumb", "A 32-bit function's export has the Thumb bit, and nothing else has it.",
      each<exportsOf, hasThumbBit>},
-    {"exports.listed", "Whatever is exported is in the table of symbols.",
+    {"exports.listed", "Everything exported is in the symbol table.",
      each<exportsOf,
           [](const Fixups& fixups, const ExportEntry& entry) {
             return unless(symbolOf(fixups, entry) != nullptr, "it is not");

@@ -22,7 +22,7 @@ struct Broken {
 };
 
 inline constexpr RuleName kWhole = {
-    "file.whole", "Whatever the file points to is there, and can be read to its end."};
+    "file.whole", "Everything that the file points to exists, and can be read to its end."};
 
 enum class Asked : uint8_t { all, platformAlone };
 

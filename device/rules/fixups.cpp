@@ -94,7 +94,7 @@ class Walk {
   bool write(const FixupStep& step) {
     for (uint64_t i = 0; i < step.times; ++i) {
       // No stream needs more words than the file has bytes; one that does would use endless memory.
-      if (result_.words.size() > image_.bytes.size()) throw Error("words without number");
+      if (result_.words.size() > image_.bytes.size()) throw Error("endless words");
       result_.words.push_back(word_);
       wroteInStream_ = true;
       if (!isWithin(image_, word_.address, word_.segment)) return false;

@@ -60,14 +60,13 @@ constexpr FixupRule kInitialisers[] = {
      whole<[](const Fixups& fixups) {
        const SectionHeader* named = fixups.image->section("__mod_init_func");
        if (named != nullptr && !runsAtLoad(*named))
-         return "section type " + std::to_string(named->type()) + " is passed over";
+         return "section type " + std::to_string(named->type()) + " is ignored";
        return unless(
            !fixups.image->isDylib() || std::ranges::any_of(fixups.image->sections, runsAtLoad),
            "none");
      }>,
      Asker::project},
-    {"initialisers.size",
-     "A section of initialisers holds whole words at a multiple of their size.",
+    {"initialisers.size", "A section of initialisers holds whole, aligned words.",
      each<allSections,
           [](const Fixups& fixups, const SectionHeader& section) {
             const uint64_t size = fixups.image->pointerSize();
@@ -80,27 +79,28 @@ constexpr FixupRule kInitialisers[] = {
           [](const Fixups& fixups, const Initialiser& it) {
             return unless(fixups.isRebased(it.place), "it is not");
           }>},
-    {"initialisers.code", "An initialiser is a function of this image.",
+    {"initialisers.code", "An initialiser is a function in this image.",
      each<initialisers,
           [](const Fixups& fixups, const Initialiser& it) {
             return unless(it.function && fixups.image->holdsFunctions(*it.function),
                           it.function ? "points to " + hex(*it.function) : "no word of the file");
           }>},
     {"initialisers.entry",
-     "A 32-bit initialiser has the Thumb bit, a 64-bit one whole instructions.",
+     "A 32-bit initialiser has the Thumb bit; a 64-bit one is aligned to instructions.",
      each<initialisers,
           [](const Fixups& fixups, const Initialiser& it) {
             const uint64_t low = it.function.value_or(1) & 3;
             return unless(fixups.image->is64 ? low == 0 : (low & 1) == 1,
                           "enters " + hex(it.function.value_or(0)));
           }>},
-    {"initialisers.no-terminator", "Nothing is to run when the image goes, for it never does.",
+    {"initialisers.no-terminator",
+     "Nothing is to run when the image is unloaded, since it never is.",
      each<allSections,
           [](const Fixups&, const SectionHeader& section) {
             return unless(section.type() != macho::kModTermFuncPointers, "functions that end it");
           }>,
      Asker::project},
-    {"class-lists.size", "The lists of classes hold whole words at a multiple of their size.",
+    {"class-lists.size", "The lists of classes hold whole, aligned words.",
      each<allSections,
           [](const Fixups& fixups, const SectionHeader& section) {
             const uint64_t size = fixups.image->pointerSize();
@@ -108,7 +108,7 @@ constexpr FixupRule kInitialisers[] = {
                 !isClassList(section) || (section.address % size == 0 && section.size % size == 0),
                 hex(section.size) + " bytes at " + hex(section.address));
           }>},
-    {"class-lists.fixed", "Each word of the lists of classes is rebased or bound.",
+    {"class-lists.fixed", "Each word in the lists of classes is rebased or bound.",
      each<allSections, listIsFixed>},
 };
 

@@ -71,7 +71,7 @@ std::string everyLazyPointerIsBound(const Fixups& fixups) {
 }
 
 constexpr FixupRule kLazy[] = {
-    {"lazy.opcodes", "Opcodes of lazy binds are known and whole, and are those that they may have.",
+    {"lazy.opcodes", "Opcodes of lazy binds are known, complete and allowed there.",
      whole<[](const Fixups& fixups) { return fixups.lazyBinds.unknownOpcode; }>},
     {"lazy.streams", "Each lazy bind ends, and binds something.", whole<[](const Fixups& fixups) {
        const auto& empty = fixups.lazyBinds.emptyStreams;
@@ -84,18 +84,17 @@ constexpr FixupRule kLazy[] = {
             return unless(!word.mayBeMissing(), "may be missing");
           }>,
      Asker::project},
-    {"lazy.rebased", "A lazy pointer is rebased, for it points to its helper until it is bound.",
+    {"lazy.rebased", "A lazy pointer is rebased, since it points to its helper until it is bound.",
      each<lazilyBound,
           [](const Fixups& fixups, const BoundWord& word) {
             return unless(fixups.isRebased(word.address), "it is not");
           }>},
-    {"lazy.info", "Where there are lazy pointers there are lazy binds.",
+    {"lazy.info", "If there are lazy pointers, there are lazy binds.",
      whole<everyLazyPointerIsBound>},
-    {"lazy.helper", "A lazy pointer's helper hands over the place of that pointer's bind.",
+    {"lazy.helper", "A lazy pointer's helper passes the offset of that pointer's bind.",
      each<lazilyBound, helperFits>},
     {"lazy.binder", "The helpers call the system's binder.", whole<binderIsBound>},
-    {"lazy.cache", "The word that the binder keeps its own in is zero, and can be written to.",
-     whole<cacheIsZero>},
+    {"lazy.cache", "The word for the binder's own use is zero and writable.", whole<cacheIsZero>},
 };
 
 }  // namespace

@@ -16,7 +16,7 @@ using namespace varnix::device;
 uint32_t versionOf(const std::string& text) {
   unsigned major = 0, minor = 0, patch = 0;
   if (std::sscanf(text.c_str(), "%u.%u.%u", &major, &minor, &patch) < 1)
-    throw Error("no version: " + text);
+    throw Error("not a version: " + text);
   return major << 16 | minor << 8 | patch;
 }
 
@@ -36,7 +36,8 @@ Offers readOffers(const std::vector<std::string>& paths) {
   Offers offers;
   for (const std::string& path : paths) {
     try {
-      StubLibrary stub = readStubLibrary(readTextFile(path));
+      // Slices of both widths are checked.
+      StubLibrary stub = readStubLibrary(readTextFile(path), "");
       offers[stub.installName] = {stub.compatibilityVersion, std::move(stub.symbols)};
     } catch (const Error& error) {
       throw Error(path + ": " + error.what());
@@ -68,17 +69,15 @@ int main(int argc, char** argv) {
   std::string versions;
   bool isListing = false;
   CLI::App app(
-      "Holds libraries and bundles against the rules of the platform's loader, kernel and "
-      "run-time\n"
-      "of classes. Prints a line for each that is broken, as FILE: SLICE: RULE: what is wrong. "
-      "The\n"
-      "exit status is 1 where one is, and 2 where a file cannot be read.",
+      "Checks libraries and bundles against the rules of the platform's loader, kernel and\n"
+      "Objective-C run-time. Prints a line for each broken rule, as FILE: SLICE: RULE: what is\n"
+      "wrong. The exit status is 1 if a rule is broken, and 2 if a file cannot be read.",
       "varnix-check");
-  app.add_option("file", files, "libraries and bundles, of one processor or of several");
-  app.add_option("--stub", stubs, "a text stub of a library that is linked; may be repeated")
+  app.add_option("file", files, "libraries and bundles, for one processor or several");
+  app.add_option("--stub", stubs, "a text stub of a linked library; may be repeated")
       ->allow_extra_args(false);
   app.add_option("--versions", versions,
-                 "a table of libraries and the versions that they have; stands above stubs");
+                 "a table of libraries and their versions, which overrides stubs");
   app.add_flag("--rules", isListing, "list every rule");
   try {
     app.parse(argc, argv);

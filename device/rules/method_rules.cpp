@@ -53,7 +53,7 @@ bool isSelector(std::string_view name) {
 
 std::string selectorFits(const ClassData&, const MethodEntry& it) {
   if (!it.name.wrong.empty()) return it.name.wrong;
-  return unless(isSelector(it.name.text), printable(it.name.text) + " is no selector");
+  return unless(isSelector(it.name.text), printable(it.name.text) + " is not a selector");
 }
 
 std::string typesFit(const ClassData& data, const MethodEntry& it) {
@@ -71,25 +71,25 @@ constexpr ClassRule kMethods[] = {
           [](const ClassData&, const EntryList& it) {
             return unless(it.isAligned, "at " + hex(it.pointer.target));
           }>},
-    {"lists.entry-size", "The entries of a list have their kind's size, and no flags.",
+    {"lists.entry-size", "The entries of a list have the size for their kind, and no flags.",
      each<listsOf,
           [](const ClassData&, const EntryList& it) {
             return unless(!it.pointer.isOurs() || !it.isAligned || it.entrySize == it.wantedSize,
                           hex(it.entrySize) + ", not " + hex(it.wantedSize));
           }>},
-    {"lists.count", "A list is of this image, has an entry, and ends within its section.",
+    {"lists.count", "A list is in this image, is not empty, and ends within its section.",
      each<listsOf,
           [](const ClassData&, const EntryList& it) {
             return unless(it.fits, std::to_string(it.count) + " entries");
           }>},
-    {"lists.own", "Each list is its owner's alone, for the run-time sorts it.", listsApart},
-    {"methods.name", "A method's name is a constant string that a selector may be.",
+    {"lists.own", "Each list has only one owner, since the run-time sorts it.", listsApart},
+    {"methods.name", "A method's name is a constant string and a valid selector.",
      each<methodsOf, selectorFits>},
-    {"methods.once", "No two methods of a list have one name.", namesDiffer},
+    {"methods.once", "No two methods in a list have the same name.", namesDiffer},
     {"methods.types",
-     "A method's types are a result, self, _cmd and as many as its name has colons.",
+     "A method's types are a result, self, _cmd and one for each colon of its name.",
      each<methodsOf, typesFit>},
-    {"methods.function", "A method's function is code of this image.",
+    {"methods.function", "A method's function is code in this image.",
      each<methodsOf,
           [](const ClassData& data, const MethodEntry& it) {
             return unless(isFunction(data.image(), it.function), hex(it.function.target));

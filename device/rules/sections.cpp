@@ -39,7 +39,8 @@ constexpr ImageRule kSections[] = {
                                                      segment.fileOffset + segment.fileSize,
                           "ends at " + hex(section.offset + section.size));
           }>},
-    {"sections.inside-segment", "A section lies within its segment, as far along as in the file.",
+    {"sections.inside-segment",
+     "A section is within its segment, at the same distance in memory as in the file.",
      each<&Image::sections,
           [](const Image& image, const SectionHeader& section) {
             return unless(liesWithin(section, segmentOf(image, section)),
@@ -60,13 +61,13 @@ constexpr ImageRule kSections[] = {
             return unless(section.relocationCount == 0 && (section.flags & some) == 0,
                           std::to_string(section.relocationCount) + " relocations");
           }>},
-    {"sections.zeros", "What is to be zero is zero where a page of the file backs it.",
+    {"sections.zeros", "Where a page of the file backs zeros, the file has zeros.",
      each<&Image::sections,
           [](const Image& image, const SectionHeader& section) {
             return unless(!section.isZeros() || isZeroInFile(image, section),
                           "the file has other bytes");
           }>},
-    {"sections.unwind", "Tables for unwinding are left out or hold something.",
+    {"sections.unwind", "Unwind tables are left out or are not empty.",
      each<&Image::sections,
           [](const Image&, const SectionHeader& section) {
             const bool isUnwind = section.name == "__eh_frame" || section.name == "__unwind_info";
@@ -100,7 +101,7 @@ void tablesApart(const Image& image, const Say& say) {
 }
 
 constexpr ImageRule kLinkEdit[] = {
-    {"link-edit.inside", "Each table of __LINKEDIT lies within it.",
+    {"link-edit.inside", "Each table of __LINKEDIT is within it.",
      each<tablesOf,
           [](const Image& image, const LinkTable& table) {
             const SegmentCommand* segment = image.segment("__LINKEDIT");

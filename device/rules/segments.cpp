@@ -37,7 +37,7 @@ void oneHoldsCommands(const Image& image, const Say& say) {
       say(labelOf(segment) + ": begins at " + hex(segment.fileOffset) + ", protection " +
           hex(segment.protection));
   }
-  if (count != 1) say("they lie in " + std::to_string(count) + " segments");
+  if (count != 1) say("they are in " + std::to_string(count) + " segments");
 }
 
 void inOrder(const Image& image, const Say& say) {
@@ -50,16 +50,18 @@ void inOrder(const Image& image, const Say& say) {
 }
 
 constexpr ImageRule kSegments[] = {
-    {"segments.count", "There is a segment, and no more than 255.", whole<[](const Image& image) {
+    {"segments.count", "There is at least one segment, and no more than 255.",
+     whole<[](const Image& image) {
        return unless(!image.segments.empty() && image.segments.size() <= 255,
                      std::to_string(image.segments.size()) + " segments");
      }>},
-    {"segments.not-empty", "No segment is empty, for opcodes would count others than the loader.",
+    {"segments.not-empty",
+     "No segment is empty, since opcodes and loader would then count segments differently.",
      each<&Image::segments,
           [](const Image&, const SegmentCommand& segment) {
             return unless(segment.size != 0, "no memory");
           }>},
-    {"segments.file-size", "A segment takes no more of the file than of memory.",
+    {"segments.file-size", "A segment is no larger in the file than in memory.",
      each<&Image::segments,
           [](const Image&, const SegmentCommand& segment) {
             return unless(segment.fileSize <= segment.size,
@@ -72,7 +74,7 @@ constexpr ImageRule kSegments[] = {
             return unless(segment.address < end && segment.size < end - segment.address,
                           "ends at " + hex(segment.end()));
           }>},
-    {"segments.accessible", "A segment that is partly of the file can be accessed.",
+    {"segments.accessible", "A segment that comes partly from the file can be accessed.",
      each<&Image::segments,
           [](const Image&, const SegmentCommand& segment) {
             return unless(segment.protection != 0 || segment.fileSize == 0 ||
@@ -80,13 +82,14 @@ constexpr ImageRule kSegments[] = {
                           "no access at all");
           }>},
     {"segments.load-commands",
-     "Header and load commands lie in one segment, at its start, that can be read and run.",
+     "Header and load commands are in one segment, at its start, which can be read and run.",
      oneHoldsCommands},
     {"segments.memory-apart", "Segments share no memory.",
      apart<&SegmentCommand::address, &SegmentCommand::size>},
     {"segments.file-apart", "Segments share no part of the file.",
      apart<&SegmentCommand::fileOffset, &SegmentCommand::fileSize>},
-    {"segments.link-edit-last", "There is one __LINKEDIT, and it is the file's last part.",
+    {"segments.link-edit-last",
+     "There is only one __LINKEDIT, and it is the last part of the file.",
      whole<[](const Image& image) {
        const auto isLinkEdit = [](const SegmentCommand& each) { return each.name == "__LINKEDIT"; };
        const SegmentCommand* last = image.segment("__LINKEDIT");
@@ -97,19 +100,19 @@ constexpr ImageRule kSegments[] = {
                                              }),
                      "missing, twice, or not last");
      }>},
-    {"segments.ascending", "Each segment begins on a page behind the one before.", inOrder},
-    {"segments.file-page", "A segment begins on a page of 16 KiB in the file as a whole.",
+    {"segments.ascending", "Each segment begins after the pages of the one before.", inOrder},
+    {"segments.file-page", "A segment begins at a multiple of 16 KiB in the whole file.",
      each<&Image::segments,
           [](const Image& image, const SegmentCommand& segment) {
             const uint64_t at = image.offset + segment.fileOffset;
             return unless(segment.fileSize == 0 || at % macho::kPage == 0, "begins at " + hex(at));
           }>},
-    {"segments.memory-page", "A segment begins on a page of 16 KiB in memory.",
+    {"segments.memory-page", "A segment begins at a multiple of 16 KiB in memory.",
      each<&Image::segments,
           [](const Image&, const SegmentCommand& segment) {
             return unless(segment.address % macho::kPage == 0, "begins at " + hex(segment.address));
           }>},
-    {"segments.inside-file", "A segment's part of the file is there.",
+    {"segments.inside-file", "A segment's part of the file exists.",
      each<&Image::segments,
           [](const Image& image, const SegmentCommand& segment) {
             return unless(segment.fileOffset <= image.bytes.size() &&
@@ -118,7 +121,7 @@ constexpr ImageRule kSegments[] = {
                               hex(image.bytes.size()));
           }>},
     {"segments.protection",
-     "Nothing can be written to and run, and nothing begins with more than it may ever have.",
+     "No segment is both writable and executable, or begins with more access than it may have.",
      each<&Image::segments,
           [](const Image&, const SegmentCommand& segment) {
             constexpr uint32_t both = macho::kWrite | macho::kExecute;
@@ -127,7 +130,7 @@ constexpr ImageRule kSegments[] = {
                     (segment.protection & ~segment.maxProtection) == 0,
                 "protection " + hex(segment.protection) + " of " + hex(segment.maxProtection));
           }>},
-    {"segments.no-page-zero", "There is no __PAGEZERO, which is an executable's.",
+    {"segments.no-page-zero", "There is no __PAGEZERO, which only executables have.",
      whole<[](const Image& image) {
        return unless(image.segment("__PAGEZERO") == nullptr, "there is one");
      }>},

@@ -40,16 +40,16 @@ constexpr SignatureRule kSignature[] = {
        return unless(!it.table || (it.table->size != 0 && it.table->size <= kLargest),
                      it.table ? std::to_string(it.table->size) + " bytes" : "");
      }>},
-    {"signature.inside", "A signature lies within its slice.", whole<[](const Signature& it) {
+    {"signature.inside", "A signature is within its slice.", whole<[](const Signature& it) {
        return unless(!it.table || it.bytes, it.table ? "begins at " + hex(it.table->offset) : "");
      }>},
     {"signature.last", "A signature is the last part of its slice.", whole<[](const Signature& it) {
        return unless(!it.bytes || it.table->offset + it.table->size == it.image->bytes.size(),
-                     "something stands behind it");
+                     "something follows it");
      }>},
-    {"signature.index", "A signature begins with an index that lies within it.",
+    {"signature.index", "A signature begins with an index, which is within the signature.",
      whole<[](const Signature& it) { return unless(!it.bytes || it.isWhole, "it does not"); }>},
-    {"signature.parts", "Each part of a signature lies within it.",
+    {"signature.parts", "Each part of a signature is within it.",
      each<blobsOf,
           [](const Signature&, const SignatureBlob& blob) {
             return unless(blob.bytes.has_value(), "at " + hex(blob.offset));
@@ -60,7 +60,7 @@ constexpr SignatureRule kSignature[] = {
        return unless(it.shortDirectories.empty(),
                      it.shortDirectories.empty() ? "" : "slot " + hex(it.shortDirectories[0]));
      }>},
-    {"signature.kinds", "No two directories have digests of one kind.", kindsDiffer},
+    {"signature.kinds", "No two directories have the same kind of digest.", kindsDiffer},
     {"signature.one-limit", "All directories cover the same code.", whole<[](const Signature& it) {
        return unless(std::ranges::all_of(it.directories,
                                          [&](const Directory& each) {
@@ -68,7 +68,7 @@ constexpr SignatureRule kSignature[] = {
                                          }),
                      "they do not");
      }>},
-    {"signature.wrapper", "What would hold a certificate's signature is such a wrapper.",
+    {"signature.wrapper", "The part for a certificate's signature has the right format.",
      whole<[](const Signature& it) {
        const SignatureBlob* cms = it.blob(signature::kCmsSlot);
        return unless(cms == nullptr || !cms->bytes || cms->bytes->big32(0) == signature::kCms,

@@ -79,9 +79,9 @@ std::string entriesAreBound(const Fixups& fixups, const SectionHeader& section) 
 }
 
 constexpr FixupRule kStubs[] = {
-    {"stubs.table", "Stubs and pointers have their entries in the table of indirect symbols.",
+    {"stubs.table", "Stubs and pointers have entries in the table of indirect symbols.",
      each<allOfSections, entriesAreThere>},
-    {"stubs.target", "A stub jumps through the pointer of its symbol, which is bound to it.",
+    {"stubs.target", "A stub jumps through a pointer that is bound to the stub's symbol.",
      each<allOfSections, entriesAreBound>},
 };
 

@@ -55,19 +55,19 @@ bool isSameProcessor(const UniversalSlice& a, const UniversalSlice& b) {
 }
 
 constexpr FileRule kUniversal[] = {
-    {"universal.table", "The table of slices has some, and lies in the file's first 4096 bytes.",
+    {"universal.table", "The table of slices is not empty, and is in the file's first 4096 bytes.",
      whole<[](const UniversalFile& file) {
        return unless(!file.isUniversal || fitsFirstRead(file),
                      std::to_string(file.count) + " slices");
      }>},
-    {"universal.inside", "A slice lies within the file.",
+    {"universal.inside", "A slice is within the file.",
      each<slicesOf,
           [](const UniversalFile& file, const FileSlice& slice) {
             return unless(slice.bytes.has_value(), "ends at " +
                                                        hex(slice.entry.offset + slice.entry.size) +
                                                        " of " + hex(file.bytes.size()));
           }>},
-    {"universal.page", "A slice begins on a page of 16 KiB.",
+    {"universal.page", "A slice begins at a multiple of 16 KiB.",
      each<slicesOf,
           [](const UniversalFile&, const FileSlice& slice) {
             return unless(slice.entry.offset % macho::kPage == 0,
@@ -79,7 +79,7 @@ constexpr FileRule kUniversal[] = {
           [](const UniversalFile&, const FileSlice& slice) {
             return unless(saysTheSame(slice), "its header says otherwise");
           }>},
-    {"universal.once", "There is one slice for a processor.", pairs<isSameProcessor>},
+    {"universal.once", "There is only one slice for each processor.", pairs<isSameProcessor>},
     {"universal.both", "There is a slice for armv7 and one for arm64.",
      whole<[](const UniversalFile& file) {
        // If the table cannot be read, another rule says so.

@@ -102,7 +102,7 @@ std::string typeFits(const ClassData& data, const PlacedVariable& placed) {
   if (it.name.text.empty() || std::ranges::count_if(placed.owner->variables, isSame) != 1)
     return "no name of its own";
   const auto types = splitTypes(it.type.text, data.pointerSize());
-  if (!types || types->size() != 1) return printable(it.type.text) + " is no type";
+  if (!types || types->size() != 1) return printable(it.type.text) + " is not a type";
   const Type type = Encoding(it.type.text, static_cast<uint32_t>(data.pointerSize())).next();
   return unless(type.size == it.size && type.alignment == it.alignment(data.pointerSize()),
                 printable(it.type.text) + " of " + std::to_string(it.size) + " bytes, aligned to " +
@@ -153,26 +153,26 @@ std::string variableIsThere(const ClassData&, const OwnedProperty& owned) {
 }
 
 constexpr ClassRule kVariables[] = {
-    {"variables.word", "Each variable's offset stands in a word of its own, which nothing fixes.",
+    {"variables.word",
+     "Each variable's offset is in a word of its own, which nothing rebases or binds.",
      offsetsDiffer},
-    {"variables.offset", "A variable lies within its instances, at a multiple of its alignment.",
+    {"variables.offset", "A variable is within its instances, at a multiple of its alignment.",
      each<variablesOf, offsetFits>},
-    {"variables.alignment", "A variable is aligned to 16 bytes at most.",
+    {"variables.alignment", "A variable is aligned to at most 16 bytes.",
      each<variablesOf,
           [](const ClassData&, const PlacedVariable& placed) {
             const uint32_t bits = placed.it.alignmentBits;
             return unless(bits <= kLargestAlignment || bits == kNobodysAlignment,
                           "2^" + std::to_string(bits));
           }>},
-    {"variables.filled", "Variables follow each other, and the last ends its instance.", filled,
+    {"variables.filled", "Variables follow each other, and the last one ends its instance.", filled,
      Asker::project},
     {"variables.type", "A variable has a name of its own, and its type's size and alignment.",
      each<variablesOf, typeFits>},
     {"properties.attributes", "A property's attributes are a type, known letters, then a variable.",
      each<propertiesOf, attributesFit>},
-    {"properties.accessors", "A property's methods are there.",
-     each<propertiesOf, accessorsAreThere>},
-    {"properties.variable", "A property's variable is there.", each<propertiesOf, variableIsThere>},
+    {"properties.accessors", "A property's methods exist.", each<propertiesOf, accessorsAreThere>},
+    {"properties.variable", "A property's variable exists.", each<propertiesOf, variableIsThere>},
 };
 
 }  // namespace

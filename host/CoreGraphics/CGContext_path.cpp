@@ -90,16 +90,23 @@ HOST_EXPORT void CGContextSetLineWidth(CGContextRef context, CGFloat width) {
 
 HOST_EXPORT void CGContextStrokePath(CGContextRef context) {
   if (context == nullptr) return;
-  host::composite(context, [&](cairo_t* cairo) {
+  // Lines cannot be a clip, so they become a mask, which every mode respects.
+  cairo_t* cairo = context->cairo.get();
+  CGContext::Mask lines{};
+  cairo_get_matrix(cairo, &lines.place);
+  cairo_push_group_with_content(cairo, CAIRO_CONTENT_ALPHA);
+  cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+  cairo_set_source_rgba(cairo, 0, 0, 0, 1);
+  cairo_stroke(cairo);
+  lines.pattern = {cairo_pop_group(cairo), &cairo_pattern_destroy};
+  auto& masks = context->state().masks;
+  masks.push_back(std::move(lines));
+  host::composite(context, [&](cairo_t* under) {
     const auto& state = context->state();
-    // Aside, since a line cannot be a clip: then it is painted like everything else.
-    cairo_push_group(cairo);
-    cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-    cairo_set_source_rgba(cairo, state.stroke[0], state.stroke[1], state.stroke[2],
+    cairo_set_source_rgba(under, state.stroke[0], state.stroke[1], state.stroke[2],
                           state.stroke[3] * state.alpha);
-    cairo_stroke(cairo);
-    cairo_pop_group_to_source(cairo);
     return true;
   });
+  masks.pop_back();
 }
 }

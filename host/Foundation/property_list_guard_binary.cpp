@@ -134,8 +134,8 @@ class BinaryGuard {
     if (object.kind == kUtf16) seen.bytes = 4 * object.count;
     seen.canBeKey = object.kind == kAscii;
     if (object.kind == kUtf16) {
-      // Every object reached is part of what the top expands to, so this is a lower bound; it ends
-      // objects that lie over each other.
+      // Every object reached is part of what the top expands to, so this is a lower bound. It stops
+      // at overlapping objects.
       scanned_ += seen.bytes;
       if (scanned_ > kMaximumExpandedBytes) return false;
       seen.canBeKey = isFreeOfZeros(object);

@@ -66,7 +66,7 @@ Tree dateNode(double seconds) {
   if (std::abs(whole) < std::numeric_limits<std::int32_t>::max()) {
     return Tree(plist_new_date(static_cast<std::int32_t>(whole), 0));
   }
-  // Not by way of time_t, which has 32 bits on some systems.
+  // Not through time_t, which has 32 bits on some systems.
   const auto moment = kReferenceDate + std::chrono::seconds(static_cast<std::int64_t>(whole));
   const auto day = std::chrono::floor<std::chrono::days>(moment);
   const std::chrono::year_month_day date(day);

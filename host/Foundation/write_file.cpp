@@ -30,7 +30,8 @@ bool writeAll(int file, std::string_view contents) {
 }
 
 bool writeInPlace(const std::string& path, std::string_view contents) {
-  // Something else in the file's place, such as a pipe that nobody reads, fails instead of waiting.
+  // If something else is in the file's place, such as a pipe that nobody reads, this fails instead
+  // of waiting.
   Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0644));
   return file && writeAll(file.get(), contents) && file.closeNow();
 }

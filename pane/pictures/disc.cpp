@@ -49,7 +49,8 @@ UIImage* disc(const settings::Preset& preset) {
     const CGFloat width = kSide / static_cast<CGFloat>(count);
     for (std::size_t i = 0; i < count; ++i) {
       pen.color(colorOf(nullptr, colors[i]));
-      pen.rect({{static_cast<CGFloat>(i) * width, 0}, {width, kSide}});
+      // To the right edge, so that no seam is left between two.
+      pen.rect({{static_cast<CGFloat>(i) * width, 0}, {kSide, kSide}});
     }
     stripes = pen.image();
   }

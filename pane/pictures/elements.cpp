@@ -115,7 +115,7 @@ void volume(Pen& pen, UIColor* color) {
   wallpaper(pen);
   pen.color(color != nullptr ? faded(color, 0.75) : Pen::rgb(1, 1, 1, CGFloat(0.75)));
   pen.rounded(box(78, 6, 84, 84), 8);
-  pen.grey(color != nullptr ? CGFloat(1) : CGFloat(0.2), CGFloat(0.9));
+  pen.grey(color != nullptr ? CGFloat(1) : CGFloat(0.2));
   pen.rect(box(104, 36, 9, 14));
   pen.triangle({107, 43}, {123, 27}, {123, 59});
   pen.rounded(box(127, 36, 3, 14), 1.5);

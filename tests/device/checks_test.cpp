@@ -1,4 +1,4 @@
-// The checks of the finished library: each fails, with a message, for a library that was spoiled
+// The checks of the finished library and pane: each fails, with a message, for one that was spoiled
 // for it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,41 +18,52 @@ namespace {
 using namespace device_test;
 using testing::HasSubstr;
 namespace device = varnix::device;
+using namespace std::string_literals;
 
-constexpr const char* kIdentifier = "com.quillmarsh.varnix2";
+/// What device/build builds: the file, and where its slices are.
+struct Binary {
+  std::string file, slices, extension, identifier;
+};
+const Binary kLibrary{"Varnix.dylib", "", ".dylib", "com.quillmarsh.varnix2"};
+const Binary kPane{"VarnixPrefs", "pane/", ".bundle", "com.quillmarsh.varnix2.prefs"};
+
 const std::string kBuilt = VARNIX_DEVICE_BUILD;
 const std::string kCheck = "VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " VARNIX_DEVICE "/check ";
 
 using Edit = std::function<void(Bytes&)>;
 
-Bytes slice(const std::string& architecture) {
-  return device::readFile(kBuilt + "/" + architecture + ".dylib");
+std::string slicePath(const std::string& architecture, const Binary& of) {
+  return kBuilt + "/" + of.slices + architecture + of.extension;
+}
+
+Bytes slice(const std::string& architecture, const Binary& of = kLibrary) {
+  return device::readFile(slicePath(architecture, of));
 }
 
 std::string otherThan(const std::string& architecture) {
   return architecture == "arm64" ? "armv7" : "arm64";
 }
 
-/// What the checks report about a library with one slice replaced; nullopt if they pass.
-std::optional<std::string> complaints(const std::string& architecture, const Bytes& replacement) {
+/// What the checks report about a binary with one slice replaced; nullopt if they pass.
+std::optional<std::string> complaints(const std::string& architecture, const Bytes& replacement,
+                                      const Binary& of = kLibrary) {
   const Folder folder;
   device::writeFile(folder / "slice", replacement);
-  printed("llvm-lipo-19 -create " + (folder / "slice") + " " + kBuilt + "/" +
-          otherThan(architecture) + ".dylib -output " + (folder / "Varnix.dylib"));
-  printed("cp " + kBuilt + "/uses-* " + (folder / ""));
-  const Ran ran = run(kCheck + (folder / "Varnix.dylib"));
+  printed("llvm-lipo-19 -create " + (folder / "slice") + " " +
+          slicePath(otherThan(architecture), of) + " -output " + (folder / of.file));
+  const Ran ran = run(kCheck + (folder / of.file));
   return ran.status == 0 ? std::nullopt : std::optional(ran.output);
 }
 
 /// The same after an edit and a new signature, for each slice in turn.
-void expectComplaint(const std::string& message, const Edit& edit) {
+void expectComplaint(const std::string& message, const Edit& edit, const Binary& of = kLibrary) {
   for (const std::string architecture : {"arm64", "armv7"}) {
-    Bytes bytes = slice(architecture);
+    Bytes bytes = slice(architecture, of);
     edit(bytes);
-    ASSERT_NE(bytes, slice(architecture)) << "nothing was spoiled";
-    const auto said = complaints(architecture, device::sign(bytes, kIdentifier));
+    ASSERT_NE(bytes, slice(architecture, of)) << "nothing was spoiled";
+    const auto said = complaints(architecture, device::sign(bytes, of.identifier), of);
     ASSERT_TRUE(said) << architecture << ": nobody noticed";
-    EXPECT_THAT(*said, HasSubstr("device: " + architecture + ": " + message));
+    EXPECT_THAT(*said, HasSubstr("device: " + of.file + ": " + architecture + ": " + message));
     EXPECT_THAT(*said, testing::Not(HasSubstr("signature")));
   }
 }
@@ -95,14 +106,43 @@ Edit setting(uint32_t kind, size_t field, uint32_t value) {
 }
 
 TEST(DeviceChecks, PassWhatWasBuilt) {
-  const Ran ran = run(kCheck + kBuilt + "/Varnix.dylib");
-  EXPECT_EQ(ran.status, 0) << ran.output;
+  for (const std::string what : {"", "/Varnix.dylib", "/VarnixPrefs"}) {
+    const Ran ran = run(kCheck + kBuilt + what);
+    EXPECT_EQ(ran.status, 0) << ran.output;
+    EXPECT_EQ(ran.output.find(" uses: ") != std::string::npos, what.empty()) << ran.output;
+  }
+}
+
+TEST(DeviceChecks, WhatTheyAreNotFor) {
+  for (const auto& [words, message] : std::map<std::string, std::string>{
+           {kBuilt + "/arm64.dylib", "has the name of no binary that is built"},
+           {kBuilt + "/none", "none is not there; make device builds it"},
+           {"--only mips " + kBuilt + "/Varnix.dylib", "not an architecture: mips"},
+           {"--only arm64 " + kBuilt, "--only takes a file"},
+           {"--update-lists " + kBuilt + "/VarnixPrefs", "lists are of all binaries"}}) {
+    const Ran ran = run(kCheck + words);
+    EXPECT_NE(ran.status, 0) << words;
+    EXPECT_THAT(ran.output, HasSubstr(message));
+  }
 }
 
 TEST(DeviceChecks, BothArchitectures) {
-  const Ran ran = run(kCheck + kBuilt + "/arm64.dylib");
+  for (const Binary& binary : {kLibrary, kPane}) {
+    const Folder folder;
+    printed("cp " + slicePath("arm64", binary) + " " + (folder / binary.file));
+    const Ran ran = run(kCheck + (folder / binary.file));
+    EXPECT_NE(ran.status, 0);
+    EXPECT_THAT(ran.output, HasSubstr("the architectures are not arm64 armv7"));
+    EXPECT_EQ(run(kCheck + "--only arm64 " + (folder / binary.file)).status, 0);
+  }
+}
+
+TEST(DeviceChecks, AFolderWithoutThePane) {
+  const Folder folder;
+  printed("cp " + kBuilt + "/Varnix.dylib " + kBuilt + "/uses-* " + (folder / ""));
+  const Ran ran = run(kCheck + (folder / ""));
   EXPECT_NE(ran.status, 0);
-  EXPECT_THAT(ran.output, HasSubstr("the architectures are not arm64 armv7"));
+  EXPECT_THAT(ran.output, HasSubstr("VarnixPrefs is not there; make device builds it"));
 }
 
 TEST(DeviceChecks, MinimumVersion) {
@@ -141,12 +181,24 @@ TEST(DeviceChecks, InstallName) {
                   replacing("DynamicLibraries/Varnix.dylib", "DynamicLibraries/Warnix.dylib"));
 }
 
+TEST(DeviceChecks, KindOfFile) {
+  // A bundle has no name, so its command becomes one that nobody reads.
+  expectComplaint("it is no dylib", [](Bytes& bytes) {
+    constexpr size_t kType = 12;
+    device::put32(bytes, kType, 8);
+    device::put32(bytes, command(bytes, 0xd), 0x7f);
+  });
+}
+
 TEST(DeviceChecks, ImageInfo) {
   expectComplaint("classes.image-info: missing", replacing("__objc_imageinfo", "__objc_imageinfa"));
 }
 
 TEST(DeviceChecks, Initialiser) {
-  expectComplaint("not one initialiser", replacing("__mod_init_func", "__mod_init_fund"));
+  const std::string message = "not the functions that are to run at load, of which there are ";
+  expectComplaint(message + "1", replacing("__mod_init_func", "__mod_init_fund"));
+  // That of 32 bits takes words of four bytes.
+  expectComplaint(message + "0", replacing("__objc_classlist", "__mod_init_func\0"s), kPane);
 }
 
 /// For the library that a load command names.
@@ -175,7 +227,7 @@ TEST(DeviceChecks, VersionsOfOtherLibraries) {
   for (const std::string architecture : {"arm64", "armv7"}) {
     Bytes bytes = slice(architecture);
     demanding(drawing, 0x3fffff)(bytes);
-    EXPECT_EQ(complaints(architecture, device::sign(bytes, kIdentifier)), std::nullopt);
+    EXPECT_EQ(complaints(architecture, device::sign(bytes, kLibrary.identifier)), std::nullopt);
   }
   expectComplaint("/usr/lib/libapplost.dylib is not in facts/libraries.tsv",
                   replacing("/usr/lib/libapplist", "/usr/lib/libapplost"));
@@ -184,18 +236,19 @@ TEST(DeviceChecks, VersionsOfOtherLibraries) {
 TEST(DeviceChecks, UnwindInformation) {
   Bytes without = slice("arm64");
   replacing("__unwind_info", "__unwind_onfi")(without);
-  auto said = complaints("arm64", device::sign(without, kIdentifier));
+  auto said = complaints("arm64", device::sign(without, kLibrary.identifier));
   ASSERT_TRUE(said);
-  EXPECT_THAT(*said, HasSubstr("device: arm64: no unwind information"));
+  EXPECT_THAT(*said, HasSubstr("device: Varnix.dylib: arm64: no unwind information"));
   // The first of the shared encodings becomes that of a function without unwind information.
   Bytes other = slice("arm64");
   const device::ImageFile image =
       device::readImageFile(device::Architecture::arm64, device::Reader(other));
   const uint64_t at = image.section("__unwind_info")->address - image.base;
   device::put32(other, at + device::Reader(other).u32(at + 4), 0);
-  said = complaints("arm64", device::sign(other, kIdentifier));
+  said = complaints("arm64", device::sign(other, kLibrary.identifier));
   ASSERT_TRUE(said);
-  EXPECT_THAT(*said, HasSubstr("device: arm64: a function that an exception cannot pass"));
+  EXPECT_THAT(*said,
+              HasSubstr("device: Varnix.dylib: arm64: a function that an exception cannot pass"));
 }
 
 TEST(DeviceChecks, CodeThatCanBeWrittenTo) {
@@ -217,16 +270,22 @@ TEST(DeviceChecks, Signature) {
   EXPECT_THAT(*said, HasSubstr("the signature is not that of these bytes"));
 }
 
+/// Puts zeros before the signature.
+void enlarge(Bytes& bytes, uint32_t more) {
+  const size_t field = command(bytes, 0x1d) + 8;
+  const uint32_t end = device::Reader(bytes).u32(field);
+  bytes.insert(bytes.begin() + end, more, 0);
+  device::put32(bytes, field, end + more);
+  const size_t size = segment(bytes, "__LINKEDIT") + (isWide(bytes) ? 48 : 36);
+  device::put32(bytes, size, device::Reader(bytes).u32(size) + more);
+}
+
 TEST(DeviceChecks, Size) {
-  expectComplaint("too large, 128000 bytes are the most", [](Bytes& bytes) {
-    constexpr uint32_t more = 40000;
-    const size_t field = command(bytes, 0x1d) + 8;
-    const uint32_t end = device::Reader(bytes).u32(field);
-    bytes.insert(bytes.begin() + end, more, 0);
-    device::put32(bytes, field, end + more);
-    const size_t size = segment(bytes, "__LINKEDIT") + (isWide(bytes) ? 48 : 36);
-    device::put32(bytes, size, device::Reader(bytes).u32(size) + more);
-  });
+  const auto adding = [](uint32_t more) -> Edit {
+    return [more](Bytes& bytes) { enlarge(bytes, more); };
+  };
+  expectComplaint("too large, 128000 bytes are the most", adding(40000));
+  expectComplaint("too large, 81920 bytes are the most", adding(81920), kPane);
 }
 
 TEST(DeviceChecks, PathsOfTheBuild) {
@@ -239,11 +298,23 @@ TEST(DeviceChecks, PathsOfTheBuild) {
 
 TEST(DeviceChecks, Exports) {
   expectComplaint("exports differ", replacing("KillProcess", "KillProcesz"));
+  expectComplaint("exports differ", replacing("FrontPage", "FrontPagf"), kPane);
 }
 
 TEST(DeviceChecks, Imports) {
   expectComplaint("imports differ", replacing("_objc_getClass\0", "_objc_getClasz\0"));
   expectComplaint("imports differ", replacing("/usr/lib/libapplist", "/usr/lib/libapplost"));
+}
+
+TEST(DeviceChecks, WhatThePaneLinks) {
+  expectComplaint("imports differ", replacing("_objc_getClass\0"s, "_objc_getClasz\0"s), kPane);
+  expectComplaint("imports differ",
+                  replacing("DynamicLibraries/Varnix.dylib", "DynamicLibraries/Warnix.dylib"),
+                  kPane);
+  expectComplaint(
+      "nothing is imported from Preferences: take out its stub",
+      replacing("/Preferences.framework/Preferences\0"s, "/Preferences.framework/Preferencez\0"s),
+      kPane);
 }
 
 TEST(DeviceChecks, RuntimeLibraries) {
@@ -257,6 +328,7 @@ TEST(DeviceChecks, RuntimeLibraries) {
 TEST(DeviceChecks, Classes) {
   expectComplaint("classes differ", replacing("VXPrefsManager", "VXPrefsManagex"));
   expectComplaint("classes differ", replacing("scaledToSize", "scaledToSise"));
+  expectComplaint("classes differ", replacing("VNXFrontPage", "VNXFrontPagf"), kPane);
 }
 
 /// The 32-bit library linked again with other stubs. Libraries of stubs in the folder weak may be
@@ -270,7 +342,7 @@ std::optional<std::string> complaintsWithStubs(const std::string& change) {
           "/weak/*.tbd; do echo --weak-library $stub; done) -o " + (folder / "it") +
           " --install-name /Library/MobileSubstrate/DynamicLibraries/Varnix.dylib"
           " --current-version " VARNIX_VERSION " --exports " VARNIX_DEVICE "/lists/exports.txt");
-  return complaints("armv7", device::sign(device::readFile(folder / "it"), kIdentifier));
+  return complaints("armv7", device::sign(device::readFile(folder / "it"), kLibrary.identifier));
 }
 
 TEST(DeviceChecks, LinkedAgainItIsStillFine) {
@@ -283,7 +355,7 @@ TEST(DeviceChecks, AnImportOfAnotherLibrary) {
       "UIKit.tbd");
   ASSERT_TRUE(said);
   EXPECT_THAT(*said, HasSubstr("+UIKit _NSLog"));
-  EXPECT_THAT(*said, HasSubstr("device: armv7: imports differ"));
+  EXPECT_THAT(*said, HasSubstr("device: Varnix.dylib: armv7: imports differ"));
 }
 
 TEST(DeviceChecks, ALibraryThatMayBeMissing) {
@@ -304,8 +376,7 @@ Ran checkedIn(const std::string& change) {
   const std::string root = VARNIX_DEVICE "/../";
   printed("cd " + root + " && cp -r device docs facts " + (folder / "") + " && cd " +
           (folder / "device") + " && " + change);
-  return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + kBuilt +
-             "/Varnix.dylib");
+  return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + kBuilt);
 }
 
 TEST(DeviceChecks, StubsOfferWhatIsUsedAlone) {
@@ -314,14 +385,15 @@ TEST(DeviceChecks, StubsOfferWhatIsUsedAlone) {
       checkedIn("sed -i 's/^\\( *\\)- _free .*/&\\n\\1- _realloc # C/' tbd/libSystem.tbd");
   EXPECT_NE(ran.status, 0);
   EXPECT_THAT(ran.output, HasSubstr("-libSystem _realloc"));
-  EXPECT_THAT(ran.output, HasSubstr("device: arm64: imports differ from device/tbd"));
+  EXPECT_THAT(ran.output, HasSubstr("device: Varnix.dylib: arm64: imports differ from device/tbd"));
 }
 
 TEST(DeviceChecks, EverySymbolHasAReason) {
   for (const std::string reason : {"", "#", "# weak;"}) {
     const Ran ran = checkedIn("sed -i 's/- _free .*/- _free " + reason + "/' tbd/libSystem.tbd");
     EXPECT_NE(ran.status, 0);
-    EXPECT_THAT(ran.output, HasSubstr("device: stubs: no reason why the library has _free"));
+    EXPECT_THAT(ran.output,
+                HasSubstr("device: Varnix.dylib: stubs: no reason why the library has _free"));
   }
 }
 
@@ -361,33 +433,52 @@ TEST(DeviceChecks, ContractThatNobodyWroteDown) {
   const Ran ran = checkedIn(spoil);
   EXPECT_NE(ran.status, 0);
   EXPECT_THAT(ran.output, HasSubstr("device: contract: docs/contract.md is not up to date"));
-  EXPECT_EQ(checkedIn(spoil + " && VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " ./check --update-lists " +
-                      kBuilt + "/Varnix.dylib")
-                .status,
-            0);
+  EXPECT_EQ(
+      checkedIn(spoil + " && VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " ./check --update-lists " + kBuilt)
+          .status,
+      0);
 }
 
 TEST(DeviceChecks, AListOfUsesThatIsNotThere) {
   const Folder folder;
-  printed("cp " + kBuilt + "/Varnix.dylib " + (folder / ""));
-  const Ran ran = run(kCheck + (folder / "Varnix.dylib"));
+  printed("cp " + kBuilt + "/Varnix.dylib " + kBuilt + "/VarnixPrefs " + (folder / ""));
+  EXPECT_THAT(run(kCheck + (folder / "")).output,
+              HasSubstr("/./uses-arm64 is not there; device/uses writes it"));
+  printed("cp " + kBuilt + "/uses-* " + (folder / ""));
+  const Ran ran = run(kCheck + (folder / ""));
   EXPECT_NE(ran.status, 0);
-  EXPECT_THAT(ran.output, HasSubstr("uses-arm64 is not there; device/uses writes it"));
+  EXPECT_THAT(ran.output, HasSubstr("/pane/uses-arm64 is not there; device/uses writes it"));
+}
+
+/// The checks after a change to a copy of the sources, with a new list of what a binary uses.
+Ran checkedWithSources(const std::string& name, const std::string& change) {
+  const Folder folder;
+  const std::string root = VARNIX_DEVICE "/../";
+  const std::string built = folder / "built";
+  printed("cd " + root + " && cp -r device docs facts src include pane " + (folder / "") +
+          " && mkdir " + built + " && cd " + kBuilt + " && cp --parents flags uses-* pane/flags " +
+          "pane/uses-* Varnix.dylib VarnixPrefs " + built + " && cd " + (folder / "") + " && " +
+          change + " && device/uses " + name + " built");
+  return run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " + built);
 }
 
 TEST(DeviceChecks, ADeclarationThatDiffersFromThePlatform) {
-  const Folder folder;
-  const std::string root = VARNIX_DEVICE "/../";
-  printed("cd " + root + " && cp -r device docs facts src include " + (folder / "") + " && cp " +
-          kBuilt + "/flags " + kBuilt + "/Varnix.dylib " + (folder / "") + " && cd " +
-          (folder / "") +
-          " && sed -i 's/Message<\"tag\", NSInteger()>/Message<\"tag\", int()>/' "
-          "src/platform/UIKit.h && device/uses .");
-  const Ran ran = run("VARNIX_TOOLS=" VARNIX_DEVICE_TOOLS " " + (folder / "device/check") + " " +
-                      (folder / "Varnix.dylib"));
-  expectContract(ran,
-                 "arm64: message -[UIAlertView tag]: result is int, not long long as the "
-                 "platform has it");
+  expectContract(
+      checkedWithSources("library",
+                         "sed -i 's/Message<\"tag\", NSInteger()>/Message<\"tag\", int()>/' "
+                         "src/platform/UIKit.h"),
+      "arm64: message -[UIAlertView tag]: result is int, not long long as the platform has it");
+}
+
+TEST(DeviceChecks, AMessageOfThePaneThatThePlatformLacks) {
+  EXPECT_EQ(checkedWithSources("pane", "true").status, 0);
+  const std::string code =
+      "#include \"platform/Preferences.h\"\n"
+      "void tell(PSListController* page) {\n"
+      "  send(page, objc::Message<PSListController, \"reloadEverything\", void()>{});\n"
+      "}\n";
+  expectContract(checkedWithSources("pane", "printf '" + code + "' >pane/tell.cpp"),
+                 "message -[PSListController reloadEverything]: the platform has no such method");
 }
 
 }  // namespace

@@ -305,9 +305,10 @@ TEST(DeviceContract, FilesThatCannotBeRead) {
             "armv7: a line that cannot be read: symbol UIKit _draw (strong)");
   EXPECT_EQ(complaints({{kArm64, "own class Ours\n", "own pet Ours\n"}}),
             "arm64: a line that cannot be read: own pet Ours");
-  EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@"}}), "arm64: no method's types: i@");
+  EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@"}}),
+            "arm64: not a method's types: i@");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i:@"}}),
-            "arm64: no method's types: i:@");
+            "arm64: not a method's types: i:@");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue ?@:"}}),
             "arm64: types that cannot be read: ?@:");
   EXPECT_EQ(complaints({{kArm64, "intValue i@:", "intValue i@:^"}}),

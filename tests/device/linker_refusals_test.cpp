@@ -4,6 +4,7 @@
 
 #include "device/toolbox.h"
 #include "macho/error.h"
+#include "macho/files.h"
 
 namespace {
 
@@ -166,6 +167,44 @@ TEST(DeviceLinkerRefusals, SectionsOfStrangeKinds) {
             "section __DATA,__data: aligned to more than a page");
   EXPECT_THAT(refusalOf(".zerofill __DATA,__bss,_zeros,16777216,2\n"),
               HasSubstr("larger than 16 MiB"));
+}
+
+TEST(DeviceLinkerRefusals, ABundleWithANameAndALibraryWithout) {
+  device::LinkOptions with = options();
+  with.isBundle = true;
+  EXPECT_EQ(refusalOf(kThumb, with), "a bundle has no install name");
+  with.installName.clear();
+  EXPECT_EQ(refusalOf(kThumb, with), "");
+  with.isBundle = false;
+  EXPECT_EQ(refusalOf(kThumb, with), "a library needs an install name");
+}
+
+/// What the command says to these words, for an object that could be linked.
+Ran linkedByCommand(const std::string& words) {
+  const Folder folder;
+  device::writeFile(folder / "it.o", assemble(kThumb));
+  writeText(folder / "stub.tbd",
+            "--- !tapi-tbd\ntbd-version: 4\ntargets: [ armv7-ios ]\n"
+            "install-name: /usr/lib/libSystem.B.dylib\n...\n");
+  writeText(folder / "exports", "_start\n");
+  return run(VARNIX_DEVICE_TOOLS "/varnix-link-armv7 " + (folder / "it.o") + " " +
+             (folder / "stub.tbd") + " --exports " + (folder / "exports") + " -o " +
+             (folder / "it") + " " + words);
+}
+
+TEST(DeviceLinkerRefusals, CommandLinesThatAskForBoth) {
+  EXPECT_EQ(linkedByCommand("--bundle").status, 0);
+  EXPECT_EQ(linkedByCommand("--install-name /it --current-version 1.0").status, 0);
+  for (const auto& [words, message] : std::map<std::string, std::string>{
+           {"--bundle --install-name /it", "--install-name excludes --bundle"},
+           {"--bundle --current-version 1.0", "--current-version excludes --bundle"},
+           {"--install-name /it", "--current-version is required"},
+           {"--current-version 1.0", "--install-name is required"},
+           {"--install-name '' --current-version 1.0", "a library needs an install name"}}) {
+    const Ran ran = linkedByCommand(words);
+    EXPECT_NE(ran.status, 0) << words;
+    EXPECT_THAT(ran.output, HasSubstr(message)) << words;
+  }
 }
 
 TEST(DeviceLinkerRefusals, OtherFiles) {

@@ -10,6 +10,7 @@ namespace {
 using namespace device_test;
 using testing::ElementsAre;
 using testing::HasSubstr;
+namespace device = varnix::device;
 
 constexpr const char* kText = R"(
   .syntax unified
@@ -239,6 +240,25 @@ TEST(DeviceLinker, LoadCommandsSayWhatWasAsked) {
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/first.dylib"));
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/second.dylib"));
   EXPECT_EQ(library.word(library.section("__mod_init_func").address), library.exports()["_start"]);
+}
+
+TEST(DeviceLinker, ABundleIsALibraryWithoutAName) {
+  const Bytes object = assemble(kText + function("_start", "bl _called") +
+                                dataSection(".long _imported\n.long _data"));
+  device::LinkOptions with = options({"_start"});
+  const ReadBack library(linked(object, with));
+  with.isBundle = true;
+  with.installName.clear();
+  const ReadBack bundle(linked(object, with));
+  const std::string headers = bundle.objdump("--macho --private-headers");
+  EXPECT_THAT(headers, HasSubstr(" BUNDLE "));
+  EXPECT_THAT(headers, HasSubstr("NOUNDEFS DYLDLINK TWOLEVEL\n"));
+  EXPECT_THAT(headers, testing::Not(HasSubstr("LC_ID_DYLIB")));
+  EXPECT_THAT(headers, HasSubstr("LC_VERSION_MIN_IPHONEOS\n  cmdsize 16\n  version 9.3\n"));
+  EXPECT_THAT(bundle.objdump("--macho --dylibs-used"), HasSubstr("/usr/lib/second.dylib"));
+  EXPECT_THAT(bundle.binds(), ElementsAre("__got+0 first _called", "__data+0 first _imported"));
+  EXPECT_EQ(bundle.rebases(), library.rebases());
+  EXPECT_EQ(bundle.exports().size(), 1u);
 }
 
 TEST(DeviceLinker, SectionsKeepTheirAlignmentAndZerosComeLast) {

@@ -274,7 +274,7 @@ TEST(Exports, AreReadFromTheirTree) {
 }
 
 TEST(Exports, RefuseLoopsAndWhatLiesOutside) {
-  EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 0}); }), "the tree of exports is no tree");
+  EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 0}); }), "the tree of exports is not a tree");
   EXPECT_EQ(refused([] { namesOf({0, 1, 'a', 0, 99}); }), "an export lies outside the tree");
   EXPECT_THAT(refused([] { namesOf({0, 1, 'a'}); }), HasSubstr("no end"));
   EXPECT_EQ(refused([] { namesOf({3, 0, 0x80, 0x40, 0}); }), "an export lies outside the image: ");

@@ -89,9 +89,13 @@ TEST(DeviceRules, ASoundLibraryKeepsToAll) {
 }
 
 TEST(DeviceRules, ABundleHasNoName) {
-  const Said said = check(soundBundle());
-  EXPECT_EQ(said.status, 0);
-  EXPECT_EQ(said.output, "");
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    const Bytes bundle = soundBundle(architecture);
+    EXPECT_EQ(device::Reader(bundle).u32(12), 8u);
+    const Said said = check(bundle);
+    EXPECT_EQ(said.status, 0) << architecture;
+    EXPECT_EQ(said.output, "");
+  }
 }
 
 TEST(DeviceRules, ALineNamesItsSlice) {

@@ -24,7 +24,7 @@ std::string refusal(const std::string& text) {
 }
 
 TEST(DeviceStubLibrary, OffersWhatItListsForTheTarget) {
-  const StubLibrary library = readStubLibrary(kHead + R"(install-name: /usr/lib/it.dylib
+  const std::string text = kHead + R"(install-name: /usr/lib/it.dylib
 current-version: 1280.38
 compatibility-version: 150
 exports:
@@ -35,11 +35,16 @@ exports:
   - targets: [ arm64-ios ]
     symbols: [ _wide ]
 ...
-)");
+)";
+  const StubLibrary library = readStubLibrary(text);
   EXPECT_EQ(library.installName, "/usr/lib/it.dylib");
   EXPECT_EQ(library.currentVersion, 1280u << 16 | 38 << 8);
   EXPECT_EQ(library.compatibilityVersion, 150u << 16);
   EXPECT_THAT(library.symbols, ElementsAre("_OBJC_CLASS_$_It", "_both", "_narrow"));
+  EXPECT_THAT(readStubLibrary(text, "arm64-ios").symbols,
+              ElementsAre("_OBJC_CLASS_$_It", "_both", "_wide"));
+  EXPECT_THAT(readStubLibrary(text, "").symbols,
+              ElementsAre("_OBJC_CLASS_$_It", "_both", "_narrow", "_wide"));
 }
 
 TEST(DeviceStubLibrary, OnlyTheNameIsNeeded) {

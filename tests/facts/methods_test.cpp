@@ -135,7 +135,7 @@ TEST_F(StandIn, IsAskedWhole) {
     asked.insert(std::filesystem::path(method.binary).filename());
   for (const auto& file : std::filesystem::directory_iterator(frameworks()))
     all.insert(file.path().filename());
-  // These have only a category of UIColor, and a function.
+  // It has only a category of UIColor.
   all.erase("Twitter.so");
   EXPECT_EQ(asked, all);
   EXPECT_GE(all.size(), 11U);

@@ -1,4 +1,4 @@
-// The divider between before and after: by mouse, finger and keyboard.
+// The divider between before and after: with mouse, finger and keyboard.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
 import {withGallery} from './open.mjs';
@@ -21,12 +21,12 @@ test('a mouse drags the divider anywhere in the picture', () => withGallery({}, 
   assert.equal(await clip(page, 'messages'), at(value));
   assert.equal(await pixels(page, left), dyed, 'the dyed picture shows right of the divider');
 
-  // A button that is not held moves nothing; neither does the other screen's divider move.
+  // Without a pressed button nothing moves, and the other screen's divider never moves.
   await page.mouse.move(right.x, right.y);
   assert.equal(await clip(page, 'messages'), at(value));
   assert.equal(await clip(page, 'home'), at(50));
 
-  // Out of the picture on the right: nothing is dyed.
+  // Beyond the picture's right edge, nothing is dyed.
   await page.mouse.move(right.x, right.y);
   await page.mouse.down();
   await page.mouse.move(right.x + 800, right.y, {steps: 4});

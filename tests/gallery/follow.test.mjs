@@ -1,4 +1,4 @@
-// An open page follows what is drawn anew.
+// An open page shows later drawings.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';

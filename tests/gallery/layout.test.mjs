@@ -1,4 +1,4 @@
-// Any width, light or dark, and for everybody.
+// Any width, light or dark, and accessible to everybody.
 import assert from 'node:assert/strict';
 import {createRequire} from 'node:module';
 import {test} from 'node:test';
@@ -13,13 +13,13 @@ for (const colorScheme of ['light', 'dark']) {
       await page.addScriptTag({path: axe});
       for (const tab of ['Global colour', 'Album art']) {
         await page.getByRole('tab', {name: tab}).click();
-        // Samples show how poor a contrast is: that is what they are for.
+        // Samples are there to show how poor a contrast is.
         const {violations, passes} = await page.evaluate(() => axe.run({exclude: '.sample'}));
         const found = violations.map(({id, nodes}) => `${id}: ${nodes.map((node) => node.html).join('; ')}`);
         assert.deepEqual(found, []);
         assert.ok(passes.some(({id}) => id === 'color-contrast'));
       }
-      // Whatever the layout, it is a table.
+      // It is a table in every layout.
       const table = page.getByRole('tabpanel').getByRole('table');
       assert.equal(await table.getByRole('columnheader').count(), 5);
       assert.equal(await table.getByRole('row', {name: 'UISwitch'}).getByRole('cell').count(), 4);

@@ -18,8 +18,8 @@ after(() => browser.close());
 
 export const draw = (folder, ...colors) => execFileSync(process.env.DRAW, [folder, ...colors]);
 
-// Calls `use` with the page, its folder and the addresses that it asked for. Fails where the console
-// was not silent, something was asked for that does not lie beside the page, or did not come.
+// Calls `use` with the page, its folder and the addresses that it requested. Fails if the console
+// was not silent, or if a request was for something outside the page's folder or did not succeed.
 export async function withGallery(options, use) {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'gallery #1 '));
   const {prepare = () => {}, hash = '', ...contextOptions} = options;
@@ -32,7 +32,7 @@ export async function withGallery(options, use) {
     page.on('console', (message) => complaints.push(message.text()));
     page.on('pageerror', (error) => complaints.push(error.stack));
     page.on('requestfailed', (request) => {
-      // A page that is left gives up what it was reading.
+      // When a page is closed, its unfinished requests are aborted.
       const {errorText} = request.failure();
       if (errorText !== 'net::ERR_ABORTED') complaints.push(`not read: ${request.url()}: ${errorText}`);
     });

@@ -6,7 +6,7 @@ export const clip = (page, screen) =>
   figure(page, screen).locator('.after').evaluate((image) => getComputedStyle(image).clipPath);
 export const at = (share) => `inset(0px 0px 0px ${share}%)`;
 
-// Where a share of the picture's width lies, in a bar of the sample.
+// The point at a share of the picture's width, in a bar of the sample.
 export async function point(page, screen, share) {
   const box = await pair(page, screen).boundingBox();
   return {x: box.x + box.width * share, y: box.y + box.height * 0.15};

@@ -5,7 +5,7 @@
 
 #include "common/json.h"
 
-/// Draws its pictures into the folder. `stroke` is the colour of a stroke across the dyed picture
-/// of Messages in the first tab, 0xrrggbb.
+/// Draws its pictures into the folder. `stroke`, 0xrrggbb, is the colour of a stroke across the
+/// dyed picture of Messages in the first tab.
 varnix::cli::Json drawSampleGallery(const std::filesystem::path& folder,
                                     unsigned stroke = 0xffffff);

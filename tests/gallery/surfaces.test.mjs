@@ -24,7 +24,7 @@ test('the table names, shows and measures the surfaces', () => withGallery({}, a
     .evaluate((it) => [getComputedStyle(it).color, getComputedStyle(it).backgroundColor]);
   assert.deepEqual(sample, ['rgba(30, 136, 229, 0.5)', 'rgb(32, 48, 64)']);
 
-  // Headers, two processes and what the filter takes.
+  // Headers, two processes and the rows that pass the filter.
   assert.equal(await rows.count(), 12);
   await page.getByRole('tabpanel').getByRole('radio', {name: 'Dyed'}).check();
   assert.equal(await rows.count(), 10);

@@ -1,4 +1,4 @@
-// Tabs, wallpapers, and galleries that have few or many of them.
+// Tabs, wallpapers, and galleries with few or many of them.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
 import {changeData, withGallery} from './open.mjs';
@@ -16,7 +16,7 @@ test('tabs are changed by mouse and keyboard, and kept in the address', () => wi
   assert.equal(await second.getAttribute('aria-selected'), 'true');
   assert.equal(await first.getAttribute('aria-selected'), 'false');
   assert.equal(await panel.getAttribute('aria-labelledby'), 'tab-album-art');
-  // Text from outside stays text.
+  // Text from outside is shown as text.
   assert.equal(await panel.locator('.summary').textContent(),
                'The colours of the track that plays. <b>&amp;</script>');
   await page.waitForFunction(() => [...document.querySelectorAll('.panel:not([hidden]) img')].every((i) => i.complete));

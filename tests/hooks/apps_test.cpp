@@ -10,7 +10,7 @@ using Lines = std::vector<std::string>;
 
 const std::string kGlobal = stringEntry("global_color", "#336699");
 const std::string kOwn = stringEntry("sms_color", "#804020");
-/// Worked out by hand: 15 and 30 per cent more saturated and less bright.
+/// Computed by hand: 15 and 30 per cent more saturated and less bright.
 const Lines kShadesOfGlobal = {"#1e5082ff", "#0e3d6bff"};
 const Lines kShadesOfOwn = {"#6d2e0fff", "#5a1f02ff"};
 const Lines kPlatforms = {"#5ac8faff", "#007affff"};
@@ -67,7 +67,7 @@ TEST_F(Apps, BalloonsFollowTheSettingsAtTheNextQuestion) {
   EXPECT_EQ(balloon(), kShadesOfOwn);
 }
 
-// An array of another length, as another version of the platform might have it.
+// An array of another length, which another version of the platform might have.
 NSArray* threeReds(CKGradientView*, SEL) {
   calls().emplace_back("colors");
   NSObject* reds[] = {rgb(1, 0, 0), rgb(1, 0, 0), rgb(1, 0, 0)};
@@ -83,7 +83,7 @@ TEST_F(Apps, BalloonsAskThePlatformFirstAndTheManagerAnewEachTime) {
   Class managerClass = objc_getClass("VNXManager");
   Recorded<"smsEnabled", NSInteger()>::install(managerClass);
   Recorded<"smsDye", UIColor*()>::install(managerClass);
-  // The colour asks for the type itself.
+  // The colour asks about the type itself.
   EXPECT_EQ(balloon(), kShadesOfGlobal);
   EXPECT_EQ(calls(), (Lines{"colors", "smsEnabled", "smsEnabled", "smsDye", "smsEnabled", "smsDye",
                             "smsEnabled"}));

@@ -1,4 +1,4 @@
-// The tint of the three backdrops: which colour wins, over every combination of what decides it.
+// The tint of the three backdrops: which colour wins, for every combination of conditions.
 #include "support/pictures.h"
 #include "support/springboard.h"
 
@@ -9,7 +9,7 @@ using test::writes;
 
 using Lines = std::vector<std::string>;
 
-/// What a rule asks of one thing: yes, no, or whatever.
+/// What a rule requires of a condition: yes, no, or either.
 enum class Is { no, yes, any };
 constexpr auto N = Is::no;
 constexpr auto Y = Is::yes;
@@ -23,12 +23,12 @@ struct Situation {
   bool artOn, controller, classThere, playing, artwork, important, iconWanted, open;
 };
 
-/// Whose colour becomes the tint; off is no tint at all.
+/// Whose colour becomes the tint; off means no tint.
 enum class Tint { off, album, own, icon };
 
 constexpr int kAnyType = -1;
 
-/// The first rule that fits decides. An own colour and the dye both come from the element's colour.
+/// The first matching rule decides. An own colour and the dye both come from the element's colour.
 struct Rule {
   int type;
   Is artOn, controller, classThere, playing, artwork, important, iconWanted, open;
@@ -38,10 +38,10 @@ struct Rule {
 constexpr Rule kRules[] = {
     // type  art ctl cls ply pic imp ico opn
     {1, x, x, x, x, x, x, x, x, Tint::off},
-    // Album art is live: it wins over an own colour and over the icon's.
+    // Album art is active: it wins over an own colour and over the icon's.
     {kAnyType, Y, Y, Y, Y, Y, Y, x, x, Tint::album},
     {kAnyType, Y, Y, Y, Y, x, x, x, x, Tint::own},
-    // It is not.
+    // It is not active.
     {2, x, x, x, x, x, x, x, x, Tint::own},
     {kAnyType, x, x, x, x, x, x, Y, Y, Tint::icon},
     {kAnyType, x, x, x, x, x, x, Y, N, Tint::own},
@@ -63,7 +63,7 @@ Tint expectedTint(const Situation& s) {
   return Tint::off;
 }
 
-/// Artwork of middling saturation, so that its important colour is made from a hue.
+/// Artwork of medium saturation, so that its important colour is made from a hue.
 UIImage* artwork() { return test::plainPicture(0x64, 0x64, 0xc8); }
 const std::string kAlbum = "#3030c8ff";
 const std::string kGlobal = "#de3027ff";
@@ -73,7 +73,7 @@ const std::string kIcon = "#8000ffff";
 struct Surface {
   const char* key;
   const char* alpha;
-  bool clears;  ///< whether being off takes the tint away
+  bool clears;  ///< whether being off removes the tint
   std::function<void()> tint;
 };
 
@@ -87,7 +87,7 @@ Lines expectedWrites(const Surface& surface, const Situation& s) {
   return test::tinted(color, surface.alpha);
 }
 
-/// What a SpringBoard has from its start: album art switched on with the framework there, only the
+/// What SpringBoard has from the start: album art switched on and the framework available, only the
 /// framework's class, or neither.
 enum class NowPlaying { controller, classAlone, nothing };
 

@@ -1,4 +1,4 @@
-// Badges: the platform's background in the dye, made anew at every checkout.
+// Badges: the platform's background in the dye, made again at every checkout.
 #include <array>
 #include <cstring>
 
@@ -30,7 +30,7 @@ std::array<CGFloat, 4> insets(UIImage* image, bool cap) {
   return {i.top, i.left, i.bottom, i.right};
 }
 
-/// The same in everything but its colours.
+/// Equal except for the colours.
 void expectSameShape(UIImage* image, UIImage* expected) {
   EXPECT_EQ(insets(image, true), insets(expected, true));
   EXPECT_EQ(insets(image, false), insets(expected, false));
@@ -47,8 +47,7 @@ UIImage* answerBadge(Class, SEL) { return platformBadge; }
 
 class Badge : public test::SpringBoard {
  protected:
-  /// SpringBoard with the platform's own background, which is asked for before the library is
-  /// there.
+  /// SpringBoard with the platform's own background, which is fetched before the library is loaded.
   void badges(const std::string& entries) {
     settings(entries);
     startSpringBoard();
@@ -56,7 +55,8 @@ class Badge : public test::SpringBoard {
     ASSERT_NE(platformBadge, nullptr);
     load();
   }
-  /// From here on the platform has another background, whichever it is by then; before load().
+  /// From here on the platform's background is whatever platformBadge is then. Call this before
+  /// load().
   static void replaceBadge() {
     class_replaceMethod(objc_getMetaClass("SBIconBadgeView"), "_checkoutBackgroundImage"_sel,
                         reinterpret_cast<IMP>(&answerBadge), "@@:");
@@ -156,7 +156,7 @@ TEST_F(Badge, KeepsInsetsScaleAndRenderingMode) {
                                bitmapOf(plain), CGFloat{3}, NSInteger{0});
   image = send<UIImage*>(image, "imageWithAlignmentRectInsets:"_sel, UIEdgeInsets{1, 2, 3, 4});
   image = send<UIImage*>(image, "imageWithRenderingMode:"_sel, NSInteger{2});
-  // None of them are caps as well, and the copy stretches all the same.
+  // No caps count as caps too: the copy stretches as well.
   for (const UIEdgeInsets& caps : {UIEdgeInsets{}, UIEdgeInsets{0.25, 0.5, 0.75, 1}}) {
     auto* badge = send<UIImage*>(image, "resizableImageWithCapInsets:"_sel, caps);
     platformBadge = caps.right == 0 ? image : badge;

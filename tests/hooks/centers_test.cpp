@@ -1,4 +1,4 @@
-// Control Centre and Notification Centre: when they are tinted, and what is asked for it.
+// Control Centre and Notification Centre: when they are tinted, and which questions that takes.
 #include "support/centers.h"
 
 namespace {
@@ -78,7 +78,7 @@ TEST_F(Centers, SettingsAreFetchedBeforeEachProperty) {
                             "setColorTintAlpha:", "inputSettings", "setColorTintMaskAlpha:"}));
 }
 
-/// Which questions the manager is asked; what they ask one another is left out.
+/// The questions that the manager is asked, without those that they ask one another.
 class Questions : public Centers {
  protected:
   Lines asked(const std::string& entries) {

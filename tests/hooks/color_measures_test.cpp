@@ -1,5 +1,5 @@
-// What UIColor answers in a process that is dyed: components, and measures in YUV space. Others may
-// have methods of these names.
+// What UIColor answers in a dyed process: components, and measures in YUV space. Others may have
+// methods with these names.
 #include <array>
 
 #include "support/encodings.h"
@@ -81,7 +81,7 @@ TEST_F(ColorMeasures, OfSomebodyElseStayAndCountForNothing) {
                                  "-[UIColor alpha]: the class has a method of that name"}));
 }
 
-// The icon's colour is pushed to a saturation of 0.76 all the same.
+// The icon's colour still gets a saturation of 0.76.
 TEST_F(ColorMeasures, OfSomebodyElseAreNotAskedForTheIconsColor) {
   icons["com.example.app"] = std::string(VARNIX_SAMPLES) + "/icons/com.example.mail.png";
   settings("<key>global_color_type</key><integer>1</integer>");

@@ -9,7 +9,7 @@ using Lines = std::vector<std::string>;
 
 class Contrast : public Centers {};
 
-/// What a contrast change hands on to the platform.
+/// The notification that a contrast change passes on to the platform.
 NSObject* handedOn = nullptr;
 template <auto Declared>
 struct ContrastChange {

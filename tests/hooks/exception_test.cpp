@@ -1,5 +1,5 @@
-// An exception of the platform that is raised below a replacement and caught above it: it passes,
-// and whoever caught it goes on.
+// An exception of the platform that is raised below a replacement and caught above it passes
+// through, and the catcher continues.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,7 +13,7 @@ namespace {
 using namespace test;
 using host::ProcessKind;
 
-/// A message as its callers send it, with nil and zero for arguments.
+/// Sends a message as its callers do, with nil and zero as arguments.
 using Send = void (*)(const void* receiver, SEL selector);
 
 template <class R, class... A>
@@ -21,10 +21,10 @@ void message(const void* receiver, SEL selector) {
   objc::sendDynamic<R>(receiver, selector, A{}...);
 }
 
-/// A replaced method, and what raises below the replacement: the method that was replaced, or,
-/// where the replacement does not call that, one of the manager's.
+/// A replaced method, and what raises below the replacement: the original method or, if the
+/// replacement does not call that, one of the manager's.
 struct Row {
-  const char* name;  ///< as it is installed: "-[Class selector]"
+  const char* name;  ///< as installed: "-[Class selector]"
   Send send;
   const char* managers = nullptr;
   const char* settings = "";
@@ -82,7 +82,7 @@ constexpr Row kSpringBoard[] = {
     {"-[SBHUDView layoutSubviews]", kPlain},
 };
 
-/// A process with the group of rows that is installed there beside the interface's.
+/// A process with the rows that are installed there in addition to the interface's.
 struct Process {
   const char* bundle;
   ProcessKind kind;
@@ -111,7 +111,7 @@ struct Method {
   SEL selector;
 };
 
-/// In place of any method: nothing of its arguments or result is touched.
+/// Replaces any method, since it touches neither arguments nor result.
 void raise(NSObject*, SEL selector) {
   throw host::runtime::Exception("NSGenericException", sel_getName(selector));
 }
@@ -123,8 +123,8 @@ void makeRaise(Class cls, SEL selector) {
 
 class ExceptionsPass : public test::SpringBoard {
  protected:
-  /// In a process that has the library for this row alone. True where the exception came through,
-  /// twice.
+  /// Runs in a process that has loaded the library for this row only. True if the exception came
+  /// through, twice.
   bool passes(const Process& process, const Row& row) {
     const Method method(row.name);
     settings(row.settings);
@@ -136,7 +136,7 @@ class ExceptionsPass : public test::SpringBoard {
       raising = sel_registerName(row.managers);
       makeRaise(objc_getClass("VNXManager"), raising);
     }
-    // Not initialised, since that may be what raises; nor released, for the same reason.
+    // Not initialised, since that may raise; not released, for the same reason.
     Class cls = objc_getClass(method.className.c_str());
     const void* receiver =
         method.isOfClass ? static_cast<const void*>(cls) : send<NSObject*>(cls, "alloc"_sel);

@@ -1,4 +1,4 @@
-// The volume HUD: tinted at each layout, and at no other time.
+// The volume HUD: tinted at each layout, and never otherwise.
 #include <algorithm>
 
 #include "runtime/instance_variable.h"
@@ -59,7 +59,7 @@ TEST_F(Hud, IsTintedAfterThePlatformsLayoutWithSettingsFetchedAnew) {
     EXPECT_EQ(Lines(all.begin(), all.begin() + 6), kInOrder);
     EXPECT_EQ(Lines(all.end() - 4, all.end()), kStrengths);
     EXPECT_EQ(std::count(all.begin(), all.end(), "inputSettings"), 5);
-    // Whether it is on, whether its colour is its own, and what that colour is.
+    // Asks whether it is on, whether it has its own colour, and what that colour is.
     EXPECT_EQ(std::count(all.begin(), all.end(), "volEnabled"), 3);
     EXPECT_EQ(std::count(all.begin(), all.end(), "volDye"), 1);
   }

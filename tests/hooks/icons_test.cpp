@@ -1,4 +1,4 @@
-// The wallpaper behind folders and icons, and what takes its place.
+// The wallpaper behind folders and icons, and what replaces it.
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -115,8 +115,8 @@ TEST_P(Wallpaper, IsNoneWithoutAColor) {
   EXPECT_EQ(wallpaper(view), nullptr);
 }
 
-/// A folder's background inherits the method: where the injection framework looks it up at each
-/// call, what it passes on comes by the other class's replacement too.
+/// A folder's background inherits the method. If the injection framework looks originals up at each
+/// call, its call also passes through the other class's replacement.
 Lines askedBy(const std::string& className, const Lines& asked) {
   Lines all = asked;
   all.push_back("setWallpaperColor:phase:");

@@ -54,7 +54,7 @@ TEST_F(Keyboard, OfTypeOneIsThePlatforms) {
   EXPECT_FALSE(send<bool>(dark, "lightKeyboard"_sel));
 }
 
-// What was replaced is asked only where its answer counts.
+// The original is asked only if its answer matters.
 TEST_F(Keyboard, ThatIsDyedAsksNobodyWhetherItIsLight) {
   settings("");
   start("com.example.app");

@@ -1,4 +1,4 @@
-// Another extension that replaces what ours replaces, loaded before it or after it, under each way
+// Another extension that replaces the same methods as ours, loaded before or after it, for each way
 // of hooking.
 #include "support/hosted.h"
 
@@ -11,7 +11,7 @@ constexpr const char* kGlobal = "<key>global_color</key><string>#112233</string>
 constexpr const char* kDyed = "#112233ff";
 constexpr const char* kPlatforms = "#007affff";
 
-/// What a view's tint is, and which of the neighbour's replacements the question came by.
+/// A view's tint, and how often the question passed through the neighbour's replacements.
 struct Asked {
   std::string color;
   int viewTints;
@@ -57,7 +57,7 @@ class Neighbours : public Hosted {
   }
 };
 
-// These hold under each way of hooking: the suite is run under all of them.
+// These hold for each way of hooking: the suite runs with all of them.
 
 TEST_F(Neighbours, LoadedAfterOursTheySaveOurReplacement) {
   oursThenTheirs();
@@ -81,7 +81,7 @@ TEST_F(Neighbours, SwitchesAreDyedWhateverIsBesideOurs) {
   EXPECT_EQ(hex(send<UIColor*>(view, "onTintColor"_sel)), kDyed);
 }
 
-// These are about one.
+// These are about one way of hooking.
 
 TEST_F(Neighbours, LoadedAfterOursAnInheritedMethodGoesToOursAndToTheirsInTheSuperclass) {
   oursThenTheirs(Hooking::dynamic);
@@ -109,7 +109,7 @@ TEST_F(Neighbours, LoadedBeforeOursALateSnapshotPassesOursOverToo) {
   EXPECT_EQ(tintOf("UISlider"), (Asked{kPlatforms, 1, 1}));
 }
 
-// Ours replaces UISwitch's layout, which a switch inherits from UIView.
+// Ours replaces the layout of UISwitch, which inherits it from UIView.
 TEST_F(Neighbours, LoadedAfterOursTheySeeTheLayoutOfSwitchesOnlyWhereOursLooksThemUp) {
   oursThenTheirs(Hooking::dynamic);
   EXPECT_EQ(layoutsSeenOf("UISwitch"), 1);

@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 
-/// What was posted, and where.
+/// What was posted, and on which thread.
 struct Posted {
   std::string name;
   NSObject* object;
@@ -44,7 +44,7 @@ void noteStart(MPUNowPlayingController* self, SEL cmd) {
 
 class NowPlaying : public test::SpringBoard {
  protected:
-  /// To every name, so that nothing else is posted unheard.
+  /// Listens to every name, so that no other post is missed.
   static void listen() {
     static auto listener = Strong<NSObject>::retain(make<NSObject>("TestTrackListener"));
     send(NSNotificationCenter::defaultCenter(), NSNotificationCenter::addObserver, listener,
@@ -118,7 +118,7 @@ TEST_F(NowPlaying, SwitchingAlbumArtOnWaitsForTheNextStart) {
 
 unsigned char playing = 0;
 
-// The answer is a byte, of which the platform's own callers look at one bit.
+// The answer is a byte, but the platform's own callers test only one bit.
 TEST_F(NowPlaying, PlaysWhereTheAnswersLowestBitIsSet) {
   springBoardWithTrack(true);
   setTrack(plainPicture(0, 200, 0), true);
@@ -138,7 +138,8 @@ TEST_F(NowPlaying, PlaysWhereTheAnswersLowestBitIsSet) {
     EXPECT_EQ(tint(static_cast<unsigned char>(even)), "setColorTint: #de3027ff") << even;
 }
 
-// What cannot be bound as a whole is not loaded, or the process would end at the missing call.
+// A framework that cannot be bound completely is not loaded: the process would end at the missing
+// call.
 TEST_F(NowPlaying, AFrameworkThatLacksAFunctionIsNotLoaded) {
   const std::filesystem::path file = folder.path() + kMediaPlayerUI;
   std::filesystem::create_directories(file.parent_path());
@@ -147,7 +148,7 @@ TEST_F(NowPlaying, AFrameworkThatLacksAFunctionIsNotLoaded) {
   startSpringBoard();
   load();
   EXPECT_EQ(objc_getClass("MPUNowPlayingController"), nullptr);
-  // It is there all the same for who binds calls when they are made.
+  // The file can still be loaded by code that binds calls lazily.
   constexpr int kLazily = 1;
   EXPECT_NE(dlopen(file.c_str(), kLazily), nullptr);
   EXPECT_NE(objc_getClass("MPUNowPlayingController"), nullptr);
@@ -165,7 +166,7 @@ TEST_F(NowPlaying, TheLibraryLoadsTheFrameworkItself) {
   EXPECT_EQ(posted.size(), 1U);
 }
 
-// The surfaces do without: see also the backdrops' table.
+// The surfaces work without it; see also the table of backdrops.
 TEST_F(NowPlaying, AMissingFrameworkIsNoError) {
   settings(boolEntry("use_album_art", true));
   startSpringBoard();
@@ -213,7 +214,7 @@ TEST_F(NowPlaying, OutsideSpringBoardADelegatePostsNothing) {
   EXPECT_EQ(posted.size(), 0U);
 }
 
-// A class that was not found is looked for again, one that was is remembered.
+// A class that was not found is looked up again; one that was found is remembered.
 TEST_F(NowPlaying, TheControllersClassIsLookedUpUntilItIsFound) {
   installNowPlaying();
   settings(boolEntry("use_album_art", true));
@@ -224,7 +225,7 @@ TEST_F(NowPlaying, TheControllersClassIsLookedUpUntilItIsFound) {
     send<void>(controlCenter(), "colorBackdrop"_sel);
     return host::runtime::stopCounting().lookUps;
   };
-  lookUps();  // what else is looked up once
+  lookUps();  // does the other look-ups that happen only once
   EXPECT_EQ(lookUps(), 1U);
   EXPECT_EQ(lookUps(), 1U);
 }

@@ -1,5 +1,5 @@
-// Each private name of the platform's that the library uses is left out once: what relied on it is
-// passed over, the rest is installed, and SpringBoard goes on.
+// Each private name of the platform that the library uses is left out once: what relied on it is
+// skipped, the rest is installed, and SpringBoard continues.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,7 +11,7 @@ namespace {
 using namespace test;
 using Lines = std::vector<std::string>;
 
-/// The same reason for each of the methods.
+/// The same reason for all the methods.
 Lines over(const std::string& reason, const Lines& methods) {
   Lines lines;
   for (const std::string& method : methods) lines.push_back(method + ": " + reason);
@@ -44,7 +44,8 @@ Lines notificationCenter() {
 const Lines kBadge = {"+[SBIconBadgeView _checkoutBackgroundImage]"};
 const Lines kHud = {"-[SBHUDView layoutSubviews]"};
 
-/// What a process is started without, and what the library then leaves as it is.
+/// The name that a process is started without, and the methods that the library then does not
+/// replace.
 struct Left {
   std::string name;
   Lines passedOver;
@@ -62,7 +63,7 @@ std::vector<Left> leftOut() {
       {"_UIAccessibilityEnhanceBackgroundContrast",
        over("no _UIAccessibilityEnhanceBackgroundContrast", {controlCenter()[1]})},
       {"SBHUDView._backdropView", over("no SBHUDView._backdropView", kHud)},
-      // Asked for when they are needed.
+      // These are asked about only when needed.
       {"-[SpringBoard _accessibilityFrontMostApplication]", {}},
       {"-[SBApplication bundleIdentifier]", {}},
       {"+[ALApplicationList sharedApplicationList]", {}},
@@ -85,7 +86,7 @@ std::vector<Left> leftOut() {
         "-[SBIconAccessoryImage setCountedMapKey:]"}) {
     all.push_back({name, over(std::string("no ") + name, kBadge)});
   }
-  // What is replaced itself.
+  // The replaced methods themselves.
   for (const std::string& name : Lines{
            controlCenter()[1], controlCenter()[2], controlCenter()[3], notificationCenter()[1],
            notificationCenter()[5], kBadge[0],
@@ -100,7 +101,7 @@ std::vector<Left> leftOut() {
 
 class PrivateNames : public test::SpringBoard {
  protected:
-  /// Runs the check in a process of its own: a library is loaded once.
+  /// Runs the check in a separate process, since a library is loaded only once.
   static void inChild(const std::function<bool()>& check) {
     const pid_t child = fork();
     ASSERT_NE(child, -1);
@@ -112,7 +113,7 @@ class PrivateNames : public test::SpringBoard {
   static bool has(NSObject* object, const char* name) {
     return class_respondsToSelector(object_getClass(object), sel_registerName(name));
   }
-  /// As the platform would, where it has the method.
+  /// As the platform would, if it has the method.
   static void tell(NSObject* object, const char* name) {
     if (has(object, name)) objc::sendDynamic<void>(object, sel_registerName(name));
   }
@@ -120,7 +121,7 @@ class PrivateNames : public test::SpringBoard {
     if (has(object, name))
       objc::sendDynamic<void>(object, sel_registerName(name), static_cast<NSObject*>(nullptr));
   }
-  /// Everything that the library replaces in SpringBoard, once.
+  /// Uses everything that the library replaces in SpringBoard, once.
   void useSpringBoard() {
     open(string("com.example.open"));
     tell(controlCenter(), "controlCenterWillPresent");
@@ -168,7 +169,7 @@ TEST_F(PrivateNames, OfTheTrackLeaveItAlone) {
   }
 }
 
-// An archive's references are of a private type: where nobody can tell it, no entry is one.
+// References in an archive have a private type. If they cannot be recognised, no entry is one.
 TEST_F(PrivateNames, OfArchivesLeaveTheKeptColorAlone) {
   for (const char* name : {"_CFKeyedArchiverUIDGetTypeID", "_CFKeyedArchiverUIDGetValue"}) {
     SCOPED_TRACE(name);
@@ -187,7 +188,7 @@ TEST_F(PrivateNames, OfArchivesLeaveTheKeptColorAlone) {
   }
 }
 
-// A method that takes something else would be given what it does not expect.
+// A method with other argument types would get what it does not expect.
 TEST_F(PrivateNames, OfOtherTypesStay) {
   struct {
     const char* className;
@@ -225,7 +226,7 @@ TEST_F(PrivateNames, OfOtherTypesStay) {
   }
 }
 
-// What is somebody else's by a name of ours is not sent with our types.
+// A method of somebody else with a name of ours is not called with our types.
 TEST_F(PrivateNames, OfOursThatAreTakenAreNotSent) {
   settings("");
   startSpringBoard();
@@ -248,7 +249,7 @@ TEST_F(PrivateNames, OfOursThatAreTakenAreNotSent) {
                 over("the class has a method of that name", {::notificationCenter()[3]}));
 }
 
-// Another kind of view where a backdrop is usual.
+// A view of another kind in a backdrop's usual place.
 TEST_F(PrivateNames, OfAnotherKindOfBackdropAreNotSent) {
   settings("");
   startSpringBoard();

@@ -14,7 +14,7 @@ using namespace test;
 using Lines = std::vector<std::string>;
 using host::ProcessKind;
 
-/// The groups as they are installed, a line a method.
+/// The installed groups, one line for each method.
 Lines hooks(char sign, const std::vector<std::string>& methods) {
   Lines lines;
   for (const auto& method : methods)
@@ -64,7 +64,7 @@ Lines operator+(Lines a, const Lines& b) {
   return a;
 }
 
-/// A class that may be missing: its group's line, and the methods that are replaced on it.
+/// A class that may be missing: the line of its group, and the methods that are replaced in it.
 struct Missable {
   const char* name;
   int line;
@@ -90,7 +90,7 @@ Lines logLines(const Missable& missing) {
                    missing.name);
 }
 
-/// A process with what is installed there when nothing is missing, and what may be missing.
+/// A process, with what is installed there if nothing is missing, and what may be missing.
 struct Process {
   const char* bundle;
   ProcessKind kind;
@@ -128,7 +128,7 @@ class Startup : public test::SpringBoard {
             {"com.atebits.Tweetie2", ProcessKind::application, everything() + twitterGroup(),
              kTwitter}};
   }
-  /// Runs the check in a process of its own: a library is loaded once.
+  /// Runs the check in a separate process, since a library is loaded only once.
   static void inChild(const std::function<bool()>& check) {
     const pid_t child = fork();
     ASSERT_NE(child, -1);
@@ -137,8 +137,8 @@ class Startup : public test::SpringBoard {
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
   }
-  /// Starts the process without those classes; true where each of them is logged, once a method and
-  /// in order, and all the rest is installed.
+  /// Starts the process without those classes. True if each is logged, once for each method and in
+  /// order, and everything else is installed.
   bool onlyLacks(const Process& process, const std::vector<Missable>& missing) {
     settings("");
     std::vector<std::string> names;
@@ -414,7 +414,7 @@ TEST_F(Startup, AnExistingMarkMethodStays) {
   EXPECT_TRUE(send<bool>(rgb(0, 0, 0), "isVarnixColor"_sel));
 }
 
-// The platform's two booleans live as long as the process.
+// The platform's two booleans are never freed.
 TEST_F(Startup, MarksAreNotRetained) {
   application("");
   UIColor* color = rgb(0, 0, 0);
@@ -439,7 +439,7 @@ TEST_F(Startup, MarksReadNoUntilTheyAreSet) {
   send<void>(color, "setIsVarnixColor:"_sel, false);
   EXPECT_FALSE(send<bool>(color, "isVarnixColor"_sel));
   EXPECT_TRUE(send<bool>(color, "isVarnixAlbumColor"_sel));
-  // The key is the getter's selector, the value a boolean object.
+  // The key is the getter's selector, and the value a boolean object.
   auto* value = static_cast<NSNumber*>(
       objc_getAssociatedObject(color, sel_registerName("isVarnixAlbumColor")));
   EXPECT_EQ(value, NSNumber::numberWithBool(true));

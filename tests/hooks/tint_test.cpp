@@ -131,7 +131,7 @@ std::vector<std::string> sent;
 TEST_F(Tint, SwitchLayoutRunsTheSavedImplementationFirstAndSendsBothMessages) {
   settings(kGlobal);
   start("com.example.app");
-  // What the library finds is ours, so that the order can be seen.
+  // The library finds our methods, so that the order can be seen.
   static auto layout = +[](UISwitch*, SEL) { sent.push_back("layoutSubviews"); };
   static auto tint =
       +[](UISwitch*, SEL, UIColor* color) { sent.push_back("setTintColor: " + hex(color)); };

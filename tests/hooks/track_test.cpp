@@ -1,4 +1,4 @@
-// Another track: who is told, when, and for how long.
+// A change of track: who is told, when, and for how long.
 #include "support/centers.h"
 
 namespace {
@@ -72,7 +72,7 @@ TEST_F(Track, OneThatIsToldLivesUntilItIsTinted) {
   EXPECT_EQ(deallocated, 1);
 }
 
-// Every name that it observes is forgotten, its own and those of others.
+// It stops observing every name, its own and those of others.
 TEST_F(Track, ItsEndEndsEveryObservation) {
   centers("");
   Dealloc<0>::install(kControlCenter);

@@ -1,5 +1,5 @@
-// A surface that is let go while another thread's change of the track is on its way: it ends on the
-// main thread, as views do.
+// A surface that is released while another thread's change of track is on its way: it is freed on
+// the main thread, as views must be.
 #include <atomic>
 #include <thread>
 
@@ -8,16 +8,16 @@
 
 namespace {
 
-/// While somebody is held, who queues a block waits for the block's end before it goes on.
+/// While this is set, queueing a block waits until the block has run.
 std::atomic<bool> isHeld = false;
 std::atomic<bool> hasRun = false;
 
 }  // namespace
 
-/// The system's own header has other names for what platform/dlfcn.h declares.
+/// The system's own header uses other names for what platform/dlfcn.h declares.
 extern "C" void* dlsym(void* handle, const char* name);
 
-/// Found before the platform's own by everything in this process.
+/// Everything in this process finds this one before the platform's.
 extern "C" void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
   constexpr std::intptr_t kNext = -1;
   static auto* next = reinterpret_cast<decltype(&dispatch_async)>(
@@ -51,8 +51,8 @@ TEST_F(TrackThreads, ASurfaceEndsOnTheMainThread) {
     post();
   });
   ASSERT_TRUE(eventually([] { return !calls().empty(); }));
-  // The poster has not come back from queueing the block, which was the last but this one to hold
-  // it.
+  // The poster has not returned from queueing the block. The block was the last but one to hold the
+  // surface.
   surface = nullptr;
   hasRun = true;
   poster.join();

@@ -1,4 +1,4 @@
-// Colours that are meant in another space than sRGB.
+// Colours that are given in a space other than sRGB.
 #include <gtest/gtest.h>
 
 #include <lcms2.h>
@@ -18,7 +18,7 @@ using test::PngLook;
 
 namespace {
 
-/// As ITU-R BT.2020 has them: far wider than sRGB.
+/// From ITU-R BT.2020: far wider than sRGB.
 constexpr cmsCIExyYTRIPLE kWide = {{0.708, 0.292, 1}, {0.170, 0.797, 1}, {0.131, 0.046, 1}};
 constexpr cmsCIExyYTRIPLE kSrgb = {{0.64, 0.33, 1}, {0.30, 0.60, 1}, {0.15, 0.06, 1}};
 constexpr cmsCIExyY kDaylight = {0.3127, 0.3290, 1};
@@ -47,10 +47,10 @@ std::string greyProfile(double gamma) {
   return bytes;
 }
 
-/// Limits the inks, which is a profile of CMYK that converts to CMYK.
+/// Limits the amount of ink: a profile from CMYK to CMYK.
 std::string inkProfile() { return saved(cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 300)); }
 
-/// Inks of which black alone counts: how light it is falls with it from white to nothing.
+/// A profile in which only black ink counts: the lightness goes from white to nothing.
 std::string blackInkProfile() {
   cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
   cmsSetProfileVersion(profile, 2.1);
@@ -74,7 +74,7 @@ std::string blackInkProfile() {
   return saved(profile);
 }
 
-/// Of sRGB, but in a table and rounded as most files have it.
+/// A profile of sRGB, but with a table and rounding, as in most files.
 std::string tabledProfile() {
   std::vector<cmsUInt16Number> table;
   for (int i = 0; i < 1024; ++i) {
@@ -93,7 +93,7 @@ std::string tabledProfile() {
 
 std::string srgbProfile() { return saved(cmsCreate_sRGBProfile()); }
 
-/// What light of that share looks like in sRGB.
+/// The sRGB value of that fraction of light.
 int encoded(double light) {
   const double value =
       light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
@@ -134,7 +134,7 @@ void expectClose(const Bytes& found, const Bytes& expected, int tolerance = 1) {
         << "byte " << i << ": " << int(found[i]) << ", not " << int(expected[i]);
 }
 
-/// The colours, each light to that power.
+/// The colours with each light raised to that power.
 Bytes powered(double power) {
   Bytes bytes = kAsTheyStand;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -164,7 +164,7 @@ TEST(ColorsOfPng, FollowChromaticities) {
     png_set_cHRM(png, info, 0.3127, 0.3290, 0.708, 0.292, 0.170, 0.797, 0.131, 0.046);
   });
   ASSERT_EQ(wide.size(), kAsTheyStand.size());
-  // A red of a wider space is redder still; greys are the same.
+  // A red in a wider space is redder in sRGB; greys are the same.
   EXPECT_GT(wide[0], 210);
   EXPECT_EQ(wide[1], 0);
   expectClose(Bytes(wide.begin() + 4, wide.begin() + 12), {0, 0, 0, 255, 255, 255, 255, 255});
@@ -176,7 +176,7 @@ TEST(ColorsOfPng, FollowChromaticities) {
 }
 
 TEST(ColorsOfPng, ThatCallThemselvesSrgbAre) {
-  // Put in by hand: libpng writes no such contradiction.
+  // Inserted by hand, since libpng writes no such contradiction.
   std::string file = pngFile(4, 1,
                              {.colorType = PNG_COLOR_TYPE_RGB,
                               .prepare = [](auto png, auto info) { png_set_gAMA(png, info, 1.0); }},
@@ -197,7 +197,7 @@ TEST(ColorsOfPng, FollowProfiles) {
   ASSERT_EQ(wide.size(), kAsTheyStand.size());
   EXPECT_GT(wide[0], 210);
   EXPECT_EQ(wide[1], 0);
-  // Before gamma.
+  // It takes precedence over gamma.
   auto both = [](png_structp png, png_infop info) {
     png_set_gAMA(png, info, 0.9);
     withProfile(rgbProfile(kSrgb, 1))(png, info);
@@ -206,7 +206,7 @@ TEST(ColorsOfPng, FollowProfiles) {
 }
 
 TEST(ColorsOfPng, OfAProfileOfSrgbStayToTheBit) {
-  // The ends of the channels are where rounded profiles differ first.
+  // Rounded profiles differ first at the ends of the channels.
   Bytes all;
   for (unsigned i = 0; i < 18 * 18 * 18; ++i)
     all.insert(all.end(), {static_cast<std::uint8_t>(i / 324 * 15),
@@ -280,8 +280,8 @@ TEST(ColorsOfJpeg, InksFollowTheirsToo) {
   const JpegLook plain = {.given = JCS_CMYK, .stored = JCS_CMYK, .profile = profile};
   const JpegLook adobe = {
       .given = JCS_CMYK, .stored = JCS_CMYK, .hasAdobeMarker = true, .profile = profile};
-  // A lightness of 100 and of 60 in a hundred; cyan, magenta and yellow would darken it. What black
-  // counts as black is a matter of taste, which moves the second.
+  // Lightness 100 and 60 per cent; cyan, magenta and yellow would darken it. What counts as black
+  // is a matter of taste, which changes the second.
   expectClose(jpegOf(0, plain, 4), grey(255));
   expectClose(jpegOf(102, plain, 4), grey(145), 8);
   expectClose(jpegOf(255, adobe, 4), grey(255));
@@ -289,7 +289,7 @@ TEST(ColorsOfJpeg, InksFollowTheirsToo) {
 }
 
 TEST(ColorsOfJpeg, ALargeProfileComesInPieces) {
-  // Padded beyond what one segment holds; the header says how long it is.
+  // Padded to more than one segment holds; its header gives the length.
   std::string profile = rgbProfile(kSrgb, 1);
   profile.resize(200'000);
   for (int i = 0; i < 4; ++i)
@@ -305,13 +305,13 @@ TEST(ColorsOfJpeg, ProfilesThatMakeNoSenseAreIgnored) {
   EXPECT_EQ(jpegOf(100, {.profile = greyProfile(1)}), grey(100));
   EXPECT_EQ(jpegOf(100, {.given = JCS_GRAYSCALE, .stored = JCS_GRAYSCALE, .profile = sound}, 1),
             grey(100));
-  // Sound, but for its size.
+  // Valid, but too large.
   std::string huge = sound;
   huge.resize((4 << 20) + 1);
   for (int i = 0; i < 4; ++i)
     huge[static_cast<std::size_t>(i)] = static_cast<char>(huge.size() >> (24 - 8 * i));
   EXPECT_EQ(jpegOf(100, {.profile = huge}), grey(100));
-  // Inks that are none of the profile's.
+  // The file's inks do not match the profile.
   const JpegLook inks = {.given = JCS_CMYK, .stored = JCS_CMYK, .profile = sound};
   EXPECT_EQ(jpegOf(0, inks, 4), (Bytes{255, 255, 255, 255}));
 }

@@ -1,5 +1,4 @@
-// Pictures as they should not be: refused with a reason, quickly, and without a word on the
-// terminal.
+// Broken pictures are refused with a reason, quickly, and without output on the terminal.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -22,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 constexpr char kDamaged[] = "the image is truncated or damaged";
 constexpr char kPartial[] = "the image is truncated or damaged: only a part of it is there";
 
-/// Empty where the file was decoded as a whole.
+/// Empty if the whole file was decoded.
 std::string reason(const std::string& file) {
   std::string why = "unset";
   const bool isThere = decode(file, &why).has_value();
@@ -73,7 +72,7 @@ std::string bigEndian(std::uint32_t number) {
   return bytes;
 }
 
-/// That size in a sound header, and too few pixels.
+/// A valid header with that size, and too few pixels.
 std::string pngOfSize(unsigned width, unsigned height, bool isInterlaced = false) {
   std::string file = smallPng(isInterlaced);
   file.replace(16, 8, bigEndian(width) + bigEndian(height));
@@ -94,7 +93,7 @@ std::string jpegOfSize(unsigned width, unsigned height, const JpegLook& look = {
 TEST(HostileImage, TheSmallFilesAreSound) {
   for (const std::string& file : smallFiles()) EXPECT_EQ(reason(file), "");
   EXPECT_EQ(reason(pngOfSize(9, 7)), "");
-  EXPECT_TRUE(decode(smallPng()));  // nobody has to ask why
+  EXPECT_TRUE(decode(smallPng()));  // the reason is optional
   EXPECT_FALSE(decode("x"));
 }
 
@@ -142,7 +141,7 @@ TEST(HostileImage, TooLarge) {
             "the image is too large (60000 x 60000; 100000000 pixels at most)");
   EXPECT_EQ(reason(jpegOfSize(10'001, 10'000)),
             "the image is too large (10001 x 10000; 100000000 pixels at most)");
-  // More than the JPEG library takes.
+  // More than the JPEG library accepts.
   EXPECT_EQ(reason(jpegOfSize(65'535, 65'535)),
             "the image is too large (65535 x 65535; a side has 65500 pixels at most)");
   EXPECT_EQ(reason(jpegOfSize(65'535, 1)),
@@ -164,7 +163,7 @@ TEST(HostileImage, UnsupportedKinds) {
   std::string file = smallJpeg();
   file[file.find("\xff\xc0") + 4] = 12;
   EXPECT_EQ(reason(file), "the image is of a kind that is not supported");
-  // Without loss: another coder altogether.
+  // Lossless: a different coder.
   file = smallJpeg();
   file[file.find("\xff\xc0") + 1] = '\xc3';
   EXPECT_EQ(reason(file), "the image is of a kind that is not supported");
@@ -207,7 +206,7 @@ TEST(HostileImage, NothingIsPrinted) {
     reason(damaged);
   }
   reason(jpegOfSize(17, 0));
-  // A transparent colour in a picture that has alpha: the library has something to say on it.
+  // A transparent colour in a picture with alpha makes the library warn.
   const std::string chunk("tRNS\0\0", 6);
   EXPECT_EQ(reason(smallPng().insert(33, bigEndian(2) + chunk + bigEndian(checksum(chunk)))), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");

@@ -1,4 +1,4 @@
-// JPEG in and out: every way of storing pixels that files in the wild have, closely.
+// Reading and writing JPEG: every way of storing pixels that real files use, with small tolerances.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -81,7 +81,7 @@ TEST(Jpeg, Grey) {
   }
 }
 
-/// An 8 x 8 picture of four inks, as bytes of the file.
+/// A JPEG file of 8 x 8 pixels with four inks.
 Bytes ofInks(const JpegLook& look, const std::array<std::uint8_t, 4>& inks) {
   Bytes samples;
   for (int i = 0; i < 64; ++i) samples.insert(samples.end(), inks.begin(), inks.end());
@@ -94,7 +94,7 @@ TEST(Jpeg, FourInks) {
   const JpegLook plain = {.given = JCS_CMYK, .stored = JCS_CMYK};
   const JpegLook adobe = {.given = JCS_CMYK, .stored = JCS_CMYK, .hasAdobeMarker = true};
   const JpegLook mixed = {.given = JCS_CMYK, .stored = JCS_YCCK, .hasAdobeMarker = true};
-  // No cyan, some magenta, all yellow, a little black.
+  // No cyan, some magenta, full yellow, a little black.
   const Bytes expected = {204, 122, 0, 255};
   EXPECT_LE(largestDifference(ofInks(plain, {0, 102, 255, 51}), expected), 2);
   EXPECT_LE(largestDifference(ofInks(adobe, {255, 153, 0, 204}), expected), 2);
@@ -165,7 +165,7 @@ TEST(Jpeg, WrittenFilesComeBackClosely) {
 }
 
 TEST(Jpeg, FineColoursAtHighQuality) {
-  // Red and blue columns: half the colours are lost where they are stored coarsely.
+  // Red and blue columns: coarse storage loses half of the colours.
   Picture stripes{.width = 16, .height = 16, .rgba = {}};
   for (unsigned i = 0; i < 256; ++i) {
     const bool isRed = i % 2 == 0;
@@ -215,7 +215,7 @@ TEST(Jpeg, APictureThatIsNoneIsNotWritten) {
   EXPECT_FALSE(encodeJpeg({}, 1));
   EXPECT_FALSE(encodeJpeg({.width = 2, .height = 2, .rgba = Bytes(15)}, 1));
   EXPECT_FALSE(encodeJpeg({.width = 60'000, .height = 60'000, .rgba = Bytes(4)}, 1));
-  // More than the format holds, though not more than the other one does.
+  // More than this format can hold, but not more than the other one.
   EXPECT_FALSE(
       encodeJpeg({.width = 65'535, .height = 1, .rgba = Bytes(std::size_t{65'535} * 4)}, 1));
 }

@@ -1,4 +1,4 @@
-// PNG in the form that device applications carry, made here from ordinary files.
+// PNG in the form that applications on the device contain, made here from ordinary files.
 #include <gtest/gtest.h>
 
 #include <zlib.h>
@@ -31,7 +31,7 @@ std::string chunk(const std::string& name, const std::string& data) {
          number(static_cast<std::uint32_t>(sum));
 }
 
-/// The raw data of a stream without zlib's header and sum.
+/// A stream's raw data, without zlib's header and checksum.
 std::string deflated(const Bytes& bytes) {
   z_stream stream{};
   deflateInit2(&stream, 9, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
@@ -46,7 +46,7 @@ std::string deflated(const Bytes& bytes) {
   return out;
 }
 
-/// The rows lie as in the file: blue first. The data is cut into chunks of that many bytes.
+/// The rows are as in the file, blue first. The data is split into chunks of that many bytes.
 std::string optimised(unsigned width, unsigned height, int colorType, const Bytes& packed,
                       std::size_t chunkBytes = SIZE_MAX) {
   Bytes filtered;
@@ -83,7 +83,7 @@ Outcome read(std::string_view file) {
 }
 
 TEST(OptimisedPng, ColoursComeBackInTheirOrderAndStraight) {
-  // Blue, green, red, alpha, multiplied.
+  // Blue, green, red, alpha; premultiplied.
   const Bytes packed = {30, 20, 10, 255, 0, 0, 128, 128, 0, 0, 0, 0, 1, 2, 3, 3};
   const auto [picture, problem] = read(optimised(2, 2, PNG_COLOR_TYPE_RGB_ALPHA, packed));
   ASSERT_TRUE(picture);
@@ -148,7 +148,7 @@ TEST(OptimisedPng, CutAnywhereItIsAPartOrNone) {
 TEST(OptimisedPng, DamageIsNoticed) {
   const std::string file = optimised(9, 7, PNG_COLOR_TYPE_RGB, noise(std::size_t{9} * 7 * 3), 60);
   const Bytes whole = read(file).picture->rgba;
-  // From the header chunk on: nobody reads what is in the first one.
+  // From the header chunk on: nobody reads the contents of the first one.
   for (std::size_t i = 24; i < file.size(); ++i) {
     std::string damaged = file;
     damaged[i] = static_cast<char>(damaged[i] ^ 0x10);

@@ -1,4 +1,4 @@
-// Pictures whose end is missing or damaged: the rows that are there come, the rest is empty.
+// Pictures whose end is missing or damaged: existing rows are read, the rest stays empty.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -37,7 +37,7 @@ std::string jpeg(const JpegLook& look = {}) {
   return jpegFile(kWidth, kHeight, look, noise(kWidth * kHeight * 3));
 }
 
-/// How many rows from the top are those of the whole picture.
+/// How many rows from the top equal those of the whole picture.
 unsigned soundRows(const Picture& part, const Picture& whole) {
   const std::size_t bytes = kWidth * 4;
   for (unsigned y = 0; y < kHeight; ++y) {
@@ -48,7 +48,7 @@ unsigned soundRows(const Picture& part, const Picture& whole) {
 }
 
 struct Part {
-  unsigned rows = 0;  ///< 0 where there was no picture
+  unsigned rows = 0;  ///< 0 if there was no picture
   Picture picture;
 };
 
@@ -81,12 +81,12 @@ TEST(PartOfAPng, HasTheRowsThatAreThereAndZeros) {
     for (std::size_t i = part.rows * kWidth * 4; i < part.picture.rgba.size(); ++i)
       ASSERT_EQ(part.picture.rgba[i], 0) << length << ", byte " << i;
   }
-  // Noise is stored as it is: a row comes with its own last bytes.
+  // Noise is stored uncompressed: a row is complete with its own last bytes.
   EXPECT_EQ(before, kHeight);
   EXPECT_GT(steps, kHeight / 2);
 }
 
-// No pixel of such a format is transparent.
+// No pixel of such a format can be transparent.
 TEST(PartOfAPng, WithoutAlphaIsBlackWhereItIsMissing) {
   for (const bool isInterlaced : {false, true}) {
     const std::string file =
@@ -122,7 +122,7 @@ TEST(PartOfAPng, AnInterlacedOneIsCoarse) {
   ASSERT_TRUE(half);
   EXPECT_EQ(problem, kPartial);
   EXPECT_LT(soundRows(*half, whole), kHeight / 2);
-  // The pixels of the first passes, and theirs in place of their neighbours.
+  // The pixels of the first passes, repeated in place of their neighbours.
   EXPECT_TRUE(std::equal(&half->rgba[0], &half->rgba[4], &whole.rgba[0]));
   EXPECT_EQ(std::count(half->rgba.begin(), half->rgba.end(), 0), 0);
 }

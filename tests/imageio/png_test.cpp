@@ -1,4 +1,4 @@
-// PNG in and out: every kind of pixel that the format has, exactly.
+// Reading and writing PNG: every kind of pixel in the format, exactly.
 #include <gtest/gtest.h>
 
 #include "ImageIO/decode.h"
@@ -118,7 +118,7 @@ TEST(Png, SixteenBitsOfFourChannels) {
   EXPECT_EQ(pixels(1, 1, {.colorType = PNG_COLOR_TYPE_RGB_ALPHA, .bitDepth = 16},
                    {0x12, 0x34, 0x80, 0x00, 0xff, 0xff, 0x00, 0x80}),
             (Bytes{0x12, 0x80, 0xff, 0}));
-  // The transparent colour is meant in all its bits.
+  // The transparent colour is compared in all its bits.
   EXPECT_EQ(pixels(2, 1,
                    {.colorType = PNG_COLOR_TYPE_RGB,
                     .bitDepth = 16,

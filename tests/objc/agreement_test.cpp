@@ -1,5 +1,5 @@
-// Whether two type encodings say that a call travels alike: the pairs that systems, their
-// extensions and ours write.
+// Whether two type encodings say that a call's values travel alike: pairs that systems, their
+// extensions and our code write.
 #include "objc/agreement.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ using objc::agree;
 
 constexpr bool kWide = sizeof(void*) == 8;
 
-/// An encoding with as many levels of pointers or structures.
+/// An encoding with that many levels of pointers or structures.
 std::string nested(int depth, const std::string& open, const std::string& core,
                    const std::string& close) {
   std::string text = core;
@@ -37,13 +37,13 @@ TEST(Agreement, LooksPastOffsetsAndQualifiers) {
   EXPECT_TRUE(agree("r*16@0:8", "*@:"));
   EXPECT_TRUE(agree("v@:n^i", "v@:o^d"));
   EXPECT_TRUE(agree("v@:@-8", "v@:@"));
-  // What stands behind a qualifier is read, not taken for unreadable.
+  // What follows a qualifier is read, and does not count as unreadable.
   EXPECT_FALSE(agree("r*16@0:8", "d@:"));
   EXPECT_FALSE(agree("v@:ni", "v@:d"));
   EXPECT_FALSE(agree("Vv16@0:8", "v@:@"));
 }
 
-// Other extensions add methods with texts that are no method's.
+// Other extensions add methods with type texts that are not valid.
 TEST(Agreement, TakesATextThatEndsEarlyForUnreadable) {
   for (const char* sloppy : {"", "v", "v@", "4"}) {
     EXPECT_TRUE(agree(sloppy, "v@:@")) << sloppy;
@@ -78,7 +78,7 @@ TEST(Agreement, TakesBoolByWhateverLetter) {
 
 TEST(Agreement, ComparesSizes) {
   EXPECT_TRUE(agree("v@:i", "v@:I"));
-  EXPECT_TRUE(agree("v@:l", "v@:i"));  // what the letter is where a compiler still writes it
+  EXPECT_TRUE(agree("v@:l", "v@:i"));  // what the letter means to compilers that still write it
   EXPECT_TRUE(agree("v@:q", "v@:Q"));
   EXPECT_TRUE(agree("v@:s", "v@:S"));
   EXPECT_FALSE(agree("v@:i", "v@:q"));
@@ -109,13 +109,13 @@ TEST(Agreement, ComparesStructuresByTheirNumbers) {
 TEST(Agreement, AnObjectOfOursMayBeNothingOfTheirs) {
   EXPECT_TRUE(agree("v@:", "@@:"));
   EXPECT_TRUE(agree("Vv16@0:8", "@@:"));
-  // A caller would look at these.
+  // Callers would use these results.
   EXPECT_FALSE(agree("v@:", "B@:"));
   EXPECT_FALSE(agree("v@:", "d@:"));
   EXPECT_FALSE(agree("v@:", "{CGSize=dd}@:"));
-  // What they answer and nobody takes is another matter.
+  // Their callers would use an object that ours does not return.
   EXPECT_FALSE(agree("@@:", "v@:"));
-  // An argument is no result.
+  // An argument is not a result.
   EXPECT_FALSE(agree("v@:v", "v@:@"));
 }
 
@@ -138,7 +138,8 @@ TEST(Agreement, OfWhatIsReadBeforeThat) {
 TEST(Agreement, OfDeepAndLongEncodings) {
   EXPECT_TRUE(agree(nested(3, "{A=", "d", "}").c_str(), "v@:d"));
   EXPECT_FALSE(agree(nested(3, "{A=", "d", "}").c_str(), "v@:i"));
-  // Deeper than it looks, and more numbers than it keeps: as what cannot be read.
+  // Nested more deeply than it reads, or with more numbers than it stores: these count as
+  // unreadable.
   EXPECT_TRUE(agree(nested(100, "{A=", "d", "}").c_str(), "v@:i"));
   EXPECT_TRUE(agree(nested(100, "^", "d", "").c_str(), "v@:d"));
   EXPECT_TRUE(agree(nested(1, "{A=", std::string(100, 'd'), "}").c_str(), "v@:i"));

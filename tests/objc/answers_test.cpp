@@ -1,4 +1,4 @@
-// Private methods and instance variables, asked for before they are relied on.
+// Private methods and instance variables, checked before they are used.
 #include "objc/answers.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ struct AnswersChild : AnswersFixture {
   Strong<NSObject> more;
   void juggle() {}
 };
-/// Has nothing but the name of the variable.
+/// Has only the variable's name in common.
 struct AnswersStranger : NSObject {
   int number;
 };
@@ -68,7 +68,7 @@ TEST(Understands, NothingThatIsNotThere) {
   EXPECT_FALSE(objc::understands(objc::classOf<AnswersFixture>(), A::kJuggle));
   EXPECT_TRUE(objc::understands(objc::classOf<AnswersChild>(), A::kJuggle));
   EXPECT_FALSE(objc::understands(nullptr, A::kName));
-  // The class itself answers other messages than its instances.
+  // The class itself does not understand the messages of its instances.
   EXPECT_FALSE(objc::understands(objc_getMetaClass("AnswersFixture"), A::kName));
 }
 
@@ -92,7 +92,7 @@ TEST(Answers, WhereAllAreUnderstood) {
   }
 }
 
-/// One question, asked of objects of different classes.
+/// The same question for objects of different classes.
 bool juggles(NSObject* object) { return objc::answers(object, A::kJuggle); }
 
 TEST(Answers, EachClassForItself) {

@@ -1,4 +1,4 @@
-// Blocks: calling, copying and disposing, those that are never copied, blocks as objects.
+// Blocks: calling, copying and disposing; blocks that are never copied; blocks as objects.
 #include "objc/block.h"
 
 #include <gtest/gtest.h>
@@ -119,7 +119,7 @@ TEST(Block, IsCopiedOnceAndDisposedOfOnce) {
     EXPECT_EQ(tally.copies, 1);
   }
   EXPECT_EQ(tally.ends, 1);
-  // A copy of the copy is the copy with a reference more.
+  // Copying a copy only retains it.
   EXPECT_EQ(copied(heap), heap);
   EXPECT_EQ(tally.copies, 1);
   _Block_release(heap);
@@ -227,7 +227,7 @@ TEST(Block, ACopyIsKeptAsAnAssociatedObject) {
   EXPECT_EQ(tally.ends, 2);
 }
 
-/// What a compiler makes for a block that captures nothing that needs help: flags without helpers.
+/// What a compiler makes for a block whose captures need no help: flags without helpers.
 TEST(Block, OneWithoutHelpersIsCopiedByItsBytes) {
   struct Plain {
     objc::BlockLayout<int(int)> layout;

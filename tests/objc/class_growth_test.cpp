@@ -15,7 +15,7 @@ extern "C" void objc_mapImage(Class* classes, Class* classesEnd, objc::CategoryD
 
 namespace {
 
-/// A class in a binary of its own, as a compiler lays it down.
+/// A class in a binary of its own, as a compiler would write it.
 class Image {
  public:
   struct Variable {
@@ -53,7 +53,7 @@ class Image {
     objc_mapImage(&listed, &listed + 1, nullptr, nullptr);
   }
   Class cls() { return &class_; }
-  /// The word that the binary's own code reads.
+  /// The word from which the binary's own code reads the offset.
   std::int32_t offset(std::size_t i) const { return offsets_[i]; }
 
  private:
@@ -69,16 +69,16 @@ class Image {
   objc_class class_{};
 };
 
-/// What the subclasses below were compiled against: nothing behind the isa.
+/// What the subclasses below were compiled against: nothing after the isa.
 constexpr std::uint32_t kOldEnd = sizeof(Class);
 
-/// A name that no class has, whichever cases ran before.
+/// A name that no class has, even if other cases ran before.
 std::string unused(const char* name) {
   static int made = 0;
   return name + std::to_string(++made);
 }
 
-/// Images live as long as the process: the run-time keeps pointers into them.
+/// Images are never freed, since the run-time keeps pointers into them.
 Image& grownSuperclass(std::uint32_t size) {
   auto* image = new Image(unused("GrownFixture"), objc_getClass("NSObject"), kOldEnd,
                           kOldEnd + size, {{"_grown", "[16c]", kOldEnd, size, 0}});
@@ -110,7 +110,7 @@ void expectChild(std::uint32_t grownBy, std::int32_t flagAt, std::int32_t number
 
 TEST(GrownSuperclass, MovesTheIvarsBehindIt) { expectChild(16, kOldEnd + 16, 32, 40); }
 
-// The move is a multiple of the strictest alignment, so that every variable stays aligned.
+// The move is a multiple of the strictest alignment, so every variable stays aligned.
 TEST(GrownSuperclass, KeepsTheAlignment) { expectChild(3, kOldEnd + 8, 24, 32); }
 
 TEST(GrownSuperclass, MovesNothingWhereNothingGrew) { expectChild(0, kOldEnd, 16, 24); }
@@ -121,11 +121,11 @@ TEST(GrownSuperclass, MovesGrandchildrenToo) {
       new Image(unused("GrandchildFixture"), child.cls(), 24, 28, {{"_count", "i", 24, 4, 2}});
   grandchild->load();
   EXPECT_EQ(grandchild->offset(0), 40);
-  // Whole words.
+  // Rounded up to whole words.
   EXPECT_EQ(class_getInstanceSize(grandchild->cls()), sizeof(Class) == 8 ? 48U : 44U);
 }
 
-// Smaller than it was is no reason to move: the gap harms nobody.
+// If the superclass is smaller, nothing moves: the gap does no harm.
 TEST(GrownSuperclass, StaysWhereTheSuperclassShrank) {
   auto* image = new Image(unused("ShrunkChildFixture"), objc_getClass("NSObject"), 40, 48,
                           {{"_number", "d", 40, 8, 3}});
@@ -146,7 +146,7 @@ TEST(GrownSuperclass, SharesNoMemoryWithItsSubclass) {
   objc_release(object);
 }
 
-/// The log's lines of classes that two binaries have.
+/// The lines of the log about classes that two binaries have.
 std::vector<std::string> doubleClasses() {
   std::vector<std::string> lines;
   for (const auto& line : host::logLines())
@@ -162,7 +162,7 @@ TEST(Images, OfTwoClassesOfANameTheFirstIsFoundByIt) {
   second->load();
   EXPECT_EQ(objc_getClass(name.c_str()), first);
   EXPECT_EQ(objc_getMetaClass(name.c_str()), object_getClass(first));
-  // Neither lies in a binary.
+  // Neither of them is in a binary.
   EXPECT_EQ(doubleClasses(),
             std::vector<std::string>{"Class " + name +
                                      " is implemented in both ? and ?. One of the two will be "
@@ -191,7 +191,7 @@ TEST(Images, OfTwoClassesOfANameBothAreOfUse) {
   }
 }
 
-// A third binary's subclass names its superclass by symbol, which is one of the two.
+// A third binary's subclass names its superclass by symbol, and so one of the two.
 TEST(Images, TheSecondClassOfANameHasSubclasses) {
   Class first = grownSuperclass(16).cls();
   auto* second = new Image(class_getName(first), objc_getClass("NSObject"), kOldEnd, kOldEnd, {});

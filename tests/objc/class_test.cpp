@@ -20,7 +20,7 @@ std::vector<std::string>& events() {
   return list;
 }
 
-/// Ends with padding, which a subclass's first members fill.
+/// Ends with padding, which a subclass's first members use.
 struct PaddedFixture : NSObject {
   NSInteger wide;
   char last;
@@ -32,7 +32,7 @@ struct TailFixture : PaddedFixture {
   bool flag;
 };
 
-/// A value whose life is observed.
+/// A value whose creation and end can be observed.
 struct CountedFixture : NSObject {
   int generation;
   CountedFixture* copy() {
@@ -66,7 +66,7 @@ using Guarded = objc::Property<"guarded", &PropertyFixture::_guarded, objc::Stor
 using Tripled = objc::Property<"tripled", &PropertyFixture::_tripled, objc::Storage::assign,
                                objc::Atomicity::nonatomic, objc::Setter::custom>;
 
-/// What others see of a class, and what stands behind it.
+/// The declarations that others use, and the class behind them.
 struct DeclaredFixture : objc::View<DeclaredFixture, NSObject> {
   static constexpr Message<"scaled:by:", double(int, float)> scaled{};
   static constexpr Message<"negated:", bool(bool)> negated{};
@@ -86,7 +86,7 @@ struct DeclaredFixtureInside : NSObject {
   static Class named(Class self, SEL) { return self; }
 };
 
-/// A member that has something to do at both ends of its life.
+/// A member that does something at creation and at the end.
 template <char Name>
 struct Probe {
   Probe() { events().push_back(std::string("+") + Name); }
@@ -117,7 +117,7 @@ struct StringExtras : NSString {
   NSUInteger twice() { return send(this, NSString::length) * 2; }
 };
 
-/// No binary defines this one.
+/// No binary defines this class.
 struct AbsentFixture : NSObject {};
 struct OrphanFixture : AbsentFixture {
   int seven() { return 7; }
@@ -156,7 +156,7 @@ OBJC_CLASS(ProbedFixture, NSObject, objc::Ivar<"first", &ProbedFixture::first>,
            objc::Ivar<"second", &ProbedFixture::second>)
 OBJC_CLASS(MoreProbedFixture, ProbedFixture, objc::Ivar<"third", &MoreProbedFixture::third>)
 OBJC_CLASS(PlainProbedFixture, MoreProbedFixture, objc::Ivar<"plain", &PlainProbedFixture::plain>)
-// Before its class: a category takes the class for another binary's, which may be missing.
+// Before its class: a category assumes that the class is in another binary and may be missing.
 OBJC_CATEGORY(CategoryFixture, Extras, objc::Method<"added", &CategoryFixtureExtras::added>,
               objc::Method<"replaced", &CategoryFixtureExtras::replacement>,
               objc::ClassMethod<"ofClass", &CategoryFixtureExtras::ofClass>)
@@ -164,7 +164,7 @@ OBJC_CLASS(CategoryFixture, NSObject, objc::Method<"kept", &CategoryFixture::kep
            objc::Method<"replaced", &CategoryFixture::replaced>)
 OBJC_CATEGORY(NSString, FixtureExtras, objc::Method<"twiceTheLength", &StringExtras::twice>)
 
-// The child stands first, to show that the order in the binary does not matter.
+// The child comes first, to show that the order in the binary does not matter.
 OBJC_CLASS(OrphanChildFixture, OrphanFixture)
 OBJC_CLASS_IF_SUPERCLASS(OrphanFixture, AbsentFixture, objc::Method<"seven", &OrphanFixture::seven>)
 OBJC_CLASS_IF_SUPERCLASS(PresentFixture, NSObject, objc::Method<"seven", &PresentFixture::seven>)

@@ -1,4 +1,4 @@
-// Type encodings, as the platform's compiler writes them for arm64; and for armv7, where whole
+// Type encodings, as the platform's compiler writes them for arm64, and for armv7, where whole
 // numbers and a CGFloat have 32 bits.
 #include "objc/encoding.h"
 

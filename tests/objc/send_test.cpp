@@ -47,7 +47,7 @@ struct SendFixture : NSObject {
   Triple triple(long start) { return {start, start + 1, start + 2}; }
   Mixed mixed(Mixed given) { return {given.whole + 1, given.part / 2}; }
   SendFixture* self() { return this; }
-  /// More than registers hold, of both kinds.
+  /// More arguments than registers, of both kinds.
   double sum(int a, double b, int c, double d, int e, double f, int g, double h, int i, double j,
              double k, double l, double m, double n, CGRect rect) {
     return a + 2 * b + 3 * c + 4 * d + 5 * e + 6 * f + 7 * g + 8 * h + 9 * i + 10 * j + 11 * k +
@@ -70,12 +70,12 @@ struct SendFixture : NSObject {
     return sum;
   }
   static CGSize classSize() { return {5, 6}; }
-  /// The platform's own BOOL on 32 bits may be any byte.
+  /// On 32 bits, the platform's own BOOL may be any byte.
   static unsigned char odd(SendFixture*, SEL) { return 2; }
   static unsigned char oddOfClass(Class, SEL) { return 0x80; }
-  /// What a BOOL argument holds, as another binary's code sees it.
+  /// The byte of a BOOL argument, as another binary's code sees it.
   static int byteOf(SendFixture*, SEL, unsigned char flag) { return flag; }
-  /// The same as ours sees it: any byte but zero is yes.
+  /// The same as our code sees it: any byte except zero means yes.
   int taken(bool flag) { return flag ? 1 : 0; }
   NSObject* echoed(NSObject* given) { return given; }
 
@@ -128,7 +128,8 @@ struct SendSubclass : SendFixture {
   }
   int taken(bool flag) { return 10 + sendSuper<SendSubclass>(this, kTaken, flag); }
 };
-/// Overrides nothing: a message to super from below must start above the class, not the object.
+/// Overrides nothing: a message to super must start above the class that sends it, not above the
+/// object's.
 struct SendSubSubclass : SendSubclass {};
 
 }  // namespace
@@ -182,7 +183,8 @@ static_assert(Sendable<Fixture, decltype(F::kJuggle), int>);
 static_assert(!Sendable<Fixture, decltype(F::kJuggle), int, int>);
 static_assert(Sendable<Fixture, decltype(F::kInset), CGRect, CGFloat>);
 static_assert(!Sendable<Fixture, decltype(F::kInset), CGFloat, CGRect>);
-// What does not convert to the declared type is refused, and so is a receiver of another class.
+// An argument that does not convert to the declared type is refused, and so is a receiver of
+// another class.
 static_assert(!Sendable<Fixture, decltype(F::kInset), CGRect, CGRect>);
 static_assert(!Sendable<Fixture, decltype(F::kEchoed), SEL>);
 static_assert(Sendable<Fixture, decltype(F::kEchoed), NSString*>);
@@ -200,7 +202,7 @@ concept SendableToSuper = requires(Self self, Message message, A... arguments) {
 static_assert(SendableToSuper<SendSubclass*, decltype(F::kJuggle), int>);
 static_assert(!SendableToSuper<SendSubclass*, decltype(F::kJuggle)>);
 
-// Each case sends twice: the first looks the method up, the second finds it in the cache.
+// Each case sends twice: the first call looks the method up, the second finds it in the cache.
 class Send : public testing::Test {
  protected:
   Strong<SendFixture> fixture = objc::make<SendFixture>();
@@ -228,7 +230,7 @@ TEST_F(Send, MixedArguments) {
 
 TEST_F(Send, ArgumentsTravelAsDeclared) {
   for (int i = 0; i < 2; ++i) {
-    // Neither of these has the type of the method's own argument.
+    // Neither has the type of the method's argument.
     EXPECT_EQ(send(fixture, F::kProduct, 3, 4, 2), 24.0);
     EXPECT_EQ(send(fixture, F::kProduct, 1.5F, static_cast<short>(4), 2.0F), 12.0);
     expectRect(send(fixture, F::kInset, {{10, 20}, {30, 40}}, 5), 15, 25, 20, 30);
@@ -311,7 +313,7 @@ TEST_F(Send, VariadicArguments) {
     EXPECT_EQ(send(fixture, F::kTotal, 0), 0);
     EXPECT_EQ(send(fixture, F::kTotal, 10, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0, 10.0), 55);
     EXPECT_EQ(F::kTotalOfClass(10, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0, 10.0), -55);
-    // The named argument travels as declared, whatever is given.
+    // The named argument is passed as declared, whatever its type is at the call.
     EXPECT_EQ(send(fixture, F::kTotal, short{2}, 0.5, 0.25), 0.75);
     EXPECT_EQ(F::kTotalOfClass(short{1}, 0.5), -0.5);
   }
@@ -342,7 +344,7 @@ TEST_F(Send, ADeclarationHasItsMethodsTypes) {
   EXPECT_EQ(types(F::kProduct), "d@:dif");
   EXPECT_EQ(types(F::kTaken), nativeEncoding("i@:B"));
   EXPECT_EQ(types(F::kClassSize), nativeEncoding("{CGSize=dd}@:"));
-  // Of the named arguments alone.
+  // Only the named arguments.
   EXPECT_EQ(types(F::kTotal), "d@:i");
 }
 
@@ -360,7 +362,7 @@ TEST_F(Send, NilAnswersZero) {
 
 TEST_F(Send, NilAnswersZeroWhateverTheFloatingPointRegistersHold) {
   NSObject* nobody = nullptr;
-  // The arguments fill the registers that a result comes back in.
+  // The arguments fill the registers in which a result would be returned.
   EXPECT_EQ(send(nullptr, F::kProduct, 1.5, 4, 2.0F), 0.0);
   EXPECT_EQ((objc::perform<float>(nobody, F::kProduct, 1.5F, 4, 2.0F)), 0.0F);
 }
@@ -397,8 +399,7 @@ TEST_F(Send, TheBareMessengerZeroesBothRegistersOfAResult) {
   EXPECT_EQ(numberMessage(nullptr, sel_registerName("number:"), 0x500000006), 0);
   auto realMessage = reinterpret_cast<double (*)(id, SEL, double)>(&objc_msgSend);
   EXPECT_EQ(realMessage(nullptr, sel_registerName("real:"), 1.1), 0);
-  // In 32 bits numbers alone come back in two registers; structures are the business of another
-  // messenger.
+  // On 32 bits only numbers are returned in two registers; structures use another messenger.
   if constexpr (sizeof(void*) < 8) return;
   auto message = reinterpret_cast<CGSize (*)(id, SEL, CGSize)>(&objc_msgSend);
   CGSize size = message(nullptr, sel_registerName("doubled:"), CGSize{3, 4});

@@ -1,4 +1,4 @@
-// Graphics contexts: when there is one, which is current, and how long it lives.
+// Graphics contexts: when one is available, which is current, and how long it lives.
 #include <dirent.h>
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Contexts and threads, as the device has it: current per thread, on several at once, never stuck.
+// Contexts and threads, as on the device: current for one thread, on several at once, never stuck.
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -26,7 +26,7 @@ class Threads : public test::Hosted {
       function();
     }).join();
   }
-  /// A frame of one pixel in that colour; answers what reads back.
+  /// Clears a frame of one pixel to that colour, and reads it back.
   static std::array<unsigned char, 4> clearedTo(float red, float green, float blue) {
     glClearColor(red, green, blue, 1);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -66,7 +66,7 @@ TEST_F(Threads, OneContextServesOneAfterTheOther) {
   EAGLContext::setCurrentContext(context);
   makeFrame();
   EXPECT_EQ(clearedTo(1, 0, 0), kRed);
-  // Neither gave it back before, nor does the one that ends.
+  // Neither thread released the context, nor does the one that ends.
   for (int i = 0; i < 5; ++i) {
     run([&] {
       ASSERT_TRUE(EAGLContext::setCurrentContext(context));

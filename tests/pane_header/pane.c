@@ -1,4 +1,4 @@
-// A caller of every function, in C and in C++.
+// Calls every function, in C and in C++.
 #include "varnix/pane.h"
 
 int call(UIViewController *pane, UIColor *color, UIImage *image, NSString *text);

@@ -1,4 +1,4 @@
-// A caller of the settings store, in Objective-C.
+// Uses the settings store, in Objective-C.
 #import "varnix/pane.h"
 
 id row(PSSpecifier *specifier, UIViewController *pane, UIColor *color);

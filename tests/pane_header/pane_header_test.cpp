@@ -1,4 +1,4 @@
-// The header for panes, compiled as the languages that panes are written in.
+// The header for panes, compiled in the languages in which panes are written.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

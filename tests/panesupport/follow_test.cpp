@@ -1,4 +1,4 @@
-// The follow invitation: its alerts, the accounts, the requests, and who keeps whom alive.
+// The follow invitation: its alerts, accounts and requests, and what keeps what alive.
 #include <atomic>
 
 #include "support/follow.h"
@@ -33,7 +33,7 @@ void countHandler(NSObject* self, SEL command) {
 
 class PanesupportFollow : public Follow {
  protected:
-  /// Invites to follow "maker" on a device with those accounts.
+  /// Invites the user to follow "maker", on a device with those accounts.
   void invite(const Lines& accounts, bool granted = true) {
     settingsApplication();
     watchHandlers();
@@ -47,7 +47,7 @@ class PanesupportFollow : public Follow {
     handlerDealloc.install<&countHandler>(objc_getClass("QKWelcomeTwitterHandler"),
                                           NSObject::dealloc);
   }
-  /// And the user would love to.
+  /// Also presses the button that accepts.
   void agree(const Lines& accounts, bool granted = true) {
     invite(accounts, granted);
     pressInPool(1);
@@ -91,7 +91,7 @@ TEST_F(PanesupportFollow, HasAnInvitationOfItsOwnForANilMessage) {
   EXPECT_EQ(texts(alert()), (Lines{"A title", kInvitation, "1", "No thanks!", "I'd love to!"}));
 }
 
-// An empty message is one.
+// An empty message is still a message.
 TEST_F(PanesupportFollow, ShowsAnEmptyMessageAndNoTitle) {
   settingsApplication();
   show(nullptr, ""_ns, nullptr);
@@ -232,7 +232,7 @@ TEST_F(PanesupportFollow, FollowsNobodyWithoutAName) {
                    "follow=FALSE of 1"}));
 }
 
-// An application that is not Settings has neither framework until the helper loads them.
+// An application other than Settings has neither framework until the helper loads them.
 TEST_F(PanesupportFollow, LoadsItsFrameworksWhenItNeedsThem) {
   installFramework("Accounts");
   installFramework("Social");
@@ -287,7 +287,7 @@ TEST_F(PanesupportFollow, SendsTheRequestToTheServer) {
   EXPECT_TRUE(anAlertAppears());
 }
 
-// Whatever the server says, the user is thanked.
+// The user is thanked, whatever the server answers.
 TEST_F(PanesupportFollow, LooksAtNoOutcome) {
   test::LoopbackServer server("HTTP/1.0 500 Broken\r\n\r\n");
   setenv("VARNIX_SOCIAL_HOST", server.address().c_str(), 1);

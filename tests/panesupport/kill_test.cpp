@@ -18,7 +18,7 @@ class Kill : public Pane {
     kill = exported<decltype(QKKillProcess)>("QKKillProcess");
     ASSERT_NE(kill, nullptr);
   }
-  /// A killall that writes down how it was called, then lives on for a while if asked to.
+  /// A killall that records how it was called, and then keeps running if asked to.
   void killallWrites(const std::string& after = "") const {
     program("killall", "cd '" + folder.path() +
                            "'\n"
@@ -27,7 +27,7 @@ class Kill : public Pane {
                            "echo end >>words\nmv words arguments\n" +
                            after);
   }
-  /// The child's words behind its own name, which the interpreter takes up.
+  /// The child's arguments after its own name. The shell comes before them.
   std::string arguments() const {
     const std::string path = folder.path() + "/arguments";
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(path); }));
@@ -35,7 +35,7 @@ class Kill : public Pane {
     const std::size_t script = text.find("killall\n");
     return script == std::string::npos ? text : text.substr(script);
   }
-  /// Waits for a child to end without reaping it: its identifier, 0 for none.
+  /// Waits for a child to end without reaping it. Returns its identifier, 0 if there is none.
   static pid_t endedChild() {
     siginfo_t info{};
     return waitid(P_ALL, 0, &info, WEXITED | WNOWAIT) == 0 ? info.si_pid : 0;
@@ -60,7 +60,7 @@ TEST_F(Kill, TakesASignalsNameOrNumber) {
 }
 
 TEST_F(Kill, GivesTheChildItsName) {
-  // A program of its own, not a script: it complains under the name that it was given.
+  // A real program instead of a script: its error message shows the name that it was given.
   std::filesystem::create_directories(folder.path() + "/usr/bin");
   std::filesystem::copy("/bin/sleep", folder.path() + "/usr/bin/killall");
   testing::internal::CaptureStderr();

@@ -14,7 +14,7 @@ class Mail : public Pane {
     openMail = exported<decltype(QKOpenMailAddress)>("QKOpenMailAddress");
     ASSERT_NE(openMail, nullptr);
   }
-  /// The URLs that were opened, a line each.
+  /// The opened URLs, one in each line.
   static std::string opened() {
     std::string lines;
     auto* urls = host::openedURLs();

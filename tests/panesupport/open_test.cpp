@@ -1,4 +1,4 @@
-// Which client a profile opens in, and the URL that it gets.
+// Which client opens a profile, and the URL that it gets.
 #include "support/follow.h"
 
 namespace {
@@ -48,7 +48,7 @@ TEST_F(PanesupportOpen, OpensAnEmptyName) {
   EXPECT_EQ(openWith({}, ""_ns), Lines({"https://twitter.com/"}));
 }
 
-// The client is there, so nothing else is tried.
+// The client is installed, so nothing else is tried.
 TEST_F(PanesupportOpen, OpensNothingForANameThatNoUrlCanHold) {
   EXPECT_EQ(openWith({"tweetbot"}, "two words"_ns), Lines());
   openUsername(test::string("n\u00e4me"));
@@ -70,7 +70,7 @@ TEST_F(PanesupportOpen, AsksForBareSchemesInOrder) {
   settingsApplication();
   canOpenURL.install<&noteQuestion>(objc_getClass("UIApplication"), UIApplication::canOpenURL);
   openUsername("maker"_ns);
-  // The last question is the application's own, on opening.
+  // The last question is the application's own, when it opens the URL.
   EXPECT_EQ(
       asked,
       Lines({"tweetbot:", "twitterrific:", "tweetings:", "twitter:", "https://twitter.com/maker"}));

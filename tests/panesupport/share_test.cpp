@@ -1,4 +1,4 @@
-// The share button: how it looks, what it holds, what a tap does, and a larger superclass.
+// The share button: how it looks, what it contains, what a tap does, and a larger superclass.
 #include "objc/define.h"
 #include "panesupport/QKBarButtonItem.h"
 #include "runtime/runtime.h"
@@ -9,7 +9,7 @@ namespace {
 using test::Follow;
 using test::words;
 
-/// Stands for a string whose life is observed.
+/// Replaces a string, so that its end can be observed.
 struct ShareFixtureText : NSObject {
   static inline int gone = 0;
   void dealloc() {
@@ -85,12 +85,12 @@ TEST_F(PanesupportShare, HasAnEmptyBackground) {
   const auto size = send<CGSize>(background, "size"_sel);
   EXPECT_EQ(size.width, 20);
   EXPECT_EQ(size.height, 20);
-  // The screen's scale is what a context of scale zero takes.
+  // A context of scale zero uses the screen's scale.
   UIGraphicsBeginImageContextWithOptions({1, 1}, false, 0);
   auto* sample = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
   EXPECT_EQ(send<CGFloat>(background, "scale"_sel), send<CGFloat>(sample, "scale"_sel));
-  // Drawn over red, it leaves red.
+  // Drawn over red, it does not change it.
   UIGraphicsBeginImageContextWithOptions({20, 20}, true, 1);
   send<void>(send<UIColor*>(objc_getClass("UIColor"), "redColor"_sel), "set"_sel);
   CGContextFillRect(UIGraphicsGetCurrentContext(), {{0, 0}, {20, 20}});
@@ -199,12 +199,12 @@ TEST_F(PanesupportShare, LoadsTheFrameworkOnATap) {
   EXPECT_EQ(test::answer(presented(controller), "_initialText"_sel), "text");
 }
 
-// The platform's class has grown since the library was compiled: its new variables and ours must
-// not lie on each other.
+// The platform's class has grown since the library was compiled: its new variables must not overlap
+// ours.
 class PanesupportShareGrown : public PanesupportShare {
  protected:
   static constexpr std::uint32_t kGrown = 40;
-  /// Settings on a platform whose buttons have that many bytes more.
+  /// Settings on a platform whose buttons are that many bytes larger.
   void grownSettings() {
     start("com.apple.Preferences");
     before_ = class_getInstanceSize(objc_getClass("UIBarButtonItem"));
@@ -224,7 +224,7 @@ TEST_F(PanesupportShareGrown, KeepsApartFromTheNewVariables) {
     add(controller, nullptr, static_cast<NSString*>(test::make<NSObject>("ShareFixtureText")));
     send<void>(button(controller), "setTitle:"_sel, "Share"_ns);
     auto* item = reinterpret_cast<char*>(button(controller));
-    // What the platform writes into its new variables, over and over.
+    // Plays the platform, which writes to its new variables again and again.
     for (std::size_t i = 0; i < kGrown; ++i) item[before_ + i] = '\xa5';
     EXPECT_EQ(send<UIViewController*>(button(controller), "container"_sel), controller.get());
     auto* text = send<NSObject*>(button(controller), "shareText"_sel);

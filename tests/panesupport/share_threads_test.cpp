@@ -1,4 +1,4 @@
-// The share handler from many threads at once, and the lock that every object has.
+// The share handler used by many threads at once, and the lock that every object has.
 #include <atomic>
 #include <latch>
 #include <thread>
@@ -28,7 +28,7 @@ std::atomic<int> made;
 constinit objc::Hook<NSObject::init> handlerInit;
 NSObject* countInit(NSObject* self, SEL command) {
   ++made;
-  // Long enough for the others to come in between, were they let in.
+  // Long enough for other threads to get in, if they were let in.
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   return handlerInit.original(self, command);
 }
@@ -46,7 +46,7 @@ TEST_F(PanesupportShareThreads, MakeOneHandler) {
   for (NSObject* handler : handlers) EXPECT_EQ(handler, handlers[0]);
 }
 
-// Whoever holds the class's lock holds up the others.
+// A thread that holds the class's lock makes the others wait.
 TEST_F(PanesupportShareThreads, WaitForTheLockOfTheClass) {
   settingsApplication();
   Class cls = objc_getClass("QKTwitterShareHandler");
@@ -60,7 +60,7 @@ TEST_F(PanesupportShareThreads, WaitForTheLockOfTheClass) {
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_FALSE(answered);
-    // The holder itself is let in.
+    // The holder itself does not wait.
     EXPECT_NE(send<NSObject*>(cls, "sharedInstance"_sel), nullptr);
   }
   other.join();
@@ -83,7 +83,7 @@ TEST_F(PanesupportShareThreads, TakeTurns) {
   EXPECT_NE(objc_sync_exit(object), 0);
 }
 
-// One that is not inside cannot let the others in.
+// A thread that does not hold the lock cannot let others in.
 TEST_F(PanesupportShareThreads, AreNotEndedByAThreadThatIsNotInside) {
   NSObject* object = test::make<NSObject>("NSObject");
   EXPECT_EQ(objc_sync_enter(object), 0);
@@ -99,7 +99,7 @@ TEST_F(PanesupportShareThreads, AreNotEndedByAThreadThatIsNotInside) {
   }).join();
 }
 
-// Completions come on threads of the platform's.
+// Completions run on the platform's threads.
 TEST_F(PanesupportShareThreads, FollowFromManyCompletionsAtOnce) {
   settingsApplication();
   host::setAccounts("com.apple.twitter"_ns, test::strings({"only"}));

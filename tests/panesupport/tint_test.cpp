@@ -1,4 +1,4 @@
-// A settings pane in its own colour, and in the system's again.
+// A settings pane in its own colour, and then in the system's again.
 #include "support/pane.h"
 #include "varnix/pane.h"
 
@@ -23,7 +23,7 @@ class Tint : public Pane {
   }
 
   static UIViewController* controller(const char* name) { return make<UIViewController>(name); }
-  /// Of a class of its own.
+  /// Makes a pane with a class of its own.
   static UIViewController* newPane(const char* name) {
     Class cls = objc_allocateClassPair(objc_getClass("UIViewController"), name, 0);
     objc_registerClassPair(cls);
@@ -45,7 +45,7 @@ class Tint : public Pane {
   static UIView* bar(UIViewController* navigation) {
     return send<UIView*>(navigation, "navigationBar"_sel);
   }
-  /// The colour of the bar's title where that is the one attribute it has.
+  /// The colour of the bar's title if that is its only attribute.
   static std::string title(UIViewController* navigation) {
     auto* attributes = send<NSDictionary*>(bar(navigation), "titleTextAttributes"_sel);
     if (attributes == nullptr) return "system";
@@ -63,7 +63,7 @@ class Tint : public Pane {
   static UIRectEdge edges(UIViewController* of) {
     return send<UIRectEdge>(of, "edgesForExtendedLayout"_sel);
   }
-  /// What a property of a new control is once the control is in a view.
+  /// The value of a new control's property after the control is added to a view.
   static std::string inside(UIView* container, const char* control, const char* property) {
     auto* view = make<UIView>(control);
     send<void>(container, "addSubview:"_sel, view);

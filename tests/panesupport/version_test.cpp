@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 
-/// Seconds after the first moment of 2001 of moments around the years' ends, GMT.
+/// Moments around the ends of years, in seconds since the start of 2001, GMT.
 constexpr double kFirstOf2015 = 441763200;
 constexpr double kFirstOf2016 = 473299200;
 constexpr double kMidst2016 = kFirstOf2016 + 180 * 86400.0;
@@ -32,7 +32,7 @@ class Version : public Pane {
   std::string footer(const char* firstYear, const char* package = "com.example.pack") {
     return property(specifier(firstYear, package), "footerText");
   }
-  /// A package manager that knows one package.
+  /// A package manager that knows a single package.
   void knowsThePackage() {
     program("dpkg",
             "[ \"$1 $2\" = '-s com.example.pack' ] || { echo \"no package $2\" >&2; exit 1; }\n"
@@ -148,7 +148,7 @@ TEST_F(Version, IsEmptyWhereTheShellCannotBeRun) {
 }
 
 TEST_F(Version, IsEmptyWithoutPackageManager) {
-  // Whatever the machine has under that name, it does not know this package.
+  // Even if this machine has such a program, it does not know this package.
   EXPECT_EQ(footer("2016", "com.example.none"), "© The Holder 2016\n ");
 }
 

@@ -13,7 +13,7 @@
 namespace pictures {
 
 inline std::string nameOf(const testing::TestParamInfo<Kind>& kind) { return kind.param.name; }
-/// For messages of GoogleTest.
+/// For GoogleTest's messages.
 inline void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 
 }  // namespace pictures
@@ -29,10 +29,10 @@ inline void PrintTo(const Color& color, std::ostream* out) {
 
 namespace test {
 
-/// As much as the roundings of a few operations on components add up to.
+/// The limit for rounding errors of a few operations on components.
 inline constexpr double kRounding = 4 * double{std::numeric_limits<CGFloat>::epsilon()};
 
-/// The plain function of that name, under PlainAnalysis.
+/// The plain function of that name, with PlainAnalysis.
 template <class Function>
 Function* plainFunction(const char* name) {
   void* function = host::librarySymbol(VARNIX_PLAIN_FUNCTIONS, name);
@@ -69,7 +69,7 @@ inline reference::Color componentsOf(UIColor* color) {
   return {c[0], c[1], c[2], isGrey};
 }
 
-/// A fixture around one picker.
+/// A fixture with one picker.
 class Analysis : public Hosted {
  protected:
   explicit Analysis(const char* library = VARNIX_LIBRARY) : library_(library) {}
@@ -81,8 +81,7 @@ class Analysis : public Hosted {
     ASSERT_NE(picker, nullptr);
   }
 
-  /// For steps of a request that a test asks for by themselves: without a context there is no
-  /// frame.
+  /// For tests of a request's separate steps: without a context there is no frame.
   void makeContextCurrent() { ASSERT_TRUE(send<bool>(picker, "setupContext"_sel)); }
 
   NSObject* schemeOf(UIImage* image) {
@@ -98,7 +97,8 @@ class Analysis : public Hosted {
     return send<UIColor*>(scheme, "secondaryTextColor"_sel);
   }
 
-  /// What the pass sees of a picture: itself where it has the size, else the picker's squeezed one.
+  /// What the pass sees of a picture: the picture itself if it has the right size, else the
+  /// picker's squeezed copy.
   reference::Pixels squeezed(const pictures::Picture& picture, UIImage* image) {
     if (picture.width != reference::kSide || picture.height != reference::kSide) {
       return pixelsOf(send<UIImage*>(picker, "scaleImage:width:height:"_sel, image,
@@ -109,15 +109,14 @@ class Analysis : public Hosted {
     return pixels;
   }
 
-  /// The last pass's frame. The library leaves the dumped image's provider behind, which is let go
-  /// here.
+  /// The last pass's frame. The library does not release the dumped image's provider, so this does.
   reference::Pixels dumpedFrame(UIColor** biggest = nullptr) {
     makeContextCurrent();
     auto* image =
         send<UIImage*>(picker, "dumpImageWithWidth:height:biggestAlphaColorReturn:"_sel,
                        NSUInteger{reference::kSide}, NSUInteger{reference::kSide}, biggest);
     auto* dumped = send<CGImageRef>(image, "CGImage"_sel);
-    // Somebody who enlarges it sees the frame's own pixels.
+    // If the image is enlarged, its pixels must stay visible.
     EXPECT_FALSE(CGImageGetShouldInterpolate(dumped));
     CGDataProviderRef provider = CGImageGetDataProvider(dumped);
     auto* data = static_cast<NSData*>(objc_autorelease(CGDataProviderCopyData(provider)));
@@ -135,7 +134,7 @@ class Analysis : public Hosted {
   const char* library_;
 };
 
-/// With the functions that the library keeps to itself: they are loaded in its place.
+/// With the library's internal functions: a module with them is loaded instead of the library.
 class PlainAnalysis : public Analysis {
  protected:
   PlainAnalysis() : Analysis(VARNIX_PLAIN_FUNCTIONS) {}

@@ -1,4 +1,4 @@
-// Requests through the picker's queue: where they compute, where they answer, what is kept.
+// Requests through the picker's queue: where they compute, where they answer, and what is kept.
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
@@ -55,7 +55,7 @@ class Asynchronous : public test::Hosted {
   NSObject* picker = nullptr;
 };
 
-/// Keeps a queue busy until it is let go.
+/// Keeps a queue busy until it is released.
 class Blocker {
  public:
   explicit Blocker(dispatch_queue_t queue) {
@@ -131,7 +131,7 @@ TEST_F(Asynchronous, DropsRequestsInTheBackground) {
   request(picker, plainPicture(1, 2, 3), done);
   requestDictionary(plainPicture(1, 2, 3), dictionary);
   enterState(0);
-  // What comes later is answered, and nothing was left waiting before it.
+  // Later requests are answered, and none was waiting before them.
   bool later = false;
   auto last = makeBlock<void(NSObject*)>([&](NSObject*) { later = true; });
   request(picker, plainPicture(1, 2, 3), last);
@@ -228,11 +228,11 @@ TEST_F(Asynchronous, SharesOnePicker) {
   EXPECT_EQ(pickersMade, 1);
 }
 
-/// Each request's image carries its number; each answer must be its own, in order.
+/// Each request's image contains its number; each answer must be its own, in order.
 TEST_F(Asynchronous, AThousandInFlightLoseNothing) {
   constexpr int kPickers = 4;
 #if defined(VARNIX_ARCHITECTURE)
-  constexpr int kEach = 25;  // An emulated processor draws for two minutes at a thousand.
+  constexpr int kEach = 25;  // With a thousand, an emulated processor draws for two minutes.
 #else
   constexpr int kEach = 250;
 #endif

@@ -1,4 +1,4 @@
-// What the makers of pictures draw with.
+// Used by the code that makes pictures.
 #pragma once
 
 #include <random>
@@ -11,7 +11,7 @@ struct Rgba {
   std::uint8_t red, green, blue, alpha = 255;
 };
 
-/// The same numbers everywhere: the standard's distributions differ from library to library.
+/// The same numbers everywhere: the standard's distributions differ between libraries.
 class Dice {
  public:
   explicit Dice(unsigned seed) : engine_(seed) {}
@@ -32,7 +32,7 @@ struct Size {
   unsigned width, height;
 };
 
-/// One that needs no squeezing, and others.
+/// One size that needs no squeezing, and others that do.
 inline Size someSize(std::size_t index) {
   constexpr std::array<Size, 8> kSizes{
       {{32, 32}, {32, 32}, {64, 64}, {32, 32}, {37, 101}, {32, 32}, {180, 120}, {96, 33}}};
@@ -47,7 +47,7 @@ inline void put(Picture& picture, unsigned x, unsigned y, const Rgba& color) {
   pixel[3] = color.alpha;
 }
 
-/// The function gives each pixel's colour.
+/// The function returns the colour of each pixel.
 template <class Function>
 Picture paint(std::string name, Size size, Function colorAt) {
   Picture picture{std::move(name), size.width, size.height,

@@ -1,5 +1,5 @@
-// Frames made up by a test, which the picker reads instead of drawn ones. For one source file of an
-// executable: it defines a platform function.
+// Frames that a test makes up, which the picker reads instead of drawn ones. Include this in only
+// one source file of an executable: it defines a platform function.
 #pragma once
 
 #include <dlfcn.h>
@@ -12,7 +12,7 @@
 
 namespace test {
 
-/// What the picker reads while it is not empty.
+/// What the picker reads, unless it is empty.
 inline std::vector<reference::Pixel> chosenFrame;
 
 }  // namespace test
@@ -31,7 +31,7 @@ extern "C" void glReadPixels(GLint x, GLint y, GLsizei width, GLsizei height, GL
 
 namespace test {
 
-/// A fixture around frames and colours that a test makes up.
+/// A fixture for frames and colours that a test makes up.
 class ChosenFrame : public Analysis {
  protected:
   static constexpr reference::Color kBlack{0, 0, 0};
@@ -45,7 +45,7 @@ class ChosenFrame : public Analysis {
   }
   void TearDown() override { chosenFrame.clear(); }
 
-  /// Empty frames of that size are what is read from now on.
+  /// From now on, empty frames of that size are read.
   static void readFrame(unsigned width = reference::kSide, unsigned height = reference::kSide) {
     chosenFrame.assign(std::size_t{width} * height, {0, 0, 0, 0});
   }
@@ -55,7 +55,7 @@ class ChosenFrame : public Analysis {
   static UIColor* platformColor(const reference::Color& color) {
     return UIColor::colorWithRed(color.red, color.green, color.blue, 1);
   }
-  /// The scheme of the frame that is read, for that background.
+  /// The scheme for that background, from the frame that is read.
   NSObject* schemeFor(UIColor* background) {
     auto* scheme = make<NSObject>("CQColorScheme");
     send<void>(scheme, "setBackgroundColor:"_sel, background);
@@ -93,7 +93,7 @@ constexpr reference::Color color(unsigned red, unsigned green, unsigned blue) {
   return {red / kRange, green / kRange, blue / kRange};
 }
 
-/// The next single-precision number, and the one before.
+/// The next larger single-precision number, and the next smaller one.
 inline float above(float value) { return std::nextafter(value, 2.0F); }
 inline float below(float value) { return std::nextafter(value, 0.0F); }
 

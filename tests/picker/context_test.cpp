@@ -1,5 +1,5 @@
-// The thread's GL context belongs to the application: an analysis gives it back, and calls no GL
-// function without one of its own.
+// The thread's GL context belongs to the application: an analysis restores it, and calls GL
+// functions only in a context of its own.
 #include <dlfcn.h>
 
 #include "objc/autorelease_pool.h"
@@ -19,8 +19,8 @@ Function* next(const char* name) {
 
 }  // namespace
 
-// The first GL calls of each of an analysis's steps, found before the platform's own by everything
-// in this process.
+// The first GL calls of each step of an analysis. Everything in this process finds these before the
+// platform's.
 extern "C" {
 void glGetIntegerv(GLenum name, GLint* value) {
   next<decltype(glGetIntegerv)>("glGetIntegerv")(name, value);
@@ -104,7 +104,7 @@ TEST_F(PickerContext, IsNoneWhereThereWasNone) {
   }
 }
 
-// One that is let go meanwhile would leave nothing to go back to.
+// If the old context were freed meanwhile, there would be nothing to restore.
 TEST_F(PickerContext, LivesAsLongAsItIsNeeded) {
   {
     objc::AutoreleasePool pool;
@@ -158,7 +158,7 @@ TEST_F(PickerContext, OfSomebodyElseIsCalledNoFunctionOf) {
   EXPECT_EQ(EAGLContext::currentContext(), mine);
 }
 
-// Each step by itself, as another extension might send it.
+// Each step separately, as another extension might send it.
 TEST_F(PickerContext, IsAskedForByEachStep) {
   ASSERT_EQ(EAGLContext::currentContext(), nullptr);
   send(picker, CQColorPicker::setupFrameBuffer);

@@ -1,4 +1,4 @@
-// Which colours read well on which, and what is taken where they do not.
+// Which colours are readable on which, and what is used if they are not.
 #include "objc/autorelease_pool.h"
 #include "picker/chosen_frame.h"
 
@@ -12,7 +12,7 @@ class PickerContrast : public ChosenFrame {};
 TEST_F(PickerContrast, ContrastTakes125OfBrightness) {
   EXPECT_FALSE(contrastsWithBlack(color(255, 33, 255)));  // 124.7
   EXPECT_TRUE(contrastsWithBlack(color(255, 34, 255)));   // 125.3
-  // The very limit is enough. Its components are single-precision numbers.
+  // Exactly at the limit is enough. The components are single-precision numbers.
   float green = 33.0F / 255;
   while (reference::yOf({1, green, 1}) * 255 < 125) green = above(green);
   ASSERT_EQ(reference::yOf({1, green, 1}) * 255, 125.0F);

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// In the order of their names; none where there is no such folder.
+/// In the order of their names; empty if the folder does not exist.
 std::vector<fs::path> filesIn(const fs::path& folder, const std::string& extension) {
   std::vector<fs::path> files;
   std::error_code absent;
@@ -31,7 +31,7 @@ Picture open(const fs::path& file) {
   std::string why;
   const auto decoded = host::imageio::decode(bytes.str(), &why);
   if (!decoded) throw std::runtime_error(file.string() + ": " + why);
-  // Large ones are thinned out, or their pixels would take most of a test's time.
+  // Large ones are thinned out, since their pixels would take most of a test's time.
   constexpr unsigned kLongestSide = 512;
   const unsigned step = std::max(decoded->width, decoded->height) / kLongestSide + 1;
   return paint(file.filename().string(), {decoded->width / step, decoded->height / step},
@@ -50,7 +50,7 @@ Picture crop(const Picture& from, unsigned left, unsigned top, Size size) {
   });
 }
 
-/// The hue turned by that many thirds of the circle.
+/// The hue turned by that many thirds of a circle.
 Picture turned(const Picture& from, unsigned thirds) {
   return paint(from.name + " turned " + std::to_string(thirds), {from.width, from.height},
                [&](unsigned x, unsigned y) {
@@ -59,7 +59,7 @@ Picture turned(const Picture& from, unsigned thirds) {
                });
 }
 
-/// Of the fetched ones: enough for a look, few enough for a quick test.
+/// Some of the fetched ones: enough for variety, few enough for a quick test.
 void addFetched(std::vector<Picture>& all, const fs::path& folder, const char* extension,
                 std::size_t most) {
   std::vector<fs::path> files = filesIn(folder, extension);

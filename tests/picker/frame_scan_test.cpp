@@ -1,11 +1,11 @@
-// The most frequent colour of a frame, of any size, and far from another colour or not.
+// The most frequent colour of a frame of any size, with or without a distance from another colour.
 #include <limits>
 #include <utility>
 
 #include "objc/autorelease_pool.h"
 #include "picker/chosen_frame.h"
 
-/// The provider of the last dump, which the library leaves behind.
+/// The provider of the last dump, which the library does not release.
 static CGDataProviderRef lastProvider = nullptr;
 
 extern "C" CGDataProviderRef CGDataProviderCreateWithData(
@@ -15,7 +15,7 @@ extern "C" CGDataProviderRef CGDataProviderCreateWithData(
   return lastProvider = real(info, data, size, release);
 }
 
-// Frames that no memory can hold are asked for below.
+// The tests below ask for frames that no memory can hold.
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
 
 namespace {
@@ -157,7 +157,7 @@ TEST_F(PickerFrameScan, FramesThatCannotBeReadAreBlack) {
   using Size = std::pair<NSUInteger, NSUInteger>;
   constexpr NSUInteger kMost = std::numeric_limits<NSUInteger>::max();
   constexpr NSUInteger kLongest = 0x7fffffff;
-  // Their product wraps around to nothing.
+  // Their product overflows to zero.
   constexpr NSUInteger kRoot = NSUInteger{1} << sizeof(NSUInteger) * 4;
   for (const auto& [width, height] :
        {Size{0, 0}, Size{0, 32}, Size{32, 0}, Size{kMost, kMost}, Size{kMost, 2}, Size{2, kMost},

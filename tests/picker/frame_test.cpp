@@ -1,4 +1,4 @@
-// The pass over hundreds of pictures: every byte of the frame as the plain computation gives it.
+// The pass on hundreds of pictures: every byte of the frame equals the plain computation.
 #include "picker/analysis.h"
 
 #include <algorithm>

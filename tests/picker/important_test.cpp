@@ -1,4 +1,4 @@
-// The colour that stands for an image: over hundreds of pictures, and on both sides of every limit.
+// The colour that stands for an image: on hundreds of pictures, and on both sides of every limit.
 #include <cmath>
 
 #include "OpenGLES/gl.h"
@@ -12,7 +12,7 @@ using namespace test;
 using pictures::Picture;
 using reference::Color;
 
-/// A hue, and what is made of it, has the roundings of a quotient of small differences.
+/// A hue, and colours made from it, have the rounding errors of a quotient of small differences.
 constexpr double kOfHues = 4 * kRounding;
 
 UIColor* importantColor(UIImage* image) {
@@ -54,7 +54,7 @@ TEST_P(PickerImportant, IsThePlainComputations) {
 
 class PickerKept : public PlainAnalysis {};
 
-// What compiles shaders is slow and stays: the next question finds it.
+// Compiling shaders is slow, so the picker that has them is kept for the next question.
 TEST_F(PickerKept, IsTheSameForEachQuestion) {
   const objc::AutoreleasePool pool;
   importantColor(plainPicture(200, 30, 60));
@@ -65,7 +65,7 @@ TEST_F(PickerKept, IsTheSameForEachQuestion) {
 INSTANTIATE_TEST_SUITE_P(Pictures, PickerImportant, testing::ValuesIn(pictures::kKinds),
                          pictures::nameOf);
 
-/// The scheme that every picker finds while a test has chosen one.
+/// The scheme that every picker returns, if a test has chosen one.
 NSObject* chosenScheme = nullptr;
 
 NSObject* answerChosenScheme(NSObject*, SEL, UIImage*) { return chosenScheme; }
@@ -86,13 +86,13 @@ class ImportantChoice : public PlainAnalysis {
     send<void>(chosenScheme, "setPrimaryTextColor:"_sel, primary);
     send<void>(chosenScheme, "setSecondaryTextColor:"_sel, secondary);
   }
-  /// A grey with more red in it.
+  /// A grey with additional red.
   struct Reddish {
     CGFloat most, rest;
 
     CGFloat saturation() const { return (most - rest) / most; }
   };
-  /// That one or the next darker whose saturation is exactly the given one: not every number is the
+  /// This colour or the next darker one with exactly the given saturation: not every number is the
   /// quotient of two others.
   static UIColor* saturated(Reddish from, CGFloat saturation) {
     while (from.saturation() != saturation && from.most > CGFloat{0.25}) {
@@ -141,7 +141,7 @@ TEST_F(ImportantChoice, MiddlingSaturationIsPushed) {
 }
 
 TEST_F(ImportantChoice, ASaturationOf63PerCentIsVivid) {
-  // The very limit, or the next number above.
+  // Exactly the limit, or the next larger number.
   CGFloat limit = 0.63;
   if (limit < 0.63) limit = std::nextafter(limit, CGFloat{1});
   UIColor* vivid = saturated({0.5, 0.185}, limit);
@@ -161,7 +161,7 @@ TEST_F(ImportantChoice, ASaturationOf63PerCentIsVivid) {
 }
 
 TEST_F(ImportantChoice, ASaturationOf10PerCentIsGrey) {
-  // The very limit, or the next number below.
+  // Exactly the limit, or the next smaller number.
   CGFloat limit = 0.1;
   if (limit > 0.1) limit = std::nextafter(limit, CGFloat{0});
   UIColor* greyish = saturated({0.9997, 0.89973}, limit);

@@ -1,4 +1,4 @@
-// The picker and the colour scheme as objects: fields, creation, the application's state.
+// The picker and the colour scheme as objects: fields, creation, and the application's state.
 #include <dlfcn.h>
 
 #include "Dispatch/queue.h"

@@ -1,4 +1,4 @@
-// Pictures that are computed pixel by pixel.
+// Pictures computed pixel by pixel.
 #include <algorithm>
 #include <cmath>
 
@@ -36,7 +36,7 @@ std::vector<Picture> noise() {
     if (i % 3 == 0) {
       all.push_back(paint(name, size, [&](unsigned, unsigned) { return dice.color(); }));
     } else if (i % 3 == 1) {
-      // Around one colour: many distances close to the limit.
+      // Around one colour, so that many distances are close to the limit.
       const Rgba middle = dice.color();
       const unsigned spread = 8 + 8 * (i / 3 % 8);
       auto near = [&](std::uint8_t value) {
@@ -99,7 +99,7 @@ std::vector<Picture> inksOnPaper() {
     const auto& inks = i % 2 == 0 ? kDarkInks : kLightInks;
     const unsigned first = i / 4 % 4;
     const unsigned step = 1 + 2 * (i / 16 % 2);
-    // Strips in the upper left quarter, the first ink's the widest.
+    // Strips in the upper left quarter; the first ink's is the widest.
     all.push_back(paint("inks " + std::to_string(i), size, [&](unsigned x, unsigned y) {
       const unsigned column = 32 * x / size.width;
       const unsigned row = 32 * y / size.height;
@@ -128,7 +128,7 @@ std::vector<Picture> transparent() {
           return premultiplied(any);
         }
         case 2:
-          // A disc on nothing.
+          // A disc on a transparent ground.
           return std::hypot(2.0 * x / size.width - 1, 2.0 * y / size.height - 1) < 0.8
                      ? color
                      : Rgba{0, 0, 0, 0};

@@ -15,12 +15,12 @@ struct Picture {
   std::vector<std::uint8_t> rgba;
 };
 
-/// 32 x 32 pixels, which are taken as they are, and others that have to be squeezed.
+/// Some have 32 x 32 pixels and are used unchanged; others must be squeezed.
 std::vector<Picture> singleColors();
 std::vector<Picture> noise();
 std::vector<Picture> gradients();
 std::vector<Picture> textOnPaper();
-/// Paper with three inks of different weight, far from it and from each other.
+/// Paper with three inks in different amounts, far from the paper and from each other.
 std::vector<Picture> inksOnPaper();
 std::vector<Picture> icons();
 std::vector<Picture> photographs();
@@ -40,7 +40,7 @@ inline constexpr std::array<Kind, 8> kKinds{{{"SingleColors", &singleColors},
                                              {"Photographs", &photographs},
                                              {"Transparent", &transparent}}};
 
-/// At least so many of each kind.
+/// The number of pictures of each kind, at least.
 inline constexpr std::size_t kLeastOfAKind = 64;
 
 }  // namespace pictures

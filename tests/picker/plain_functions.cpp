@@ -1,4 +1,4 @@
-// The library's plain functions, which it keeps to itself, under names that a test can look up.
+// The library's internal plain functions, under names that a test can look up.
 #include "color/AverageColor.h"
 #include "color/CQRGBPixel.h"
 #include "color/Darken.h"

@@ -11,7 +11,7 @@ struct Yuv {
   float y, u, v;
 };
 
-/// A byte as the sampler hands it to the shader.
+/// A byte as the sampler passes it to the shader.
 float channel(std::uint8_t byte) { return static_cast<float>(byte) * (1.0F / 255.0F); }
 
 Yuv yuvOf(const Pixel& pixel) {
@@ -30,7 +30,7 @@ float distance(const Yuv& a, const Yuv& b) {
 }
 
 #if defined(__x86_64__)
-constexpr int kHalf = 1;  // The renderer rounds up where the processor has an instruction for it.
+constexpr int kHalf = 1;  // The renderer rounds up if the processor has an instruction for that.
 #else
 constexpr int kHalf = 0;
 #endif
@@ -49,7 +49,7 @@ const Pixel& texel(const Pixels& image, int x, int y) {
   return image[static_cast<std::size_t>(row * kSide + column)];
 }
 
-/// Between four texels, wrapped at the edges.
+/// The mean of four texels, wrapped at the edges.
 Pixel corner(const Pixels& image, int x, int y) {
   return mean(mean(texel(image, x - 1, y - 1), texel(image, x, y - 1)),
               mean(texel(image, x - 1, y), texel(image, x, y)));
@@ -78,7 +78,7 @@ unsigned squaredDistance(const Whole& a, const Whole& b) {
   return static_cast<unsigned>(sum);
 }
 
-/// Bytes of a colour, and how often it was seen.
+/// A colour's bytes, and how often it occurred.
 struct Candidate {
   Pixel bytes{0, 0, 0, 0};
 

@@ -1,4 +1,4 @@
-// What a pass and the choices after it must give, worked out plainly on the processor.
+// The expected results of a pass and of the choices after it, computed directly on the processor.
 #pragma once
 
 #include <array>
@@ -18,15 +18,15 @@ struct Pixel {
   friend bool operator==(const Pixel&, const Pixel&) = default;
 };
 
-/// 32 x 32, the image's top row first.
+/// 32 x 32 pixels, the image's top row first.
 using Pixels = std::array<Pixel, std::size_t{kSide} * kSide>;
 
-/// The frame that the shader leaves for a squeezed image (premultiplied), as the software renderer
-/// computes it in single precision.
+/// The frame that the shader makes from a squeezed image (premultiplied), in single precision like
+/// the software renderer's.
 Pixels frameOf(const Pixels& image);
 
-/// Components 0 to 1, in the precision of the platform's colours. A grey has two components only,
-/// which the measures take for black.
+/// Components from 0 to 1, in the precision of the platform's colours. A grey has only two
+/// components, so the measures take it for black.
 struct Color {
   CGFloat red, green, blue;
   bool isGrey = false;
@@ -41,12 +41,12 @@ struct Scheme {
 };
 
 Color backgroundOf(const Pixels& frame);
-/// The text colours for a background that need not be the frame's own.
+/// The text colours for a background, which may differ from the frame's own.
 Scheme schemeOf(const Pixels& frame, const Color& background);
 inline Scheme schemeOf(const Pixels& frame) { return schemeOf(frame, backgroundOf(frame)); }
 
-/// The colour of the greatest alpha whose squared distance from that one is above the limit, in a
-/// frame of any size.
+/// The colour with the greatest alpha whose squared distance from the given one exceeds the limit,
+/// in a frame of any size.
 Color farthestFrequent(const std::vector<Pixel>& frame, unsigned width, unsigned height,
                        const Color& from, unsigned limit);
 

@@ -1,4 +1,4 @@
-// A request's steps in order, what is made once, and what becomes of it when the graphics fail.
+// A request's steps in order, what is made only once, and what happens if the graphics fail.
 #include <filesystem>
 
 #include "OpenGLES/gl.h"
@@ -17,7 +17,7 @@ using test::plainPicture;
 using test::Recorded;
 using Lines = std::vector<std::string>;
 
-/// The log's levels: 5 is a notice, which NSLog writes.
+/// The number is the log's level: 5 is a notice, which NSLog writes.
 const std::string kNoContext = "5 Failed to initialize OpenGLES 2.0 context";
 const std::string kNotCurrent = "5 Failed to set current OpenGL context";
 
@@ -46,7 +46,7 @@ class Setup : public test::Hosted {
 
 const std::string kBlackFrame = "#000000ff #000000ff #ffffffff";
 
-/// How often each function that makes an object was called.
+/// How often each function that creates an object was called.
 std::string made() {
   std::string counts;
   for (const char* name : {"glGenFramebuffers", "glGenRenderbuffers", "glGenBuffers",
@@ -120,7 +120,7 @@ TEST_F(Setup, MakesEverythingOnce) {
   EXPECT_EQ(field("_aTexture"), texture);
 }
 
-// Somebody who draws in the same context leaves buffers of their own bound.
+// Other code that draws in the same context leaves its own buffers bound.
 TEST_F(Setup, BindsItsBuffersForEachPass) {
   EXPECT_EQ(colorsOf(plainPicture(255, 0, 0)), "#ff0000ff #000000ff #ffffffff");
   ASSERT_TRUE(send<bool>(picker, "setupContext"_sel));
@@ -150,7 +150,7 @@ TEST_F(Setup, KeepsOneContextForItsLife) {
 }
 
 TEST_F(Setup, SqueezesInsteadOfCropping) {
-  // Ten times as wide as high: the left half is what the upper left quarter sees.
+  // Ten times as wide as high: the upper left quarter of the frame shows the left half.
   UIImage* wide = picture(320, 32, [](std::size_t x, std::size_t) {
     return x < 160 ? test::Pixel{255, 0, 0, 255} : test::Pixel{0, 0, 255, 255};
   });
@@ -185,7 +185,7 @@ TEST_F(Setup, TellsWhenItsContextIsRefused) {
   host::gl::failActivation(true);
   EXPECT_FALSE(send<bool>(picker, "setupContext"_sel));
   EXPECT_EQ(log(), Lines{kNotCurrent});
-  // Neither the frame before nor what this image would have given.
+  // Neither the previous frame's colours nor those of this image.
   EXPECT_EQ(colorsOf(plainPicture(0, 255, 0)), kBlackFrame);
   EXPECT_EQ(log(), (Lines{kNotCurrent, kNotCurrent}));
   host::gl::failActivation(false);
@@ -198,7 +198,7 @@ TEST_F(Setup, LeavesAForeignContextAlone) {
   ASSERT_TRUE(EAGLContext::setCurrentContext(foreign));
   host::gl::setAvailable(false);
   EXPECT_EQ(colorsOf(plainPicture(255, 0, 0)), kBlackFrame);
-  // The first names that the foreign context would have given.
+  // The first names that the foreign context would have returned.
   ASSERT_TRUE(EAGLContext::setCurrentContext(foreign));
   EXPECT_EQ(glIsTexture(1) + glIsProgram(1) + glIsShader(1) + glIsBuffer(1), 0);
   EAGLContext::setCurrentContext(nullptr);
@@ -222,7 +222,7 @@ TEST_P(FailingShader, LeavesNothingBehind) {
   for (int i = 0; i < 5; ++i) colorsOf(plainPicture(255, 0, 0));
   const auto shaders =
       host::gl::callCount("glCreateShader") - host::gl::callCount("glDeleteShader");
-  // A vertex shader that has compiled waits for its partner.
+  // A compiled vertex shader waits for its partner.
   EXPECT_EQ(shaders, GetParam() == GL_FRAGMENT_SHADER ? 1U : 0U);
 }
 

@@ -1,4 +1,4 @@
-// The text colours: over hundreds of pictures, and on both sides of every limit.
+// The text colours: on hundreds of pictures, and on both sides of every limit.
 #include <limits>
 
 #include "objc/autorelease_pool.h"
@@ -54,7 +54,7 @@ TEST_F(PickerTextColors, TheSecondaryIsFartherThanTheLimitFromTheBackgroundToo) 
   put(2, 0, {0, 80, 0, 50});
   EXPECT_EQ(primaryFor(kWhite), kBlack);
   EXPECT_EQ(secondaryFor(kWhite), color(0, 80, 0));
-  // One step farther it is chosen, and then lacks contrast.
+  // One step farther it is chosen, but then lacks contrast.
   put(1, 0, {128, 247, 247, 100});
   EXPECT_EQ(secondaryFor(kWhite), kGreyBlack);
 }
@@ -62,7 +62,7 @@ TEST_F(PickerTextColors, TheSecondaryIsFartherThanTheLimitFromTheBackgroundToo) 
 TEST_F(PickerTextColors, TheSecondaryIsFartherThanTheLimitFromThePrimary) {
   readFrame();
   put(0, 0, {170, 170, 170, 200});
-  // No three squares add up to 5852.
+  // 5852 is not a sum of three squares.
   put(1, 0, {245, 185, 171, 100});  // 5851 from it
   put(2, 0, {244, 186, 181, 50});   // 5853
   EXPECT_EQ(primaryFor(kBlack), color(170, 170, 170));
@@ -104,7 +104,7 @@ TEST_F(PickerTextColors, AColorThatIsNoNumberCountsAsBlack) {
   EXPECT_EQ(filtered(none, 0.5F), color(128, 0, 0));
 }
 
-/// A colour whose red is beyond the range, as wide-gamut ones are.
+/// A colour whose red is out of range, as in wide-gamut colours.
 UIColor* wideColor = nullptr;
 CGFloat wideRed = 0;
 objc::Hook<UIColor::getRed> getRed;

@@ -42,7 +42,7 @@ Picture write(std::string name, Size size, const Look& look) {
   const unsigned char* data = cairo_image_surface_get_data(surface.get());
   const int stride = cairo_image_surface_get_stride(surface.get());
   return paint(std::move(name), size, [&](unsigned x, unsigned y) {
-    // One native word a pixel, red in the higher bits.
+    // One native word for each pixel, with red in the higher bits.
     std::uint32_t word = 0;
     __builtin_memcpy(&word, data + std::size_t{y} * static_cast<unsigned>(stride) + x * 4, 4);
     return Rgba{static_cast<std::uint8_t>(word >> 16), static_cast<std::uint8_t>(word >> 8),

@@ -1,4 +1,4 @@
-// The platform's numbers, each by its value: what stands wrong in one header would agree with
+// The platform's numbers, compared with literal values: a wrong one in a header would agree with
 // itself.
 #include <gtest/gtest.h>
 

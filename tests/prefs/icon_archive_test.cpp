@@ -1,4 +1,4 @@
-// The check that stands between a stored archive and the platform's decoder, which raises.
+// The check before a stored archive goes to the platform's decoder, which raises.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -14,7 +14,7 @@ namespace {
 using namespace test;
 using varnix::isDecodableArchive;
 
-/// A class of somebody else's.
+/// A class that is not ours.
 struct StrangeCoded : NSObject {
   NSObject* initWithCoder(NSCoder* coder) {
     other = Strong<NSObject>::retain(coder->decodeObject("other"_ns));
@@ -44,7 +44,7 @@ class IconArchive : public Hosted {
     return true;
   }
 
-  /// Whether it is accepted; what is accepted decodes.
+  /// Whether it is accepted. If it is, it must decode.
   static bool isAccepted(NSData* data) {
     objc::AutoreleasePool inner;
     if (!isDecodableArchive(data)) return false;
@@ -72,7 +72,7 @@ TEST_F(IconArchive, AcceptsEveryClassThatDecodes) {
   EXPECT_TRUE(isAccepted(archiveOf("StrangeCoded",
                                    {{"other", uid(3)}, {"list", list({list({uid(0), uid(3)})})}},
                                    {string("text")})));
-  // Nobody looks at what nothing refers to.
+  // Objects that nothing refers to are ignored.
   EXPECT_TRUE(isAccepted(archive({string("text"), classNamed("UINeverHeardOfIt"), list({})})));
   // The same in XML.
   NSData* xml = send<NSData*>(
@@ -110,10 +110,10 @@ TEST_F(IconArchive, RefusesWhatADeviceMightNotDecode) {
   EXPECT_FALSE(isDecodableArchive(archiveOf("UIColor", {{"strange", uid(9)}})));
   EXPECT_FALSE(isDecodableArchive(archiveOf("UIColor", {{"strange", list({uid(9)})}})));
   EXPECT_FALSE(isDecodableArchive(archiveOf("UIColor", {{"strange", fields({{"deep", uid(9)}})}})));
-  // Decodes to something that holds itself.
+  // Decodes to something that contains itself.
   EXPECT_FALSE(isDecodableArchive(archiveOf("StrangeCoded", {{"other", uid(1)}})));
   EXPECT_FALSE(isDecodableArchive(archiveOf("NSMutableArray", {{"NS.objects", list({uid(1)})}})));
-  // A key that is an object of its own.
+  // The key is an object of the archive.
   EXPECT_FALSE(isDecodableArchive(
       archiveOf("NSDictionary", {{"NS.keys", list({uid(3)})}, {"NS.objects", list({uid(3)})}},
                 {fields({{"$class", uid(4)}}), classNamed("UIColor")})));
@@ -161,9 +161,9 @@ TEST_F(IconArchive, WhatIsAcceptedOfDamagedBytesDecodes) {
   EXPECT_GT(refused, 1000);
 }
 
-/// Archives of the right structure, whose objects hold anything. Their collections cannot change,
-/// and no object of a strange class refers to an earlier one, so nothing comes to hold itself. What
-/// a strange class reads is right: nobody else can know whether it raises.
+/// Archives with the right structure, whose objects hold anything. Their collections are immutable,
+/// and no object of a strange class refers to an earlier one, so nothing contains itself. What a
+/// strange class reads is correct, since nobody else can know whether it raises.
 class RandomArchives {
  public:
   NSData* next() {
@@ -181,9 +181,9 @@ class RandomArchives {
   unsigned number(unsigned below) { return static_cast<unsigned>(random_() % below); }
   bool oneIn(unsigned n) { return number(n) == 0; }
 
-  /// One of the objects behind this one.
+  /// A reference to a later object.
   NSObject* forward() { return uid(index_ >= count_ ? 0 : index_ + 1 + number(count_ - index_)); }
-  /// The same, now and then any number.
+  /// The same, but sometimes to any number.
   NSObject* reference() { return oneIn(60) ? uid(number(count_ + 10)) : forward(); }
   NSObject* plain() {
     switch (number(5)) {

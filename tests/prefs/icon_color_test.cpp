@@ -1,4 +1,4 @@
-// The icon's colour as the dye: computed once, kept in the settings, never in the way.
+// The icon's colour as the dye: computed once, kept in the settings, never blocking anything.
 #include <plist/plist.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,7 +34,7 @@ class IconColor : public test::Hosted {
   static UIColor* dye() { return send<UIColor*>(manager(), "dye"_sel); }
   static NSString* cacheKey() { return "cached_icon_color_com.example.app"_ns; }
 
-  /// What the file has under the application's key; nil for none.
+  /// What the file stores under the application's key; nil if nothing.
   NSObject* cachedEntry() {
     auto* file = NSDictionary::dictionaryWithContentsOfFile(
         "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns);
@@ -49,7 +49,7 @@ class IconColor : public test::Hosted {
   }
 };
 
-/// The icon's colour worked out step by step.
+/// The icon's colour, computed step by step.
 std::string expectedColor(const char* file) {
   const std::string bytes = test::contentsOf(file);
   auto image = [](NSData* data) {
@@ -135,7 +135,7 @@ void hear(CFNotificationCenterRef, void*, CFStringRef name, const void*, CFDicti
   heard.emplace_back(send(name, NSString::UTF8String));
 }
 
-// Every dyed process would read its settings anew, and none of them has changed.
+// Otherwise every dyed process would read its settings again, although none has changed.
 TEST_F(IconColor, IsArchivedWithoutAWordToOthers) {
   appWithIcon(kIconType + kGlobal);
   for (NSString* name : {"com.quillmarsh.varnix2.changed"_ns, "com.example.last"_ns}) {
@@ -144,13 +144,13 @@ TEST_F(IconColor, IsArchivedWithoutAWordToOthers) {
   }
   dye();
   ASSERT_NE(cachedEntry(), nullptr);
-  // They are heard in the order in which they were posted.
+  // Notifications arrive in the order in which they were posted.
   host::postDarwinNotification("com.example.last");
   ASSERT_TRUE(test::eventually([] { return !heard.empty(); }));
   EXPECT_EQ(heard, std::vector<std::string>{"com.example.last"});
 }
 
-// Nil is an answer: what dyes then leaves the platform's colour, which the fallback is not.
+// Nil is an answer: the surface keeps the platform's colour, and does not get the fallback.
 TEST_F(IconColor, OfAnIconWithoutColorsIsNilAndNotTheFallback) {
   appWithIcon(kIconType + kGlobal);
   class_replaceMethod(
@@ -166,7 +166,8 @@ TEST_F(IconColor, OfAnIconWithoutColorsIsNilAndNotTheFallback) {
   EXPECT_EQ(cachedEntry(), nullptr);
 }
 
-// Somebody else wrote the file after the store had read it, and its notification was not heard yet.
+// Somebody else wrote the file after the store had read it, and the notification has not arrived
+// yet.
 TEST_F(IconColor, IsPutIntoTheFileAsItIsNow) {
   appWithIcon(kIconType + kGlobal);
   NSObject* kept = manager();
@@ -181,7 +182,7 @@ TEST_F(IconColor, IsPutIntoTheFileAsItIsNow) {
   EXPECT_EQ(send(file, NSDictionary::objectForKey, "global_color"_ns), nullptr);
 }
 
-// Somebody is writing it, or did not come to the end.
+// Somebody is still writing it, or was interrupted.
 TEST_F(IconColor, IsNotPutIntoAFileThatIsCutShort) {
   appWithIcon(kIconType + kGlobal);
   NSObject* kept = manager();
@@ -195,7 +196,7 @@ TEST_F(IconColor, IsNotPutIntoAFileThatIsCutShort) {
             color);
 }
 
-// An older list of applications has neither method, or one of them.
+// An older application list lacks one of these methods, or both.
 TEST_F(IconColor, IsTheFallbackWhereTheListCannotTell) {
   for (const char* name : {"+[ALApplicationList sharedApplicationList]",
                            "-[ALApplicationList iconOfSize:forDisplayIdentifier:]"}) {
@@ -330,7 +331,7 @@ TEST_F(IconColor, InTheBackgroundIsTheAveragesHue) {
 TEST_F(IconColor, WithoutGraphicsIsBlackOrWhite) {
   appWithIcon(kIconType + kGlobal);
   host::gl::setAvailable(false);
-  // Black and black have no saturation: the background is no more saturated than the text.
+  // Black and black have no saturation, so the background is not more saturated than the text.
   EXPECT_EQ(hex(dye()), "#000000ff");
 }
 

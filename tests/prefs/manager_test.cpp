@@ -75,7 +75,7 @@ TEST_F(Manager, ElementsAnswerByTheirTypes) {
       for (const Element& element : kElements)
         typed += key(std::string(element.prefix) + "_color_type", number(type));
       application(typed);
-      // In 32 bits an NSInteger is the lower half.
+      // On 32 bits an NSInteger is the lower half.
       const auto answered = static_cast<NSInteger>(type);
       for (const Element& element : kElements) {
         EXPECT_EQ(enabled(element), answered) << element.operation;
@@ -140,7 +140,7 @@ TEST_F(Manager, ReadsColorStringsAndFallsBack) {
   load();
   for (const auto& [value, expected] : colors) {
     settings(key("global_color", value));
-    EXPECT_EQ(dye(), expected) << value;  // each manager() reads the file anew
+    EXPECT_EQ(dye(), expected) << value;  // each manager() reads the file again
   }
 }
 
@@ -202,7 +202,7 @@ std::string scope(const std::string& app, const std::string& on) {
   return key(app + "_scope_enabled", on);
 }
 
-// An application's own "enabled" is what excludes it, whatever its scope.
+// An application's own "enabled" excludes it, whatever its scope.
 TEST_F(Manager, TheMasterSwitchHasNoScope) {
   for (const bool on : {true, false}) {
     const char* own = on ? "<false/>" : "<true/>";
@@ -274,7 +274,7 @@ TEST_F(Manager, OpenApplicationsDecideAboutTypesOfThreeElements) {
   springBoard(entries, "com.example.open");
   for (const Element& element : kElements) {
     EXPECT_EQ(enabled(element), element.followsOpenApp ? 2 : 1) << element.operation;
-    // The colour is SpringBoard's own, though the type was the open application's.
+    // The colour is SpringBoard's own, even if the type came from the open application.
     EXPECT_EQ(hex(dyeOf(element)), element.followsOpenApp ? "#bbbbbbff" : "nil")
         << element.operation;
   }
@@ -359,7 +359,7 @@ TEST_F(Manager, ManyIdentifiersAndKeysGetTheirOwnValues) {
   }
 }
 
-// Each view asks for its tint many times: the two keys of a setting are put together once.
+// Each view asks for its tint many times, so a setting's two keys are put together only once.
 TEST_F(Manager, KeysOfAnApplicationAreKept) {
   application(key("global_color", text("#111111")));
   auto* store = send<NSObject*>(manager(), "prefsMan"_sel);
@@ -372,7 +372,7 @@ TEST_F(Manager, KeysOfAnApplicationAreKept) {
   };
   EXPECT_GT(allocations(), 0U);
   EXPECT_EQ(allocations(), 0U);
-  // Those of others do not take their place.
+  // The keys of others do not replace these.
   for (int i = 0; i < 500; ++i) {
     const objc::AutoreleasePool pool;
     send<NSObject*>(store, "getPref:ident:"_sel, name,

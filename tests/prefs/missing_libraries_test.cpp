@@ -1,5 +1,5 @@
-// Devices that lack the libraries of other packages: the library is loaded and reads colours by
-// itself.
+// Devices without the libraries of other packages: the library is still loaded, and reads colours
+// by itself.
 #include <dlfcn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,8 +31,8 @@ class MissingLibraries : public Hosted {
     send<bool>(dye, "getRed:green:blue:alpha:"_sel, &parts[0], &parts[1], &parts[2], &parts[3]);
     return parts;
   }
-  /// What a process with those libraries missing makes of the strings. A library is loaded once, so
-  /// that it is a process of its own.
+  /// The dyes from these strings in a process without those libraries. It is a separate process,
+  /// since a library is loaded only once.
   std::vector<Components> dyesIn(const Names& without, const std::vector<std::string>& strings) {
     std::vector<Components> dyes(strings.size());
     int ends[2];

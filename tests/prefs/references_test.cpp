@@ -1,5 +1,5 @@
-// A settings file that holds references of a keyed archive where values belong: they read as
-// absent, and stay in the file.
+// A settings file with references of a keyed archive in place of values: they count as absent, and
+// stay in the file.
 #include "objc/autorelease_pool.h"
 #include "prefs/keys.h"
 #include "support/archives.h"

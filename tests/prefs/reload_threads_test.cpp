@@ -12,8 +12,8 @@ using namespace test;
 
 class ReloadThreads : public test::SpringBoard {
  protected:
-  /// Asks on two other threads, over and over, while the main thread acts that many times. What was
-  /// answered.
+  /// Asks on two other threads, again and again, while the main thread acts that many times.
+  /// Returns the answers.
   static std::set<std::string> askedWhile(const std::function<std::string()>& ask, int times,
                                           const std::function<void(int)>& act) {
     std::atomic<bool> isOver = false;
@@ -82,7 +82,7 @@ TEST_F(ReloadThreads, AValueIsOneThatWasStored) {
   EXPECT_EQ(ask(), "two");
 }
 
-// Both find it missing, and one of them is first.
+// Both threads find it missing, and one of them is first.
 TEST_F(ReloadThreads, TheIconsColorIsOneObject) {
   icons["com.example.app"] = std::string(VARNIX_SAMPLES) + "/icons/com.example.mail.png";
   settings(integerEntry("global_color_type", 1));
@@ -113,7 +113,7 @@ TEST_F(ReloadThreads, TheIconsColorIsOneObject) {
   EXPECT_NE(stored, nullptr);
 }
 
-// What was answered is the asker's, however often the view was replaced since.
+// The asker owns the answer, even if the view is replaced afterwards.
 TEST_F(ReloadThreads, AnAnswerOutlivesItsView) {
   settings(stringEntry("kept", "as it was"));
   start("com.example.app");

@@ -1,4 +1,4 @@
-// The settings store: defaults under a file, typed readings, saving, reloading, a pane's rows.
+// The settings store: defaults below a file, typed values, saving, reloading, and a pane's rows.
 #include <memory>
 #include "objc/autorelease_pool.h"
 
@@ -124,8 +124,8 @@ TEST_F(Store, AFileThatIsNoDictionaryCountsAsAbsent) {
   }
 }
 
-/// What the library waited for, in milliseconds; the file gets its contents during the wait of that
-/// number.
+/// How long the library waited each time, in milliseconds. The file gets its contents during the
+/// wait with this number.
 std::vector<double> waits;
 std::size_t writtenDuring = 0;
 std::function<void()> writeDuringWait;
@@ -323,7 +323,7 @@ TEST_F(Store, TheNotificationReloadsAndThenCallsBack) {
   EXPECT_EQ(text(store, "color"), "blue");
 }
 
-// A suspended application hears of many changes once, when it goes on.
+// A suspended application hears of many changes once, when it is resumed.
 TEST_F(Store, InASuspendedProcessReloadsOnceWhenItGoesOn) {
   open(defaults(), kChanged);
   host::suspendDarwinNotifications(true);
@@ -337,7 +337,7 @@ TEST_F(Store, InASuspendedProcessReloadsOnceWhenItGoesOn) {
   EXPECT_EQ(callbacks, 1);
 }
 
-// What the store posts does not wait for anybody.
+// The store's posts are delivered at once, even to suspended processes.
 TEST_F(Store, TellsSuspendedProcessesAtOnce) {
   NSObject* store = open(defaults(), kChanged);
   host::suspendDarwinNotifications(true);
@@ -404,7 +404,8 @@ TEST_F(Store, ANilRowChangesWritesAndPostsNothing) {
 TEST_F(Store, NilKeysAndValuesAreTheCallersMistake) {
   NSObject* store = open(defaults(), nullptr);
 #if defined(__arm__)
-  // There exceptions jump over frames, which this system's do not: the process ends with this one.
+  // On the device exceptions jump over frames. This system's do not: the process ends with this
+  // one.
   EXPECT_DEATH(set(store, nullptr, "k"), "attempt to insert nil into a dictionary");
 #else
   EXPECT_THROW(set(store, nullptr, "k"), host::runtime::Exception);

@@ -15,7 +15,7 @@ constexpr char kOddColor[] = "<key>global_color</key><string>#12b457</string>";
 
 class Preview : public test::PreviewTest {
  protected:
-  /// One line, and nothing left behind.
+  /// Prints one line, and leaves nothing behind.
   void expectRefused(const Words& words, int status, const std::string& why) const {
     std::set<std::string> before, after;
     for (const auto& file : test::filesIn(folder.path())) before.insert(file);
@@ -78,7 +78,7 @@ TEST_F(Preview, ThePageListsASurfaceBeforeAndAfter) {
   ASSERT_TRUE(script.starts_with(kCall) && script.ends_with(");\n")) << script;
   const test::Json page =
       test::Json::parse(script.substr(kCall.size(), script.size() - kCall.size() - 3));
-  // The second row: the first is the status bar's.
+  // The second row; the first is the status bar's.
   const test::Json view = page["tabs"][0]["surfaces"][1];
   EXPECT_EQ(view["class"], "UIView");
   EXPECT_EQ(view["property"], "tintColor");
@@ -152,7 +152,7 @@ TEST_F(Preview, AnApplicationTakesTheColourOfTheIconThatIsGiven) {
   const std::string file = settingsFile("<key>global_color_type</key><integer>1</integer>");
   const std::string icon = "com.example.music=" + flat("icon.png", {0x30, 0x60, 0xd0});
   previewWell({"--settings", file, "--only", "application", "--icon", icon});
-  // It was a JPEG in between.
+  // It was compressed as a JPEG.
   constexpr int kTolerance = 4;
   EXPECT_TRUE(
       hasColor(picture("settings/application-light-after.png"), {0x30, 0x60, 0xd0}, kTolerance));
@@ -192,7 +192,7 @@ TEST_F(Preview, AnythingElseAtThePlaceStays) {
   write("gallery/diary.txt", "dear diary");
   expectRefused(words, 1, "holds something else than a gallery");
   EXPECT_EQ(bytes("diary.txt"), "dear diary");
-  // Not a gallery either, though it looks like one.
+  // This is not a gallery either, though it looks like one.
   for (const char* name : {"index.html", "gallery.js", "state.js"})
     write(std::string("gallery/") + name, "");
   expectRefused(words, 1, "holds something else than a gallery");

@@ -1,4 +1,4 @@
-// The preview command, and what it has written.
+// The preview command, and what it wrote.
 #pragma once
 
 #include <sys/stat.h>
@@ -21,7 +21,7 @@ inline Picture pictureIn(const std::string& file) {
   return picture.value_or(Picture{});
 }
 
-/// Whether a pixel is no further from the colour, in each channel.
+/// Whether some pixel is within the tolerance of the colour, in each channel.
 inline bool hasColor(const Picture& picture, const Rgb& color, int tolerance = 0) {
   for (std::size_t i = 0; i + 3 < picture.rgba.size(); i += 4) {
     int apart = 0;
@@ -50,7 +50,7 @@ class PreviewTest : public CommandTest {
     std::ofstream(path(name), std::ios::binary) << bytes;
     return path(name);
   }
-  /// A file of settings: the entries of its dictionary.
+  /// A settings file with those entries.
   std::string settingsFile(const std::string& entries) const {
     return write("settings.plist", "<plist version=\"1.0\"><dict>" + entries + "</dict></plist>");
   }

@@ -1,5 +1,5 @@
-// The screens look as they did: small pictures of them, compared within a tolerance. After a change
-// that is meant, VARNIX_NEW_PICTURES=1 writes them anew.
+// The screens look as before: small pictures of them, compared with a tolerance. After an intended
+// change, VARNIX_NEW_PICTURES=1 writes them again.
 #include "CoreGraphics/shrink.h"
 #include "preview/gallery.h"
 
@@ -8,7 +8,8 @@ using test::Picture;
 namespace {
 
 constexpr unsigned kWidth = 125, kHeight = 222;
-/// Of 255: a processor that rounds otherwise moves edges by so much. A glyph of a few pixels shows.
+/// On a scale of 255: a processor that rounds differently moves edges that much. A glyph of a few
+/// pixels differs more.
 constexpr int kLargestDifference = 8;
 constexpr double kMeanDifference = 0.1;
 
@@ -26,7 +27,7 @@ Picture shrunk(const Picture& picture) {
   return small;
 }
 
-/// What differs, four times as strong.
+/// The differences, multiplied by four.
 Picture difference(const Picture& one, const Picture& other) {
   Picture result = one;
   for (std::size_t i = 0; i < result.rgba.size(); ++i) {

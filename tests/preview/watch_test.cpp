@@ -1,4 +1,4 @@
-// varnix preview --watch: what follows a container's settings.
+// varnix preview --watch: follows a container's settings.
 #include "preview/gallery.h"
 
 using test::hasColor;

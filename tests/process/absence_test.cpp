@@ -1,5 +1,5 @@
-// Phones that lack something: classes, methods, instance variables and functions that a process is
-// started without.
+// Phones that lack something: processes started without certain classes, methods, instance
+// variables and functions.
 #include <array>
 
 #include "runtime/instance_variable.h"
@@ -79,7 +79,7 @@ TEST_F(Absences, OfAFunctionAreSeenByWhoAsksWeakly) {
   startWithout({"NSLog"});
   host::loadLibrary(VARNIX_WEAK_ASKER);
   EXPECT_EQ(*static_cast<int*>(host::librarySymbol(VARNIX_WEAK_ASKER, "asker_hasLog")), 0);
-  // Loaded already.
+  // It is loaded already.
   host::loadLibrary(VARNIX_WEAK_ASKER);
   EXPECT_EQ(host::librarySymbol(VARNIX_WEAK_ASKER, "no_such_symbol"), nullptr);
 }
@@ -103,7 +103,7 @@ TEST_F(Absences, OfAFunctionThatTheLibraryNeedsKeepItOut) {
   EXPECT_EQ(objc_getClass("VNXManager"), nullptr);
 }
 
-// A daemon has nothing loaded that draws.
+// A daemon has loaded nothing that draws.
 TEST_F(Absences, OfAFunctionLeaveTheLibraryItsNeighbours) {
   startWithout({"NSLog"}, host::ProcessKind::daemon);
   host::loadLibrary(VARNIX_WEAK_ASKER);
@@ -121,7 +121,7 @@ TEST_F(Absences, OfWhatIsNoLibraryAreRefused) {
   EXPECT_THROW(host::loadLibrary(folder.path() + "/nowhere"), std::runtime_error);
 }
 
-// A library cut off or damaged anywhere in what says where its symbols are.
+// A library that is cut off or damaged anywhere in the parts that locate its symbols.
 TEST_F(Absences, OfFunctionsReadNothingBeyondADamagedLibrary) {
   startWithout({"NSLog"});
   const std::string whole = contentsOf(VARNIX_WEAK_ASKER);

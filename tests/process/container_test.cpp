@@ -1,4 +1,4 @@
-// The container root: where the device's paths lie.
+// The container root: where the device's paths are on this machine.
 #include "process/container.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Replaced methods: the injection framework's call, its saved implementations, slots. Each case
-// runs in a process of its own: what it replaces stays replaced.
+// Replaced methods: the injection framework's call, its saved implementations, and slots. Each case
+// runs in a process of its own, since replacements stay.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ struct HookParent : NSObject {
     return a + b + c + d + e + f + g + h.size.height;
   }
   static int ofClass() { return 3; }
-  /// The platform's own BOOL on 32 bits may be any byte.
+  /// On 32 bits, the platform's own BOOL may be any byte.
   static unsigned char odd(HookParent*, SEL, unsigned char given) { return given; }
 };
 struct HookChild : HookParent {
@@ -66,7 +66,7 @@ OBJC_CLASS(HookParent, NSObject, objc::Method<"number", &HookParent::number>,
 OBJC_CLASS(HookChild, HookParent, objc::Method<"own", &HookChild::own>)
 OBJC_CLASS(HookSibling, HookParent)
 
-/// Stands before the host's own, so that a case may install another framework.
+/// Found before the host's own, so that a case may install another framework.
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* saved) {
   framework()(cls, selector, replacement, saved);
 }
@@ -178,7 +178,8 @@ TEST_F(Hooks, AClassMethod) {
   EXPECT_EQ(callSaved(saved, reinterpret_cast<id>(childClass), "ofClass"_sel), 3);
 }
 
-// Each saved stub below is called twice: looked up, then found in the cache.
+// Each saved stub below is called twice: the first call looks it up, the second finds it in the
+// cache.
 objc::Hook<kScaled, HookChild> scaledSlot;
 double hookedScaled(HookChild* self, SEL command, double by, int times, float plus) {
   return 1000 + scaledSlot.original(self, command, by, times, plus);
@@ -319,11 +320,12 @@ objc::Hook<kOwn> ownSlot;
 int hookedNumber(HookChild* self, SEL command) { return 10 + numberSlot.original(self, command); }
 int hookedOwn(HookChild* self, SEL command) { return 20 + ownSlot.original(self, command); }
 
-/// What the replacements answered at the moment they were live and nothing was saved yet.
+/// What the replacements answered while they were live but nothing was saved yet.
 int liveNumber = 0;
 int liveOwn = 0;
 
-/// A framework that goes live first, saves after, and saves what the superclass has at present.
+/// A framework that goes live first and saves afterwards, and saves the superclass's present
+/// implementation.
 void lateFramework(Class cls, SEL selector, IMP replacement, IMP* saved) {
   objc_method* present = class_getInstanceMethod(cls, selector);
   IMP old = method_getImplementation(present);
@@ -421,15 +423,15 @@ IMP racedSlot = nullptr;
 std::atomic<int> emptySlots;
 std::atomic<int> racedCalls;
 
-/// Another thread calls it while it goes in.
+/// Another thread calls it while it is being installed.
 int racedReplacement(id, SEL) {
   racedCalls.fetch_add(1);
   if (__atomic_load_n(&racedSlot, __ATOMIC_ACQUIRE) == nullptr) emptySlots.fetch_add(1);
   return 99;
 }
 
-/// Replaces the method again and again while another thread calls it; true where a call came in
-/// that found nothing saved.
+/// Replaces the method again and again while another thread calls it. True if a call found nothing
+/// saved.
 bool findsAnEmptySlot(Class cls, id object, Hooking how) {
   setHooking(how);
   emptySlots = racedCalls = 0;
@@ -445,13 +447,13 @@ bool findsAnEmptySlot(Class cls, id object, Hooking how) {
   constexpr int kRounds = 300;
   for (int i = 0; i < kRounds && emptySlots == 0; ++i) {
     class_replaceMethod(cls, "own"_sel, before, "i@:");
-    // No call of the round before is under way any more.
+    // No call from the previous round is still running.
     const int soFar = calls;
     while (calls < soFar + 2) std::this_thread::yield();
     __atomic_store_n(&racedSlot, nullptr, __ATOMIC_RELEASE);
     MSHookMessageEx(cls, "own"_sel, imp(&racedReplacement), &racedSlot);
   }
-  // Whatever the machine does, the other thread has been there.
+  // However slow the machine is, the other thread has called it by now.
   while (racedCalls == 0) std::this_thread::yield();
   class_replaceMethod(cls, "own"_sel, before, "i@:");
   done = true;

@@ -1,5 +1,5 @@
 // Adding and replacing methods, selectors, classes made at run time, hidden classes. Each case runs
-// in a process of its own: what it changes stays changed.
+// in a process of its own, since its changes stay.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -51,7 +51,7 @@ int call(IMP imp, id object, SEL selector) {
   return reinterpret_cast<int (*)(id, SEL)>(imp)(object, selector);
 }
 
-/// Every case first sends everything once, so that old answers lie in the caches.
+/// Every case first sends everything once, so that the caches hold the old answers.
 class Methods : public testing::Test {
  protected:
   Methods() {
@@ -246,7 +246,7 @@ TEST(ClassPairs, WithoutASuperclassHaveRoomForTheirClass) {
   object_dispose(object);
 }
 
-/// The name is taken when the class is registered, not when it is begun.
+/// The name is taken when the class is registered, not when it is allocated.
 TEST(ClassPairs, OfATakenNameAreFinishedAndUsed) {
   Class first = objc_allocateClassPair(objc_getClass("NSObject"), "BegunTwice", 0);
   Class second = objc_allocateClassPair(objc_getClass("NSObject"), "BegunTwice", 0);

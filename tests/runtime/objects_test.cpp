@@ -1,4 +1,4 @@
-// Instances: counting references, autorelease pools, associated objects, counters.
+// Instances: reference counts, autorelease pools, associated objects, counters.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,7 +21,7 @@ Events& events() {
   return list;
 }
 
-/// Says when it is copied and when it goes.
+/// Reports when it is copied and when it is freed.
 struct ObservedObject : NSObject {
   int number;
   ObservedObject* copy() {
@@ -36,7 +36,7 @@ struct ObservedObject : NSObject {
   }
   int answer() { return 1; }
 };
-/// Looks at what is associated with it, and autoreleases something, while it goes.
+/// While it is freed, reads its associated object and autoreleases something.
 struct LastLookObject : NSObject {
   void dealloc() {
     {
@@ -55,7 +55,7 @@ struct ChainedObject : NSObject {
     sendSuper<void>(this, "dealloc"_sel);
   }
 };
-/// Is kept and let go while it goes, as one that hands itself to others there.
+/// Is retained and released while it is freed, like an object that passes itself to others there.
 struct HandedOutObject : ObservedObject {
   void dealloc() {
     objc_release(objc_retain(this));
@@ -67,7 +67,7 @@ struct HandedOutObject : ObservedObject {
     sendSuper<void>(this, "dealloc"_sel);
   }
 };
-/// Counts by itself, on top of its superclass's way.
+/// Counts its references itself, and also calls its superclass.
 struct SelfCountingObject : ObservedObject {
   int retains;
   int releases;
@@ -333,7 +333,7 @@ TEST_P(AssociationPolicies, LetGoOfAReplacedValue) {
   EXPECT_EQ(objc::associated<ObservedObject>(owner, "value"_sel), nullptr);
 }
 
-/// What the reader got of an atomic one is its own until its pool ends, whoever replaces it.
+/// A reader of an atomic association keeps what it got until its pool ends, even if it is replaced.
 TEST_P(AssociationPolicies, OutliveTheirReplacementForAReaderWhereAtomic) {
   const Policy& given = GetParam();
   const bool atomic = static_cast<std::uintptr_t>(given.policy) >= 0x300;

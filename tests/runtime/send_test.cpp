@@ -1,4 +1,4 @@
-// Messages by name: the types are the call's, and only the number of arguments is checked.
+// Messages by name: the types come from the call, and only the number of arguments is checked.
 #include "runtime/send.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include "platform/Foundation.h"
 #include "runtime/runtime.h"
 
-/// Comes back in memory on every processor.
+/// Returned in memory on every processor.
 struct Triple {
   long a, b, c;
 };
@@ -146,7 +146,7 @@ TEST_F(SendByName, ArgumentsAndResultsBeyondTheRegisters) {
   }
 }
 
-// What the messenger itself leaves in the registers of a structure's words.
+// What the messenger itself leaves in the registers that return a structure.
 TEST_F(SendByName, NilAnswersZeroInEveryRegister) {
   struct Pair {
     long first, second;
@@ -178,7 +178,7 @@ TEST_F(SendByName, NilAnswersZero) {
   EXPECT_FALSE(send<bool>(nobody, "odd"_sel));
   EXPECT_EQ(send<id>(nobody, "self"_sel), nullptr);
   EXPECT_EQ(send<Class>(nobody, "class"_sel), nullptr);
-  // The arguments fill the registers that a result comes back in.
+  // The arguments fill the registers in which a result would be returned.
   EXPECT_EQ(send<double>(nobody, "product:by:by:"_sel, 1.5, 4, 2.0F), 0.0);
   EXPECT_EQ(send<float>(nobody, "product:by:by:"_sel, 1.5F, 4, 2.0F), 0.0F);
   expectRect(send<CGRect>(nobody, "frame"_sel), 0, 0, 0, 0);

@@ -1,4 +1,4 @@
-// The run-time under several threads at once. Each case is bounded to a fraction of a second.
+// The run-time used by several threads at once. Each case is limited to a fraction of a second.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -109,7 +109,7 @@ TEST(Threads, SendWhileMethodsAreReplaced) {
   EXPECT_GT(sends, 1000);
 }
 
-// A replaced method never answers as before once its replacement has returned on this thread.
+// Once the replacement has returned on this thread, the method never answers as before.
 TEST(Threads, AReplacementIsSeenByTheThreadThatMadeIt) {
   auto child = Strong<ThreadChild>::adopt(objc::alloc<ThreadChild>());
   std::atomic<bool> done{false};
@@ -212,7 +212,7 @@ TEST(Threads, AssociateObjects) {
   EXPECT_EQ(ThreadEnding::ended, 500 * kThreads);
 }
 
-/// Slots of hooks that go in while other threads send: none may be found empty.
+/// Slots of hooks that are installed while other threads send: none may be found empty.
 constexpr int kRounds = 200;
 IMP slots[kRounds];
 std::atomic<int> emptySlots{0};

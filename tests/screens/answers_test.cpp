@@ -1,4 +1,4 @@
-// Every colour that is dyed comes from an answer: another answer is another picture.
+// Every dyed colour comes from an answer: with another answer the picture differs.
 #include <gtest/gtest.h>
 
 #include "drawing/picture.h"
@@ -20,7 +20,7 @@ Surface drawn(const Screen& screen, const Answers& answers, double height = kHei
   return canvas.surface();
 }
 
-/// Pixels in which two pictures differ.
+/// The number of pixels in which two pictures differ.
 int difference(const Surface& one, const Surface& other) {
   int count = 0;
   for (int y = 0; y < heightOf(one); ++y) {
@@ -37,7 +37,7 @@ int difference(const Surface& one, const Surface& other) {
 
 class Screens : public test::Hosted {
  protected:
-  /// Asks the screen in a process of its own kind, and draws it again for each other answer.
+  /// Asks the screen in a process of its kind, and draws it again with each answer changed.
   void expectEveryAnswerToShow(const Screen& screen, std::size_t expected,
                                double height = kHeight) {
     start(screen.bundle, screen.kind);
@@ -50,7 +50,7 @@ class Screens : public test::Hosted {
       if (const bool* truth = std::get_if<bool>(&answer)) changed = !*truth;
       else if (std::holds_alternative<double>(answer)) changed = 0.9;
       else changed = "#13b9e4ff";
-      // A tint shows only where all that belongs to it is there.
+      // A tint shows only if everything that belongs to it is there.
       Answers base = answers;
       if (name.starts_with("tint")) {
         for (Answers* tinted : {&base, &other}) {
@@ -62,7 +62,7 @@ class Screens : public test::Hosted {
         }
         if (name == "tinted") changed = false;
       }
-      // Flags that only say how another answer is to be used.
+      // Flags that only say how to use another answer.
       if (name == "keyboard opaque") continue;
       if (name == "icon") other.values["icon shows wallpaper"] = false;
       const int pixels = difference(base == answers ? plain : drawn(screen, base, height),
@@ -101,7 +101,7 @@ TEST_F(Screens, DrawWithoutAnyAnswer) {
     EXPECT_GT(difference(drawn(*screen, {}), makeSurface(375, 667)), 1000) << screen->id;
 }
 
-/// A process without their classes answers nothing, and nothing ends badly.
+/// A process without these classes answers nothing, and nothing fails.
 TEST_F(Screens, AskProcessesThatLackTheClasses) {
   start("com.example.daemon", host::ProcessKind::daemon);
   for (const Screen* screen : {&kControlCenter, &kNotificationCenter, &kVolume, &kInstagram,

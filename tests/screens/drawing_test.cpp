@@ -1,4 +1,4 @@
-// What the screens are drawn with: colours, pictures, the blur, backdrops.
+// The tools for drawing screens: colours, pictures, the blur, backdrops.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -66,7 +66,7 @@ TEST(Blur, LeavesAFlatPictureAsItIs) {
   }
 }
 
-/// The edge between black and white becomes the integral of the bell.
+/// The edge between black and white becomes the integral of the bell curve.
 TEST(Blur, IsAGaussianOfItsSigma) {
   constexpr int kSide = 240;
   for (const double sigma : {3.0, 5.0, 20.0}) {
@@ -187,7 +187,7 @@ TEST_F(Files, AreTurnedAsTheyAreToBeSeen) {
                            {"\x08", 20, false}};
   for (const auto& [orientation, width, isRedFirst] : kTurned) {
     std::string jpeg = *host::imageio::encodeJpeg(picture, 1);
-    // A TIFF block of one entry, the orientation, right behind the start of the image.
+    // A TIFF block with one entry, the orientation, directly after the start of the image.
     std::string exif(
         "\xff\xe1\x00\x22"
         "Exif\0\0MM\0\x2a\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0",
@@ -249,7 +249,7 @@ TEST(Text, IsAsWideAsItIsLongAndCutWhereThereIsNoRoom) {
   EXPECT_LT(one, 60);
   EXPECT_GT(textWidth(canvas, "Varnix Varnix", style), 2 * one);
   EXPECT_EQ(textWidth(canvas, "", style), 0);
-  // Broken UTF-8 is drawn somehow.
+  // Invalid UTF-8 is drawn somehow.
   drawText(canvas, {10, 30}, "a\xff\xfe", style);
   drawText(canvas, {10, 30}, "Varnix Varnix Varnix Varnix", style, 60);
   for (int x = 2 * 75; x < 400; ++x) {

@@ -1,5 +1,5 @@
-// What the compiler refuses: each mistake in a class table, a declaration or a replacement, with
-// the message that says so.
+// What the compiler refuses: each mistake in a class table, a declaration or a replacement, and the
+// message about it.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What the compiler says; nothing where it takes the file.
+/// What the compiler says; empty if it accepts the file.
 std::string complaints(int mistake) {
   const std::string command = VARNIX_COMPILER " -std=c++20 -fsyntax-only -I " VARNIX_SOURCES
                                               " -DMISTAKE=" +

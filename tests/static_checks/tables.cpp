@@ -1,4 +1,4 @@
-// Class tables, declarations and replacements with one mistake each: which one is MISTAKE. With 0
+// Class tables, declarations and replacements with one mistake each, chosen by MISTAKE. With 0
 // there is none.
 #include "objc/define.h"
 #include "objc/hook.h"

@@ -1,4 +1,4 @@
-// Keyed archives put together by hand, sound and broken ones.
+// Keyed archives assembled by hand, valid and broken ones.
 #pragma once
 
 #include <initializer_list>
@@ -24,15 +24,15 @@ NSObject* classNamed(const char* name);
 
 NSData* binary(NSObject* tree);
 
-/// What surrounds the objects of an archive.
+/// The outer dictionary around an archive's objects.
 NSMutableDictionary* archiveAround(NSObject* objects, NSObject* root = uid(1));
-/// The objects behind the first one, which stands for nil.
+/// The given objects come after the first, which stands for nil.
 NSData* archive(const std::vector<NSObject*>& objects, NSObject* root = uid(1));
-/// One object of that class; objects from 3 on are the others.
+/// One object of that class; the others are objects 3 and up.
 NSData* archiveOf(const char* className, const Entries& entries,
                   const std::vector<NSObject*>& others = {});
 
-/// That many arrays in each other.
+/// That many nested arrays.
 NSData* nestedArrays(std::uint32_t count);
 
 struct NamedArchive {
@@ -40,11 +40,11 @@ struct NamedArchive {
   NSData* data;
 };
 
-/// What no reader can make an object of.
+/// Archives from which no reader can make an object.
 std::vector<NamedArchive> brokenArchives();
 
-/// An archive with most of what there is, as the platform writes it. Its collections cannot change:
-/// once damaged, one that could might hold itself, and nobody would free it.
+/// An archive with most kinds of objects, as the platform writes it. Its collections are immutable:
+/// a damaged mutable one might contain itself, and would never be freed.
 NSData* richArchive();
 
 NSData* colorArchive();

@@ -1,4 +1,4 @@
-// Bytes as an XML property list has them.
+// Bytes as an XML property list stores them.
 #pragma once
 
 #include <string>

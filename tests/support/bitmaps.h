@@ -1,4 +1,4 @@
-// CoreGraphics' images and contexts over bytes that a test gives.
+// CoreGraphics' images and contexts over a test's bytes.
 #pragma once
 
 #include <array>
@@ -19,10 +19,10 @@ using Bitmap = objc::Owned<CGImageRef, &CGImageRelease>;
 using Context = objc::Owned<CGContextRef, &CGContextRelease>;
 
 inline constexpr CGBitmapInfo kRgba = kCGImageAlphaPremultipliedLast;
-/// The bytes blue, green, red, alpha: drawn into where they are.
+/// Blue, green, red, alpha. The context draws directly into these bytes.
 inline constexpr CGBitmapInfo kBgra = kCGImageAlphaPremultipliedFirst | kCGBitmapByteOrder32Little;
 
-/// Numbers whose squares a CGFloat cannot hold: beyond its range, and too close to nothing.
+/// Numbers whose squares do not fit a CGFloat: too large, and too close to zero.
 inline constexpr CGFloat kHuge = std::numeric_limits<CGFloat>::max() / 4;
 inline constexpr CGFloat kTiny = std::numeric_limits<CGFloat>::min();
 
@@ -38,17 +38,17 @@ struct Layout {
 /// Owned by the caller. The bytes are copied.
 CGImageRef createImage(const Bytes& bytes, const Layout& layout);
 
-/// Over the bytes, 8 bits a component. Owned by the caller.
+/// Uses these bytes, with 8 bits a component. Owned by the caller.
 CGContextRef createContext(Bytes& bytes, std::size_t width, std::size_t height,
                            CGBitmapInfo info = kRgba, std::size_t bytesPerRow = 0);
 
-/// The image stretched over so many pixels, as premultiplied red, green, blue and alpha.
+/// The image stretched to that many pixels, as premultiplied red, green, blue and alpha.
 Bytes drawn(CGImageRef image, std::size_t width, std::size_t height);
 
 /// The image pixel for pixel.
 Bytes drawn(CGImageRef image);
 
-/// Bytes of noise, the same at each run.
+/// Noise, the same in every run.
 Bytes noise(std::size_t count, std::uint32_t seed = 1);
 
 /// Noise whose colours do not exceed their alpha.

@@ -1,4 +1,4 @@
-// Both centres of a hosted SpringBoard, with the platform's own methods noted.
+// Both centres of a hosted SpringBoard. Calls of the platform's own methods are recorded.
 #pragma once
 
 #include <thread>
@@ -16,7 +16,7 @@ inline NSObject* const kNothing = nullptr;
 
 class Centers : public SpringBoard {
  protected:
-  /// The platform's own methods are noted, as those that the library replaces.
+  /// Records the platform's own methods: the library replaces the recording ones.
   void centers(const std::string& entries) {
     settings(entries);
     startSpringBoard();
@@ -37,7 +37,7 @@ class Centers : public SpringBoard {
          string(kTrackChanged), nullptr);
   }
   static void drain() { host::MainRunLoop::instance().drain(); }
-  /// What lies behind Control Centre's content.
+  /// The colour behind Control Centre's content.
   static std::string background(NSObject* center) {
     auto* view = objc::instanceVariable<UIView>(center, "_accessibilityBackgroundView");
     return hex(send<UIColor*>(view, "backgroundColor"_sel));
@@ -47,7 +47,7 @@ class Centers : public SpringBoard {
   }
 
  private:
-  /// Two classes have a slot each for the same name.
+  /// Two classes have the same selector, so each has its own slot.
   template <int Slot>
   struct RecordedTint {
     static void install(Class cls) { hook.template install<&noted>(cls, "colorBackdrop"_sel); }

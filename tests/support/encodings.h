@@ -9,8 +9,8 @@
 
 namespace test {
 
-/// What an encoding of 64 bits is on this system, where every number in it is an NSInteger, an
-/// NSUInteger or a CGFloat: with "i", "I" and "f" on one of 32 bits, and "c" for a BOOL.
+/// A 64-bit encoding as it is on this system, if every number in it is an NSInteger, an NSUInteger
+/// or a CGFloat: on 32 bits with "i", "I" and "f", and "c" for a BOOL.
 inline std::string nativeEncoding(std::string encoding) {
   if constexpr (sizeof(CGFloat) == sizeof(float)) {
     std::replace(encoding.begin(), encoding.end(), 'q', 'i');

@@ -1,5 +1,5 @@
-// The follow and share helpers as a pane uses them: alerts, accounts, requests, opened URLs, as
-// text.
+// The follow and share helpers as a pane uses them. Alerts, accounts, requests and opened URLs are
+// given as text.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ using Lines = std::vector<std::string>;
 
 NSArray* strings(const Lines& lines);
 
-/// An object's description; "nil" for none.
+/// An object's description; "nil" if there is none.
 std::string words(NSObject* object);
 
 /// What an object answers to a message without arguments.
@@ -34,19 +34,19 @@ class Follow : public Pane {
 
   static void show(NSString* title, NSString* message, NSString* username);
   static void openUsername(NSString* name);
-  /// Puts a build's framework where the device has it.
+  /// Puts a framework of this build where the device has it.
   void installFramework(const std::string& name) const;
 
-  // Lists of alerts keep them alive: none outlasts the question.
+  // Lists keep alerts alive, so none outlives the question.
   static NSUInteger alertCount();
   /// The alert on screen that was shown last.
   static UIAlertView* alert();
   static void press(NSInteger index) { host::pressAlertButton(alert(), index); }
-  /// Title, message, tag and the buttons in order.
+  /// Title, message, tag and buttons, in order.
   static Lines texts(UIAlertView* alert);
 
   static Lines opened();
-  /// One line a request: the account's name and what it asks for.
+  /// One line for each request: the account's name and what it asks for.
   static Lines requests();
   /// The line of a request that follows "maker".
   static std::string follows(const std::string& account);

@@ -1,1 +1,1 @@
-// What is compiled is the header beside this file.
+// Only compiles the header beside this file.

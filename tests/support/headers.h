@@ -1,5 +1,5 @@
-// What most tests include, compiled once. Only a build's time depends on this list: each test
-// includes what it uses.
+// The headers that most tests include, compiled once. This list only affects build time: each test
+// still includes what it uses.
 #pragma once
 
 #include <algorithm>

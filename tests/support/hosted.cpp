@@ -45,7 +45,8 @@ void Hosted::start(std::optional<std::string> bundle, host::ProcessKind kind,
                       .withoutLibraries = withoutLibraries,
                       .icons = icons,
                       .root = folder.path(),
-                      .hooking = hooking});
+                      .hooking = hooking,
+                      .language = language});
 }
 void Hosted::load() { host::loadLibrary(VARNIX_LIBRARY); }
 void Hosted::application(const std::string& entries) {

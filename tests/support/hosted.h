@@ -1,4 +1,4 @@
-// A hosted process for one test case: a container root of its own, settings, the library.
+// A hosted process for one test case, with its own container root, settings and the library.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@
 
 namespace test {
 
-/// A folder that goes with the test.
+/// A temporary folder, removed with the test.
 class Folder {
  public:
   Folder();
@@ -48,27 +48,29 @@ std::string contentsOf(const std::string& path);
 class Hosted : public testing::Test {
  protected:
   std::string settingsPath() const;
-  /// The file's bytes as they are given.
+  /// Writes the bytes unchanged.
   void writeSettings(const std::string& bytes);
-  /// A property list around the entries: "<key>enabled</key><false/>".
+  /// Writes a property list with these entries: "<key>enabled</key><false/>".
   void settings(const std::string& entries);
   void start(std::optional<std::string> bundle,
              host::ProcessKind kind = host::ProcessKind::application,
              std::optional<std::string> open = {}, std::vector<std::string> without = {});
   void load();
-  /// An application with those settings and the library.
+  /// Starts an application with those settings and the library.
   void application(const std::string& entries);
   void springBoard(const std::string& entries, std::optional<std::string> open = {});
 
   std::vector<std::string> log() const;
 
-  /// What the library left as it is, "METHOD: REASON", in order.
+  /// The methods that the library did not replace, "METHOD: REASON", in order.
   static std::vector<std::string> passedOver();
 
   Folder folder;
-  std::map<std::string, std::string> icons;       ///< to be set before start()
-  std::vector<std::string> withoutLibraries;      ///< the same
-  std::optional<host::runtime::Hooking> hooking;  ///< the same; absent for the environment's
+  std::map<std::string, std::string> icons;   ///< to be set before start()
+  std::vector<std::string> withoutLibraries;  ///< to be set before start()
+  std::string language = "en";                ///< to be set before start()
+  std::optional<host::runtime::Hooking>
+      hooking;  ///< to be set before start(); without a value, as in the environment
   std::vector<std::string> installed;
 };
 
@@ -77,7 +79,7 @@ inline NSString* string(const char* text) { return NSString::stringWithUTF8Strin
 /// "#rrggbbaa", or "nil".
 std::string hex(UIColor* color);
 
-/// Hue, saturation, brightness, alpha; zeros for a colour without.
+/// Hue, saturation, brightness, alpha; zeros if the colour has none.
 std::array<CGFloat, 4> hsbOf(UIColor* color);
 
 inline UIColor* rgb(double red, double green, double blue) {
@@ -93,8 +95,8 @@ T* make(const char* className) {
 
 inline NSObject* manager() { return make<NSObject>("VNXManager"); }
 
-/// Turns the main loop until the condition holds, for as long as the build has patience. What other
-/// processes do wakes no loop, so it looks by itself too.
+/// Runs the main loop until the condition holds, up to the build's patience. Other processes do not
+/// wake the loop, so it also checks regularly.
 bool eventually(const std::function<bool()>& condition);
 
 }  // namespace test

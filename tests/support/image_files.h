@@ -27,7 +27,7 @@ struct PngLook {
   std::function<void(png_structp, png_infop)> prepare = {};  ///< adds chunks to the header
 };
 
-/// The rows are packed as the format packs them, one behind the other.
+/// The rows are packed as in the format, one after another.
 std::string pngFile(unsigned width, unsigned height, const PngLook& look, const Bytes& packed);
 
 /// How a JPEG file is stored.

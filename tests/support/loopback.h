@@ -1,4 +1,4 @@
-// A server on this machine for one HTTP request, on a thread of its own.
+// A server on this machine for a single HTTP request, on a thread of its own.
 #pragma once
 
 #include <netinet/in.h>
@@ -35,7 +35,7 @@ class LoopbackServer {
   LoopbackServer& operator=(const LoopbackServer&) = delete;
 
   const std::string& address() const { return address_; }
-  /// The request; waits for it. Once.
+  /// Waits for the request and returns it. Call this only once.
   const std::string& received() {
     thread_.join();
     return received_;

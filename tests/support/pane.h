@@ -1,5 +1,5 @@
-// A hosted Settings application: a pane in the last column of a split view, as the platform shows
-// one, and a container with programs of a test's own.
+// A hosted Settings application: a pane in the last column of a split view, as on the platform, and
+// a container with the test's own programs.
 #pragma once
 
 #include "objc/autorelease_pool.h"
@@ -10,18 +10,18 @@ namespace test {
 
 class Pane : public Hosted {
  protected:
-  /// The library is switched off here: what it dyes is not what a pane does.
+  /// The library is switched off here, because the tests are about panes and not about dyes.
   void settingsApplication() {
     settings("<key>enabled</key><false/>");
     start("com.apple.Preferences");
     load();
   }
-  /// A function that the library exports, as a pane that links against it finds it.
+  /// A function that the library exports, found as by a pane that links the library.
   template <class Function>
   static Function* exported(const char* name) {
     return reinterpret_cast<Function*>(host::librarySymbol(VARNIX_LIBRARY, name));
   }
-  /// A shell script in the container's /usr/bin.
+  /// Writes a shell script to the container's /usr/bin.
   void program(const std::string& name, const std::string& script) const {
     const std::filesystem::path path = folder.path() + "/usr/bin/" + name;
     std::filesystem::create_directories(path.parent_path());

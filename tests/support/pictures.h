@@ -17,7 +17,7 @@ using Pixel = std::array<std::uint8_t, 4>;  ///< red, green, blue, alpha; premul
 UIImage* picture(std::size_t width, std::size_t height,
                  const std::function<Pixel(std::size_t x, std::size_t y)>& pixelAt);
 
-/// One colour all over, 40 x 40.
+/// One colour everywhere, 40 x 40.
 UIImage* plainPicture(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
 }  // namespace test

@@ -1,4 +1,4 @@
-// Property lists with every kind of value, as tools of the platform write them, and damaged ones.
+// Property lists with every kind of value, as the platform's tools write them, and damaged ones.
 #pragma once
 
 #include <cstdint>
@@ -56,10 +56,10 @@ std::string binaryPropertyList();
 
 std::string bigEndian(std::uint64_t value, int size);
 
-/// A binary property list from its objects. References take two bytes.
+/// A binary property list made from its objects. References take two bytes.
 std::string binaryFromObjects(const std::vector<std::string>& objects, std::uint64_t top = 0);
 
-/// An array that refers to the objects of those numbers.
+/// An array that refers to the objects with those numbers.
 std::string binaryArray(const std::vector<std::uint64_t>& items);
 
 }  // namespace test

@@ -1,4 +1,4 @@
-// Calls of methods, noted down in order as they happen.
+// Calls of methods, recorded in order.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ inline std::vector<std::string>& calls() {
   return names;
 }
 
-/// One method whose calls are noted and passed on: Recorded<"setupOpenGL", void()>.
+/// Records calls of one method and passes them on: Recorded<"setupOpenGL", void()>.
 template <objc::FixedString Name, class Signature>
 class Recorded;
 

@@ -1,4 +1,4 @@
-// Type encodings as registers see them: what differs only in its meaning is the same.
+// Type encodings as registers see them: types that differ only in meaning are the same.
 #pragma once
 
 #include <cctype>
@@ -8,10 +8,10 @@
 namespace test {
 
 /// One word for each type: "pointer" for objects and all other addresses, "byte", "int", "long", a
-/// structure's name in braces, else the type's own letter.
+/// structure's name in braces, else the type's letter.
 class RegisterKinds {
  public:
-  /// In the shorthand of facts/methods.tsv a "^" says all of a pointer.
+  /// In the shorthand of facts/methods.tsv, "^" alone means a pointer.
   enum class Form { runtime, shorthand };
 
   RegisterKinds(std::string types, Form form) : types_(std::move(types)), form_(form) {}
@@ -31,7 +31,7 @@ class RegisterKinds {
   std::string next() {
     while (isOneOf(peek(), "rnNoORV")) ++at_;
     const std::string kind = one();
-    // Where it would lie on a stack.
+    // The offset on a stack.
     while (std::isdigit(static_cast<unsigned char>(peek())) != 0) ++at_;
     return kind;
   }
@@ -62,12 +62,12 @@ class RegisterKinds {
   std::size_t at_ = 0;
 };
 
-/// Whether a method's types here are what the facts say of 32 bits. On a wider system an NSInteger
-/// is a long and a CGFloat a double.
+/// Whether a method's types here match the facts, which are for 32 bits. On a wider system an
+/// NSInteger is a long and a CGFloat a double.
 inline bool areSameToRegisters(const std::string& here, const std::string& facts) {
   auto mine = RegisterKinds(here, RegisterKinds::Form::runtime).all();
   const auto theirs = RegisterKinds(facts, RegisterKinds::Form::shorthand).all();
-  // The receiver and the selector, which the facts leave out.
+  // The receiver and the selector are not in the facts.
   if (mine.size() < 3) return false;
   mine.erase(mine.begin() + 1, mine.begin() + 3);
   if (mine.size() != theirs.size()) return false;

@@ -14,7 +14,7 @@ std::string written(CGFloat value) {
   return text;
 }
 
-/// One setter of the backdrops' settings, whose calls are noted and passed on.
+/// Records calls of one setter of the backdrops' settings and passes them on.
 template <objc::FixedString Name, class Value>
 class RecordedSetter {
  public:
@@ -31,7 +31,7 @@ class RecordedSetter {
   static inline constinit objc::Hook<objc::Message<NSObject, Name, void(Value)>{}> hook_;
 };
 
-/// The library's own store, once a notification has shown it.
+/// The library's own store; known after a notification has revealed it.
 KTPrefsManager* libraryStore = nullptr;
 constinit objc::Hook<KTPrefsManager::notificationReceived> notificationReceived;
 

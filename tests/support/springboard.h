@@ -14,12 +14,12 @@
 
 namespace test {
 
-/// What the backdrops' settings were told, in order: "setColorTint: #rrggbbaa".
+/// The calls of the backdrops' setters, in order: "setColorTint: #rrggbbaa".
 std::vector<std::string>& writes();
 
 UIColor* fromHex(const std::string& text);
 
-/// The entry of one integer: <key>cc_color_type</key><integer>2</integer>.
+/// An entry with one integer: <key>cc_color_type</key><integer>2</integer>.
 std::string integerEntry(const std::string& key, int value);
 std::string stringEntry(const std::string& key, const std::string& value);
 std::string boolEntry(const std::string& key, bool value);
@@ -29,28 +29,28 @@ class SpringBoard : public Hosted {
   static constexpr const char* kMediaPlayerUI =
       "/System/Library/PrivateFrameworks/MediaPlayerUI.framework/MediaPlayerUI";
 
-  /// Puts the framework of the playing track where SpringBoard has it; before start().
+  /// Puts the framework of the playing track where SpringBoard looks for it; call before start().
   void installNowPlaying();
-  /// As another extension might have, before the library; after start().
+  /// Loads it before the library, as another extension might; call after start().
   static void loadNowPlaying();
   void startSpringBoard(std::vector<std::string> without = {});
 
-  /// Makes the library's own store read the file again. The first time goes through a notification,
-  /// which shows the store.
+  /// Makes the library's own store read the file again. The first call uses a notification, which
+  /// reveals the store.
   static void reload();
   void settingsNow(const std::string& entries);
-  /// An archived colour, as it is kept for an application; after start().
+  /// An archived colour, as it is stored for an application; call after start().
   static std::string cachedIconColor(const std::string& identifier, const std::string& color);
 
   static void setTrack(UIImage* artwork, bool playing);
-  /// Nil is the home screen.
+  /// Nil means the home screen.
   static void open(NSString* identifier);
 
   static Strong<NSObject> makeControlCenter();
   static Strong<NSObject> makeNotificationCenter();
   static Strong<NSObject> framed(const char* className);
 
-  /// One of each, made when it is first asked for.
+  /// One of each; made at the first call.
   NSObject* controlCenter();
   NSObject* notificationCenter();
   NSObject* hud();
@@ -64,9 +64,9 @@ class SpringBoard : public Hosted {
   Strong<NSObject> hud_;
 };
 
-/// What a tinted backdrop was told.
+/// The writes to a tinted backdrop.
 std::vector<std::string> tinted(const std::string& color, const std::string& alpha);
-/// What one was told whose element is off.
+/// The writes to a backdrop whose element is off.
 std::vector<std::string> cleared();
 
 }  // namespace test

@@ -1,4 +1,4 @@
-// Alerts: their buttons, whom they tell of a click and in which order, and what is refused.
+// Alerts: their buttons, whom they tell about a click and in which order, and what is refused.
 #include "UIKit/UIAlertView.h"
 
 #include <thread>

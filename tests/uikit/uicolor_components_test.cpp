@@ -1,4 +1,4 @@
-// Colours as CoreGraphics has them, there and back.
+// Conversion of colours to CoreGraphics and back.
 #include "CoreGraphics/CoreGraphics.h"
 #include "support/hosted.h"
 
@@ -32,7 +32,7 @@ TEST_F(UIColorComponents, MakeAnEqualColor) {
                               UIColor::blackColor()};
   for (UIColor* color : kColors)
     EXPECT_TRUE(send(withCGColor(cgColor(color)), NSObject::isEqual, color));
-  // White in red, green and blue is another colour than the grey.
+  // White as red, green and blue is a different colour from white as a grey.
   EXPECT_FALSE(send(withCGColor(cgColor(UIColor::colorWithRed(1, 1, 1, 1))), NSObject::isEqual,
                     UIColor::whiteColor()));
 }

@@ -1,4 +1,4 @@
-// UIKit's image contexts: their sizes and scales, where they begin, and the stack of them.
+// UIKit's image contexts: sizes and scales, where they begin, and their stack.
 #include "UIGraphics/UIGraphics.h"
 
 #include <limits>
@@ -20,7 +20,7 @@ CGImageRef bitmapOf(UIImage* image) { return send<CGImageRef>(image, "CGImage"_s
 CGFloat scaleOf(UIImage* image) { return send<CGFloat>(image, "scale"_sel); }
 UIImage* currentImage() { return UIGraphicsGetImageFromCurrentImageContext(); }
 
-/// What the context on top holds, as premultiplied red, green, blue and alpha.
+/// The contents of the top context, as premultiplied red, green, blue and alpha.
 Bytes currentPixels() { return test::drawn(bitmapOf(currentImage())); }
 
 void fillCurrent(CGFloat red, CGFloat green, CGFloat blue, CGRect rect) {
@@ -82,7 +82,7 @@ TEST_F(UIGraphics, BeginsBlackOrClear) {
   UIGraphicsBeginImageContextWithOptions({1, 1}, true, 1);
   EXPECT_EQ(currentPixels(), (Bytes{0, 0, 0, 255}));
   EXPECT_EQ(CGImageGetAlphaInfo(bitmapOf(currentImage())), kCGImageAlphaNoneSkipFirst);
-  // Nothing makes an opaque one transparent.
+  // Nothing can make an opaque context transparent.
   CGContextClearRect(UIGraphicsGetCurrentContext(), {{0, 0}, {1, 1}});
   EXPECT_EQ(currentPixels(), (Bytes{0, 0, 0, 255}));
   UIGraphicsEndImageContext();
@@ -149,13 +149,13 @@ TEST_F(UIGraphics, DrawsIntoAPushedContext) {
   fillCurrent(1, 0, 0, {{0, 0}, {1, 1}});
   EXPECT_EQ(bytes, (Bytes{0, 0, 0, 0, 255, 0, 0, 255})) << "its origin where its maker has it";
   EXPECT_EQ(currentImage(), nullptr) << "no image context";
-  UIGraphicsEndImageContext();  // not begun: nothing
+  UIGraphicsEndImageContext();  // none was begun: nothing happens
   EXPECT_NE(UIGraphicsGetCurrentContext(), nullptr);
   UIGraphicsPopContext();
   EXPECT_EQ(UIGraphicsGetCurrentContext(), nullptr);
   UIGraphicsPopContext();
   UIGraphicsBeginImageContext({1, 1});
-  UIGraphicsPopContext();  // not pushed: nothing
+  UIGraphicsPopContext();  // none was pushed: nothing happens
   EXPECT_NE(UIGraphicsGetCurrentContext(), nullptr);
   UIGraphicsPushContext(nullptr);
   EXPECT_EQ(UIGraphicsGetCurrentContext(), nullptr);

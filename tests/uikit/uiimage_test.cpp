@@ -45,7 +45,7 @@ class Images : public test::Hosted {
   static CGSize sizeOf(UIImage* image) { return send<CGSize>(image, "size"_sel); }
 };
 
-/// What a context of that size holds after drawing into it.
+/// The contents of a context of that size after drawing into it.
 template <class F>
 UIImage* drawnIn(CGSize size, bool opaque, CGFloat scale, F draw) {
   UIGraphicsBeginImageContextWithOptions(size, opaque, scale);

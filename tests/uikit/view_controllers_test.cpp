@@ -1,4 +1,4 @@
-// The stand-in's controllers that show others, and appearance proxies.
+// The stand-in's controllers that present others, and appearance proxies.
 #include "support/pane.h"
 
 namespace {

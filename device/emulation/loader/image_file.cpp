@@ -83,7 +83,7 @@ class Commands {
     for (const ImageSegment& other : image_.segments) {
       if (segment.address < other.address + other.size &&
           other.address < segment.address + segment.size)
-        throw Error("two segments lie over each other");
+        throw Error("two segments overlap");
     }
     image_.segments.push_back(segment);
     const uint64_t header = is64_ ? macho::kSegmentSize64 : macho::kSegmentSize;

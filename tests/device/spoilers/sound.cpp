@@ -54,19 +54,13 @@ class Workshop {
   }
 
   Bytes library(const std::string& architecture) const {
-    if (architecture == "arm64") return linked64("-dylib -install_name /Library/it.dylib");
-    printed(VARNIX_DEVICE_TOOLS "/varnix-link-armv7 " + (folder_ / "armv7.o") + stubs() + " -o " +
-            (folder_ / "it") + " --install-name /Library/it.dylib --current-version 1.0" +
-            " --exports " + (folder_ / "exports"));
-    return signedFile();
+    return architecture == "arm64"
+               ? linked64("-dylib -install_name /Library/it.dylib")
+               : linked32("--install-name /Library/it.dylib --current-version 1.0");
   }
 
-  Bytes linked64(const std::string& kind) const {
-    printed("ld64.lld-19 " + kind + " -arch arm64 -platform_version ios 9.3 9.3 -fatal_warnings " +
-            "-no_fixup_chains -no_adhoc_codesign -x -exported_symbols_list " +
-            (folder_ / "exports") + " -o " + (folder_ / "it") + " " + (folder_ / "arm64.o") +
-            stubs());
-    return signedFile();
+  Bytes bundle(const std::string& architecture) const {
+    return architecture == "arm64" ? linked64("-bundle") : linked32("--bundle");
   }
 
   Bytes universal(const Bytes& first, const Bytes& second) const {
@@ -80,6 +74,20 @@ class Workshop {
   const std::string& options() const { return options_; }
 
  private:
+  Bytes linked32(const std::string& kind) const {
+    printed(VARNIX_DEVICE_TOOLS "/varnix-link-armv7 " + (folder_ / "armv7.o") + stubs() + " -o " +
+            (folder_ / "it") + " " + kind + " --exports " + (folder_ / "exports"));
+    return signedFile();
+  }
+
+  Bytes linked64(const std::string& kind) const {
+    printed("ld64.lld-19 " + kind + " -arch arm64 -platform_version ios 9.3 9.3 -fatal_warnings " +
+            "-no_fixup_chains -no_adhoc_codesign -x -exported_symbols_list " +
+            (folder_ / "exports") + " -o " + (folder_ / "it") + " " + (folder_ / "arm64.o") +
+            stubs());
+    return signedFile();
+  }
+
   std::string stubs() const {
     std::string paths;
     for (const Stub& stub : kStubs) paths += " " + (folder_ / (std::string(stub.name) + ".tbd"));
@@ -143,7 +151,7 @@ const Sound& soundLibrary(const std::string& architecture) {
   return *it;
 }
 
-Bytes soundBundle() { return workshop().linked64("-bundle"); }
+Bytes soundBundle(const std::string& architecture) { return workshop().bundle(architecture); }
 
 Bytes soundUniversalFile() {
   return workshop().universal(soundLibrary("armv7").bytes, soundLibrary("arm64").bytes);

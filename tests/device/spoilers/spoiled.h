@@ -32,8 +32,8 @@ struct Sound {
 
 /// The architecture is "armv7" or "arm64". Each is built only once.
 const Sound& soundLibrary(const std::string& architecture);
-/// The same as a bundle, which only the 64-bit linker can make.
-Bytes soundBundle();
+/// The same as a bundle.
+Bytes soundBundle(const std::string& architecture);
 /// Both slices in one file.
 Bytes soundUniversalFile();
 /// Options that name the stubs of the libraries it links.

@@ -1,4 +1,4 @@
-// As much of the platform's header as the pane's header needs to be checked without the platform.
+// The parts of the platform's header that are needed to check the header for panes.
 #import <stdbool.h>
 
 typedef bool BOOL;
