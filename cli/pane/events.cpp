@@ -1,5 +1,6 @@
 #include "pane/events.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <iostream>
@@ -11,6 +12,8 @@
 #include "UIKit/UIApplication_urls.h"
 #include "common/errors.h"
 #include "common/main_loop.h"
+#include "common/nearest.h"
+#include "process/programs.h"
 
 namespace varnix::cli {
 
@@ -69,7 +72,15 @@ void PaneEvents::settle(bool awaitsAnswer) {
   NSArray* urls = host::openedURLs();
   for (; openedURLs_ < count(urls); ++openedURLs_)
     std::cout << "opened    " << words(send(urls, NSArray::objectAtIndex, openedURLs_)) << '\n';
-  auto* sheet = send<NSObject*>(screen_.pane, "presentedViewController"_sel);
+  const auto programs = host::startedPrograms();
+  for (; programs_ < programs.size(); ++programs_) {
+    const host::StartedProgram& program = programs[programs_];
+    if (!program.words.ends_with("killall -9 SpringBoard")) continue;
+    std::cout << (program.hasStarted ? "restarts SpringBoard"
+                                     : "cannot restart SpringBoard: no killall")
+              << '\n';
+  }
+  auto* sheet = send<NSObject*>(page_(), "presentedViewController"_sel);
   if (sheet != nullptr && sheet != sheet_.get())
     std::cout << "composes  " << ask(sheet, "_initialText"_sel) << '\n';
   sheet_ = Strong<NSObject>::retain(sheet);
@@ -79,23 +90,35 @@ void PaneEvents::settle(bool awaitsAnswer) {
   printAlert();
 }
 
-void PaneEvents::press(const std::string& button) {
-  if (topAlert() == nullptr) throw Failure("no alert is shown", "press " + button);
-  NSInteger index = -1;
-  const char* end = button.data() + button.size();
-  const auto read = std::from_chars(button.data(), end, index);
-  const auto buttons = send<NSInteger>(topAlert(), "numberOfButtons"_sel);
-  if (read.ec != std::errc{} || read.ptr != end || index < 0 || index >= buttons)
-    throw Failure("no such button", button);
-  auto pressed = Strong<NSObject>::retain(topAlert());
-  alert_ = nullptr;
-  host::pressAlertButton(pressed, index);
+bool PaneEvents::hasAlert() const { return topAlert() != nullptr; }
+
+std::vector<std::string> PaneEvents::buttons() const {
+  std::vector<std::string> titles;
+  const auto count = send<NSInteger>(topAlert(), "numberOfButtons"_sel);
+  for (NSInteger i = 0; i < count; ++i)
+    titles.push_back(words(send<NSString*>(topAlert(), "buttonTitleAtIndex:"_sel, i)));
+  return titles;
 }
 
-void PaneEvents::share() {
-  auto* item = send<NSObject*>(send<NSObject*>(screen_.pane, "navigationItem"_sel),
-                               "rightBarButtonItem"_sel);
-  if (item == nullptr) throw Failure("the bar has no such button", "share");
+void PaneEvents::press(const std::string& button) {
+  if (!hasAlert()) throw Failure("no alert is shown", "press " + button);
+  const std::vector<std::string> titles = buttons();
+  std::size_t index = 0;
+  const char* end = button.data() + button.size();
+  const auto read = std::from_chars(button.data(), end, index);
+  const bool isNumber = read.ec == std::errc{} && read.ptr == end;
+  if (!isNumber || index >= titles.size())
+    index = static_cast<std::size_t>(std::ranges::find(titles, button) - titles.begin());
+  if (index == titles.size()) throw Failure("no such button", button + didYouMean(button, titles));
+  auto pressed = Strong<NSObject>::retain(topAlert());
+  alert_ = nullptr;
+  host::pressAlertButton(pressed, static_cast<NSInteger>(index));
+}
+
+void PaneEvents::pressBarButton() {
+  auto* item =
+      send<NSObject*>(send<NSObject*>(page_(), "navigationItem"_sel), "rightBarButtonItem"_sel);
+  if (item == nullptr) throw Failure("the bar has no such button", "bar");
   send<void>(item, "_press"_sel);
 }
 

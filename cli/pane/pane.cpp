@@ -1,4 +1,4 @@
-// varnix pane: a settings pane in the terminal, over the exported functions and classes.
+// varnix pane: the settings pane in the terminal.
 #include <unistd.h>
 
 #include <iostream>
@@ -6,22 +6,22 @@
 #include <optional>
 
 #include "Accounts/accounts.h"
-#include "Foundation/run_loop.h"
 #include "Foundation/text.h"
 #include "UIKit/UIApplication_urls.h"
 #include "commands.h"
 #include "common/death_report.h"
 #include "common/errors.h"
 #include "common/escaped.h"
+#include "common/icon_choices.h"
 #include "common/line_commands.h"
+#include "common/module.h"
 #include "common/root_choice.h"
 #include "common/swatches.h"
+#include "line_editor/line_editor.h"
 #include "objc/autorelease_pool.h"
-#include "pane/events.h"
-#include "pane/rows.h"
-#include "probe/surfaces.h"
+#include "pane/example/example.h"
+#include "pane/session.h"
 #include "process/process.h"
-#include "settings/property_text.h"
 
 namespace varnix::cli {
 
@@ -30,9 +30,13 @@ namespace {
 struct PaneArguments {
   std::optional<std::string> root;
   std::optional<std::string> script;
+  std::string open = "Varnix";
+  std::string language = "en";
   std::vector<std::string> accounts;
   std::vector<std::string> clients;
+  std::vector<std::string> icons;
   bool refusesAccess = false;
+  bool isExample = false;
   std::string color = "auto";
 };
 
@@ -46,105 +50,57 @@ NSArray* strings(const std::vector<std::string>& texts) {
   return list;
 }
 
-struct Session {
-  explicit Session(bool swatches) : withSwatches(swatches) {}
+PaneFace settingsPane(const PaneArguments& arguments, bool withSwatches) {
+  auto session = std::make_shared<PaneSession>(withSwatches);
+  session->openPath(arguments.open);
+  session->begin();
+  return {.help = PaneSession::help(),
+          .run = [session](const std::string& line) { session->run(line); },
+          .isOver = [session] { return session->isOver(); },
+          .tellChanges = [session] { session->tellChanges(); },
+          .completions = [session](const std::string& line) { return session->completions(line); }};
+}
 
-  PaneRows rows;
-  PaneEntries pane = loadPane();
-  SettingsScreen screen;
-  PaneEvents events{screen};
-  bool withSwatches;
-  bool isOver = false;
-};
+/// Reads a line at a terminal. False at the end of the input.
+using Prompt = std::function<bool(std::string& line)>;
 
-void list(Session& session) {
-  constexpr std::size_t kNameWidth = 22;
-  constexpr std::size_t kValueWidth = 12;
-  for (const PaneRow& row : session.rows.all()) {
-    const std::string value = escaped(valueText(session.rows.value(row)));
-    const bool hasSwatch = session.withSwatches && row.key->kind == settings::Kind::color &&
-                           value.size() >= 7 && value[0] == '#';
-    std::cout << padded(row.key->name, kNameWidth) << (hasSwatch ? swatch(value) : "")
-              << padded(value, kValueWidth) << ' ' << row.key->meaning << '\n';
+Prompt editedPrompt(const PaneFace& pane) {
+  if (isDumbTerminal() || isatty(STDOUT_FILENO) == 0) {
+    auto reader = std::make_shared<LineReader>(LineSource{.file = "-"});
+    return [reader](std::string& line) {
+      std::cout << "pane> " << std::flush;
+      return reader->next(line);
+    };
   }
-}
-
-void printBar(const Session& session) {
-  const auto color = varnix::probe::colorAnswer(barColor(session.screen));
-  const auto* text = std::get_if<std::string>(&color);
-  std::cout << "bar       " << (text == nullptr ? "the system's" : *text) << '\n';
-}
-
-void footer(Session& session) {
-  const PSSpecifier* specifier = session.pane.footer();
-  auto* text =
-      send<NSString*>(const_cast<PSSpecifier*>(specifier), "propertyForKey:"_sel, "footerText"_ns);
-  std::cout << host::text(text) << '\n';
-}
-
-struct PaneCommand {
-  const char* form;
-  void (*run)(Session& session, const Words& arguments);
-};
-
-constexpr PaneCommand kPaneCommands[] = {
-    {"list", [](Session& s, const Words&) { list(s); }},
-    {"set KEY VALUE", [](Session& s, const Words& words) { s.rows.set(words[0], words[1]); }},
-    {"appear",
-     [](Session& s, const Words&) {
-       s.pane.willAppear(s.screen.pane);
-       printBar(s);
-     }},
-    {"disappear",
-     [](Session& s, const Words&) {
-       s.pane.willDisappear(s.screen.pane);
-       printBar(s);
-     }},
-    {"footer", [](Session& s, const Words&) { footer(s); }},
-    {"follow", [](Session& s, const Words&) { s.pane.follow(); }},
-    {"press BUTTON", [](Session& s, const Words& words) { s.events.press(words[0]); }},
-    {"profile", [](Session& s, const Words&) { s.pane.profile(); }},
-    {"share", [](Session& s, const Words&) { s.events.share(); }},
-    {"write", [](Session& s, const Words&) { s.pane.write(); }},
-    {"restart",
-     [](Session& s, const Words&) {
-       const int code = s.pane.restart();
-       std::cout << (code == 0 ? "restarts SpringBoard" : "cannot restart SpringBoard: no killall")
-                 << '\n';
-     }},
-    {"quit", [](Session& s, const Words&) { s.isOver = true; }},
-};
-
-std::vector<const char*> paneForms() {
-  std::vector<const char*> list;
-  for (const PaneCommand& command : kPaneCommands) list.push_back(command.form);
-  return list;
-}
-
-void runOne(Session& session, const std::string& line) {
-  if (session.isOver) return;
-  runLine(paneForms(), line, [&](std::size_t command, const Words& arguments) {
-    const objc::AutoreleasePool pool;
-    // What others changed while nobody typed comes first.
-    host::MainRunLoop::instance().drain();
-    kPaneCommands[command].run(session, arguments);
-    session.events.settle(std::string_view(kPaneCommands[command].form).starts_with("press"));
-    std::cout << std::flush;
-  });
+  const LineEditor& editor = loadModule(kLineEditor);
+  return
+      [&editor, &pane](std::string& line) { return editor.read("pane> ", pane.completions, line); };
 }
 
 /// A person's mistakes end nothing.
-void talk(Session& session) {
-  std::cout << "Commands:\n" << formList(paneForms());
-  LineReader reader({.file = "-"});
+void talk(const PaneFace& pane) {
+  std::cout << "Commands:\n" << pane.help << std::flush;
+  const Prompt prompt = editedPrompt(pane);
   std::string line;
-  while (!session.isOver && (std::cout << "pane> " << std::flush) && reader.next(line)) {
+  auto tell = [&] {
+    if (pane.tellChanges) pane.tellChanges();
+    std::cout << std::flush;
+  };
+  for (tell(); !pane.isOver() && prompt(line); tell()) {
     try {
-      runOne(session, line);
+      pane.run(line);
     } catch (const std::exception& error) {
       std::cout << escaped(error.what()) << '\n';
     }
   }
+}
+
+void follow(const PaneFace& pane, const std::string& file) {
+  runLines({.file = file}, [&](const std::string& line) {
+    if (pane.isOver()) return;
+    if (pane.tellChanges) pane.tellChanges();
+    pane.run(line);
+  });
 }
 
 int show(const PaneArguments& arguments) {
@@ -153,22 +109,19 @@ int show(const PaneArguments& arguments) {
   host::ProcessOptions process;
   process.bundle = "com.apple.Preferences";
   process.root = chosenRoot(arguments.root, RootUse::changes);
+  process.language = arguments.language;
+  process.icons = iconsFrom(arguments.icons);
   tellOfDeath(STDERR_FILENO, Telling::sentence);
   host::startProcess(process);
   loadNamed(host::defaultLibraryPath());
   host::setAccounts("com.apple.twitter"_ns, strings(arguments.accounts));
   host::setAccountAccess(!arguments.refusesAccess);
   host::setInstalledURLSchemes(strings(arguments.clients));
-  Session session(withSwatches);
-  session.pane.didLoad(session.screen.pane);
-  list(session);
-  if (arguments.script) {
-    runLines({.file = *arguments.script}, [&](const std::string& line) { runOne(session, line); });
-  } else if (isatty(STDIN_FILENO) != 0) {
-    talk(session);
-  } else {
-    runLines({.file = "-"}, [&](const std::string& line) { runOne(session, line); });
-  }
+  const PaneFace pane =
+      arguments.isExample ? examplePane(withSwatches) : settingsPane(arguments, withSwatches);
+  if (arguments.script) follow(pane, *arguments.script);
+  else if (isatty(STDIN_FILENO) != 0) talk(pane);
+  else follow(pane, "-");
   return 0;
 }
 
@@ -177,8 +130,18 @@ int show(const PaneArguments& arguments) {
 Command paneCommand() {
   auto arguments = std::make_shared<PaneArguments>();
   return {.name = "pane",
-          .summary = "Show the settings in a hosted Settings application, and change them",
+          .summary = "Show the settings pane in a hosted Settings application, and use it",
           .options = {rootOption(arguments->root),
+                      {.name = "--open",
+                       .value = "PATH",
+                       .target = &arguments->open,
+                       .meaning = "The page to begin with: rows' titles, keys or numbers from the "
+                                  "list of settings on, with / between them; Varnix"},
+                      {.name = "--language",
+                       .value = "LANG",
+                       .target = &arguments->language,
+                       .meaning = "The user's language; en",
+                       .choices = {"en", "de", "fr", "es", "it", "ja", "zh-Hans"}},
                       {.name = "--script",
                        .value = "FILE",
                        .target = &arguments->script,
@@ -197,9 +160,13 @@ Command paneCommand() {
                        .meaning = "The URL scheme of an installed client: tweetbot, twitterrific, "
                                   "tweetings, twitter; repeatable",
                        .choices = {"tweetbot", "twitterrific", "tweetings", "twitter"}},
+                      iconOption(arguments->icons),
+                      {.name = "--example",
+                       .target = &arguments->isExample,
+                       .meaning = "Show the small pane of examples/pane instead"},
                       colorOption(arguments->color)},
-          .notes = "It uses what the library offers to a pane. Commands, one a line:\n" +
-                   formList(paneForms()),
+          .notes =
+              "Commands, one a line:\n" + PaneSession::help() + "With --example:\n" + exampleHelp(),
           .run = [arguments] { return show(*arguments); }};
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <deque>
+#include <filesystem>
+#include <optional>
 #include <thread>
 
 #include "Foundation/file_contents.h"
@@ -12,9 +14,11 @@
 #include "common/errors.h"
 #include "common/hosted_child.h"
 #include "common/input_limits.h"
+#include "common/temporary_container.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
 #include "probe/surfaces.h"
+#include "settings/file.h"
 
 namespace varnix::cli {
 
@@ -62,13 +66,36 @@ void play(const std::string& artwork) {
   send<void>(controller, "_setArtwork:playing:"_sel, image, true);
 }
 
+/// The container of a process. The Settings application writes down what it has shown: it works on
+/// a copy; without the library on an empty one, as after the installation.
+class OwnContainer {
+ public:
+  explicit OwnContainer(const ProcessQuestion& question) : root_(question.process.root) {
+    if (question.process.bundle != "com.apple.Preferences") return;
+    const std::string file = root_ + kSettingsPath;
+    if (question.withLibrary && std::filesystem::exists(file)) copy_.emplace(kSettingsPath, file);
+    else copy_.emplace();
+    root_ = copy_->root();
+  }
+  const std::string& root() const { return root_; }
+
+ private:
+  std::string root_;
+  std::optional<TemporaryContainer> copy_;
+};
+
 /// In the child: turns this process into the hosted one.
 std::string answer(const ProcessQuestion& question) {
   objc::AutoreleasePool pool;
   host::printLog(false);
-  host::startProcess(question.process);
+  const OwnContainer own(question);
+  host::ProcessOptions process = question.process;
+  process.root = own.root();
+  host::startProcess(process);
   if (question.withLibrary) loadNamed(host::defaultLibraryPath());
   if (!question.artwork.empty()) play(question.artwork);
+  // The settings' pages bring the library with them.
+  const Json surfaces = surfaceAnswers();
   Json screens = Json::object();
   for (const auto* screen : question.screens) {
     for (const auto& [wallpaper, color] : question.wallpapers) {
@@ -76,7 +103,7 @@ std::string answer(const ProcessQuestion& question) {
       screens[screen->id][wallpaper] = toJson(screen->ask({color}));
     }
   }
-  return dump(Json{{"screens", screens}, {"surfaces", surfaceAnswers()}});
+  return dump(Json{{"screens", screens}, {"surfaces", surfaces}});
 }
 
 ProcessAnswer parse(const std::string& text) {

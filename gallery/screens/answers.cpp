@@ -27,6 +27,11 @@ std::vector<Color> Answers::colors(const std::string& name) const {
   return found;
 }
 
+std::optional<std::string> Answers::text(const std::string& name) const {
+  const auto* found = find<std::string>(*this, name);
+  return found == nullptr ? std::nullopt : std::optional(*found);
+}
+
 bool Answers::flag(const std::string& name) const {
   const bool* truth = find<bool>(*this, name);
   return truth != nullptr && *truth;

@@ -13,7 +13,7 @@ namespace varnix::screens {
 
 using namespace drawing;
 
-/// Nothing, a boolean, a number, or a colour as "#rrggbbaa".
+/// Nothing, a boolean, a number, or a text. A colour is "#rrggbbaa".
 using Answer = std::variant<std::monostate, bool, double, std::string>;
 
 /// By name. What was not asked counts as not answered.
@@ -25,6 +25,7 @@ struct Answers {
   Color colorOr(const std::string& name, const Color& platform) const;
   /// The colours named "NAME 0", "NAME 1" and so on.
   std::vector<Color> colors(const std::string& name) const;
+  std::optional<std::string> text(const std::string& name) const;
   bool flag(const std::string& name) const;
   double number(const std::string& name) const;
   bool operator==(const Answers&) const = default;

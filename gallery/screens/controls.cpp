@@ -32,7 +32,7 @@ void drawNavigationBar(const Canvas& canvas, const NavigationBar& bar) {
     drawCentered(canvas, {26.5, kMiddle}, bar.back, style);
   }
   drawCentered(canvas, {canvas.width() / 2, kMiddle}, bar.title,
-               style.with(kBlack).with(Weight::semibold).with(Align::center));
+               style.with(bar.titleColor).with(Weight::semibold).with(Align::center));
   drawCentered(canvas, {canvas.width() - 15, kMiddle}, bar.action,
                style.with(bar.actionWeight).with(Align::right));
 }

@@ -31,6 +31,7 @@ struct NavigationBar {
   Color tint;
   double height = 64;
   Weight actionWeight = Weight::regular;
+  Color titleColor = kBlack;
 };
 void drawNavigationBar(const Canvas& canvas, const NavigationBar& bar);
 

@@ -6,9 +6,18 @@ namespace varnix::screens {
 
 namespace {
 
-constexpr const Screen* kScreens[] = {
-    &kApplication,        &kMessages, &kHome,      &kControlCenter,
-    &kNotificationCenter, &kVolume,   &kInstagram, &kTwitter};
+constexpr const Screen* kScreens[] = {&kApplication,
+                                      &kMessages,
+                                      &kHome,
+                                      &kControlCenter,
+                                      &kNotificationCenter,
+                                      &kVolume,
+                                      &kInstagram,
+                                      &kTwitter,
+                                      &kSettingsFront,
+                                      &kSettingsElement,
+                                      &kSettingsApplications,
+                                      &kSettingsApplication};
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
   const Canvas canvas(kWidth, kHeight, scale);

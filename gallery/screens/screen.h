@@ -50,6 +50,7 @@ struct Layer {
 };
 
 extern const Screen kApplication, kMessages, kHome, kControlCenter, kNotificationCenter, kVolume,
-    kInstagram, kTwitter;
+    kInstagram, kTwitter, kSettingsFront, kSettingsElement, kSettingsApplications,
+    kSettingsApplication;
 
 }  // namespace varnix::screens

@@ -1,4 +1,5 @@
 // Child processes, which are real ones of this machine.
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,7 +64,11 @@ class Child {
 /// What happens to a child's descriptors.
 class FileActions {
  public:
-  FileActions() { posix_spawn_file_actions_init(&actions_); }
+  /// What a program complains of goes into the phone's log, which nobody reads here.
+  FileActions() {
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  }
   FileActions(const FileActions&) = delete;
   FileActions& operator=(const FileActions&) = delete;
   ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }

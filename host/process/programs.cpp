@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <mutex>
 
 #include "process/container.h"
 #include "process/process.h"
@@ -24,6 +25,34 @@ bool liesInRoot(const std::string& file) {
   return !error && below != ".." && !below.starts_with("../");
 }
 
+std::mutex startedLock;
+
+std::vector<StartedProgram>& started() {
+  static auto* list = new std::vector<StartedProgram>;
+  return *list;
+}
+
+void note(char* const arguments[], bool hasStarted) {
+  std::string words;
+  for (; arguments != nullptr && *arguments != nullptr; ++arguments)
+    words.append(words.empty() ? "" : " ").append(*arguments);
+  const std::lock_guard lock(startedLock);
+  started().push_back({std::move(words), hasStarted});
+}
+
+int start(int* child, const char* path, const void* fileActions, const void* attributes,
+          char* const arguments[], char* const environment[]) {
+  const std::string file = programFile(path == nullptr ? "" : path);
+  if (file.empty()) return ENOENT;
+  // Checked here, because under emulation a parent does not learn that its child could not start.
+  if (access(file.c_str(), X_OK) != 0) return errno;
+  char* const none[] = {nullptr};
+  return posix_spawn(child, file.c_str(),
+                     static_cast<const posix_spawn_file_actions_t*>(fileActions),
+                     static_cast<const posix_spawnattr_t*>(attributes), arguments,
+                     environment == nullptr ? none : environment);
+}
+
 }  // namespace
 
 std::string programFile(std::string_view devicePath) {
@@ -34,6 +63,11 @@ std::string programFile(std::string_view devicePath) {
     return liesInRoot(file) && std::filesystem::is_regular_file(file, ignored) ? file
                                                                                : std::string();
   return devicePath == "/bin/sh" ? "/bin/sh" : std::string();
+}
+
+std::vector<StartedProgram> startedPrograms() {
+  const std::lock_guard lock(startedLock);
+  return started();
 }
 
 std::vector<std::string> childEnvironment() {
@@ -66,13 +100,7 @@ extern "C" HOST_EXPORT int __wrap_posix_spawn(int* child, const char* path, cons
 
 int __wrap_posix_spawn(int* child, const char* path, const void* fileActions,
                        const void* attributes, char* const arguments[], char* const environment[]) {
-  const std::string file = host::programFile(path == nullptr ? "" : path);
-  if (file.empty()) return ENOENT;
-  // Checked here, because under emulation a parent does not learn that its child could not start.
-  if (access(file.c_str(), X_OK) != 0) return errno;
-  char* const none[] = {nullptr};
-  return posix_spawn(child, file.c_str(),
-                     static_cast<const posix_spawn_file_actions_t*>(fileActions),
-                     static_cast<const posix_spawnattr_t*>(attributes), arguments,
-                     environment == nullptr ? none : environment);
+  const int error = host::start(child, path, fileActions, attributes, arguments, environment);
+  host::note(arguments, error == 0);
+  return error;
 }

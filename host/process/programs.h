@@ -14,6 +14,15 @@ namespace host {
 /// root, so that no other program of this machine ever runs under a device's name.
 std::string programFile(std::string_view devicePath);
 
+/// A program that the library has asked for.
+struct StartedProgram {
+  std::string words;  ///< its own name first
+  bool hasStarted;    ///< false if there is no such program
+};
+
+/// In order; safe on any thread.
+HOST_EXPORT std::vector<StartedProgram> startedPrograms();
+
 /// The environment of a child, NAME=VALUE: ours, but with a PATH of the container's program
 /// folders, then a folder with the few programs of this machine that a shell may use.
 std::vector<std::string> childEnvironment();

@@ -1,7 +1,5 @@
-// varnix pane, as a process: settings through the store's bridge, and the example pane's buttons.
-#include <ctime>
-
-#include "cli/command.h"
+// varnix pane, as a process: the pages of the pane that the package installs, row by row.
+#include "cli/pane_command.h"
 
 using test::Command;
 using test::Outcome;
@@ -10,107 +8,159 @@ using test::Words;
 
 namespace {
 
-class Pane : public test::CommandTest {
- protected:
-  /// What it prints after the list at the beginning.
-  std::string says(const std::string& script, const Words& words = {}) const {
-    const Outcome outcome = run(script, words);
-    EXPECT_EQ(outcome.status, 0) << outcome.error;
-    const std::string lastRow = "volume HUD's own colour\n";
-    const auto end = outcome.out.find(lastRow);
-    EXPECT_NE(end, std::string::npos) << outcome.out;
-    return outcome.out.substr(end + lastRow.size());
-  }
-  Outcome run(const std::string& script, const Words& words = {}) const {
-    Words all = {"pane", "--script", write(script)};
-    all.insert(all.end(), words.begin(), words.end());
-    return varnix(all);
-  }
-  void program(const std::string& name, const std::string& text) const {
-    const std::filesystem::path path = folder.path() + "/usr/bin/" + name;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << "#!/bin/sh\n" << text;
-    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-  }
+class Pane : public test::PaneCommandTest {};
 
- private:
-  std::string write(const std::string& script) const {
-    std::string path = folder.path() + "/script";
-    std::ofstream(path) << script;
-    return path;
-  }
-};
-
-TEST_F(Pane, ListsEverySettingWithItsValue) {
-  settings(
-      "<key>global_color</key><string>#1e88e5</string><key>enabled</key><false/>"
-      "<key>cc_color_type</key><string>2</string>");
-  const auto outcome = run("");
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.error, "");
-  EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 18);
+TEST_F(Pane, OpensTheFirstPageFromTheListOfSettings) {
+  const std::string page = says("");
+  EXPECT_TRUE(
+      page.starts_with("Settings > Varnix\n"
+                       "bar   #de3027ff\n"
+                       "  1  Enabled                    on\n"
+                       "      Takes effect in apps when they next open, and on the Home "
+                       "screen when\n"
+                       "      SpringBoard restarts. Colours change at once.\n"
+                       "\n"
+                       "  Colour\n"
+                       "  2  Colour From                My Colour >\n"))
+      << page;
   for (const char* line :
-       {"enabled               false        the whole system; read when a process starts\n",
-        "\nglobal_color          #1e88e5      the dye\n",
-        "\ncc_color_type         2            Control Centre\n",
-        "\ncc_color              #FFFFFF      Control Centre's own colour\n"}) {
-    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+       {"\n  4  Album Art                  off\n", "\n  Elements\n",
+        "\n 10  Keyboard                   Varnix Colour >\n",
+        "\n 16  Restart SpringBoard        (button)\n", "\n      \u00a9 Quillmarsh 2015 - "})
+    EXPECT_NE(page.find(line), std::string::npos) << line << page;
+  EXPECT_EQ(says("", {"--open", ""}), "Settings\n  1  Varnix                     >\n");
+}
+
+TEST_F(Pane, ShowsWhatIsStored) {
+  settings(
+      "<key>enabled</key><false/><key>global_color</key><string>#1e88e5</string>"
+      "<key>keyboard_color_type</key><integer>2</integer>"
+      "<key>keyboard_color</key><string>#102030</string>");
+  const std::string page = says("");
+  for (const char* line : {"\nbar   #1e88e5ff\n", "\n  1  Enabled                    off\n",
+                           "\n 10  Keyboard                   Own Colour #102030 >\n"})
+    EXPECT_NE(page.find(line), std::string::npos) << line << page;
+}
+
+TEST_F(Pane, OpensPagesByTitleKeyNumberAndPath) {
+  const std::string keyboard = "Settings > Varnix > Keyboard\n";
+  for (const char* row : {"Keyboard", "keyboard", "10", "KEYBOARD"}) {
+    EXPECT_TRUE(after(std::string("open ") + row + "\n").starts_with(keyboard)) << row;
   }
+  EXPECT_TRUE(says("", {"--open", "Varnix/Keyboard"}).starts_with(keyboard));
+  EXPECT_TRUE(
+      says("", {"--open", "1/10/Colour"}).starts_with("Settings > Varnix > Keyboard > Colour\n"));
+  const std::string there = after("open Keyboard\nback\n");
+  EXPECT_EQ(there.find("Settings > Varnix\n"), there.rfind("Settings > Varnix\n"));
+  EXPECT_TRUE(after("back\nopen Varnix\n").starts_with("Settings\nbar   #000000ff\n  1  Varnix"));
+}
+
+TEST_F(Pane, FlipsASwitch) {
+  EXPECT_EQ(after("set Enabled off\n"), "  1  Enabled                    off\n");
+  EXPECT_EQ(varnix({"settings", "list"}).out, "enabled = false\n");
+  EXPECT_EQ(after("set 1 on\nset enabled on\n"), "  1  Enabled                    on\n");
+  EXPECT_EQ(varnix({"settings", "list"}).out, "enabled = true\n");
+}
+
+TEST_F(Pane, MakesAChoiceByTitleOrValue) {
+  EXPECT_EQ(after("set Colour From App Icon\n"), "  2  Colour From                App Icon >\n");
+  EXPECT_EQ(varnix({"settings", "get", "global_color_type"}).out, "1\n");
+  after("set \"Colour From\" 'my colour'\n");
+  EXPECT_EQ(varnix({"settings", "get", "global_color_type"}).out, "0\n");
+  after("set global_color_type 1\n");
+  EXPECT_EQ(varnix({"settings", "get", "global_color_type"}).out, "1\n");
+  EXPECT_TRUE(after("open Colour From\n").starts_with("Settings > Varnix > Colour From\nbar   "));
+  const std::string list = after("open global_color_type\npress My Colour\n");
+  EXPECT_TRUE(list.ends_with("  1  My Colour                  \u2713\n  2  App Icon\n")) << list;
+  EXPECT_EQ(varnix({"settings", "get", "global_color_type"}).out, "0\n");
+}
+
+TEST_F(Pane, ChoosesAColourInThePicker) {
+  EXPECT_EQ(after("set My Colour #1e88e5\n"),
+            "bar   #1e88e5ff\n  3  My Colour                  #1E88E5\n");
+  EXPECT_EQ(varnix({"settings", "get", "global_color"}).out, "#1E88E5:1.000000\n");
+  // Both writers' changes last.
+  after("set Album Art on\nset global_color #fed\nset Enabled off\n");
+  EXPECT_EQ(varnix({"settings", "list"}).out,
+            "enabled = false\nglobal_color = \"#FFEEDD:1.000000\"\nuse_album_art = true\n");
+  const Outcome early = run("open Keyboard\nset Own Colour #123456\n");
+  EXPECT_TRUE(early.error.ends_with("line 2: the row is disabled: Own Colour\n")) << early.error;
 }
 
 TEST_F(Pane, ShowsSwatchesWhereTheyAreWanted) {
-  EXPECT_EQ(run("").out.find('\x1b'), std::string::npos);
-  const auto colored = run("", {"--color", "always"}).out;
-  EXPECT_NE(colored.find("\x1b[48;2;222;48;39m  \x1b[0m #de3027"), std::string::npos);
+  EXPECT_EQ(says("").find('\x1b'), std::string::npos);
+  const std::string shown = says("", {"--color", "always"});
+  for (const char* row : {"\nbar   \x1b[48;2;222;48;39m  \x1b[0m #de3027ff\n",
+                          "My Colour                  \x1b[48;2;222;48;39m  \x1b[0m #DE3027",
+                          "Keyboard                   \x1b[48;2;222;48;39m  \x1b[0m Varnix"})
+    EXPECT_NE(shown.find(row), std::string::npos) << row;
 }
 
-TEST_F(Pane, AChangeIsWrittenAndListed) {
-  const std::string list =
-      says("set keyboard_color_type 2\nset keyboard_color #102030:0.5\nlist\n");
-  EXPECT_NE(list.find("keyboard_color_type   2 "), std::string::npos);
-  EXPECT_NE(list.find("keyboard_color        #102030:0.5"), std::string::npos);
-  const Outcome stored = varnix({"settings", "get", "keyboard_color"});
-  EXPECT_EQ(stored.out, "#102030:0.5\n");
+TEST_F(Pane, SearchesApplications) {
+  const std::string found = after("open Apps\nfind MU\n");
+  EXPECT_TRUE(
+      found.ends_with("Settings > Varnix > Apps\nbar   #de3027ff\nfind  MU\n"
+                      "  All Others\n"
+                      "  1  Music                      >\n"))
+      << found;
+  EXPECT_TRUE(after("open Apps\nfind grass\n").ends_with("  1  No Apps Found\n"))
+      << after("open Apps\nfind grass\n");
+  EXPECT_NE(after("open Apps\nfind grass\nfind\n").find("Twitter"), std::string::npos);
 }
 
-// The bridge from end to end: the pane writes the file and posts, and another process gets the new
-// dye.
-TEST_F(Pane, AChangeDyesAnotherProcessAnew) {
-  Command other({"run", "--bundle", "com.example.app", "--script", "-"});
-  other.write("keyboard\nprint\n");
-  ASSERT_TRUE(other.waitFor("\"backgroundColor\":\"#de3027ff\""));
-  says("set global_color #1e88e5\n");
-  other.write("wait\nkeyboard\nprint\n");
-  EXPECT_TRUE(other.waitFor("\"backgroundColor\":\"#1e88e5ff\""));
-  EXPECT_EQ(other.finish(), 0);
+TEST_F(Pane, GivesAnApplicationSettingsOfItsOwn) {
+  const std::string shown = after(
+      "open Apps\nopen Music\nset Own Settings on\nset My Colour #123456\nopen Keyboard\n"
+      "set Colour Off\nback\nback\n");
+  EXPECT_NE(shown.find("\n  With Their Own Settings\n  1  Music "), std::string::npos) << shown;
+  EXPECT_EQ(varnix({"settings", "list"}).out,
+            "com.apple.Music_global_color = \"#123456:1.000000\"\n"
+            "com.apple.Music_keyboard_color_type = 1\n"
+            "com.apple.Music_scope_enabled = true\nenabled = true\n");
 }
 
-TEST_F(Pane, TintsItsNavigationBarWhileItIsShown) {
-  EXPECT_EQ(says("appear\ndisappear\n"), "bar       #ff9400ff\nbar       #000000ff\n");
+TEST_F(Pane, ShowsTheOtherPagesOfAChange) {
+  const std::string shown = after("open Keyboard\nset keyboard_color_type Own Colour\nback\n");
+  EXPECT_NE(shown.find("\n 10  Keyboard                   Own Colour #ffffff >\n"),
+            std::string::npos)
+      << shown;
 }
 
-TEST_F(Pane, ShowsTheInstalledVersion) {
-  program("dpkg",
-          "test \"$1 $2\" = '-s com.quillmarsh.varnix2' || exit 1\n"
-          "printf 'Package: com.quillmarsh.varnix2\\nVersion: 2.0.0-7\\n'\n");
-  const std::time_t now = std::time(nullptr);
-  const std::string year = std::to_string(std::gmtime(&now)->tm_year + 1900);
-  EXPECT_EQ(says("footer\n"), "\u00a9 Quillmarsh 2015 - " + year + "\n Version: 2.0.0-7\n\n");
+TEST_F(Pane, AsksBeforeAPresetAndTakesItBackOnce) {
+  settings("<key>cc_color_type</key><integer>1</integer>");
+  const std::string asked = after("open Presets\npress Ocean\npress Cancel\n");
+  EXPECT_NE(asked.find("alert     Use Ocean?: "), std::string::npos) << asked;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\n");
+  const std::string used = after("open Presets\npress Ocean\npress Replace\n");
+  EXPECT_NE(used.find("Undo Ocean"), std::string::npos) << used;
+  EXPECT_NE(used.find("bar   #1971c2ff"), std::string::npos) << used;
+  EXPECT_EQ(varnix({"settings", "get", "cc_color"}).out, "#0b3c6f\n");
+  const std::string undone = after("press Undo Ocean\n");
+  EXPECT_EQ(undone.find("Undo"), std::string::npos) << undone;
+  // The store writes its default too.
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\nenabled = true\n");
 }
 
-TEST_F(Pane, SharesWritesAndOpensProfiles) {
-  EXPECT_EQ(says("share\nwrite\nprofile\n"),
-            "composes  My phone is orange, thanks to Varnix.\n"
-            "opened    mailto:varnix@quillmarsh.example\n"
-            "opened    https://twitter.com/quillmarsh\n");
-  EXPECT_EQ(says("profile\n", {"--client", "twitter", "--client", "tweetings"}),
-            "opened    tweetings:///user?screen_name=quillmarsh\n");
+TEST_F(Pane, CopiesAndPastesSettings) {
+  settings("<key>cc_color_type</key><integer>1</integer>");
+  const std::string told = after(
+      "press Copy Settings\npress OK\nset Enabled off\n"
+      "press Paste Settings\npress Replace\n");
+  EXPECT_NE(told.find("  press 0  Cancel\n  press 1  Replace\nSettings > Varnix\nbar   #de3027ff\n"
+                      "  1  Enabled                    on\n"),
+            std::string::npos)
+      << told;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 1\nenabled = true\n");
+  EXPECT_NE(after("press Paste Settings\n").find("alert     "), std::string::npos);
 }
 
-TEST_F(Pane, RestartsSpringBoardWithTheDevicesProgram) {
-  EXPECT_EQ(says("restart\n"), "cannot restart SpringBoard: no killall\n");
+TEST_F(Pane, RestartsSpringBoardOnceAsked) {
+  EXPECT_NE(after("press Restart SpringBoard\npress Restart\n")
+                .find("\ncannot restart SpringBoard: no killall\n"),
+            std::string::npos);
   program("killall", "echo \"$0 $*\" >\"$(dirname \"$0\")/told\"\n");
-  EXPECT_EQ(says("restart\n"), "restarts SpringBoard\n");
+  const std::string restarted = after("press restart\npress Restart\n");
+  EXPECT_TRUE(restarted.ends_with("\nrestarts SpringBoard\n")) << restarted;
   const std::string told = folder.path() + "/usr/bin/told";
   for (int i = 0; i < 300 && test::contentsOf(told).find('\n') == std::string::npos; ++i)
     usleep(10'000);
@@ -118,43 +168,71 @@ TEST_F(Pane, RestartsSpringBoardWithTheDevicesProgram) {
       << test::contentsOf(told);
 }
 
+TEST_F(Pane, WritesOpensProfilesAndShares) {
+  EXPECT_EQ(after("press Email Us\npress Follow Us\npress bar\n"),
+            "opened    mailto:varnix@quillmarsh.example\n"
+            "opened    https://twitter.com/quillmarsh\n"
+            "composes  My phone is in my favourite colour, thanks to Varnix.\n");
+  EXPECT_EQ(after("press profile\n", {"--client", "tweetings"}),
+            "opened    tweetings:///user?screen_name=quillmarsh\n");
+}
+
 constexpr char kInvitation[] =
-    "alert     Varnix: Hey there! Thanks for installing my tweak! If you'd like to follow me on "
-    "Twitter for more updates, tweak giveaways and other cool stuff, hit the button below!\n"
+    "alert     Varnix: If you like Varnix, follow us for the latest news.\n"
     "  press 0  No thanks!\n"
     "  press 1  I'd love to!\n";
 
-std::string request(const std::string& account) {
-  return "request   https://api.twitter.com/1.1/friendships/create.json "
-         "screen_name=quillmarsh follow=FALSE as " +
-         account + "\n";
+TEST_F(Pane, InvitesOnceAndFollowsWithTheAccountsOfTheDevice) {
+  const auto first = [this](const std::string& script, const Words& words) {
+    const test::Folder fresh;
+    Words all = words;
+    all.insert(all.end(), {"--root", fresh.path()});
+    const std::string out = run(script, all).out;
+    return out.substr(out.find("alert"));
+  };
+  EXPECT_EQ(first("press No thanks!\n", {}), kInvitation);
+  EXPECT_EQ(
+      first("press 1\n", {"--account", "ann"}),
+      kInvitation + std::string("request   https://api.twitter.com/1.1/friendships/create.json "
+                                "screen_name=quillmarsh follow=FALSE as ann\n"
+                                "alert     Done <3: Awesome. Thanks for following me ^-^\n"
+                                "  press 0  You're welcome <3\n"));
+  EXPECT_EQ(first("press 1\n", {"--account", "ann", "--refuse-access"}), kInvitation);
+  EXPECT_EQ(first("press 1\n", {}),
+            kInvitation + std::string("opened    https://twitter.com/quillmarsh\n"));
+  // Whoever has seen it is not asked again.
+  EXPECT_EQ(says("").find("alert"), std::string::npos);
 }
 
-TEST_F(Pane, FollowsWithTheAccountsOfTheDevice) {
-  EXPECT_EQ(says("follow\npress 0\n", {"--account", "ann"}), kInvitation);
-  EXPECT_EQ(says("follow\npress 1\n", {"--account", "ann"}),
-            kInvitation + request("ann") +
-                "alert     Done <3: Awesome. Thanks for following me ^-^\n"
-                "  press 0  You're welcome <3\n");
-  EXPECT_EQ(says("follow\npress 1\npress 2\n", {"--account", "ann", "--account", "bob"}),
-            kInvitation +
-                std::string("alert     Looks like you have multiple Twitter accounts on this "
-                            "device. Which one would you like to use?\n"
-                            "  press 0  All!\n  press 1  ann\n  press 2  bob\n") +
-                request("bob") +
-                "alert     Done <3: Just moving around a few things aaaaaand..... hah! Just "
-                "kidding. Thanks for following me. Enjoy the tweak! :)\n"
-                "  press 0  Will do!\n");
-  EXPECT_EQ(says("follow\npress 1\n"),
-            kInvitation + std::string("opened    https://twitter.com/quillmarsh\n"));
-  EXPECT_EQ(says("follow\npress 1\n", {"--account", "ann", "--refuse-access"}), kInvitation);
+TEST_F(Pane, CoversThePageWithAnAlert) {
+  const Outcome covered = run("press restart\nset Enabled off\n");
+  EXPECT_EQ(covered.status, 1);
+  EXPECT_TRUE(
+      covered.error.ends_with("line 2: an alert covers the page: press one of its buttons\n"))
+      << covered.error;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "");
+}
+
+TEST_F(Pane, FindsRows) {
+  EXPECT_EQ(after("find colour f\n"), "  2  Colour From                My Colour >\n");
+  const std::string found = after("find CENTRE\n");
+  EXPECT_NE(found.find("  7  Control Centre             Varnix Colour >\n"), std::string::npos);
+  EXPECT_EQ(found.find("Keyboard"), std::string::npos);
+}
+
+TEST_F(Pane, SpeaksOtherLanguages) {
+  const std::string page = says("", {"--language", "de"});
+  EXPECT_NE(page.find("\n  4  Albumcover "), std::string::npos) << page;
+  EXPECT_NE(
+      says("", {"--language", "ja", "--open", "Varnix/keyboard"}).find("Settings > Varnix > "),
+      std::string::npos);
 }
 
 TEST_F(Pane, ReadsStandardInputWithoutAPrompt) {
   Command command({"pane"});
-  command.write("set global_color #1e88e5\nlist\nquit\nno command any more\n");
+  command.write("set Enabled off\nquit\nno command any more\n");
   EXPECT_EQ(command.finish(), 0) << command.error;
-  EXPECT_NE(command.out.find("global_color          #1e88e5"), std::string::npos);
+  EXPECT_TRUE(command.out.ends_with("  1  Enabled                    off\n")) << command.out;
   EXPECT_EQ(command.out.find("pane>"), std::string::npos);
 }
 
@@ -165,48 +243,72 @@ TEST_F(Pane, NamesWhatIsWrongWithItsLine) {
     EXPECT_EQ(outcome.error, "varnix: " + folder.path() + "/script line 1: " + message + "\n");
   };
   refuses("paint", "no such command: paint");
-  refuses("set global_color", "expected set KEY VALUE: set global_color");
-  refuses("set colour #fff", "no such setting: colour");
-  refuses("set global_color blue",
+  refuses("oepn Keyboard", "no such command: oepn Keyboard (did you mean open?)");
+  refuses("set Enabled", "expected set ROW VALUE: set Enabled");
+  refuses("set Enabeld off", "no such row: Enabeld (did you mean Enabled?)");
+  refuses("set Enabled maybe", "wrong value (wanted: on or off): maybe");
+  refuses("set Colour From App Icno",
+          "wrong value (wanted: My Colour or App Icon): App Icno (did you mean App Icon?)");
+  refuses("set My Colour blue",
           "wrong value (wanted: #RRGGBB, RRGGBB or #RGB, optionally with :alpha from 0 to 1): "
           "blue");
-  refuses("press 0", "no alert is shown: press 0");
-  const Outcome button = run("follow\npress 2\n");
-  EXPECT_EQ(button.status, 1);
-  EXPECT_TRUE(button.error.ends_with("line 2: no such button: 2\n")) << button.error;
+  refuses("set My Colour #123456:0.5",
+          "wrong value (wanted: #RRGGBB, the picker has no slider for the alpha): #123456:0.5");
+  refuses("set Keyboard on", "the row has no value: Keyboard");
+  refuses("open Keybord", "no such row: Keybord (did you mean Keyboard?)");
+  refuses("open Enabled", "no page is behind the row: Enabled");
+  refuses("open 99", "no such row: 99");
+  refuses("press Keyboard", "the row is not a button: Keyboard");
+  refuses("press 0", "no such row: 0");
+  refuses("find grass", "no row contains: grass");
+  refuses("find", "the page has no search field: Varnix");
+  const Outcome twice = run("back\nback\n");
+  EXPECT_TRUE(twice.error.ends_with("line 2: no page is before this one: Settings\n"))
+      << twice.error;
+  const Outcome nowhere = run("", {"--open", "Varnix/Keybaord"});
+  EXPECT_EQ(nowhere.status, 1);
+  EXPECT_EQ(nowhere.error, "varnix: no such row: Keybaord (did you mean Keyboard?)\n");
+  const Outcome button = run("press restart\npress Restrat\n");
+  EXPECT_TRUE(button.error.ends_with("no such button: Restrat (did you mean Restart?)\n"))
+      << button.error;
 }
 
-TEST_F(Pane, HearsOfOtherChangesBeforeItMakesItsOwn) {
+// The other process hears of the change at once.
+TEST_F(Pane, AChangeDyesAnotherProcessAnew) {
+  Command other({"run", "--bundle", "com.example.app", "--script", "-"});
+  other.write("keyboard\nprint\n");
+  ASSERT_TRUE(other.waitFor("\"backgroundColor\":\"#de3027ff\""));
+  after("open Presets\npress Ocean\npress Replace\n");
+  other.write("wait\nkeyboard\nprint\n");
+  EXPECT_TRUE(other.waitFor("\"backgroundColor\":\"#1971c2ff\""));
+  EXPECT_EQ(other.finish(), 0);
+}
+
+TEST_F(Pane, MarksWhatOthersChange) {
   Command pane({"pane"});
-  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
-  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
-  pane.write("set global_color #1e88e5\nquit\n");
+  ASSERT_TRUE(pane.waitFor("Quillmarsh"));
+  EXPECT_EQ(varnix({"settings", "set", "keyboard_color_type", "1"}).status, 0);
+  pane.write("set Enabled off\nquit\n");
   EXPECT_EQ(pane.finish(), 0) << pane.error;
-  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nglobal_color = \"#1e88e5\"\n");
+  EXPECT_TRUE(
+      pane.out.ends_with("* 10  Keyboard                   Off >\n"
+                         "  1  Enabled                    off\n"))
+      << pane.out;
+  EXPECT_EQ(varnix({"settings", "list"}).out, "enabled = false\nkeyboard_color_type = 1\n");
 }
 
 TEST_F(Pane, KeepsWhatWasChangedWithoutAWord) {
   Command pane({"pane"});
-  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
+  ASSERT_TRUE(pane.waitFor("Quillmarsh"));
   settings("<key>cc_color_type</key><integer>2</integer>");
-  pane.write("set global_color #1e88e5\nquit\n");
+  pane.write("set Enabled off\nquit\n");
   EXPECT_EQ(pane.finish(), 0) << pane.error;
-  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nglobal_color = \"#1e88e5\"\n");
+  EXPECT_EQ(varnix({"settings", "list"}).out, "cc_color_type = 2\nenabled = false\n");
 }
 
-TEST_F(Pane, ListsWhatOthersChanged) {
-  Command pane({"pane"});
-  ASSERT_TRUE(pane.waitFor("volume HUD's own colour\n"));
-  EXPECT_EQ(varnix({"settings", "set", "cc_color_type", "2"}).status, 0);
-  pane.write("list\nquit\n");
-  EXPECT_EQ(pane.finish(), 0) << pane.error;
-  EXPECT_NE(pane.out.find("\ncc_color_type         2 "), std::string::npos) << pane.out;
-}
-
-// An unreadable file counts as missing if it is only read.
 TEST_F(Pane, SurvivesASettingsFileThatIsNone) {
   writeSettings("no property list");
-  EXPECT_NE(run("").out.find("global_color          #de3027"), std::string::npos);
+  EXPECT_NE(says("").find("\nbar   #de3027ff\n"), std::string::npos);
 }
 
 TEST_F(Pane, ReplacesNoFileThatItCannotRead) {
@@ -214,7 +316,7 @@ TEST_F(Pane, ReplacesNoFileThatItCannotRead) {
        {std::string("<plist version=\"1.0\"><dict><key>enabled</key><fal"), std::string("garbage"),
         std::string()}) {
     writeSettings(bytes);
-    const Outcome outcome = run("set global_color #1e88e5\n");
+    const Outcome outcome = run("set Enabled off\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.error, "varnix: " + folder.path() +
                                  "/script line 1: no settings can be read from: " + settingsPath() +

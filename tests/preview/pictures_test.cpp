@@ -75,6 +75,10 @@ TEST_F(Pictures, LookAsTheyDid) {
     compare(std::string(screen) + "-light-before");
     compare(std::string(screen) + "-light-after");
   }
+  for (const char* screen :
+       {"settings", "settings-element", "settings-applications", "settings-application"})
+    compare(std::string(screen) + "-light-after");
+  compare("settings-light-before");
   compare("home-dark-after");
   compare("control-centre-dark-after");
 }

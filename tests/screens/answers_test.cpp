@@ -9,10 +9,13 @@ using namespace varnix::screens;
 
 namespace {
 
-Surface drawn(const Screen& screen, const Answers& answers) {
+/// High enough for all rows of a page of settings.
+constexpr double kWholePage = 1600;
+
+Surface drawn(const Screen& screen, const Answers& answers, double height = kHeight) {
   Scene scene;
   scene.wallpaper = makeSurface(375, 667, CAIRO_FORMAT_RGB24);
-  const Canvas canvas(kWidth, kHeight, 1);
+  const Canvas canvas(kWidth, height, 1);
   screen.draw(canvas, answers, scene);
   return canvas.surface();
 }
@@ -35,11 +38,12 @@ int difference(const Surface& one, const Surface& other) {
 class Screens : public test::Hosted {
  protected:
   /// Asks the screen in a process of its kind, and draws it again with each answer changed.
-  void expectEveryAnswerToShow(const Screen& screen, std::size_t expected) {
+  void expectEveryAnswerToShow(const Screen& screen, std::size_t expected,
+                               double height = kHeight) {
     start(screen.bundle, screen.kind);
     const Answers answers = screen.ask({rgb(0x406080)});
     EXPECT_EQ(answers.values.size(), expected);
-    const Surface plain = drawn(screen, answers);
+    const Surface plain = drawn(screen, answers, height);
     for (const auto& [name, answer] : answers.values) {
       Answers other = answers;
       Answer& changed = other.values[name];
@@ -61,8 +65,8 @@ class Screens : public test::Hosted {
       // Flags that only say how to use another answer.
       if (name == "keyboard opaque") continue;
       if (name == "icon") other.values["icon shows wallpaper"] = false;
-      const int pixels =
-          difference(base == answers ? plain : drawn(screen, base), drawn(screen, other));
+      const int pixels = difference(base == answers ? plain : drawn(screen, base, height),
+                                    drawn(screen, other, height));
       EXPECT_GT(pixels, 20) << screen.id << ": " << name;
     }
   }
@@ -77,16 +81,31 @@ TEST_F(Screens, Volume) { expectEveryAnswerToShow(kVolume, 4); }
 TEST_F(Screens, Instagram) { expectEveryAnswerToShow(kInstagram, 2); }
 TEST_F(Screens, Twitter) { expectEveryAnswerToShow(kTwitter, 10); }
 
+TEST_F(Screens, Settings) {
+  settings("<key>keyboard_color_type</key><integer>1</integer>");
+  expectEveryAnswerToShow(kSettingsFront, 82, kWholePage);
+}
+TEST_F(Screens, SettingsOfAnElement) { expectEveryAnswerToShow(kSettingsElement, 21, kWholePage); }
+TEST_F(Screens, SettingsOfApplications) {
+  settings("<key>com.apple.Music_enabled</key><false/>");
+  expectEveryAnswerToShow(kSettingsApplications, 31, kWholePage);
+}
+TEST_F(Screens, SettingsOfAnApplication) {
+  expectEveryAnswerToShow(kSettingsApplication, 77, kWholePage);
+}
+
 TEST_F(Screens, DrawWithoutAnyAnswer) {
-  for (const Screen* screen : {&kApplication, &kMessages, &kHome, &kControlCenter,
-                               &kNotificationCenter, &kVolume, &kInstagram, &kTwitter})
+  for (const Screen* screen :
+       {&kApplication, &kMessages, &kHome, &kControlCenter, &kNotificationCenter, &kVolume,
+        &kInstagram, &kTwitter, &kSettingsFront})
     EXPECT_GT(difference(drawn(*screen, {}), makeSurface(375, 667)), 1000) << screen->id;
 }
 
 /// A process without these classes answers nothing, and nothing fails.
 TEST_F(Screens, AskProcessesThatLackTheClasses) {
   start("com.example.daemon", host::ProcessKind::daemon);
-  for (const Screen* screen : {&kControlCenter, &kNotificationCenter, &kVolume, &kInstagram}) {
+  for (const Screen* screen : {&kControlCenter, &kNotificationCenter, &kVolume, &kInstagram,
+                               &kSettingsFront, &kSettingsApplication}) {
     const Answers answers = screen->ask({});
     EXPECT_FALSE(answers.color("tint")) << screen->id;
     EXPECT_FALSE(answers.color("link")) << screen->id;

@@ -1,4 +1,4 @@
-#include "pane/rows.h"
+#include "pane/example/rows.h"
 
 #include <algorithm>
 #include <string_view>

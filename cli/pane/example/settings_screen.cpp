@@ -1,4 +1,4 @@
-#include "pane/settings_screen.h"
+#include "pane/example/settings_screen.h"
 
 #include <filesystem>
 #include <stdexcept>
