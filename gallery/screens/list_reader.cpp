@@ -65,8 +65,8 @@ ListRow rowOf(const Row& row, const std::optional<Color>& tint) {
     shown.disc = colorOf(askColor(row.control(), "backgroundColor"));
   }
   shown.image = imageOf(row.icon());
-  if (shown.image.png.empty() || shown.height <= kRow) return shown;
-  // A cell of its own height puts its picture where it likes.
+  if (shown.image.png.empty()) return shown;
+  // A cell puts its picture where it likes.
   send<void>(row.cell, "setFrame:"_sel,
              CGRect{{0, 0}, {static_cast<CGFloat>(kWidth), static_cast<CGFloat>(shown.height)}});
   send<void>(row.cell, "layoutSubviews"_sel);

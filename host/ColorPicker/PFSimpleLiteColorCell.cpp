@@ -99,8 +99,9 @@ void PFSimpleLiteColorCell::refreshColored(PSSpecifier* row) {
 
 UIColor* PFSimpleLiteColorCell::colorInFile() {
   NSDictionary* stored = NSDictionary::dictionaryWithContentsOfFile(file());
-  NSString* value = objc::as<NSString>(send(stored, NSDictionary::objectForKey, setting("key"_ns)));
-  UIColor* color = LCPParseColorString(value, setting("fallback"_ns));
+  NSString* digits =
+      objc::as<NSString>(send(stored, NSDictionary::objectForKey, setting("key"_ns)));
+  UIColor* color = LCPParseColorString(digits, setting("fallback"_ns));
   return color == nullptr ? UIColor::blackColor() : color;
 }
 
@@ -123,9 +124,9 @@ void PFSimpleLiteColorCell::openPicker() {
 /// A file that cannot be read is replaced, as the library does.
 void PFSimpleLiteColorCell::save(UIColor* color) {
   NSDictionary* stored = NSDictionary::dictionaryWithContentsOfFile(file());
-  auto* copy = static_cast<NSMutableDictionary*>(send(stored, NSObject::mutableCopy));
-  const auto changed = copy != nullptr
-                           ? Strong<NSMutableDictionary>::adopt(copy)
+  auto* old = static_cast<NSMutableDictionary*>(send(stored, NSObject::mutableCopy));
+  const auto changed = old != nullptr
+                           ? Strong<NSMutableDictionary>::adopt(old)
                            : Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
   NSString* key = setting("key"_ns);
   if (key == nullptr) return;

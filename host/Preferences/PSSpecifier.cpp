@@ -75,9 +75,9 @@ void Specifier::removeProperty(NSString* key) {
 }
 
 void Specifier::storeProperties(NSDictionary* all) {
-  auto* copy = static_cast<NSMutableDictionary*>(send(all, NSObject::mutableCopy));
-  rowProperties = copy != nullptr
-                      ? Strong<NSMutableDictionary>::adopt(copy)
+  auto* own = static_cast<NSMutableDictionary*>(send(all, NSObject::mutableCopy));
+  rowProperties = own != nullptr
+                      ? Strong<NSMutableDictionary>::adopt(own)
                       : Strong<NSMutableDictionary>::retain(NSMutableDictionary::dictionary());
 }
 

@@ -36,6 +36,16 @@ void SettingsCell::refresh(PSSpecifier* row) {
   send<void>(this, "setCellEnabled:"_sel, enabled == nullptr || send(enabled, NSNumber::boolValue));
 }
 
+void SettingsCell::layOutCell() {
+  constexpr CGFloat kLeft = 15;
+  UIImage* image = send(imageViewOf(), UIImageView::image);
+  if (image == nullptr) return;
+  const CGSize size = send(image, UIImage::size);
+  const CGRect whole = send(static_cast<UIView*>(static_cast<NSObject*>(this)), UIView::bounds);
+  send(imageViewOf(), UIView::setFrame,
+       CGRect{{kLeft, (whole.size.height - size.height) / 2}, size});
+}
+
 NSString* SettingsCell::title() { return send(textLabelOf(), UILabel::text); }
 void SettingsCell::setTitle(NSString* text) { send(textLabelOf(), UILabel::setText, text); }
 void SettingsCell::setIcon(UIImage* image) { send(imageViewOf(), UIImageView::setImage, image); }

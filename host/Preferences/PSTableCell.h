@@ -12,7 +12,8 @@ struct SettingsCell : TableViewCell {
 
   SettingsCell* initWithSpecifier(NSInteger style, NSString* reuseIdentifier, PSSpecifier* row);
   void refresh(PSSpecifier* row);
-  void layOutCell() {}
+  /// The picture at the left edge, in the middle of the row's height.
+  void layOutCell();
 
   PSSpecifier* specifierOf() { return specifier; }
   void setSpecifier(PSSpecifier* row) { specifier = Strong<PSSpecifier>::retain(row); }

@@ -3,12 +3,13 @@
 #include "platform/Preferences.h"
 
 extern "C" {
-HOST_EXPORT NSString* const PSKeyNameKey = "key"_ns;
-HOST_EXPORT NSString* const PSDefaultValueKey = "default"_ns;
-HOST_EXPORT NSString* const PSEnabledKey = "enabled"_ns;
-HOST_EXPORT NSString* const PSFooterTextGroupKey = "footerText"_ns;
-HOST_EXPORT NSString* const PSTableCellClassKey = "cellClass"_ns;
-HOST_EXPORT NSString* const PSIconImageKey = "iconImage"_ns;
+NSString* const PSKeyNameKey = "key"_ns;
+NSString* const PSDefaultValueKey = "default"_ns;
+NSString* const PSEnabledKey = "enabled"_ns;
+NSString* const PSFooterTextGroupKey = "footerText"_ns;
+NSString* const PSTableCellClassKey = "cellClass"_ns;
+NSString* const PSIconImageKey = "iconImage"_ns;
+// Of these there is no use in the library.
 HOST_EXPORT extern NSString* const PSValidValuesKey;
 HOST_EXPORT extern NSString* const PSValidTitlesKey;
 HOST_EXPORT extern NSString* const PSButtonActionKey;

@@ -2,6 +2,7 @@
 #include "UIKit/UIImage.h"
 
 #include <cmath>
+#include <filesystem>
 
 #include "CoreGraphics/CoreGraphics.h"
 #include "Foundation/file_contents.h"
@@ -77,6 +78,27 @@ CGAffineTransform toShown(Orientation orientation) {
   return {1, 0, 0, 1, 0, 0};
 }
 
+/// The end of a file's name without its extension that says how many pixels it has per point.
+constexpr std::string_view kDoubled = "@2x";
+constexpr std::string_view kTripled = "@3x";
+
+struct PictureFile {
+  std::string path;  ///< this machine's
+  CGFloat scale;
+};
+
+/// The picture for this screen, which has two pixels per point: that with "@2x" where there is one.
+PictureFile pictureFor(const std::filesystem::path& device) {
+  const std::string stem = device.stem().string();
+  if (stem.ends_with(kDoubled)) return {readablePath(device.string()), 2};
+  if (stem.ends_with(kTripled)) return {readablePath(device.string()), 3};
+  const auto doubled = device.parent_path() / (stem + std::string(kDoubled));
+  std::string path = readablePath(doubled.string() + device.extension().string());
+  std::error_code ignored;
+  if (!stem.empty() && std::filesystem::is_regular_file(path, ignored)) return {path, 2};
+  return {readablePath(device.string()), 1};
+}
+
 }  // namespace
 
 UIImage* Image::withBitmap(CGImageRef image) { return withBitmapAt(image, 1, 0); }
@@ -89,8 +111,9 @@ UIImage* Image::withDataAt(NSData* data, CGFloat scale) {
   return autoreleased(allocated()->initWithDataAt(data, scale));
 }
 UIImage* Image::withFile(NSString* path) {
-  NSData* contents = fileData(readablePath(text(path)), kLargestFile);
-  return contents == nullptr ? nullptr : withData(contents);
+  const PictureFile file = pictureFor(text(path));
+  NSData* contents = fileData(file.path, kLargestFile);
+  return contents == nullptr ? nullptr : withDataAt(contents, file.scale);
 }
 
 Image* Image::initWithBitmap(CGImageRef image) { return initWithBitmapAt(image, 1, 0); }

@@ -58,10 +58,10 @@ UIView* ViewController::viewOf() {
   return pageView;
 }
 
-void ViewController::setView(UIView* view) {
+void ViewController::setView(UIView* shown) {
   if (pageView != nullptr) static_cast<host::View*>(pageView.get())->controller = nullptr;
-  pageView = Strong<UIView>::retain(view);
-  if (view != nullptr) static_cast<host::View*>(view)->controller = this;
+  pageView = Strong<UIView>::retain(shown);
+  if (shown != nullptr) static_cast<host::View*>(shown)->controller = this;
 }
 
 void ViewController::loadView() {

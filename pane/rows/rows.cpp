@@ -106,7 +106,11 @@ void setEnabled(PSSpecifier* row, bool isEnabled) {
   set(row, NSNumber::numberWithBool(isEnabled), PSEnabledKey);
 }
 
-void setSubtitle(PSSpecifier* row, NSString* subtitle) { set(row, subtitle, kSubtitle()); }
+void setSubtitle(PSSpecifier* row, NSString* subtitle) {
+  constexpr int kTwoLines = 58;  // of the system's rows with two lines
+  set(row, subtitle, kSubtitle());
+  set(row, NSNumber::numberWithLongLong(kTwoLines), "height"_ns);
+}
 
 void setIcon(PSSpecifier* row, UIImage* icon) { set(row, icon, PSIconImageKey); }
 

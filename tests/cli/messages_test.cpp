@@ -54,7 +54,7 @@ TEST_F(Messages, ControlCharactersOfStoredSettingsAreShown) {
   EXPECT_EQ(varnix({"settings", "get", "k\xc2\x9b"}).out, "v\xc2\x9b\x7f\n");
   EXPECT_EQ(test::shownAtTerminal({"settings", "get", "k\xc2\x9b"}), "v\\x9b\\x7f\r\n");
   settings("<key>global_color</key><string>#fff\xc2\x9b</string>");
-  const auto pane = varnix({"pane"});
+  const auto pane = varnix({"pane", "--example"});
   EXPECT_NE(pane.out.find("#fff\\x9b"), pane.out.npos) << pane.out;
   EXPECT_EQ(pane.out.find("\xc2\x9b"), pane.out.npos) << pane.out;
 }

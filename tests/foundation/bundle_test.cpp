@@ -8,12 +8,12 @@ using namespace test;
 
 class Bundle : public Hosted {
  protected:
-  void startIn(const std::string& language, std::optional<std::string> installed = "") {
+  void startIn(const std::string& tongue, std::optional<std::string> packages = "") {
     host::ProcessOptions options;
     options.bundle = "com.apple.Preferences";
     options.root = folder.path();
-    options.language = language;
-    options.installed = std::move(installed);
+    options.language = tongue;
+    options.installed = std::move(packages);
     host::startProcess(options);
   }
   void file(const std::string& path, const std::string& contents) const {

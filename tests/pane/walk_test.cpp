@@ -52,7 +52,7 @@ class PaneWalk : public SettingsPane {
       setColor(row, name);
     } else if (row.type() == PSButtonCell) {
       pressButton(row, name);
-    } else if (!row.isLink()) {
+    } else if (!row.isLink() && row.type() != PSListItemCell) {
       // A text or a picture: a finger changes nothing.
       const std::string before = contentsOf(settingsPath());
       const std::size_t depth = pages::depth();

@@ -18,6 +18,11 @@ TEST_F(InstalledPane, OpensFromTheListOfSettings) {
   ASSERT_EQ(sections[0].rows.size(), 1U);
   EXPECT_EQ(sections[0].rows[0].title(), "Varnix");
   EXPECT_TRUE(sections[0].rows[0].isLink());
+  // The picture with two pixels per point.
+  UIImage* icon = sections[0].rows[0].icon();
+  ASSERT_NE(icon, nullptr);
+  EXPECT_EQ(send(icon, UIImage::size).width, 29);
+  EXPECT_EQ(send(icon, UIImage::scale), 2);
   pages::press(sections[0].rows[0]);
   EXPECT_EQ(pages::depth(), 2U);
   EXPECT_STREQ(class_getName(pages::topPage()->isa), "VNXFrontPage");
@@ -30,6 +35,23 @@ TEST_F(InstalledPane, OpensFromTheListOfSettings) {
   EXPECT_TRUE(pages::back());
   EXPECT_EQ(pages::titleOf(pages::topPage()), "Settings");
   EXPECT_FALSE(pages::back());
+}
+
+TEST_F(InstalledPane, FindsItsPlaceBehindLargerClasses) {
+  host::ProcessOptions options;
+  options.bundle = "com.apple.Preferences";
+  options.root = folder.path();
+  host::startProcess(options);
+  // Those of a later system, of which the pane knows nothing.
+  host::runtime::growClass("PSListController", 64);
+  host::runtime::growClass("PSTableCell", 40);
+  pages::open();
+  pages::press(pages::sections()[0].rows[0]);
+  EXPECT_STREQ(class_getName(pages::topPage()->isa), "VNXFrontPage");
+  const auto front = pages::sections();
+  ASSERT_GT(front.size(), 2U);
+  EXPECT_EQ(front[0].rows[0].title(), "Enabled");
+  EXPECT_EQ(front[2].rows[0].title(), "Status Bar");
 }
 
 }  // namespace

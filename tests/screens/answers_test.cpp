@@ -83,7 +83,7 @@ TEST_F(Screens, Twitter) { expectEveryAnswerToShow(kTwitter, 10); }
 
 TEST_F(Screens, Settings) {
   settings("<key>keyboard_color_type</key><integer>1</integer>");
-  expectEveryAnswerToShow(kSettingsFront, 82, kWholePage);
+  expectEveryAnswerToShow(kSettingsFront, 103, kWholePage);
 }
 TEST_F(Screens, SettingsOfAnElement) { expectEveryAnswerToShow(kSettingsElement, 21, kWholePage); }
 TEST_F(Screens, SettingsOfApplications) {
@@ -91,7 +91,7 @@ TEST_F(Screens, SettingsOfApplications) {
   expectEveryAnswerToShow(kSettingsApplications, 31, kWholePage);
 }
 TEST_F(Screens, SettingsOfAnApplication) {
-  expectEveryAnswerToShow(kSettingsApplication, 77, kWholePage);
+  expectEveryAnswerToShow(kSettingsApplication, 100, kWholePage);
 }
 
 TEST_F(Screens, DrawWithoutAnyAnswer) {

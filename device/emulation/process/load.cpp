@@ -43,17 +43,24 @@ std::map<std::string, Loaded>& loadedImages() {
 
 void load(const std::string& path);
 
-/// Where a library for the device would lie that another one of those needs; it need not be there.
-std::filesystem::path beside(const std::string& path, std::string_view name) {
-  return std::filesystem::path(path).replace_filename(std::filesystem::path(name).filename());
+/// The library for the device that another one of those needs, which lies at `path`: the one that
+/// is loaded under that name, else a neighbour, else, for a bundle in a folder of its own, one
+/// beside the stand-in. Empty if there is none, as for the platform's libraries.
+std::filesystem::path fileOf(const std::string& path, std::string_view name) {
+  for (const auto& [loadedPath, loaded] : loadedImages())
+    if (loaded.image != nullptr && loaded.file.installName == name) return loadedPath;
+  const std::filesystem::path file = std::filesystem::path(name).filename();
+  if (file.extension() != ".dylib") return {};
+  for (const auto& folder : {std::filesystem::path(path).parent_path(), host::ownFolder()})
+    if (std::filesystem::exists(folder / file)) return folder / file;
+  return {};
 }
 
-/// The version of a library that lies beside the one at `path`, else of the platform's, all of
-/// which every process has but those that it was started without.
+/// The version of a library for the device that the one at `path` needs, else of the platform's,
+/// all of which every process has but those that it was started without.
 std::optional<uint32_t> versionOf(const std::string& path, std::string_view name) {
-  const std::filesystem::path neighbour = beside(path, name);
-  if (neighbour.extension() == ".dylib" && std::filesystem::exists(neighbour)) {
-    const std::vector<uint8_t> bytes = readFile(neighbour);
+  if (const std::filesystem::path needed = fileOf(path, name); !needed.empty()) {
+    const std::vector<uint8_t> bytes = readFile(needed);
     return readImageFile(kArchitecture, sliceFor(kArchitecture, Reader(bytes))).version;
   }
   static const LibraryVersions platform =
@@ -61,29 +68,28 @@ std::optional<uint32_t> versionOf(const std::string& path, std::string_view name
   const auto& without = host::processOptions().withoutLibraries;
   const auto found = platform.find(name);
   if (found == platform.end() ||
-      std::ranges::find(without, neighbour.stem().string()) != without.end())
+      std::ranges::find(without, std::filesystem::path(name).stem().string()) != without.end())
     return {};
   return found->second;
 }
 
 /// Loads what a library needs beside what every process has: one of the stand-in's own in place of
-/// the device's, or a neighbour for the device. The paths of the neighbours.
+/// the device's, or others for the device. The paths of the latter.
 std::vector<std::string> loadNeeded(const std::string& path, ImageFile& file) {
   findNeeded(file, [&path](std::string_view name) { return versionOf(path, name); });
-  std::vector<std::string> neighbours;
+  std::vector<std::string> others;
   for (const ImageLibrary& library : file.libraries) {
-    const std::filesystem::path neighbour = beside(path, library.name);
     if (library.isMissing) continue;
-    if (neighbour.extension() == ".dylib" && std::filesystem::exists(neighbour)) {
-      load(neighbour);
-      neighbours.push_back(neighbour);
+    if (const std::filesystem::path needed = fileOf(path, library.name); !needed.empty()) {
+      load(needed);
+      others.push_back(needed);
     } else if (library.name.find("/CoreGraphics.framework/") != std::string_view::npos) {
       const std::string graphics = host::ownFolder() / "libvarnix-graphics.so";
       if (dlopen(graphics.c_str(), RTLD_NOW | RTLD_GLOBAL) == nullptr)
         throw std::runtime_error(dlerror());
     }
   }
-  return neighbours;
+  return others;
 }
 
 /// Nil where no such library is loaded, or not yet because it waits for one that it needs.
@@ -93,9 +99,9 @@ void* exportedBy(const std::string& path, std::string_view symbol) {
   return found->second.image->exported(symbol);
 }
 
-/// A neighbour's own, else this process's.
-void* resolve(const std::vector<std::string>& neighbours, std::string_view symbol) {
-  for (const std::string& path : neighbours) {
+/// That of another library for the device, else this process's.
+void* resolve(const std::vector<std::string>& others, std::string_view symbol) {
+  for (const std::string& path : others) {
     if (void* found = exportedBy(path, symbol)) return found;
   }
   if (symbol.starts_with('_') && host::isAbsentFunction(symbol.substr(1))) return nullptr;
@@ -127,10 +133,11 @@ void load(const std::string& path) {
     const Reader slice = sliceFor(kArchitecture, Reader(loaded.bytes));
     refuseUnsound(Reader(loaded.bytes), slice);
     loaded.file = readImageFile(kArchitecture, slice);
-    const auto neighbours = loadNeeded(path, loaded.file);
+    // A bundle has no name: messages call it by its path.
+    if (loaded.file.installName.empty()) loaded.file.installName = loadedImages().find(path)->first;
+    const auto others = loadNeeded(path, loaded.file);
     loaded.image = std::make_unique<MappedImage>(
-        loaded.file,
-        [&neighbours](std::string_view symbol) { return resolve(neighbours, symbol); });
+        loaded.file, [&others](std::string_view symbol) { return resolve(others, symbol); });
     const auto classes = loaded.image->words("__objc_classlist");
     const auto categories = loaded.image->words("__objc_catlist");
     adaptMethods(classes, categories);
