@@ -2,6 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <set>
+#include <string>
 
 #include "Preferences/pages.h"
 
@@ -12,18 +15,23 @@ namespace test {
 inline void walkPages(const std::string& application, const std::function<void()>& visit) {
   namespace pages = host::settings;
   visit();
-  const bool isOfApplications = pages::searchField() != nullptr;
-  const auto sections = pages::sections();
-  for (std::size_t i = 0; i < sections.size(); ++i) {
-    for (std::size_t j = 0; j < sections[i].rows.size(); ++j) {
-      // The page may have made its rows anew.
-      const pages::Row row = pages::sections().at(i).rows.at(j);
-      if (!row.isLink() || !row.isEnabled() || row.control() != nullptr) continue;
-      if (isOfApplications && row.title() != application) continue;
-      pages::press(row);
-      walkPages(application, visit);
-      pages::back();
+  std::set<std::string> walked;
+  // A visit may change which rows there are, and their order.
+  auto next = [&]() -> std::optional<pages::Row> {
+    const bool isOfApplications = pages::searchField() != nullptr;
+    for (const auto& section : pages::sections()) {
+      for (const auto& row : section.rows) {
+        const bool isPage = row.isLink() && row.isEnabled() && row.control() == nullptr;
+        const bool isWanted = !isOfApplications || row.title() == application;
+        if (isPage && isWanted && walked.insert(row.identifier()).second) return row;
+      }
     }
+    return {};
+  };
+  while (const auto row = next()) {
+    pages::press(*row);
+    walkPages(application, visit);
+    pages::back();
   }
 }
 
