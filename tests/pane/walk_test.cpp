@@ -111,6 +111,7 @@ class PaneWalk : public SettingsPane {
     const std::string key = pages::Row::words(send(cell, NSDictionary::objectForKey, "key"_ns));
     keys.insert(key);
     ASSERT_TRUE(row.isEnabled()) << name;
+    other->settle();
     pages::press(row);
     NSObject* picker = host::shownPicker();
     ASSERT_NE(picker, nullptr) << name;
