@@ -24,6 +24,16 @@ double rightEdge(const Canvas& canvas, const ListRow& row) {
   return row.opens ? edge - 19 : edge;
 }
 
+/// Chinese and Japanese letters, which are as wide as they are high. This machine may have no face
+/// for them.
+std::size_t squareLetters(const std::string& text) {
+  // In UTF-8 they begin with these bytes.
+  return static_cast<std::size_t>(std::ranges::count_if(text, [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0xe3 && byte <= 0xed;
+  }));
+}
+
 }  // namespace
 
 ListLayout layOut(const Canvas& canvas, const ListPage& page) {
@@ -64,7 +74,8 @@ double titleRoom(const Canvas& canvas, const ListRow& row) {
 std::vector<std::string> textsTooLong(const Canvas& canvas, const ListPage& page) {
   std::vector<std::string> found;
   auto check = [&](const std::string& text, const TextStyle& style, double room) {
-    if (textWidth(canvas, text, style) > room) found.push_back(text);
+    const double square = static_cast<double>(squareLetters(text)) * style.size;
+    if (std::max(textWidth(canvas, text, style), square) > room) found.push_back(text);
   };
   // Between the back button and as much at the right.
   constexpr double kBack = 90;

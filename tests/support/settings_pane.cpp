@@ -6,6 +6,10 @@ namespace test {
 
 namespace {
 
+constexpr char kSettle[] = "settle";
+/// As long as it may take until what was announced has been heard.
+constexpr std::chrono::milliseconds kHearing{30};
+
 void answerQuestions(int questions, int answers, const std::string& root,
                      const std::string& bundle) {
   host::ProcessOptions options;
@@ -23,6 +27,12 @@ void answerQuestions(int questions, int answers, const std::string& root,
   char expected[64];
   while (std::fscanf(in, "%63s %63s", operation, expected) == 2) {
     const objc::AutoreleasePool pool;
+    if (std::string_view(operation) == kSettle) {
+      host::MainRunLoop::instance().runFor(kHearing);
+      std::fputs("settled\n", out);
+      std::fflush(out);
+      continue;
+    }
     std::string found;
     eventually([&] {
       found = hex(objc::perform<UIColor*>(asked, sel_registerName(operation)));
@@ -66,6 +76,8 @@ std::string OtherProcess::ask(const std::string& operation, const std::string& e
   char found[64];
   return std::fscanf(answers_, "%63s", found) == 1 ? found : "no answer";
 }
+
+void OtherProcess::settle() { ask(kSettle, "settled"); }
 
 void SettingsPane::openFrom(const std::string& bundle, const std::string& entries) {
   if (!entries.empty()) settings(entries);
@@ -141,6 +153,6 @@ void SettingsPane::announceChange() {
   host::postDarwinNotification("com.quillmarsh.varnix2.changed");
 }
 
-void SettingsPane::settle() { host::MainRunLoop::instance().runFor(std::chrono::milliseconds(30)); }
+void SettingsPane::settle() { host::MainRunLoop::instance().runFor(kHearing); }
 
 }  // namespace test

@@ -28,6 +28,8 @@ class OtherProcess {
   /// What the manager's operation answers there: "#rrggbbaa" or "nil". Waits until that is what is
   /// expected, as long as the build's patience lasts, and answers what it was then.
   std::string ask(const std::string& operation, const std::string& expected);
+  /// Hears what was announced so far. Otherwise it hears that when it is asked next.
+  void settle();
 
  private:
   pid_t process_ = -1;
