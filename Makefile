@@ -100,12 +100,12 @@ contact-sheet: ## Draw the colours that stand for real photographs and icons
 	@$(call compile,clang,$(call command,build) $(measures),--target varnix varnix-contact-sheet)
 	@scripts/contact-sheet
 
-device: ## Cross-compile for the device and check the library against device/lists
+device: ## Cross-compile the library and the pane for the device and check them
 	$(setup)
 	@device/build
 	@device/check
 
-package: ## Build the device library and write the package that installs it
+package: ## Build both for the device and write the package that installs them
 	$(setup)
 	@device/package
 

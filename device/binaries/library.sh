@@ -1,12 +1,12 @@
 # The library that the injection framework loads into every process.
-# shellcheck shell=bash disable=SC2034
+# shellcheck shell=bash disable=SC2034,SC2154
 binary=Varnix.dylib
 kind=dylib
 install_name=$folder/Varnix.dylib
 # What its signature calls it.
 identifier=com.quillmarsh.varnix2
 # Where its slices and other parts are built, below the folder for all.
-parts=.
+build_folder=.
 # Folders with its sources, where these look for headers, and the macros that are defined.
 sources=(src)
 headers=(src include)

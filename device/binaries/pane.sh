@@ -5,7 +5,7 @@ kind=bundle
 install_name=
 # What its signature calls it.
 identifier=com.quillmarsh.varnix2.prefs
-parts=pane
+build_folder=pane
 # As pane/CMakeLists.txt has them: what reads the settings' values is compiled into both binaries.
 sources=(pane src/objc src/prefs/{archived_fields,keyed_archive,parsed_color}.cpp)
 headers=(pane src include)

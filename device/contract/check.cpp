@@ -29,8 +29,28 @@ class Judge {
       case UseKind::symbol:
         symbol(judged);
         break;
+      case UseKind::overriding:
+        // Only overriding() makes these, and compares them itself.
+        break;
     }
     return judged;
+  }
+
+  /// The methods of our own classes that the platform has too, and so may call.
+  std::vector<Judged> overriding() {
+    std::vector<Judged> all;
+    for (const auto& [name, own] : uses_.own) {
+      const std::string cls = platformClass(name);
+      if (cls.empty()) continue;
+      for (const auto& [method, types] : own.methods) {
+        const MethodFact* fact = facts_.method(cls, method);
+        if (fact == nullptr) continue;
+        Use use{UseKind::overriding, name, method, types, false};
+        all.push_back({std::move(use), cls, Origin::fact, {}, {}});
+        compareWithFact(all.back(), cls, *fact);
+      }
+    }
+    return all;
   }
 
  private:
@@ -47,6 +67,13 @@ class Judge {
       default:
         return "method " + use.subject();
     }
+  }
+
+  /// The class of the platform that one of ours derives from; empty if the list does not say.
+  std::string platformClass(std::string cls) const {
+    for (auto own = uses_.own.find(cls); own != uses_.own.end(); own = uses_.own.find(cls))
+      cls = own->second.superclass;
+    return cls;
   }
 
   /// Relies on the list by hand, or reports what is missing.
@@ -198,6 +225,7 @@ std::vector<Judged> judge(const Uses& uses, Width width, Facts& facts) {
   Judge judge(uses, width, facts);
   std::vector<Judged> all;
   for (const Use& use : uses.all) all.push_back(judge(use));
+  for (Judged& each : judge.overriding()) all.push_back(std::move(each));
   return all;
 }
 

@@ -39,6 +39,8 @@ std::string usedAs(UseKind kind) {
       return "sent to super";
     case UseKind::lookUp:
       return "looked up";
+    case UseKind::overriding:
+      return "overridden";
     default:
       return "read";
   }

@@ -16,10 +16,11 @@ struct Kind {
   std::string_view word;
   UseKind kind;
 };
-constexpr std::array kKinds{Kind{"message", UseKind::message}, Kind{"hook", UseKind::hook},
-                            Kind{"add", UseKind::addition},    Kind{"super", UseKind::super},
-                            Kind{"class", UseKind::lookUp},    Kind{"variable", UseKind::variable},
-                            Kind{"symbol", UseKind::symbol}};
+constexpr std::array kKinds{
+    Kind{"message", UseKind::message}, Kind{"hook", UseKind::hook},
+    Kind{"add", UseKind::addition},    Kind{"super", UseKind::super},
+    Kind{"class", UseKind::lookUp},    Kind{"variable", UseKind::variable},
+    Kind{"symbol", UseKind::symbol},   Kind{"override", UseKind::overriding}};
 
 Words split(const std::string& line) {
   std::istringstream in(line);
@@ -78,6 +79,9 @@ bool readLine(const Words& words, Uses& into) {
         into.all.push_back({known.kind, words[1], words[2], {}, isWeak});
         return true;
       }
+      case UseKind::overriding:
+        // No line says it: our own classes' methods do.
+        return false;
     }
   }
   return false;

@@ -8,7 +8,7 @@
 
 namespace varnix::device {
 
-enum class UseKind { message, hook, addition, super, lookUp, variable, symbol };
+enum class UseKind { message, hook, addition, super, lookUp, variable, symbol, overriding };
 
 /// One line. Fields that a kind does not have are empty.
 struct Use {

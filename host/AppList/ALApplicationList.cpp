@@ -7,14 +7,11 @@
 #include "Foundation/file_contents.h"
 #include "Foundation/run_loop.h"
 #include "Foundation/text.h"
-#include "export.h"
 #include "objc/define.h"
 #include "platform/AppList.h"
 #include "runtime/runtime.h"
 
 extern "C" {
-HOST_EXPORT extern NSString* const ALIconLoadedNotification;
-HOST_EXPORT extern NSString* const ALDisplayIdentifierKey;
 NSString* const ALIconLoadedNotification = "ALIconLoadedNotification"_ns;
 NSString* const ALDisplayIdentifierKey = "ALDisplayIdentifier"_ns;
 }

@@ -156,7 +156,7 @@ NSString* Bundle::pathForResource(NSString* name, NSString* type) {
   const std::string file = fileName(name, type);
   std::string found = existing(file);
   for (const std::string& language : languages()) {
-    if (found.empty()) found = existing(language + ".lproj/" + file);
+    if (found.empty()) found = existing(std::filesystem::path(language + ".lproj") / file);
   }
   return found.empty() ? nullptr : host::makeString(found);
 }

@@ -60,7 +60,7 @@ class StringsReader {
     std::size_t length = 0;
     while (length < rest_.size() && isPlain(rest_[length])) ++length;
     if (length == 0) return {};
-    const std::string word(rest_.substr(0, length));
+    std::string word(rest_.substr(0, length));
     rest_.remove_prefix(length);
     return word;
   }
@@ -113,8 +113,9 @@ class StringsReader {
     constexpr std::size_t kDigits = 4;
     if (rest_.size() < kDigits) return false;
     unsigned unit = 0;
-    const char* end = rest_.data() + kDigits;
-    const auto read = std::from_chars(rest_.data(), end, unit, 16);
+    const std::string digits(rest_.substr(0, kDigits));
+    const char* end = digits.data() + kDigits;
+    const auto read = std::from_chars(digits.data(), end, unit, 16);
     if (read.ec != std::errc() || read.ptr != end) return false;
     rest_.remove_prefix(kDigits);
     units += static_cast<char>(unit >> 8);

@@ -161,21 +161,22 @@ CGFloat ListController::height(UITableView*, NSIndexPath* path) {
 UITableViewCell* ListController::cell(UITableView*, NSIndexPath* path) {
   PSSpecifier* row = send<PSSpecifier*>(this, "specifierAtIndexPath:"_sel, path);
   if (row == nullptr) return nullptr;
-  auto& known = cells[row];
-  if (known == nullptr) {
+  // Cells may change the page's rows while they are made and refreshed.
+  auto shown = Strong<PSTableCell>::retain(cachedCell(row));
+  if (shown == nullptr) {
     const CellType* type = cellType(send(row, PSSpecifier::cellType));
     Class cls = classIn(row, PSTableCellClassKey);
     if (cls == nullptr) cls = objc_getClass(type == nullptr ? "PSTableCell" : type->cellClass);
     const bool showsValue = type != nullptr && type->showsValue;
-    known = Strong<PSTableCell>::adopt(
+    shown = Strong<PSTableCell>::adopt(
         send(send<PSTableCell*>(cls, "alloc"_sel), PSTableCell::initWithSpecifier,
              showsValue ? UITableViewCellStyleValue1 : UITableViewCellStyleDefault,
              makeString(class_getName(cls)), row));
-    send<void>(known, "setCellTarget:"_sel, static_cast<NSObject*>(this));
+    send<void>(shown, "setCellTarget:"_sel, static_cast<NSObject*>(this));
+    cells[row] = shown;
   }
-  const auto shown = known;
   send(shown, PSTableCell::refreshCellContents, row);
-  return Strong<PSTableCell>(shown).autorelease();
+  return shown.autorelease();
 }
 
 }  // namespace host

@@ -57,11 +57,12 @@ bool passes(NSDictionary* filter) {
 /// Where the bundle is; where it would be for one that is nowhere.
 std::string bundlePath(NSString* name) {
   const std::string file = std::string(text(name)) + ".bundle";
-  for (const std::string folder : kBundleFolders) {
+  for (const files::path folder : kBundleFolders) {
     std::error_code ignored;
-    if (files::is_directory(readablePath(folder + "/" + file), ignored)) return folder + "/" + file;
+    const std::string path = folder / file;
+    if (files::is_directory(readablePath(path), ignored)) return path;
   }
-  return std::string(kBundleFolders[0]) + "/" + file;
+  return files::path(kBundleFolders[0]) / file;
 }
 
 /// Nil for a list that is no entry.

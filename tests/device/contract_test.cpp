@@ -254,6 +254,28 @@ TEST(DeviceContract, OurOwnMethods) {
             "message -[Button shade]: the platform has no such method");
 }
 
+TEST(DeviceContract, MethodsThatThePlatformCallsOnOurs) {
+  const std::string own = "own class Ours -help: v@:@\n";
+  // One that only ours has is compared with nothing.
+  EXPECT_EQ(complaintsOfBoth(own, own + "own class Ours -reset v@:\n"), "");
+  EXPECT_EQ(complaintsOfBoth(own, own + "own class Ours -longValue @@:\n"),
+            "override -[Ours longValue]: result is object, not long long as the platform has it");
+  // Also through another class of ours, and of the root class.
+  const std::string more = own + "own class More\nown superclass More Ours\n";
+  EXPECT_EQ(complaintsOfBoth(own, more + "own class More -reset v@:@\n"),
+            "override -[More reset]: 1 arguments, not 0 as the platform has it");
+  EXPECT_EQ(complaintsOfBoth(own, more + "own class More -dealloc @@:\n"),
+            "override -[More dealloc]: result is object, not void as the platform has it");
+  EXPECT_EQ(complaints({{kArm64, own, own + "own class Ours -width f@:\n"},
+                        {kArmv7, own, own + "own class Ours -width f@:\n"}}),
+            "arm64: override -[Ours width]: result is float, not double as the platform has it");
+  // Of a class without a superclass nothing is known.
+  EXPECT_EQ(complaintsOfBoth(own, own + "own class Lone -reset @@:\n"), "");
+  // That a method overrides is no line of a list.
+  const Ran ran = contract({{kArm64, own, own + "override Ours -reset v@:\n"}});
+  EXPECT_THAT(ran.output, testing::HasSubstr("a line that cannot be read: override Ours -reset"));
+}
+
 TEST(DeviceContract, WhatIsListedByHandInVain) {
   EXPECT_EQ(complaints({{kList, "# a comment\n", "method -[Guest colour]\ta reason\n"}}),
             "unchecked.tsv:1: method -[Guest colour]: nothing uses it");
@@ -316,8 +338,13 @@ TEST(DeviceContract, FilesThatCannotBeRead) {
 }
 
 TEST(DeviceContract, TableOfAllThatIsUsed) {
-  // A symbol that one architecture does not import.
-  const Ran ran = contract({{kArm64, "symbol libSystem _copy\n", ""}}, " --table");
+  // A symbol that one architecture does not import, and a method of ours that the platform has.
+  const std::string own = "own class Ours -help: v@:@\n";
+  const std::string overriding = own + "own class Ours -longValue q@:\n";
+  const Ran ran = contract({{kArm64, "symbol libSystem _copy\n", ""},
+                            {kArm64, own, overriding},
+                            {kArmv7, own, overriding}},
+                           " --table");
   EXPECT_EQ(ran.status, 0);
   EXPECT_EQ(ran.output, R"(
 ## Systems
@@ -338,7 +365,7 @@ TEST(DeviceContract, TableOfAllThatIsUsed) {
 | `+buttonWithSize:` | object (CGSize) | the same | sent | iOS 9.0.2: UIKit |
 | `-dealloc` | void () | the same | sent to super | iOS 9.0.2: libobjc, of NSObject |
 | `-intValue` | int () | the same | sent | iOS 9.0.2: UIKit |
-| `-longValue` | long long () | the same | sent | iOS 9.0.2: UIKit |
+| `-longValue` | long long () | the same | overridden, sent | iOS 9.0.2: UIKit |
 | `-read:done:` | void (pointer, block) | the same | sent | iOS 9.0.2: UIKit |
 | `-reset` | object (), void () | the same | replaced, sent | iOS 9.0.2: UIKit |
 | `-setTitle:forState:` | void (object, unsigned int) | void (object, unsigned long long) | sent | iOS 9.0.2: UIKit |

@@ -37,6 +37,18 @@ TEST_F(InstalledPane, OpensFromTheListOfSettings) {
   EXPECT_FALSE(pages::back());
 }
 
+TEST_F(InstalledPane, HasItsTextsOnAPhoneWithoutAFunction) {
+  // It is then loaded as a copy in memory.
+  start("com.apple.Preferences", host::ProcessKind::application, {}, {"LCPParseColorString"});
+  load();
+  pages::open();
+  pages::press(pages::sections()[0].rows[0]);
+  EXPECT_STREQ(class_getName(pages::topPage()->isa), "VNXFrontPage");
+  const auto front = pages::sections();
+  ASSERT_FALSE(front.empty());
+  EXPECT_EQ(front[0].rows[0].title(), "Enabled");
+}
+
 TEST_F(InstalledPane, FindsItsPlaceBehindLargerClasses) {
   host::ProcessOptions options;
   options.bundle = "com.apple.Preferences";

@@ -36,6 +36,35 @@ TEST(HostPath, IsEmptyForWhatIsNoAbsolutePath) {
   EXPECT_EQ(host::hostPath(std::string_view("/a\0/b", 5)), "");
 }
 
+TEST(HostPath, IsReadFromWhatIsInstalledWhereTheRootHasNothing) {
+  const test::Folder root;
+  const test::Folder packages;
+  host::setContainerRoot(root.path());
+  host::setInstalledFolder(packages.path());
+  std::ofstream(packages.path() + "/a") << "package";
+  EXPECT_EQ(host::readablePath("/a"), packages.path() + "/a");
+  EXPECT_EQ(host::readablePath("/../a"), packages.path() + "/a");
+  EXPECT_EQ(host::hostPath("/a"), root.path() + "/a");
+  EXPECT_EQ(host::readablePath("/b"), root.path() + "/b");
+  EXPECT_EQ(host::readablePath("a"), "");
+  std::ofstream(root.path() + "/a") << "own";
+  EXPECT_EQ(host::readablePath("/a"), root.path() + "/a");
+  host::setInstalledFolder("");
+  std::filesystem::remove(root.path() + "/a");
+  EXPECT_EQ(host::readablePath("/a"), root.path() + "/a");
+}
+
+TEST(HostPath, IsToldFromTheMachines) {
+  host::setContainerRoot("/some/root");
+  host::setInstalledFolder("/some/packages");
+  EXPECT_EQ(host::devicePath("/some/root/var/a"), "/var/a");
+  EXPECT_EQ(host::devicePath("/some/packages/Library/b"), "/Library/b");
+  for (const char* other : {"/some/rootless/a", "/some", "/etc/passwd", "", "some/root/a"})
+    EXPECT_EQ(host::devicePath(other), "") << other;
+  host::setContainerRoot("/");
+  EXPECT_EQ(host::devicePath("/etc"), "/etc");
+}
+
 TEST(HostPath, IsEmptyWithoutARoot) { EXPECT_EQ(host::hostPath("/etc/passwd"), ""); }
 
 class ResolveContainerRoot : public testing::Test {
