@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "common/output_file.h"
 #include "common/root_choice.h"
 #include "common/swatches.h"
+#include "preview/followed_file.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
 #include "preview/studio.h"
@@ -43,8 +45,8 @@ constexpr double kLargestScale = 4;
 void check(const PreviewArguments& arguments) {
   if (arguments.root && arguments.settings)
     throw UsageError("options that exclude each other", "--root and --settings");
-  if (arguments.watches && !arguments.root)
-    throw UsageError("missing option, which --watch needs", "--root DIR");
+  if (arguments.watches && !arguments.root && !arguments.settings)
+    throw UsageError("missing option, which --watch needs", "--root DIR or --settings FILE");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
@@ -83,13 +85,23 @@ std::string seconds(double time) {
   return text;
 }
 
-void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& folder) {
+/// What --watch looks at.
+struct Watched {
+  std::optional<SettingsWatch> container;
+  std::optional<FileWatch> file;
+};
+
+[[noreturn]] void follow(Watched& watched, const PreviewArguments& arguments,
+                         const std::string& root, const std::function<void()>& changed) {
   std::cout << "Following the settings; to end, press Ctrl-C." << std::endl;
-  watch.follow([&] {
-    const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
-    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
-    std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
-  });
+  if (watched.container) watched.container->follow(changed);
+  followFile(*watched.file, *arguments.settings, root + kSettingsPath, changed);
+}
+
+void redraw(Studio& studio, const std::filesystem::path& folder) {
+  const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
+  const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
+  std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
 }
 
 int preview(PreviewArguments& arguments) {
@@ -99,11 +111,13 @@ int preview(PreviewArguments& arguments) {
   requireInputsElsewhere(arguments);
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
+  // Before the copy and the first question, so that no change is missed.
+  Watched watched;
+  if (arguments.watches && arguments.settings) watched.file.emplace(*arguments.settings);
   Tabs tabs = tabsFor(arguments);
   warnOfStored(arguments, tabs);
-  // Before the first question, so that no change is missed.
-  std::optional<SettingsWatch> watch;
-  if (arguments.watches) watch.emplace(tabs.all().front().root);
+  const std::string root = tabs.all().front().root;
+  if (arguments.watches && arguments.root) watched.container.emplace(root);
   Studio studio(std::move(materials), std::move(tabs));
   std::filesystem::path place;
   {
@@ -115,7 +129,7 @@ int preview(PreviewArguments& arguments) {
               << done.pictures << " pictures: asked in " << seconds(done.asking) << ", drawn in "
               << seconds(done.drawing) << std::endl;
   }
-  if (watch) follow(*watch, studio, place);
+  if (arguments.watches) follow(watched, arguments, root, [&] { redraw(studio, place); });
   return 0;
 }
 
@@ -162,7 +176,7 @@ Command previewCommand() {
                        .meaning = "Pixels a point, 1 to 4; 2"},
                       {.name = "--watch",
                        .target = &arguments->watches,
-                       .meaning = "Go on, and redraw what changes with the settings of --root"}},
+                       .meaning = "Go on, and redraw what changes with the settings"}},
           .notes = "Without settings it draws four that show what there is.",
           .run = [arguments] { return preview(*arguments); }};
 }
