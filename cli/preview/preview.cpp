@@ -19,6 +19,7 @@
 #include "common/output_file.h"
 #include "common/root_choice.h"
 #include "common/swatches.h"
+#include "preview/against.h"
 #include "preview/followed_file.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
@@ -32,8 +33,7 @@ namespace varnix::cli {
 namespace {
 
 struct PreviewArguments {
-  std::string out = "preview";
-  std::optional<std::string> root, settings;
+  std::optional<std::string> out, root, settings, against;
   std::string artwork;
   std::vector<std::string> icons;
   MaterialChoice materials;
@@ -47,17 +47,24 @@ void check(const PreviewArguments& arguments) {
     throw UsageError("options that exclude each other", "--root and --settings");
   if (arguments.watches && !arguments.root && !arguments.settings)
     throw UsageError("missing option, which --watch needs", "--root DIR or --settings FILE");
+  if (arguments.watches && arguments.against)
+    throw UsageError("options that exclude each other", "--watch and --against");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
 }
 
+std::string outputOf(const PreviewArguments& arguments) {
+  return arguments.out.value_or(arguments.against ? "differences" : "preview");
+}
+
 /// The older gallery is removed with everything in it.
 void requireInputsElsewhere(const PreviewArguments& arguments) {
   std::vector<std::string> inputs = {arguments.materials.wallpaper, arguments.artwork,
-                                     arguments.settings.value_or(""), arguments.root.value_or("")};
+                                     arguments.settings.value_or(""), arguments.root.value_or(""),
+                                     arguments.against.value_or("")};
   for (const auto& [identifier, file] : arguments.materials.icons) inputs.push_back(file);
-  requireNoInputWithin(arguments.out, inputs);
+  requireNoInputWithin(outputOf(arguments), inputs);
 }
 
 Tabs tabsFor(const PreviewArguments& arguments) {
@@ -109,6 +116,7 @@ int preview(PreviewArguments& arguments) {
   noteInterruptions();
   arguments.materials.icons = iconsFrom(arguments.icons);
   requireInputsElsewhere(arguments);
+  if (arguments.against) requireKeptPictures(*arguments.against);
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
   // Before the copy and the first question, so that no change is missed.
@@ -119,9 +127,12 @@ int preview(PreviewArguments& arguments) {
   const std::string root = tabs.all().front().root;
   if (arguments.watches && arguments.root) watched.container.emplace(root);
   Studio studio(std::move(materials), std::move(tabs));
+  if (arguments.against)
+    return compareWithKept(studio, *arguments.against, outputOf(arguments),
+                           arguments.materials.screens, showProgress);
   std::filesystem::path place;
   {
-    OutputFolder folder(arguments.out);
+    OutputFolder folder(outputOf(arguments));
     const auto done = studio.work(folder.path(), showProgress);
     folder.putInPlace();
     place = folder.place();
@@ -143,7 +154,7 @@ Command previewCommand() {
           .options = {{.name = "--out",
                        .value = "DIR",
                        .target = &arguments->out,
-                       .meaning = "The folder to write; preview",
+                       .meaning = "The folder to write; preview, and with --against differences",
                        .completes = Completes::folders},
                       {.name = "--root",
                        .value = "DIR",
@@ -174,10 +185,17 @@ Command previewCommand() {
                        .value = "NUMBER",
                        .target = &materials.scale,
                        .meaning = "Pixels a point, 1 to 4; 2"},
+                      {.name = "--against",
+                       .value = "DIR",
+                       .target = &arguments->against,
+                       .meaning = "Compare with pictures kept there, and write only what differs",
+                       .completes = Completes::folders},
                       {.name = "--watch",
                        .target = &arguments->watches,
                        .meaning = "Go on, and redraw what changes with the settings"}},
-          .notes = "Without settings it draws four that show what there is.",
+          .notes =
+              "Without settings it draws four that show what there is. With --against the exit\n"
+              "status is 1 where something differs.",
           .run = [arguments] { return preview(*arguments); }};
 }
 

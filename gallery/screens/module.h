@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "drawing/difference.h"
 #include "gallery/screens/screen.h"
 
 namespace varnix::screens {
@@ -16,6 +17,8 @@ struct Module {
   Color (*meanColor)(const Surface& picture);
   /// The finished picture as a PNG file. May be called on any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);
+  /// Of a finished picture and one that was kept.
+  drawing::Difference (*differenceOf)(std::string_view drawn, std::string_view kept);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";
