@@ -31,6 +31,6 @@ std::string draw(std::span<const Layer> layers, const Scene& scene, double scale
 
 extern "C" HOST_EXPORT const varnix::screens::Module* varnix_screens() {
   using namespace varnix::screens;
-  static const Module module{kScreens, readPicture, meanColor, draw, varnix::drawing::differenceOf};
+  static const Module module{kScreens, readPicture, varnix::drawing::differenceOf, meanColor, draw};
   return &module;
 }
