@@ -98,9 +98,11 @@ std::string answer(const ProcessQuestion& question) {
   const Json surfaces = surfaceAnswers();
   Json screens = Json::object();
   for (const auto* screen : question.screens) {
+    Json answers;
     for (const auto& [wallpaper, color] : question.wallpapers) {
       objc::AutoreleasePool inner;
-      screens[screen->id][wallpaper] = toJson(screen->ask({color}));
+      if (answers.is_null() || screen->showsWallpaper) answers = toJson(screen->ask({color}));
+      screens[screen->id][wallpaper] = answers;
     }
   }
   return dump(Json{{"screens", screens}, {"surfaces", surfaces}});
