@@ -170,6 +170,7 @@ void drawListPage(const Canvas& canvas, const ListPage& page) {
   drawNavigationBar(canvas, bar);
   drawTemplate(canvas, page.action, {canvas.width() - 23, 41}, tint);
   drawStatusBar(canvas, page.statusBar.value_or(kBlack));
+  drawAlert(canvas, page.alert);
 }
 
 }  // namespace varnix::screens

@@ -2,6 +2,7 @@
 
 #include "Preferences/pages.h"
 #include "UIGraphics/UIGraphics.h"
+#include "UIKit/UIAlertView.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
@@ -76,6 +77,18 @@ ListRow rowOf(const Row& row, const std::optional<Color>& tint) {
   return shown;
 }
 
+Alert shownAlert() {
+  auto* top = send<NSObject*>(host::shownAlerts(), "lastObject"_sel);
+  if (top == nullptr) return {};
+  Alert alert{Row::words(send<NSObject*>(top, "title"_sel)),
+              Row::words(send<NSObject*>(top, "message"_sel)),
+              {}};
+  const auto count = send<NSInteger>(top, "numberOfButtons"_sel);
+  for (NSInteger i = 0; i < count; ++i)
+    alert.buttons.push_back(Row::words(send<NSObject*>(top, "buttonTitleAtIndex:"_sel, i)));
+  return alert;
+}
+
 }  // namespace
 
 ListPage readListPage() {
@@ -101,6 +114,7 @@ ListPage readListPage() {
     for (const Row& row : section.rows) group.rows.push_back(rowOf(row, page.bar));
     page.groups.push_back(std::move(group));
   }
+  page.alert = shownAlert();
   return page;
 }
 

@@ -17,7 +17,8 @@ constexpr const Screen* kScreens[] = {&kApplication,
                                       &kSettingsFront,
                                       &kSettingsElement,
                                       &kSettingsApplications,
-                                      &kSettingsApplication};
+                                      &kSettingsApplication,
+                                      &kSettingsPreset};
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
   const Canvas canvas(kWidth, kHeight, scale);

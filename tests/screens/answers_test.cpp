@@ -94,6 +94,8 @@ TEST_F(Screens, SettingsOfAnApplication) {
   expectEveryAnswerToShow(kSettingsApplication, 100, kWholePage);
 }
 
+TEST_F(Screens, SettingsOfAPreset) { expectEveryAnswerToShow(kSettingsPreset, 73, kWholePage); }
+
 TEST_F(Screens, DrawWithoutAnyAnswer) {
   for (const Screen* screen :
        {&kApplication, &kMessages, &kHome, &kControlCenter, &kNotificationCenter, &kVolume,
