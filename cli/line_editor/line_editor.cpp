@@ -36,7 +36,7 @@ bool readLine(const char* prompt, const LineEditor::Completions& offered, std::s
   rl_attempted_completion_function = complete;
   // A line is completed as a whole, because titles contain blanks.
   static char none[] = "";
-  rl_completer_word_break_characters = none;
+  rl_basic_word_break_characters = none;
   rl_completion_append_character = '\0';
   std::fflush(stdout);
   const std::unique_ptr<char, decltype(&std::free)> typed(readline(prompt), &std::free);

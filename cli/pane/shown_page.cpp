@@ -136,6 +136,8 @@ const ShownRow* findRow(const ShownPage& page, const std::string& name) {
   auto titled = rowsThat(page, [&](const ShownRow& r) { return r.title == name; });
   if (titled.empty())
     titled = rowsThat(page, [&](const ShownRow& r) { return isSameText(r.title, name); });
+  if (titled.empty())
+    titled = rowsThat(page, [&](const ShownRow& r) { return isSameText(r.key, name); });
   if (titled.size() < 2) return titled.empty() ? nullptr : titled.front();
   std::string numbers;
   for (const ShownRow* row : titled)

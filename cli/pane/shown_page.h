@@ -39,8 +39,8 @@ struct ShownPage {
 /// The page on top.
 ShownPage shownPage();
 
-/// A row of that number, title or key. Case does not matter for a title if only one fits. Throws
-/// Failure for none, with the nearest, and for several.
+/// A row of that number, key or title. Case does not matter if only one fits. Throws Failure for
+/// none, with the nearest, and for several.
 const ShownRow& rowNamed(const ShownPage& page, const std::string& name);
 /// The same; null for none.
 const ShownRow* findRow(const ShownPage& page, const std::string& name);

@@ -224,7 +224,7 @@ TEST_F(Pane, SpeaksOtherLanguages) {
   const std::string page = says("", {"--language", "de"});
   EXPECT_NE(page.find("\n  4  Albumcover "), std::string::npos) << page;
   EXPECT_NE(
-      says("", {"--language", "ja", "--open", "Varnix/keyboard"}).find("Settings > Varnix > "),
+      says("", {"--language", "ja", "--open", "Varnix/Keyboard"}).find("Settings > Varnix > "),
       std::string::npos);
 }
 
