@@ -59,8 +59,6 @@ void ListController::loadTable() {
   send<void>(table, "setDataSource:"_sel, static_cast<NSObject*>(this));
   send<void>(table, "setDelegate:"_sel, static_cast<NSObject*>(this));
   send<void>(pageView, "addSubview:"_sel, table.get());
-  if (title == nullptr && ledHere != nullptr)
-    send<void>(this, "setTitle:"_sel, send(ledHere, PSSpecifier::name));
 }
 
 void ListController::cameBack(bool) {

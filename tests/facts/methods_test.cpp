@@ -127,6 +127,23 @@ TEST_F(StandIn, HasNoMethodThatPhonesLack) {
   EXPECT_EQ(differencesWith(), Names{});
 }
 
+/// The classes that a settings page is made of: pages may send them whatever phones have.
+TEST_F(StandIn, HasAllThatSettingsPagesHave) {
+  startWithAll();
+  std::map<std::string, int> missing;
+  int asked = 0;
+  for (const Row& row : readTable("methods.tsv")) {
+    if (!row.at(0).starts_with("PS")) continue;
+    ++asked;
+    Class cls =
+        row.at(1) == "+" ? objc_getMetaClass(row.at(0).c_str()) : objc_getClass(row.at(0).c_str());
+    if (!class_respondsToSelector(cls, sel_registerName(row.at(2).c_str())))
+      ++missing[nameOf(row.at(0), row.at(1), row.at(2))];
+  }
+  EXPECT_EQ(missing, (std::map<std::string, int>{}));
+  EXPECT_GT(asked, 100);
+}
+
 TEST_F(StandIn, IsAskedWhole) {
   startWithAll();
   Names asked;

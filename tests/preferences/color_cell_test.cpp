@@ -10,22 +10,28 @@ using namespace test;
 bool withAlpha = false;
 bool withNotification = true;
 
+PSSpecifier* colorRow(NSObject* page, const char* name, NSString* key, NSString* notification) {
+  PSSpecifier* row = makeRow(name, page, PSLinkCell);
+  if (Class cell = objc_getClass("PFSimpleLiteColorCell"))
+    send(row, PSSpecifier::setProperty, reinterpret_cast<NSObject*>(cell), "cellClass"_ns);
+  auto* settings = NSMutableDictionary::dictionary();
+  auto put = [&](NSString* word, NSObject* value) {
+    send(settings, NSMutableDictionary::setObjectForKey, value, word);
+  };
+  put("defaults"_ns, "com.example.colours"_ns);
+  put("key"_ns, key);
+  put("fallback"_ns, "#112233"_ns);
+  put("alpha"_ns, NSNumber::numberWithBool(withAlpha));
+  if (notification != nullptr) put("PostNotification"_ns, notification);
+  send(row, PSSpecifier::setProperty, settings, "libcolorpicker"_ns);
+  return row;
+}
+
 NSArray* colorRows(NSObject* page, SEL) {
   return keptRows(page, [&] {
-    PSSpecifier* row = makeRow("Colour", page, PSLinkCell);
-    if (Class cell = objc_getClass("PFSimpleLiteColorCell"))
-      send(row, PSSpecifier::setProperty, reinterpret_cast<NSObject*>(cell), "cellClass"_ns);
-    auto* settings = NSMutableDictionary::dictionary();
-    auto put = [&](NSString* key, NSObject* value) {
-      send(settings, NSMutableDictionary::setObjectForKey, value, key);
-    };
-    put("defaults"_ns, "com.example.colours"_ns);
-    put("key"_ns, "tint"_ns);
-    put("fallback"_ns, "#112233"_ns);
-    put("alpha"_ns, NSNumber::numberWithBool(withAlpha));
-    if (withNotification) put("PostNotification"_ns, "com.example.changed"_ns);
-    send(row, PSSpecifier::setProperty, settings, "libcolorpicker"_ns);
-    return rowsOf({row});
+    NSString* name = withNotification ? "com.example.changed"_ns : nullptr;
+    return rowsOf({colorRow(page, "Colour", "tint"_ns, name),
+                   colorRow(page, "Other", "other"_ns, "com.example.otherChanged"_ns)});
   });
 }
 
@@ -121,6 +127,14 @@ TEST_F(ColorCell, HearsOfChangesElsewhere) {
   host::postDarwinNotification("com.example.changed");
   EXPECT_TRUE(eventually([] { return row("Colour").detail() == "#0000FF"; }));
   EXPECT_EQ(disc(), "#0000ffff");
+}
+
+TEST_F(ColorCell, HearsOnlyItsOwnNotification) {
+  showPage();
+  store(tint("#0000FF") + "<key>other</key><string>#00FF00</string>");
+  host::postDarwinNotification("com.example.otherChanged");
+  EXPECT_TRUE(eventually([] { return row("Other").detail() == "#00FF00"; }));
+  EXPECT_EQ(row("Colour").detail(), "#112233");
 }
 
 TEST_F(ColorCell, WithoutANotificationNobodyElseIsHeard) {

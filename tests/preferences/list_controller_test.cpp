@@ -140,6 +140,22 @@ TEST_F(ListController, ALinkOpensItsPage) {
   EXPECT_EQ(pages::topPage(), page);
 }
 
+TEST_F(ListController, APageMayHaveATitleOfItsOwn) {
+  method(
+      objc_getClass("DetailPage"), "init"_sel,
+      [](NSObject* self, SEL selector) -> NSObject* {
+        objc_super above{self, objc_getClass("PSListController")};
+        auto* made =
+            reinterpret_cast<NSObject* (*)(objc_super*, SEL)>(objc_msgSendSuper)(&above, selector);
+        send<void>(made, "setTitle:"_sel, "Mine"_ns);
+        return made;
+      },
+      "@@:");
+  show(main);
+  pages::press(row("Link"));
+  EXPECT_EQ(pages::titleOf(pages::topPage()), "Mine");
+}
+
 TEST_F(ListController, ADisabledRowOpensNothing) {
   show(main);
   pages::press(row("Off"));
