@@ -46,7 +46,8 @@ struct ListPage {
   ListImage action;                   ///< of the button at the bar's right
   std::optional<std::string> search;  ///< the field's placeholder; unset without a field
   std::vector<ListGroup> groups;
-  Alert alert;  ///< over the page; empty for none
+  Alert alert;                  ///< over the page; empty for none
+  std::optional<Color> picked;  ///< in the picker over the page; unset without one
 };
 
 /// Only what differs from an empty page is named.

@@ -1,5 +1,6 @@
 #include "gallery/screens/list_reader.h"
 
+#include "ColorPicker/picker.h"
 #include "Preferences/pages.h"
 #include "UIGraphics/UIGraphics.h"
 #include "UIKit/UIAlertView.h"
@@ -77,6 +78,14 @@ ListRow rowOf(const Row& row, const std::optional<Color>& tint) {
   return shown;
 }
 
+/// "#RRGGBB:a.aaaaaa".
+std::optional<Color> pickedColor() {
+  NSObject* picker = host::shownPicker();
+  if (picker == nullptr) return {};
+  constexpr std::size_t kDigits = 7;
+  return parseColor(host::pickerColor(picker).substr(0, kDigits) + "ff");
+}
+
 Alert shownAlert() {
   auto* top = send<NSObject*>(host::shownAlerts(), "lastObject"_sel);
   if (top == nullptr) return {};
@@ -114,6 +123,7 @@ ListPage readListPage() {
     for (const Row& row : section.rows) group.rows.push_back(rowOf(row, page.bar));
     page.groups.push_back(std::move(group));
   }
+  page.picked = pickedColor();
   page.alert = shownAlert();
   return page;
 }

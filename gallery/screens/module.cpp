@@ -18,6 +18,7 @@ constexpr const Screen* kScreens[] = {&kApplication,
                                       &kSettingsElement,
                                       &kSettingsApplications,
                                       &kSettingsApplication,
+                                      &kSettingsPicker,
                                       &kSettingsPreset};
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {

@@ -2,6 +2,7 @@
 #include <chrono>
 #include <initializer_list>
 
+#include "ColorPicker/picker.h"
 #include "Foundation/run_loop.h"
 #include "Preferences/pages.h"
 #include "UIKit/UIAlertView.h"
@@ -63,6 +64,13 @@ Answers askPreset(const Surroundings&) {
   return answers;
 }
 
+Answers askPicker(const Surroundings&) {
+  if (!open({"Varnix"}) || !press("global_color")) return {};
+  Answers answers = answersOf(readListPage());
+  host::cancelPicker(host::shownPicker());
+  return answers;
+}
+
 bool areIconsThere() {
   for (const auto& section : pages::sections()) {
     for (const Row& row : section.rows) {
@@ -117,6 +125,9 @@ const Screen kSettingsApplication{"settings-application",
                                   askApplicationPage,
                                   draw};
 
+const Screen kSettingsPicker{
+    "settings-picker", "A colour", kSettings, host::ProcessKind::application, false, false,
+    askPicker,         draw};
 const Screen kSettingsPreset{
     "settings-preset", "A preset", kSettings, host::ProcessKind::application, false, false,
     askPreset,         draw};

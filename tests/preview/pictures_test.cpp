@@ -76,7 +76,7 @@ TEST_F(Pictures, LookAsTheyDid) {
     compare(std::string(screen) + "-light-after");
   }
   for (const char* screen : {"settings", "settings-element", "settings-applications",
-                             "settings-application", "settings-preset"})
+                             "settings-application", "settings-picker", "settings-preset"})
     compare(std::string(screen) + "-light-after");
   compare("settings-light-before");
   compare("home-dark-after");
