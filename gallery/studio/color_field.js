@@ -1,0 +1,75 @@
+// A field for a colour: hex digits, the browser's picker, or an image dropped on it.
+import {element} from './elements.js';
+
+const form = /^#?([0-9a-f]{6})(:(?:0|1|0?\.\d+|1\.0+|0\.?\d*))?$/i;
+const short = /^#([0-9a-f])([0-9a-f])([0-9a-f])(:.*)?$/i;
+
+// "#rrggbb" for the picker; nothing for what is no colour.
+export function opaque(text) {
+  const three = short.exec(text ?? '');
+  if (three) return `#${three[1]}${three[1]}${three[2]}${three[2]}${three[3]}${three[3]}`.toLowerCase();
+  const found = form.exec(text ?? '');
+  return found ? `#${found[1].toLowerCase()}` : undefined;
+}
+
+const alphaOf = (text) => /:(.*)$/.exec(text ?? '')?.[1] ?? '';
+
+let groups = 0;
+
+export class ColorField {
+  // change(value, group): null for none. Those of one group are one step.
+  constructor({label, fallback, change}) {
+    this.fallback = fallback;
+    this.change = change;
+    this.picker = element('input', {type: 'color', 'aria-label': `${label}: pick`});
+    this.text = element('input', {type: 'text', class: 'hex', 'aria-label': label, spellcheck: 'false',
+                                  autocomplete: 'off', placeholder: fallback, maxlength: 24});
+    this.clear = element('button', {type: 'button', class: 'clear', 'aria-label': `${label}: as it was`,
+                                    title: 'As it was'}, '×');
+    this.candidates = element('div', {class: 'candidates', role: 'group', hidden: true,
+                                      'aria-label': `${label}: colours of the image`});
+    this.root = element('div', {class: 'color-field'}, this.picker, this.text, this.clear, this.candidates);
+    let group = '';
+    this.picker.addEventListener('input', () => {
+      group ||= `pick ${++groups} ${performance.now()}`;
+      const alpha = alphaOf(this.value ?? '');
+      this.change(this.picker.value + (alpha && `:${alpha}`), group);
+    });
+    this.picker.addEventListener('change', () => { group = ''; });
+    this.text.addEventListener('input', () => this.text.setCustomValidity(''));
+    this.text.addEventListener('change', () => this.#typed());
+    this.text.addEventListener('keydown', (event) => {
+      if (event.key === 'Enter') this.#typed();
+      if (event.key === 'Escape') this.show(this.value);
+    });
+    this.clear.addEventListener('click', () => {
+      this.change(null, '');
+      this.text.focus();
+    });
+  }
+
+  #typed() {
+    const text = this.text.value.trim();
+    if (text === (this.value ?? '')) return;
+    const isColor = text === '' || opaque(text);
+    this.text.setCustomValidity(isColor ? '' : 'A colour is #RRGGBB or #RGB, with :0.5 after it for half of it.');
+    this.text.setAttribute('aria-invalid', !isColor);
+    if (!isColor) return this.text.reportValidity();
+    this.change(text === '' ? null : text, '');
+  }
+
+  show(value) {
+    this.value = typeof value === 'string' ? value : undefined;
+    if (document.activeElement !== this.text || opaque(this.text.value) === undefined) {
+      this.text.value = this.value ?? '';
+      this.text.setAttribute('aria-invalid', 'false');
+      this.text.setCustomValidity('');
+    } else if (this.text.value !== this.value) {
+      this.text.value = this.value ?? '';
+    }
+    const shown = opaque(this.value) ?? opaque(this.fallback);
+    if (shown && this.picker.value !== shown) this.picker.value = shown;
+    this.root.classList.toggle('unset', this.value === undefined);
+    this.clear.disabled = this.value === undefined;
+  }
+}
