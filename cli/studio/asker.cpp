@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstring>
@@ -15,8 +16,11 @@
 
 #include "Foundation/property_list.h"
 #include "common/errors.h"
+#include "common/hosted_child.h"
 #include "common/interruption.h"
 #include "common/json.h"
+#include "pick/ask.h"
+#include "pick/output.h"
 #include "preview/screens_module.h"
 #include "settings/file.h"
 
@@ -64,7 +68,7 @@ std::optional<std::string> receiveText(int socket) {
   return text;
 }
 
-std::string questionText(const ProcessQuestion& question) {
+Json questionJson(const ProcessQuestion& question) {
   Json screens = Json::array();
   for (const auto* screen : question.screens) screens.push_back(screen->id);
   Json wallpapers = Json::object();
@@ -72,16 +76,16 @@ std::string questionText(const ProcessQuestion& question) {
     wallpapers[name] = {color.red, color.green, color.blue};
   Json files = Json::object();
   for (const auto& [path, file] : question.process.files) files[path] = file.string();
-  return dump(Json{{"bundle", *question.process.bundle},
-                   {"kind", static_cast<int>(question.process.kind)},
-                   {"open", question.process.open ? Json(*question.process.open) : Json()},
-                   {"icons", question.process.icons},
-                   {"root", question.process.root},
-                   {"files", files},
-                   {"withLibrary", question.withLibrary},
-                   {"artwork", question.artwork},
-                   {"screens", screens},
-                   {"wallpapers", wallpapers}});
+  return {{"bundle", *question.process.bundle},
+          {"kind", static_cast<int>(question.process.kind)},
+          {"open", question.process.open ? Json(*question.process.open) : Json()},
+          {"icons", question.process.icons},
+          {"root", question.process.root},
+          {"files", files},
+          {"withLibrary", question.withLibrary},
+          {"artwork", question.artwork},
+          {"screens", screens},
+          {"wallpapers", wallpapers}};
 }
 
 ProcessQuestion questionFrom(const Json& json) {
@@ -102,9 +106,22 @@ ProcessQuestion questionFrom(const Json& json) {
   return question;
 }
 
+/// The candidates to choose from, besides the five colours with names.
+constexpr std::size_t kRunnersUp = 8;
+constexpr std::chrono::seconds kPickingLimit{30};
+
+std::string pickedText(const std::string& file) {
+  HostedChild child(
+      [&] { return pickedJson(pick::ask({.files = {file}, .runnersUp = kRunnersUp})); });
+  return child.wait(std::chrono::steady_clock::now() + kPickingLimit);
+}
+
 std::string answered(const std::string& text) {
   try {
-    return dump(Json{{"answer", askedText(questionFrom(Json::parse(text)))}});
+    const Json question = Json::parse(text);
+    return dump(
+        Json{{"answer", question.contains("pick") ? pickedText(question["pick"].get<std::string>())
+                                                  : askedText(questionFrom(question))}});
   } catch (const std::exception& error) {
     return dump(Json{{"failure", error.what()}});
   }
@@ -150,12 +167,22 @@ ProcessAnswer Asker::ask(ProcessQuestion question, const std::string& settings) 
   const std::string file = container_.root() + kSettingsPath;
   if (!host::writeFile(file, settings, false)) throw Failure("cannot write", file);
   question.process.root = container_.root();
+  return parsedAnswer(answerTo(questionJson(question)));
+}
+
+Json Asker::pick(const std::string& file) {
+  const Json picked = Json::parse(answerTo({{"pick", file}})).at(0);
+  if (picked.contains("error")) throw std::runtime_error(picked["error"].get<std::string>());
+  return picked;
+}
+
+std::string Asker::answerTo(const Json& question) {
   std::optional<std::string> text;
-  if (sendText(socket_, questionText(question))) text = receiveText(socket_);
-  if (!text) throw Failure("a process ended", "restart the studio");
+  if (sendText(socket_, dump(question))) text = receiveText(socket_);
+  if (!text) throw Failure("a process ended", "the studio has to be started again");
   const Json json = Json::parse(*text);
   if (json.contains("failure")) throw std::runtime_error(json["failure"].get<std::string>());
-  return parsedAnswer(json["answer"].get<std::string>());
+  return json["answer"].get<std::string>();
 }
 
 }  // namespace varnix::cli

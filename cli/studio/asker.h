@@ -24,7 +24,12 @@ class Asker {
   /// Throws std::runtime_error.
   ProcessAnswer ask(ProcessQuestion question, const std::string& settings);
 
+  /// The analysis of a picture, as an object of `varnix pick --json`. Throws std::runtime_error.
+  Json pick(const std::string& file);
+
  private:
+  std::string answerTo(const Json& question);
+
   TemporaryContainer container_;
   pid_t process_ = -1;
   int socket_ = -1;

@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <string_view>
 #include <utility>
 
 #include "common/errors.h"
 #include "common/framework_files.h"
+#include "common/json.h"
 #include "preview/sample_files.h"
 #include "preview/screens_module.h"
 
 namespace varnix::cli {
 
-using varnix::screens::Answers;
+using varnix::screens::Effort;
 using varnix::screens::Layer;
 using varnix::screens::Scene;
 using varnix::screens::Screen;
@@ -61,7 +63,6 @@ void replaceWallpaper(Materials& materials, const std::string& name, const std::
 }  // namespace
 
 Painter::Painter(std::function<Shown()> newest) : newest_(std::move(newest)) {
-  use({});
   for (std::size_t i = 0; i < kAskers; ++i) free_.push_back(&askers_.emplace_back());
 }
 
@@ -103,6 +104,36 @@ ProcessQuestion Painter::question(const Screen& screen, const View& view,
   return question;
 }
 
+Asker& Painter::takeAsker(std::unique_lock<std::mutex>& lock) {
+  changed_.wait(lock, [this] { return !free_.empty(); });
+  Asker* asker = free_.back();
+  free_.pop_back();
+  return *asker;
+}
+
+void Painter::giveBack(Asker& asker) {
+  free_.push_back(&asker);
+  changed_.notify_all();
+}
+
+Json Painter::pick(const std::string& file) {
+  std::unique_lock lock(mutex_);
+  Asker& asker = takeAsker(lock);
+  lock.unlock();
+  Json picked;
+  std::exception_ptr failure;
+  try {
+    picked = asker.pick(file);
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  lock.lock();
+  giveBack(asker);
+  lock.unlock();
+  if (failure != nullptr) std::rethrow_exception(failure);
+  return picked;
+}
+
 Painter::Answered Painter::answersOf(const Screen& screen, const View& view, long revision,
                                      const Dressed& dressed) {
   // Without the library the settings make no difference.
@@ -121,8 +152,7 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
       continue;
     }
     slot.isAsking = true;
-    Asker* asker = free_.back();
-    free_.pop_back();
+    Asker& asker = takeAsker(lock);
     lock.unlock();
     // What is asked for may have been replaced while this waited.
     const Shown shown = newest_();
@@ -130,14 +160,13 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
     std::string failure;
     try {
       answer = std::make_shared<const ProcessAnswer>(
-          asker->ask(question(screen, view, dressed), shown.bytes));
+          asker.ask(question(screen, view, dressed), shown.bytes));
     } catch (const std::exception& error) {
       failure = error.what();
     }
     lock.lock();
     slot = {false, shown.revision, dressed.revision, std::move(answer), std::move(failure)};
-    free_.push_back(asker);
-    changed_.notify_all();
+    giveBack(asker);
   }
 }
 
@@ -167,7 +196,7 @@ Painter::Painted Painter::paint(const View& view, long revision, const std::stri
   if (painted.tag == knownTag) return painted;
   Scene seen = scene->second;
   seen.isPlaying = view.plays;
-  painted.png = screensModule().draw(layers, seen, view.scale);
+  painted.png = screensModule().draw(layers, seen, view.scale, Effort::shown);
   return painted;
 }
 

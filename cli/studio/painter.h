@@ -51,7 +51,11 @@ class Painter {
   /// std::runtime_error, and UsageError if there is no such view.
   Painted paint(const View& view, long revision, const std::string& knownTag);
 
-  /// From now on pictures show these. Throws Failure for a file that is no picture.
+  /// The analysis of a picture, as in Asker.
+  Json pick(const std::string& file);
+
+  /// From now on pictures show these; to be called before anything is painted. Throws Failure for a
+  /// file that is no picture.
   void use(const OwnMaterials& own);
 
  private:
@@ -69,6 +73,10 @@ class Painter {
     std::map<int, Materials> byScale;
     std::string cover;
   };
+
+  /// Waits for one that is free. The lock is the mutex's.
+  Asker& takeAsker(std::unique_lock<std::mutex>& lock);
+  void giveBack(Asker& asker);
 
   Answered answersOf(const varnix::screens::Screen& screen, const View& view, long revision,
                      const Dressed& dressed);

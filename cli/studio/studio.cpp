@@ -19,7 +19,8 @@
 #include "common/errors.h"
 #include "common/interruption.h"
 #include "common/module.h"
-#include "common/warning.h"
+#include "common/temporary_container.h"
+#include "studio/material_store.h"
 #include "studio/routes.h"
 
 namespace varnix::cli {
@@ -111,13 +112,18 @@ int runStudio(const StudioArguments& arguments) {
   Session session(arguments.file);
   // It starts processes, which is only possible before there are threads.
   Painter painter([&] { return session.shown(); });
+  const TemporaryContainer temporary;
+  MaterialStore materials(arguments.file ? *arguments.file + ".materials"
+                                         : temporary.root() + "/materials");
+  painter.use(materials.all());
+  const Workplace workplace{session, painter, materials, temporary.root()};
   session.begin();
   Presence presence;
   const std::string word = secret();
   const auto server =
       loadModule(kWebModule).start({arguments.port, word, [&](const web::Request& request) {
                                       const Presence::Request here(presence);
-                                      return answerPage(request, session, painter);
+                                      return answerPage(request, workplace);
                                     }});
   if (server == nullptr)
     throw Failure("cannot listen", "port " + std::to_string(arguments.port) + " of 127.0.0.1");

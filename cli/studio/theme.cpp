@@ -108,6 +108,11 @@ bool Theme::goTo(std::size_t position) {
   return true;
 }
 
+void Theme::noteMaterials() {
+  ++revision_;
+  ++version_;
+}
+
 void Theme::noteProblem(const std::string& problem) {
   if (problem_ == problem) return;
   problem_ = problem;

@@ -42,6 +42,9 @@ class Theme {
   /// The same for a state of the history; false if there is none of that number.
   bool goTo(std::size_t position);
 
+  /// Its pictures look different now, though no value has changed.
+  void noteMaterials();
+
   /// Takes what somebody else has written into the file. What both sides changed is a conflict,
   /// which stays until it is settled.
   void look();

@@ -1,5 +1,7 @@
 // A field for a colour: hex digits, the browser's picker, or an image dropped on it.
 import {element} from './elements.js';
+import {takesImages} from './dropping.js';
+import {ask} from './theme.js';
 
 const form = /^#?([0-9a-f]{6})(:(?:0|1|0?\.\d+|1\.0+|0\.?\d*))?$/i;
 const short = /^#([0-9a-f])([0-9a-f])([0-9a-f])(:.*)?$/i;
@@ -28,7 +30,15 @@ export class ColorField {
                                     title: 'As it was'}, '×');
     this.candidates = element('div', {class: 'candidates', role: 'group', hidden: true,
                                       'aria-label': `${label}: colours of the image`});
-    this.root = element('div', {class: 'color-field'}, this.picker, this.text, this.clear, this.candidates);
+    this.note = element('p', {class: 'note', role: 'status', hidden: true});
+    this.root = element('div', {class: 'color-field'}, this.picker, this.text);
+    const choose = takesImages(this.root, {
+      label: `${label}: from an image`, text: 'Image…', take: (file) => this.#pick(file),
+      report: (text) => {
+        this.note.textContent = text;
+        this.note.hidden = !text;
+      }});
+    this.root.append(choose, this.clear, this.candidates, this.note);
     let group = '';
     this.picker.addEventListener('input', () => {
       group ||= `pick ${++groups} ${performance.now()}`;
@@ -46,6 +56,25 @@ export class ColorField {
       this.change(null, '');
       this.text.focus();
     });
+  }
+
+  // The colour that the library would take is used at once; the others are offered.
+  async #pick(file) {
+    const {answer} = await ask('pick', {method: 'POST', body: file});
+    const named = ['important', 'background', 'primary', 'secondary', 'average'].map((name) => [answer[name], name]);
+    const others = answer.runnersUp.map(({color}) => [color, 'frequent']);
+    const seen = new Set();
+    const buttons = [...named, ...others].filter(([color]) => !seen.has(color) && seen.add(color)).map(([color, name]) => {
+      const value = opaque(color.slice(0, 7));
+      const button = element('button', {type: 'button', class: 'candidate', title: `${name}: ${value}`,
+                                        'aria-label': `${name}: ${value}`});
+      button.style.setProperty('--color', value);
+      button.addEventListener('click', () => this.change(value, ''));
+      return button;
+    });
+    this.candidates.replaceChildren(...buttons);
+    this.candidates.hidden = false;
+    this.change(opaque(answer.important.slice(0, 7)), '');
   }
 
   #typed() {

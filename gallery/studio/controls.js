@@ -1,6 +1,7 @@
 // The controls, made from the tables of settings.
 import {choice, element} from './elements.js';
 import {ColorField} from './color_field.js';
+import {iconRow, iconsInTheme, materialRows} from './materials.js';
 import {theme} from './theme.js';
 
 let names = 0;
@@ -117,13 +118,14 @@ function application({id, title}, tables) {
   const own = [colorRow({key: `${id}_global_color`, title: 'Colour', fallback: 'as for all'}), iconColorRow(`${id}_`),
                ...tables.elements.map((entry) => elementRow(entry, `${id}_`))];
   const dyed = switchRow({key: `${id}_enabled`, title: 'Dyed', fallback: true});
+  const icon = iconRow(id);
   const scoped = switchRow({key: scope, title: 'Values of its own', fallback: false});
   const ownRows = element('div', {class: 'rows own'}, ...own.map((control) => control.root));
   const root = element('details', {class: 'application'},
                        element('summary', {}, element('span', {class: 'title'}, title),
                                title === id ? '' : element('code', {}, id)),
-                       dyed.root, scoped.root, ownRows);
-  const controls = [dyed, scoped, ...own];
+                       dyed.root, icon.root, scoped.root, ownRows);
+  const controls = [dyed, icon, scoped, ...own];
   return {
     id, root, words: `application ${title} ${id}`.toLowerCase(),
     show() {
@@ -138,7 +140,7 @@ function namedApplications(tables) {
   const suffixes = ['_enabled', '_scope_enabled',
                     ...[...tables.general, ...tables.elements.flatMap(({type, color}) => [type, color])].map(({key}) => `_${key}`)];
   const plain = new Set(suffixes.map((suffix) => suffix.slice(1)));
-  const found = new Set();
+  const found = new Set(iconsInTheme());
   for (const key of theme.keys) {
     if (plain.has(key)) continue;
     const suffix = suffixes.filter((it) => key.endsWith(it)).sort((a, b) => b.length - a.length)[0];
@@ -190,5 +192,6 @@ export function makeSections(tables) {
     new Section('Start from', tables.presets.map(presetRow), {list: 'presets'}),
     new Section('Elements', tables.elements.map((entry) => elementRow(entry))),
     applications(tables),
+    new Section('Pictures', materialRows()),
   ];
 }

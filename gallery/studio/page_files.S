@@ -35,6 +35,12 @@ themeEnd:
         FILE    colorField, "color_field.js"
         .incbin "color_field.js"
 colorFieldEnd:
+        FILE    dropping, "dropping.js"
+        .incbin "dropping.js"
+droppingEnd:
+        FILE    materials, "materials.js"
+        .incbin "materials.js"
+materialsEnd:
         FILE    controls, "controls.js"
         .incbin "controls.js"
 controlsEnd:
@@ -64,6 +70,8 @@ varnixStudioFiles:
         ROW     elements, script
         ROW     theme, script
         ROW     colorField, script
+        ROW     dropping, script
+        ROW     materials, script
         ROW     controls, script
         ROW     screens, script
         ROW     bar, script

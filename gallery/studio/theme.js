@@ -63,6 +63,12 @@ class Theme extends EventTarget {
   }
   undo() { return this.goTo(this.state.position - 1); }
   redo() { return this.goTo(this.state.position + 1); }
+  async putMaterial(place, file) {
+    this.#take((await ask(`material/${place}`, {method: 'PUT', body: file})).answer);
+  }
+  async removeMaterial(place) {
+    this.#take((await ask(`material/${place}`, {method: 'DELETE'})).answer);
+  }
   settle(keep) { return this.#settled(() => post('conflict', {keep})); }
 
   // The page's own changes that somebody else's stand against.
