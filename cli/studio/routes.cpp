@@ -80,6 +80,8 @@ Response json(const Json& value, int status = 200) {
 Strong<NSObject> valueFrom(const std::string& key, const Json& value) {
   const auto kind = kindOf(key);
   if (!kind) throw UsageError("no such setting", key);
+  // Throws for a key that a property list cannot hold.
+  objectFor(Value(key));
   const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
   return Strong<NSObject>::retain(objectFor(valueFor(*kind, text, false)));
 }

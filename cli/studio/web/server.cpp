@@ -2,6 +2,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -40,6 +42,11 @@ class HttpServer final : public httplib::Server, public web::Server {
     new_task_queue = [] { return new Threads(kMostConnections); };
     set_default_headers(headers());
     set_tcp_nodelay(true);
+    // By default it would share its port with another server of the same user.
+    set_socket_options([](socket_t socket) {
+      const int yes = 1;
+      setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
       response.status = refusal(request, site_.secret, port_);
       if (response.status != 0) return HandlerResponse::Handled;
@@ -68,11 +75,13 @@ class HttpServer final : public httplib::Server, public web::Server {
 
   ~HttpServer() override {
     stop();
+    shutdownAll(SHUT_RD);
     {
-      const std::lock_guard lock(mutex_);
-      isEnding_ = true;
-      for (const int socket : sockets_) ::shutdown(socket, SHUT_RDWR);
+      // For the last answers.
+      std::unique_lock lock(mutex_);
+      closed_.wait_for(lock, std::chrono::milliseconds(500), [this] { return sockets_.empty(); });
     }
+    shutdownAll(SHUT_RDWR);
     if (listening_.joinable()) listening_.join();
   }
 
@@ -81,6 +90,8 @@ class HttpServer final : public httplib::Server, public web::Server {
     if (site_.port == 0) port_ = bind_to_any_port(kAddress);
     else if (bind_to_port(kAddress, site_.port)) port_ = site_.port;
     if (port_ <= 0) return false;
+    // The default queue holds five connections.
+    ::listen(svr_sock_, SOMAXCONN);
     listening_ = std::thread([this] { listen_after_bind(); });
     // Before that, stopping it would have no effect.
     while (!is_running()) std::this_thread::yield();
@@ -95,6 +106,12 @@ class HttpServer final : public httplib::Server, public web::Server {
   void postAny(const Handler& handler) { Post(kAnything, handler); }
   void putAny(const Handler& handler) { Put(kAnything, handler); }
   void deleteAny(const Handler& handler) { Delete(kAnything, handler); }
+
+  void shutdownAll(int how) {
+    const std::lock_guard lock(mutex_);
+    isEnding_ = true;
+    for (const int socket : sockets_) ::shutdown(socket, how);
+  }
 
   bool process_and_close_socket(socket_t socket) override {
     if (Threads::isTooMany()) {
@@ -119,12 +136,14 @@ class HttpServer final : public httplib::Server, public web::Server {
     const std::lock_guard lock(mutex_);
     sockets_.erase(socket);
     close(socket);
+    closed_.notify_all();
     return isDone;
   }
 
   Site site_;
   int port_ = 0;
   std::mutex mutex_;
+  std::condition_variable closed_;
   std::set<int> sockets_;
   bool isEnding_ = false;
   std::thread listening_;
