@@ -2,16 +2,19 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <utility>
 
 #include "Foundation/file_contents.h"
 #include "Foundation/property_list.h"
 #include "Foundation/text.h"
 #include "common/escaped.h"
+#include "common/temporary_container.h"
 #include "common/warning.h"
 #include "objc/autorelease_pool.h"
 #include "prefs/parsed_color.h"
 #include "prefs/value.h"
+#include "settings/file.h"
 #include "settings/known_key.h"
 #include "settings/property_text.h"
 
@@ -159,6 +162,16 @@ std::string findingText(const Finding& finding) {
   constexpr std::size_t kLongestKey = 300;
   const bool isLong = finding.key.size() > kLongestKey;
   return escaped((isLong ? finding.key.substr(0, kLongestKey) + "..." : finding.key) + ": " + text);
+}
+
+int printFindings(const std::vector<Finding>& findings) {
+  for (const Finding& finding : findings) std::cout << findingText(finding) << '\n';
+  return findings.empty() ? 0 : 1;
+}
+
+int printFindings(const std::string& file) {
+  const TemporaryContainer container(kSettingsPath, file);
+  return printFindings(checkSettings(container.root() + kSettingsPath));
 }
 
 void warnOfSettings(const std::string& file, const std::string& name) {

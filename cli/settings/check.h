@@ -20,6 +20,11 @@ std::vector<Finding> checkSettings(const std::string& file);
 /// "enabled: \"maybe\" is not true or false; it counts as false", safe for a terminal.
 std::string findingText(const Finding& finding);
 
+/// Prints what is wrong with any file, a pipe too. The exit status: 1 if something is. Throws
+/// Failure for one that cannot be read.
+int printFindings(const std::string& file);
+int printFindings(const std::vector<Finding>& findings);
+
 /// Warns of what is wrong with the file, under that name; of the first twenty things.
 void warnOfSettings(const std::string& file, const std::string& name);
 

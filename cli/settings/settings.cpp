@@ -13,7 +13,6 @@
 #include "common/escaped.h"
 #include "common/interruption.h"
 #include "common/root_choice.h"
-#include "common/temporary_container.h"
 #include "objc/autorelease_pool.h"
 #include "process/container.h"
 #include "settings/check.h"
@@ -86,23 +85,13 @@ int usePreset(const SettingsArguments& arguments) {
   return 0;
 }
 
-/// Copies the file first, since it may be a pipe.
-std::vector<Finding> findingsIn(const SettingsArguments& arguments) {
-  if (arguments.file) {
-    const TemporaryContainer container(kSettingsPath, *arguments.file);
-    return checkSettings(container.root() + kSettingsPath);
-  }
-  host::setContainerRoot(chosenRoot(arguments.root, RootUse::reads));
-  return checkSettings(settingsFile());
-}
-
 int check(const SettingsArguments& arguments) {
   if (arguments.file && arguments.root)
     throw UsageError("options that exclude each other", "FILE and --root");
   noteInterruptions();
-  const auto findings = findingsIn(arguments);
-  for (const Finding& finding : findings) std::cout << findingText(finding) << '\n';
-  return findings.empty() ? 0 : 1;
+  if (arguments.file) return printFindings(*arguments.file);
+  host::setContainerRoot(chosenRoot(arguments.root, RootUse::reads));
+  return printFindings(checkSettings(settingsFile()));
 }
 
 }  // namespace

@@ -21,10 +21,10 @@ constexpr const Screen* kScreens[] = {&kApplication,
                                       &kSettingsPicker,
                                       &kSettingsPreset};
 
-std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
+std::string draw(std::span<const Layer> layers, const Scene& scene, double scale, Effort effort) {
   const Canvas canvas(kWidth, kHeight, scale);
   for (const Layer& layer : layers) layer.screen->draw(canvas, *layer.answers, scene);
-  return encodePng(canvas.surface());
+  return encodePng(canvas.surface(), effort);
 }
 
 }  // namespace

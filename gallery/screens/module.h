@@ -15,7 +15,8 @@ struct Module {
   Surface (*readPicture)(const std::string& file, const Pixels& covered, std::string& problem);
   Color (*meanColor)(const Surface& picture);
   /// The finished picture as a PNG file. May be called on any thread.
-  std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);
+  std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale,
+                      Effort effort);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";

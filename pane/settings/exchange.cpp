@@ -1,6 +1,7 @@
 #include "settings/exchange.h"
 
 #include "objc/strong.h"
+#include "settings/kinds.h"
 #include "settings/scope.h"
 #include "settings/settings.h"
 

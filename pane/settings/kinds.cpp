@@ -32,4 +32,13 @@ bool isOfKind(NSObject* value, Kind kind) {
   return text != nullptr && readColor(send(text, NSString::UTF8String), color);
 }
 
+NSDictionary* knownEntries(NSDictionary* entries) {
+  auto* known = NSMutableDictionary::dictionary();
+  eachKey(entries, [&](NSString* key) {
+    NSObject* value = send(entries, NSDictionary::objectForKey, key);
+    if (isOfKind(value, kindOf(key))) send(known, NSMutableDictionary::setObjectForKey, value, key);
+  });
+  return known;
+}
+
 }  // namespace varnix::pane

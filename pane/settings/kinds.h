@@ -1,4 +1,5 @@
-// Which keys the settings file may hold, and values of which kind.
+// Which keys the settings file may hold, and values of which kind. The command takes and gives the
+// same entries as the pane, so it compiles this too.
 #pragma once
 
 #include "platform/Foundation.h"
@@ -21,5 +22,9 @@ void eachKey(NSDictionary* dictionary, F function) {
     if (auto* key = objc::as<NSString>(send(keys, NSArray::objectAtIndex, i))) function(key);
   }
 }
+
+/// The entries that a user may have set: known keys with values of their kind. Nothing that the
+/// library computed. Empty for nil.
+NSDictionary* knownEntries(NSDictionary* entries);
 
 }  // namespace varnix::pane

@@ -64,15 +64,6 @@ void forget(NSString* key) {
   send(store(), KTPrefsManager::saveAndNotify);
 }
 
-NSDictionary* knownEntries(NSDictionary* entries) {
-  auto* known = NSMutableDictionary::dictionary();
-  eachKey(entries, [&](NSString* key) {
-    NSObject* value = send(entries, NSDictionary::objectForKey, key);
-    if (isOfKind(value, kindOf(key))) send(known, NSMutableDictionary::setObjectForKey, value, key);
-  });
-  return known;
-}
-
 NSDictionary* userSettings() {
   return knownEntries(send(store(), KTPrefsManager::currentPrefsImplementation));
 }

@@ -25,12 +25,8 @@ void store(NSObject* value, PSSpecifier* row);
 /// Removes a value for every process at once.
 void forget(NSString* key);
 
-/// Everything that a user may have set: known keys with values of their kind. Nothing that the
-/// library computed.
+/// Everything stored that a user may have set.
 NSDictionary* userSettings();
-
-/// The entries of any dictionary that userSettings would answer if they were stored.
-NSDictionary* knownEntries(NSDictionary* entries);
 
 /// Puts these in place of userSettings(), and remembers what they replaced under that name.
 void replaceSettings(NSDictionary* settings, NSString* name);

@@ -60,8 +60,8 @@ class Completion : public test::CommandTest {
   }
 };
 
-const Set kCommands{"settings", "run",        "inspect", "pick", "pane",
-                    "preview",  "completion", "man",     "help"};
+const Set kCommands{"settings", "run",   "inspect",    "pick", "pane", "preview",
+                    "studio",   "theme", "completion", "man",  "help"};
 
 TEST_F(Completion, BashOffersCommandsOptionsAndValues) {
   Set all = kCommands;
@@ -105,7 +105,8 @@ TEST_F(Completion, EveryOptionIsOfferedByEveryShell) {
   const std::string bashText = varnix({"completion", "bash"}).out;
   const std::string zshText = varnix({"completion", "zsh"}).out;
   const std::string fishText = varnix({"completion", "fish"}).out;
-  for (const std::string command : {"settings set", "run", "inspect", "pick", "pane", "preview"}) {
+  for (const std::string command :
+       {"settings set", "run", "inspect", "pick", "pane", "preview", "theme export"}) {
     Words words{"help"};
     std::istringstream path(command);
     for (std::string word; path >> word;) words.push_back(word);
