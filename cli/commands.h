@@ -11,6 +11,7 @@ Command inspectCommand();
 Command pickCommand();
 Command paneCommand();
 Command previewCommand();
+Command studioCommand();
 Command themeCommand();
 
 /// These two print what they make of the declaration of the whole program.

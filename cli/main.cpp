@@ -34,7 +34,7 @@ varnix::cli::Command program() {
       .name = "varnix",
       .summary = "Dyes the interface of hosted processes, and shows what changed.",
       .commands = {settingsCommand(), runCommand(), inspectCommand(), pickCommand(), paneCommand(),
-                   previewCommand(), themeCommand(), completionCommand(program),
+                   previewCommand(), studioCommand(), themeCommand(), completionCommand(program),
                    manCommand(program)},
       .notes =
           "Settings lie under a container root, the folder that stands for the device's \"/\": "

@@ -110,7 +110,8 @@ void append(png_structp png, png_bytep bytes, std::size_t count) {
 }
 
 /// Nothing here owns memory, because libpng leaves it by longjmp.
-bool write(png_structp png, png_infop info, Writer& writer, cairo_surface_t* surface) {
+bool write(png_structp png, png_infop info, Writer& writer, cairo_surface_t* surface,
+           Effort effort) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
   const int width = cairo_image_surface_get_width(surface);
   const int height = cairo_image_surface_get_height(surface);
@@ -119,7 +120,7 @@ bool write(png_structp png, png_infop info, Writer& writer, cairo_surface_t* sur
   png_set_IHDR(png, info, static_cast<unsigned>(width), static_cast<unsigned>(height), 8,
                PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                PNG_FILTER_TYPE_DEFAULT);
-  png_set_compression_level(png, 3);
+  png_set_compression_level(png, effort == Effort::kept ? 3 : 1);
   png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
   png_write_info(png, info);
   for (int y = 0; y < height; ++y) {
@@ -183,13 +184,13 @@ Color meanColor(const Surface& surface) {
   return {sums[0] / count, sums[1] / count, sums[2] / count};
 }
 
-std::string encodePng(const Surface& surface) {
+std::string encodePng(const Surface& surface, Effort effort) {
   cairo_surface_flush(surface.get());
   Writer writer;
   writer.row.resize(static_cast<std::size_t>(widthOf(surface)) * 3);
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
   png_infop info = png == nullptr ? nullptr : png_create_info_struct(png);
-  const bool isWritten = info != nullptr && write(png, info, writer, surface.get());
+  const bool isWritten = info != nullptr && write(png, info, writer, surface.get(), effort);
   png_destroy_write_struct(&png, &info);
   if (!isWritten) throw std::runtime_error("a picture cannot be written as PNG");
   return std::move(writer.bytes);

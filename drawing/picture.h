@@ -32,7 +32,10 @@ Surface readPicture(const std::string& file, const Pixels& covered, std::string&
 /// The mean of its pixels, on a black ground.
 Color meanColor(const Surface& surface);
 
-/// An opaque picture as a PNG file. Uses the least effort that compresses flat areas well.
-std::string encodePng(const Surface& surface);
+/// What a PNG file is for: to be kept, with flat areas compressed well, or to be shown once, soon.
+enum class Effort { kept, shown };
+
+/// An opaque picture as a PNG file.
+std::string encodePng(const Surface& surface, Effort effort = Effort::kept);
 
 }  // namespace varnix::drawing

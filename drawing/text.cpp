@@ -128,6 +128,23 @@ double textWidth(const Canvas& canvas, const std::string& text, const TextStyle&
   return widthOf(lineLayout(canvas, text, style));
 }
 
+std::vector<std::string> brokenLines(const Canvas& canvas, const std::string& text,
+                                     const TextStyle& style, double width) {
+  const Layout layout = lineLayout(canvas, text, style);
+  pango_layout_set_single_paragraph_mode(layout.get(), FALSE);
+  pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+  pango_layout_set_width(layout.get(), units(width));
+  std::vector<std::string> lines;
+  for (int i = 0; i < pango_layout_get_line_count(layout.get()); ++i) {
+    const PangoLayoutLine* line = pango_layout_get_line_readonly(layout.get(), i);
+    std::string part = text.substr(static_cast<std::size_t>(line->start_index),
+                                   static_cast<std::size_t>(line->length));
+    part.erase(part.find_last_not_of(' ') + 1);
+    lines.push_back(std::move(part));
+  }
+  return lines;
+}
+
 Extent measure(const Canvas& canvas, const Paragraph& paragraph) {
   const Layout layout = paragraphLayout(canvas, paragraph);
   return {widthOf(layout), pango_layout_get_line_count(layout.get()) * paragraph.lineHeight};

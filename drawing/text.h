@@ -33,6 +33,10 @@ void drawCentered(const Canvas& canvas, Point at, const std::string& text, const
                   double width = 0);
 double textWidth(const Canvas& canvas, const std::string& text, const TextStyle& style);
 
+/// The lines of a text that is broken to that width, without the blanks at their ends.
+std::vector<std::string> brokenLines(const Canvas& canvas, const std::string& text,
+                                     const TextStyle& style, double width);
+
 /// A piece of a paragraph with its own style; the size is the paragraph's.
 struct Run {
   std::string text;

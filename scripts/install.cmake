@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 set(home ${CMAKE_INSTALL_LIBDIR}/varnix)
 
 install(TARGETS varnix varnix_library varnix_host varnix_graphics varnix_pick varnix_line_editor varnix_screens
-                varnix_example_pane
+                varnix_studio varnix_example_pane
         RUNTIME DESTINATION ${home} LIBRARY DESTINATION ${home})
 get_target_property(frameworks varnix_host_frameworks MANUALLY_ADDED_DEPENDENCIES)
 install(TARGETS ${frameworks} LIBRARY DESTINATION ${home}/Frameworks)

@@ -13,6 +13,7 @@
 #include "common/swatches.h"
 #include "common/warning.h"
 #include "pick/analysis.h"
+#include "pick/ask.h"
 #include "pick/output.h"
 #include "process/process.h"
 
@@ -32,29 +33,15 @@ constexpr int kAllOfTheFrame = 256;
 
 constexpr ModuleName<pick::Module> kModule{VARNIX_PICK_FILE, pick::kModuleEntry, "the colour code"};
 
-/// Runs as an application's process, since the code asks one for its state. It needs no files.
-pick::Answer ask(const pick::Request& request) {
-  host::ProcessOptions process;
-  process.bundle = "com.example.pick";
-  host::printLog(false);
-  host::startProcess(process);
-  try {
-    return loadModule(kModule).answer(request);
-  } catch (const Failure&) {
-    for (const auto& line : host::logLines()) std::cerr << line.line << '\n';
-    throw;
-  }
-}
-
 int pickColors(const PickArguments& arguments) {
   if (arguments.runnersUp < 0 || arguments.runnersUp > kAllOfTheFrame) {
     throw UsageError("unusable number of runners-up", std::to_string(arguments.runnersUp));
   }
   const bool withSwatches = wantsSwatches(arguments.color);
   if (arguments.picture) requireNoInput(*arguments.picture, arguments.files);
-  const pick::Answer answer = ask({.files = arguments.files,
-                                   .runnersUp = static_cast<std::size_t>(arguments.runnersUp),
-                                   .wantsPicture = arguments.picture.has_value()});
+  const pick::Answer answer = pick::ask({.files = arguments.files,
+                                         .runnersUp = static_cast<std::size_t>(arguments.runnersUp),
+                                         .wantsPicture = arguments.picture.has_value()});
   std::cout << (arguments.json ? pickedJson(answer) : pickedText(answer, withSwatches))
             << std::flush;
   int status = 0;
@@ -73,6 +60,23 @@ int pickColors(const PickArguments& arguments) {
 }
 
 }  // namespace
+
+namespace pick {
+
+Answer ask(const Request& request) {
+  host::ProcessOptions process;
+  process.bundle = "com.example.pick";
+  host::printLog(false);
+  host::startProcess(process);
+  try {
+    return loadModule(kModule).answer(request);
+  } catch (const Failure&) {
+    for (const auto& line : host::logLines()) std::cerr << line.line << '\n';
+    throw;
+  }
+}
+
+}  // namespace pick
 
 Command pickCommand() {
   auto arguments = std::make_shared<PickArguments>();

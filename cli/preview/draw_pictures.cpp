@@ -16,6 +16,7 @@
 namespace varnix::cli {
 
 namespace fs = std::filesystem;
+using varnix::screens::Effort;
 
 namespace {
 
@@ -37,7 +38,7 @@ void link(const fs::path& from, const fs::path& to) {
 
 void draw(const Drawing& drawing, const fs::path& folder, double scale) {
   const Picture& first = *drawing.front();
-  const std::string png = screensModule().draw(first.layers, first.scene, scale);
+  const std::string png = screensModule().draw(first.layers, first.scene, scale, Effort::kept);
   const std::string file = folder / first.file;
   if (!host::writeFile(file, png, true)) throw Failure("cannot write", file);
   for (std::size_t i = 1; i < drawing.size(); ++i) link(file, folder / drawing[i]->file);

@@ -24,21 +24,20 @@ void makeFolder() {
 }
 
 /// The file behind any links, which stay. The last link may lead to nothing yet.
-std::filesystem::path fileBehindLinks() {
+std::filesystem::path fileBehindLinks(const std::string& wanted) {
   constexpr int kMostLinks = 40;
-  std::filesystem::path file = settingsFile();
+  std::filesystem::path file = wanted;
   std::error_code error;
   for (int links = 0; std::filesystem::is_symlink(file, error); ++links) {
-    if (links == kMostLinks) throw Failure("too many links", settingsFile());
+    if (links == kMostLinks) throw Failure("too many links", wanted);
     file = file.parent_path() / std::filesystem::read_symlink(file, error);
   }
   return file;
 }
 
-NSMutableDictionary* copyOfStored() {
+NSMutableDictionary* copyOf(NSDictionary* stored) {
   auto* copy = NSMutableDictionary::dictionary();
-  if (NSDictionary* stored = storedSettings())
-    send(copy, NSMutableDictionary::addEntriesFromDictionary, stored);
+  if (stored != nullptr) send(copy, NSMutableDictionary::addEntriesFromDictionary, stored);
   return copy;
 }
 
@@ -61,14 +60,20 @@ void requireReadable(const std::string& bytes, NSString* key, NSObject* value) {
 
 std::string bytesOf(NSDictionary* settings) {
   auto bytes = settingsBytes(settings);
-  if (!bytes) throw Failure("cannot write as a property list", settingsFile());
+  if (!bytes) throw Failure("cannot be written", "settings that no property list can hold");
   return *std::move(bytes);
 }
 
 void replaceFile(const std::string& file, const std::string& bytes) {
   host::clearLeftovers(file);
   if (!host::writeFile(file, bytes, true)) throw Failure("cannot write", file);
+}
+
+bool updateStored(const Update& changed) {
+  makeFolder();
+  if (!update(settingsFile(), changed)) return false;
   host::postDarwinNotification(kChangedNotification);
+  return true;
 }
 
 }  // namespace
@@ -83,41 +88,47 @@ NSObject* objectFor(const Value& value) {
 
 std::string settingsFile() { return host::hostPath(kSettingsPath); }
 
-NSDictionary* storedSettings() {
+NSDictionary* settingsIn(const std::string& file) {
   std::error_code error;
-  const auto status = std::filesystem::symlink_status(settingsFile(), error);
+  const auto status = std::filesystem::symlink_status(file, error);
   if (status.type() == std::filesystem::file_type::not_found) return nullptr;
-  auto* stored = objc::as<NSDictionary>(host::propertyListFromFile(settingsFile()));
+  auto* stored = objc::as<NSDictionary>(host::propertyListFromFile(file));
   if (stored == nullptr) {
-    throw Failure("no settings can be read from",
-                  settingsFile() + " (move the file away to begin anew)");
+    throw Failure("no settings can be read from", file + " (move the file away to begin anew)");
   }
   return stored;
 }
 
-void store(std::span<const Entry> entries) {
-  makeFolder();
-  const std::filesystem::path file = fileBehindLinks();
+bool update(const std::string& wanted, const Update& changed) {
+  const std::filesystem::path file = fileBehindLinks(wanted);
   const FolderLock lock(file.parent_path());
-  auto* settings = copyOfStored();
-  for (const auto& [key, value] : entries)
-    send(settings, NSMutableDictionary::setObjectForKey, objectFor(value), stringFor(key));
-  const std::string bytes = bytesOf(settings);
-  for (const auto& [key, value] : entries) requireReadable(bytes, stringFor(key), objectFor(value));
-  replaceFile(file, bytes);
+  NSDictionary* settings = changed(settingsIn(wanted));
+  if (settings == nullptr) return false;
+  replaceFile(file, bytesOf(settings));
+  return true;
+}
+
+void store(std::span<const Entry> entries) {
+  updateStored([&](NSDictionary* stored) {
+    auto* settings = copyOf(stored);
+    for (const auto& [key, value] : entries)
+      send(settings, NSMutableDictionary::setObjectForKey, objectFor(value), stringFor(key));
+    const std::string bytes = bytesOf(settings);
+    for (const auto& [key, value] : entries)
+      requireReadable(bytes, stringFor(key), objectFor(value));
+    return settings;
+  });
 }
 
 bool remove(std::string_view key) {
   NSString* name = stringFor(key);
   if (storedSettings() == nullptr) return false;
-  makeFolder();
-  const std::filesystem::path file = fileBehindLinks();
-  const FolderLock lock(file.parent_path());
-  auto* settings = copyOfStored();
-  if (send(settings, NSDictionary::objectForKey, name) == nullptr) return false;
-  send(settings, NSMutableDictionary::removeObjectForKey, name);
-  replaceFile(file, bytesOf(settings));
-  return true;
+  return updateStored([&](NSDictionary* stored) -> NSDictionary* {
+    auto* settings = copyOf(stored);
+    if (send(settings, NSDictionary::objectForKey, name) == nullptr) return nullptr;
+    send(settings, NSMutableDictionary::removeObjectForKey, name);
+    return settings;
+  });
 }
 
 }  // namespace varnix::cli

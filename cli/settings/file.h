@@ -1,6 +1,7 @@
 // The settings file of a container, which the command changes.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,12 +19,20 @@ inline constexpr char kChangedNotification[] = "com.quillmarsh.varnix2.changed";
 /// The path on this machine; the container root must be set.
 std::string settingsFile();
 
-/// The stored settings, autoreleased; nil if there is no file. Throws Failure if the file does not
-/// hold a dictionary.
-NSDictionary* storedSettings();
+/// The settings in a file of this machine, autoreleased; nil if there is no file. Throws Failure if
+/// the file does not hold a dictionary.
+NSDictionary* settingsIn(const std::string& file);
+/// Those of the container.
+inline NSDictionary* storedSettings() { return settingsIn(settingsFile()); }
 
 /// The value as stored. Throws UsageError for text that a property list cannot hold.
 NSObject* objectFor(const Value& value);
+
+/// Makes new settings from the stored ones, which are nil if there are none; nil for no change.
+using Update = std::function<NSDictionary*(NSDictionary* stored)>;
+/// Replaces that file, which exists or whose folder does, in one step. Other commands wait
+/// meanwhile. False if nothing was changed. Throws Failure, and what the function throws.
+bool update(const std::string& file, const Update& changed);
 
 struct Entry {
   std::string key;

@@ -28,6 +28,7 @@ using varnix::screens::Answers;
 namespace {
 
 constexpr std::chrono::seconds kAskingLimit{20};
+
 Json toJson(const Answers& answers) {
   Json json = Json::object();
   for (const auto& [name, answer] : answers.values) {
@@ -95,18 +96,31 @@ std::string answer(const ProcessQuestion& question) {
   if (question.withLibrary) loadNamed(host::defaultLibraryPath());
   if (!question.artwork.empty()) play(question.artwork);
   // The settings' pages bring the library with them.
-  const Json surfaces = surfaceAnswers();
+  const Json surfaces = question.asksSurfaces ? surfaceAnswers() : Json::array();
   Json screens = Json::object();
   for (const auto* screen : question.screens) {
+    Json answers;
     for (const auto& [wallpaper, color] : question.wallpapers) {
       objc::AutoreleasePool inner;
-      screens[screen->id][wallpaper] = toJson(screen->ask({color}));
+      if (answers.is_null() || screen->showsWallpaper) answers = toJson(screen->ask({color}));
+      screens[screen->id][wallpaper] = answers;
     }
   }
   return dump(Json{{"screens", screens}, {"surfaces", surfaces}});
 }
 
-ProcessAnswer parse(const std::string& text) {
+std::string awaited(HostedChild& child) {
+  return child.wait(std::chrono::steady_clock::now() + kAskingLimit);
+}
+
+}  // namespace
+
+std::string askedText(const ProcessQuestion& question) {
+  HostedChild child([&question] { return answer(question); });
+  return awaited(child);
+}
+
+ProcessAnswer parsedAnswer(const std::string& text) {
   const Json json = Json::parse(text);
   ProcessAnswer parsed;
   for (const auto& [screen, wallpapers] : json["screens"].items()) {
@@ -118,23 +132,18 @@ ProcessAnswer parse(const std::string& text) {
   return parsed;
 }
 
-}  // namespace
-
 std::vector<ProcessAnswer> askProcesses(const std::vector<ProcessQuestion>& questions) {
   const std::size_t atOnce = std::max(std::thread::hardware_concurrency(), 1U);
   std::vector<ProcessAnswer> answers;
   std::deque<HostedChild> running;
   for (const ProcessQuestion& question : questions) {
     if (running.size() == atOnce) {
-      answers.push_back(
-          parse(running.front().wait(std::chrono::steady_clock::now() + kAskingLimit)));
+      answers.push_back(parsedAnswer(awaited(running.front())));
       running.pop_front();
     }
     running.emplace_back([&question] { return answer(question); });
   }
-  for (HostedChild& child : running) {
-    answers.push_back(parse(child.wait(std::chrono::steady_clock::now() + kAskingLimit)));
-  }
+  for (HostedChild& child : running) answers.push_back(parsedAnswer(awaited(child)));
   return answers;
 }
 

@@ -20,6 +20,7 @@ struct ProcessQuestion {
   std::string artwork;  ///< the playing track's picture file; empty if nothing plays
   std::vector<const varnix::screens::Screen*> screens;  ///< of this process
   WallpaperColors wallpapers;
+  bool asksSurfaces = true;  ///< also about every surface that `varnix inspect` knows
 };
 
 struct ProcessAnswer {
@@ -28,6 +29,12 @@ struct ProcessAnswer {
   /// [{"class", "property", "case", "answer"}]
   Json surfaces;
 };
+
+/// A process's answer as text, from a process of its own. This one must have a single thread.
+/// Throws Failure.
+std::string askedText(const ProcessQuestion& question);
+/// That text's answer.
+ProcessAnswer parsedAnswer(const std::string& text);
 
 /// Asks as many processes at once as there are processors. This process must have a single thread.
 /// Throws Failure.

@@ -8,6 +8,7 @@
 
 #include "gallery/screens/controls.h"
 #include "gallery/screens/list_layout.h"
+#include "gallery/screens/picker_drawing.h"
 #include "gallery/screens/status_bar.h"
 
 namespace varnix::screens {
@@ -170,6 +171,8 @@ void drawListPage(const Canvas& canvas, const ListPage& page) {
   drawNavigationBar(canvas, bar);
   drawTemplate(canvas, page.action, {canvas.width() - 23, 41}, tint);
   drawStatusBar(canvas, page.statusBar.value_or(kBlack));
+  if (page.picked) drawPicker(canvas, *page.picked);
+  drawAlert(canvas, page.alert);
 }
 
 }  // namespace varnix::screens

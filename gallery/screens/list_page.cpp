@@ -136,6 +136,11 @@ void passPage(Way& way, Page& page) {
   way.color("title colour", page.titleColor);
   passImage(way, "action", page.action);
   way.text("search", page.search);
+  way.color("picked", page.picked);
+  way.text("alert title", page.alert.title);
+  way.text("alert message", page.alert.message);
+  way.list("alert button", page.alert.buttons,
+           [&](const std::string& button, auto& title) { way.text(button + "title", title); });
   way.list("group", page.groups, [&](const std::string& group, auto& shown) {
     way.text(group + "header", shown.header);
     way.text(group + "footer", shown.footer);

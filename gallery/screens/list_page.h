@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "drawing/picture.h"
+#include "gallery/screens/alert_drawing.h"
 #include "gallery/screens/answers.h"
 
 namespace varnix::screens {
@@ -45,6 +46,8 @@ struct ListPage {
   ListImage action;                   ///< of the button at the bar's right
   std::optional<std::string> search;  ///< the field's placeholder; unset without a field
   std::vector<ListGroup> groups;
+  Alert alert;                  ///< over the page; empty for none
+  std::optional<Color> picked;  ///< in the picker over the page; unset without one
 };
 
 /// Only what differs from an empty page is named.

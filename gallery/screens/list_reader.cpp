@@ -1,7 +1,9 @@
 #include "gallery/screens/list_reader.h"
 
+#include "ColorPicker/picker.h"
 #include "Preferences/pages.h"
 #include "UIGraphics/UIGraphics.h"
+#include "UIKit/UIAlertView.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
@@ -76,6 +78,26 @@ ListRow rowOf(const Row& row, const std::optional<Color>& tint) {
   return shown;
 }
 
+/// "#RRGGBB:a.aaaaaa".
+std::optional<Color> pickedColor() {
+  NSObject* picker = host::shownPicker();
+  if (picker == nullptr) return {};
+  constexpr std::size_t kDigits = 7;
+  return parseColor(host::pickerColor(picker).substr(0, kDigits) + "ff");
+}
+
+Alert shownAlert() {
+  auto* top = send<NSObject*>(host::shownAlerts(), "lastObject"_sel);
+  if (top == nullptr) return {};
+  Alert alert{Row::words(send<NSObject*>(top, "title"_sel)),
+              Row::words(send<NSObject*>(top, "message"_sel)),
+              {}};
+  const auto count = send<NSInteger>(top, "numberOfButtons"_sel);
+  for (NSInteger i = 0; i < count; ++i)
+    alert.buttons.push_back(Row::words(send<NSObject*>(top, "buttonTitleAtIndex:"_sel, i)));
+  return alert;
+}
+
 }  // namespace
 
 ListPage readListPage() {
@@ -101,6 +123,8 @@ ListPage readListPage() {
     for (const Row& row : section.rows) group.rows.push_back(rowOf(row, page.bar));
     page.groups.push_back(std::move(group));
   }
+  page.picked = pickedColor();
+  page.alert = shownAlert();
   return page;
 }
 

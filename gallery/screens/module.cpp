@@ -17,12 +17,14 @@ constexpr const Screen* kScreens[] = {&kApplication,
                                       &kSettingsFront,
                                       &kSettingsElement,
                                       &kSettingsApplications,
-                                      &kSettingsApplication};
+                                      &kSettingsApplication,
+                                      &kSettingsPicker,
+                                      &kSettingsPreset};
 
-std::string draw(std::span<const Layer> layers, const Scene& scene, double scale) {
+std::string draw(std::span<const Layer> layers, const Scene& scene, double scale, Effort effort) {
   const Canvas canvas(kWidth, kHeight, scale);
   for (const Layer& layer : layers) layer.screen->draw(canvas, *layer.answers, scene);
-  return encodePng(canvas.surface());
+  return encodePng(canvas.surface(), effort);
 }
 
 }  // namespace

@@ -18,7 +18,8 @@ struct Module {
   drawing::Difference (*differenceOf)(std::string_view drawn, std::string_view kept);
   Color (*meanColor)(const Surface& picture);
   /// The finished picture as a PNG file. May be called on any thread.
-  std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale);
+  std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale,
+                      Effort effort);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";

@@ -51,6 +51,6 @@ struct Layer {
 
 extern const Screen kApplication, kMessages, kHome, kControlCenter, kNotificationCenter, kVolume,
     kInstagram, kTwitter, kSettingsFront, kSettingsElement, kSettingsApplications,
-    kSettingsApplication;
+    kSettingsApplication, kSettingsPicker, kSettingsPreset;
 
 }  // namespace varnix::screens

@@ -2,8 +2,10 @@
 #include <chrono>
 #include <initializer_list>
 
+#include "ColorPicker/picker.h"
 #include "Foundation/run_loop.h"
 #include "Preferences/pages.h"
+#include "UIKit/UIAlertView.h"
 #include "gallery/screens/list_drawing.h"
 #include "gallery/screens/list_reader.h"
 #include "gallery/screens/screen.h"
@@ -15,6 +17,24 @@ namespace {
 namespace pages = host::settings;
 using pages::Row;
 
+/// The invitation comes with the first page, and a question stays until it is answered.
+void cancelAlerts() {
+  while (auto* top = send<NSObject*>(host::shownAlerts(), "lastObject"_sel))
+    host::pressAlertButton(top, 0);
+}
+
+/// False if the page on top has no such row.
+bool press(const std::string& identifier) {
+  for (const auto& section : pages::sections()) {
+    for (const Row& row : section.rows) {
+      if (row.identifier() != identifier) continue;
+      pages::press(row);
+      return true;
+    }
+  }
+  return false;
+}
+
 /// Opens the page behind these rows, from the list of settings on. False if one is missing.
 bool open(std::initializer_list<const char*> identifiers) {
   if (objc_getClass("PSListController") == nullptr) return false;
@@ -22,13 +42,9 @@ bool open(std::initializer_list<const char*> identifiers) {
   while (pages::depth() > 1) pages::back();
   for (const char* identifier : identifiers) {
     const std::size_t depth = pages::depth();
-    for (const auto& section : pages::sections()) {
-      for (const Row& row : section.rows) {
-        if (pages::depth() == depth && row.identifier() == identifier) pages::press(row);
-      }
-    }
-    if (pages::depth() == depth) return false;
+    if (!press(identifier) || pages::depth() == depth) return false;
   }
+  cancelAlerts();
   return true;
 }
 
@@ -39,6 +55,22 @@ Answers answersBehind(Identifiers... identifiers) {
 
 Answers askFront(const Surroundings&) { return answersBehind("Varnix"); }
 Answers askKeyboardPage(const Surroundings&) { return answersBehind("Varnix", "keyboard"); }
+
+/// What comes before a preset is used.
+Answers askPreset(const Surroundings&) {
+  if (!open({"Varnix", "presets"}) || !press("Ocean")) return {};
+  Answers answers = answersOf(readListPage());
+  cancelAlerts();
+  return answers;
+}
+
+Answers askPicker(const Surroundings&) {
+  if (!open({"Varnix"}) || !press("global_color")) return {};
+  Answers answers = answersOf(readListPage());
+  host::cancelPicker(host::shownPicker());
+  return answers;
+}
+
 bool areIconsThere() {
   for (const auto& section : pages::sections()) {
     for (const Row& row : section.rows) {
@@ -92,5 +124,12 @@ const Screen kSettingsApplication{"settings-application",
                                   false,
                                   askApplicationPage,
                                   draw};
+
+const Screen kSettingsPicker{
+    "settings-picker", "A colour", kSettings, host::ProcessKind::application, false, false,
+    askPicker,         draw};
+const Screen kSettingsPreset{
+    "settings-preset", "A preset", kSettings, host::ProcessKind::application, false, false,
+    askPreset,         draw};
 
 }  // namespace varnix::screens

@@ -60,8 +60,8 @@ class Completion : public test::CommandTest {
   }
 };
 
-const Set kCommands{"settings", "run",   "inspect",    "pick", "pane",
-                    "preview",  "theme", "completion", "man",  "help"};
+const Set kCommands{"settings", "run",   "inspect",    "pick", "pane", "preview",
+                    "studio",   "theme", "completion", "man",  "help"};
 
 TEST_F(Completion, BashOffersCommandsOptionsAndValues) {
   Set all = kCommands;

@@ -47,7 +47,7 @@ TEST_F(Preview, DrawsEveryScreenForFourSettings) {
     for (const char* screen :
          {"application", "messages", "home", "control-centre", "notification-centre", "volume",
           "instagram", "twitter", "settings", "settings-element", "settings-applications",
-          "settings-application"}) {
+          "settings-application", "settings-picker", "settings-preset"}) {
       for (const char* wallpaper : {"light", "dark"}) {
         for (const char* when : {"before", "after"}) {
           const std::string name =

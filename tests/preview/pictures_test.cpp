@@ -75,8 +75,8 @@ TEST_F(Pictures, LookAsTheyDid) {
     compare(std::string(screen) + "-light-before");
     compare(std::string(screen) + "-light-after");
   }
-  for (const char* screen :
-       {"settings", "settings-element", "settings-applications", "settings-application"})
+  for (const char* screen : {"settings", "settings-element", "settings-applications",
+                             "settings-application", "settings-picker", "settings-preset"})
     compare(std::string(screen) + "-light-after");
   compare("settings-light-before");
   compare("home-dark-after");

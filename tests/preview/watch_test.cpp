@@ -34,7 +34,8 @@ TEST_F(Watch, RedrawsWhatChanged) {
 
   set("sms_color_type", "2");
   ASSERT_TRUE(command.waitFor("\n")) << command.error;
-  EXPECT_EQ(command.out.find("Messages ("), 0U) << command.out;
+  // The element's own row shows its type too.
+  EXPECT_EQ(command.out.find("Messages, Settings, An application's settings ("), 0U) << command.out;
   EXPECT_EQ(std::count(command.out.begin(), command.out.end(), '\n'), 1);
   EXPECT_NE(test::contentsOf(messages), oldPicture);
   EXPECT_EQ(identity(home), oldHome);

@@ -94,6 +94,12 @@ TEST_F(Screens, SettingsOfAnApplication) {
   expectEveryAnswerToShow(kSettingsApplication, 100, kWholePage);
 }
 
+/// The card is in the middle, below the last row.
+TEST_F(Screens, SettingsOfAColour) {
+  expectEveryAnswerToShow(kSettingsPicker, 104, 3 * kWholePage);
+}
+TEST_F(Screens, SettingsOfAPreset) { expectEveryAnswerToShow(kSettingsPreset, 73, kWholePage); }
+
 TEST_F(Screens, DrawWithoutAnyAnswer) {
   for (const Screen* screen :
        {&kApplication, &kMessages, &kHome, &kControlCenter, &kNotificationCenter, &kVolume,

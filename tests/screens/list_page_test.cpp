@@ -128,6 +128,34 @@ TEST(ListPage, LeavesOutPicturesThatAreNone) {
   EXPECT_NE(drawn(fullPage()), drawn(without));
 }
 
+int lightness(const Canvas& canvas, int x, int y) {
+  const auto* pixels = cairo_image_surface_get_data(canvas.surface().get());
+  return pixels[y * cairo_image_surface_get_stride(canvas.surface().get()) + 4 * x];
+}
+
+TEST(ListPage, IsDimmedBelowAnAlert) {
+  ListPage page = fullPage();
+  page.alert = {"Use Ocean?", "This will replace your current settings.", {"Cancel", "Replace"}};
+  const Canvas canvas(kWidth, kHeight, 1);
+  drawListPage(canvas, page);
+  // The page's ground, at 60 %; the alert's own, 270 points wide.
+  EXPECT_NEAR(lightness(canvas, 4, 80), 0xf4 * 0.6, 2);
+  EXPECT_GT(lightness(canvas, 60, 333), 0xf0);
+  EXPECT_LT(lightness(canvas, 50, 333), 0xa0);
+  const std::string asked = drawn(page);
+  for (std::string* text : {&page.alert.title, &page.alert.message, &page.alert.buttons[1]}) {
+    ListPage other = page;
+    *text += " now";
+    EXPECT_NE(drawn(page), asked) << *text;
+    page = other;
+  }
+  // Side by side, or one below the other.
+  page.alert.buttons = {"No", "Yes", "Perhaps"};
+  EXPECT_NE(drawn(page), asked);
+  page.alert = {};
+  EXPECT_EQ(drawn(page), drawn(fullPage()));
+}
+
 TEST(ListPage, ShowsItsField) {
   ListPage page = fullPage();
   page.search = "Search";

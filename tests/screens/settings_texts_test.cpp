@@ -42,6 +42,8 @@ TEST_P(SettingsTexts, FitTheirRows) {
 
 INSTANTIATE_TEST_SUITE_P(, SettingsTexts,
                          testing::Values("en", "de", "fr", "es", "it", "ja", "zh-Hans"),
-                         [](const auto& info) { return std::string(info.param).substr(0, 2); });
+                         [](const auto& language) {
+                           return std::string(language.param).substr(0, 2);
+                         });
 
 }  // namespace

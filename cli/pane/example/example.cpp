@@ -3,6 +3,7 @@
 #include "pane/example/example.h"
 
 #include <iostream>
+#include <memory>
 
 #include "Foundation/run_loop.h"
 #include "Foundation/text.h"
