@@ -23,17 +23,16 @@ namespace {
 using std::chrono::milliseconds;
 using WatchClock = std::chrono::steady_clock;
 
-// A file that is written in pieces is empty or cut short in between, and one that is removed may be
-// made again: how long to wait for the end of that, and for anything else after it.
-constexpr milliseconds kLongestUnrest{500};
+// Several writes in a row are one change: how long to wait for another, and for all of them.
 constexpr milliseconds kQuiet{10};
+constexpr milliseconds kLongestUnrest{500};
 // How often to look for a folder that has gone.
 constexpr milliseconds kBetweenLooks{250};
+constexpr auto kNever = WatchClock::time_point::max();
 
-constexpr std::uint32_t kBeginnings = IN_MODIFY | IN_CREATE | IN_DELETE | IN_MOVED_FROM;
-constexpr std::uint32_t kEnds = IN_CLOSE_WRITE | IN_MOVED_TO;
-constexpr std::uint32_t kEvents =
-    kBeginnings | kEnds | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t kEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_CREATE | IN_DELETE |
+                                  IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF |
+                                  IN_ONLYDIR;
 
 }  // namespace
 
@@ -83,30 +82,28 @@ bool FileWatch::takeEvents() {
         // A folder that was renamed is no longer at its place.
         if ((event.mask & IN_MOVE_SELF) != 0) inotify_rm_watch(descriptor_.get(), event.wd);
         if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) watched.watch = -1;
-        if (watched.watch >= 0 && (event.len == 0 || watched.place.filename() != name)) continue;
-        isAboutFile = true;
-        if ((event.mask & kBeginnings) != 0) isUnfinished_ = true;
-        if ((event.mask & kEnds) != 0) isUnfinished_ = false;
+        if (watched.watch < 0 || (event.len > 0 && watched.place.filename() == name))
+          isAboutFile = true;
       }
     }
   }
   return isAboutFile;
 }
 
-void FileWatch::wait() {
+bool FileWatch::wait(const Deadline& deadline) {
   while (true) {
     // A folder that has come back may hold another file.
     const bool wasMissing = watchFolders();
     const bool isMissing = isAnyMissing();
     if (wasMissing && !isMissing) break;
-    const Deadline look = isMissing ? Deadline(WatchClock::now() + kBetweenLooks) : Deadline();
-    if (awaitReadable(descriptor_.get(), look) && takeEvents()) break;
+    if (isOver(deadline)) return false;
+    Deadline next = deadline;
+    if (isMissing) next = std::min(WatchClock::now() + kBetweenLooks, deadline.value_or(kNever));
+    if (awaitReadable(descriptor_.get(), next) && takeEvents()) break;
   }
   const Deadline end = WatchClock::now() + kLongestUnrest;
-  while (!isOver(end) &&
-         awaitReadable(descriptor_.get(), isUnfinished_ ? end : WatchClock::now() + kQuiet))
-    takeEvents();
-  isUnfinished_ = false;
+  while (!isOver(end) && awaitReadable(descriptor_.get(), WatchClock::now() + kQuiet)) takeEvents();
+  return true;
 }
 
 }  // namespace varnix::cli

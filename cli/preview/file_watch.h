@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Foundation/descriptor.h"
+#include "common/waiting.h"
 
 namespace varnix::cli {
 
@@ -14,9 +15,9 @@ class FileWatch {
   /// From now on no change is missed. Throws Failure for what is no plain file, or cannot be
   /// watched.
   explicit FileWatch(const std::string& file);
-  /// Waits until the file may have changed, and then until whoever changes it seems to be done.
-  /// Throws Interrupted.
-  void wait();
+  /// Waits until the file may have changed, and then until nobody has touched it for a moment.
+  /// False if the deadline comes first. Throws Interrupted.
+  bool wait(const Deadline& deadline);
 
  private:
   struct Watched {
@@ -33,7 +34,6 @@ class FileWatch {
   host::Descriptor descriptor_;  ///< the inotify instance's
   /// The file by its name, and by the name to which a link leads.
   std::array<Watched, 2> watched_;
-  bool isUnfinished_ = false;  ///< the last event was no end of a change
 };
 
 }  // namespace varnix::cli

@@ -1,6 +1,6 @@
 #include "preview/followed_file.h"
 
-#include <filesystem>
+#include <chrono>
 #include <optional>
 
 #include "Foundation/file_contents.h"
@@ -13,6 +13,9 @@
 namespace varnix::cli {
 
 namespace {
+
+// A file that is being written is empty or cut short, and one that is removed may be made again.
+constexpr std::chrono::milliseconds kGrace{500};
 
 /// Empty if the bytes hold settings.
 std::string whyNoSettings(const std::optional<std::string>& bytes, const std::string& file) {
@@ -39,11 +42,12 @@ void followFile(FileWatch& watch, const std::string& file, const std::string& co
         warnOfSettings(copy, file);
         changed();
       } else if (why != complaint) {
+        if (watch.wait(std::chrono::steady_clock::now() + kGrace)) continue;
         warn(file + ": " + why + "; the last pictures stay");
       }
       complaint = why;
     }
-    watch.wait();
+    watch.wait({});
   }
 }
 
