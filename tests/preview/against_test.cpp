@@ -132,6 +132,15 @@ TEST_F(Against, MissingAndAdditionalOnes) {
   EXPECT_NE(all.out.find("settings/volume-dark-after.png: none was kept\n"), std::string::npos);
 }
 
+TEST_F(Against, AScreenWhoseNameBeginsAlikeIsAnother) {
+  const Words both = {"--only", "settings", "--only", "settings-element"};
+  Words words = {"preview", "--settings", settingsFile(""), "--scale", "1", "--out", kept()};
+  words.insert(words.end(), both.begin(), both.end());
+  ASSERT_EQ(varnix(words).status, 0);
+  expect(compare("", {"--only", "settings"}), "", 0, 4);
+  expect(compare("", both), "", 0, 8);
+}
+
 TEST_F(Against, OtherSizesAreSaid) {
   keep();
   Picture cut = test::pictureIn(kept(kAfter));

@@ -73,9 +73,9 @@ TEST_F(WatchFile, WrittenInPieces) {
   start();
   const std::string all = themeOf("#12b457");
   std::ofstream slow(file, std::ios::binary);
-  for (char c : all) {
-    slow << c << std::flush;
-    usleep(1000);
+  for (std::size_t at = 0; at < all.size(); at += 50) {
+    slow << all.substr(at, 50) << std::flush;
+    usleep(60'000);
   }
   slow.close();
   expectDrawn({0x12, 0xb4, 0x57});
