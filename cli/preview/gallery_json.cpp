@@ -91,7 +91,7 @@ Json screenJson(const Tab& tab, const varnix::screens::Screen& screen, const Mat
 }  // namespace
 
 Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
-                 const Materials& materials) {
+                 const Materials& materials, bool follows) {
   Json all = Json::array();
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     Json screens = Json::array();
@@ -103,7 +103,7 @@ Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& aske
                    {"screens", screens},
                    {"surfaces", surfacesOf(asked[i], materials)}});
   }
-  return {{"tabs", all}};
+  return {{"follows", follows}, {"tabs", all}};
 }
 
 }  // namespace varnix::cli

@@ -8,6 +8,6 @@ namespace varnix::cli {
 
 /// In writeGallery's form.
 Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
-                 const Materials& materials);
+                 const Materials& materials, bool follows);
 
 }  // namespace varnix::cli

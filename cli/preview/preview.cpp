@@ -126,7 +126,7 @@ int preview(PreviewArguments& arguments) {
   warnOfStored(arguments, tabs);
   const std::string root = tabs.all().front().root;
   if (arguments.watches && arguments.root) watched.container.emplace(root);
-  Studio studio(std::move(materials), std::move(tabs));
+  Studio studio(std::move(materials), std::move(tabs), arguments.watches);
   if (arguments.against)
     return compareWithKept(studio, *arguments.against, outputOf(arguments),
                            arguments.materials.screens, showProgress);

@@ -20,8 +20,8 @@ double secondsSince(Clock::time_point start) {
 
 }  // namespace
 
-Studio::Studio(Materials materials, Tabs tabs)
-    : materials_(std::move(materials)), tabs_(std::move(tabs)) {}
+Studio::Studio(Materials materials, Tabs tabs, bool follows)
+    : materials_(std::move(materials)), tabs_(std::move(tabs)), follows_(follows) {}
 
 Studio::Done Studio::work(const std::filesystem::path& folder, const Progress& progress) {
   Done done;
@@ -46,7 +46,7 @@ Studio::Done Studio::work(const std::filesystem::path& folder, const Progress& p
   }
   done.pictures = pictures.size();
   drawPictures(pictures, folder, materials_.scale, progress);
-  writeGallery(folder, galleryJson(tabs_.all(), asked, materials_));
+  writeGallery(folder, galleryJson(tabs_.all(), asked, materials_, follows_));
   throwIfInterrupted();
   done.drawing = secondsSince(drawing);
   return done;

@@ -15,7 +15,8 @@ namespace varnix::cli {
 
 class Studio {
  public:
-  Studio(Materials materials, Tabs tabs);
+  /// The page asks for later drawings if it follows.
+  Studio(Materials materials, Tabs tabs, bool follows);
 
   struct Done {
     std::vector<std::string> screens;  ///< titles of those that were drawn
@@ -30,6 +31,7 @@ class Studio {
  private:
   Materials materials_;
   Tabs tabs_;
+  bool follows_;
   ProcessAnswers before_;
   std::map<std::string, std::string> drawn_;  ///< the contents of each file
 };

@@ -1,4 +1,4 @@
-// Follows later drawings. Scripts can be read from disk where other files cannot. state.js holds
+// Follows later drawings, if there may be any. Scripts can be read from disk where other files cannot. state.js holds
 // only the revision; gallery.js is read when that has changed.
 
 const kPause = 250, kLongestPause = 30000;
@@ -32,6 +32,6 @@ async function follow() {
     // A page without its folder need not ask so often.
     pause = there ? kPause : Math.min(pause * 2, kLongestPause);
   }
-  setTimeout(follow, pause);
+  if (gallery.follows) setTimeout(follow, pause);
 }
-setTimeout(follow, pause);
+if (gallery.follows) setTimeout(follow, pause);

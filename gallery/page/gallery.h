@@ -11,7 +11,8 @@ namespace varnix::cli {
 /// which tell an open page about a later call. state.js is written last. The pictures must already
 /// be in the folder: a page swaps those whose bytes changed.
 ///
-/// `gallery` is {"tabs": [{"id", "title", "summary", "screens": [{"id", "title", "light":
+/// `gallery` is {"follows": whether there may be later calls, "tabs": [{"id", "title", "summary",
+/// "screens": [{"id", "title", "light":
 /// {"before": PATH, "after": PATH}, "dark": the same}], "surfaces": [{"process", "class",
 /// "property", "case", "before", "after", "behind"}]}]}. Paths are relative to the folder; either
 /// wallpaper may be missing. "before" and "after" are "#rrggbbaa", a boolean or null; "behind" is

@@ -88,7 +88,9 @@ Json pageData(const std::filesystem::path& folder, const Json& gallery) {
     tabs.push_back(std::move(result));
   }
   const std::string revision = revisionOf(dump(tabs));
-  return {{"revision", revision}, {"tabs", std::move(tabs)}};
+  return {{"revision", revision},
+          {"follows", gallery.value("follows", false)},
+          {"tabs", std::move(tabs)}};
 }
 
 }  // namespace varnix::cli::gallery

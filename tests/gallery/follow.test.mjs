@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
 import {test} from 'node:test';
-import {draw, withGallery} from './open.mjs';
+import {changeData, draw, withGallery} from './open.mjs';
 import {pair, pixels, slider} from './parts.mjs';
 
 for (const reducedMotion of ['no-preference', 'reduce']) {
@@ -68,4 +68,11 @@ test('a page taken away from its folder asks less and less', () => withGallery({
   draw(folder, '00ff00');
   await page.waitForFunction(() => document.querySelector('.followed').textContent.includes('Messages'));
   complaints.length = 0;
+}));
+
+test('a page that nobody draws anew asks for nothing', () => withGallery({
+  prepare: (folder) => changeData(folder, (data) => { data.follows = false; }),
+}, async (page, {requests}) => {
+  await page.waitForTimeout(1000);
+  assert.deepEqual(requests.filter((url) => url.includes('.js')), []);
 }));

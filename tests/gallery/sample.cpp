@@ -104,5 +104,5 @@ Json drawSampleGallery(const std::filesystem::path& folder, unsigned stroke) {
         Json::array({screen(folder, "album-art", "messages", "Messages", 0x43a047, 0xffffff),
                      screen(folder, "album-art", "home", "Home screen", 0x43a047, 0xffffff)})},
        {"surfaces", surfaces("#43a047ff")}});
-  return {{"tabs", std::move(tabs)}};
+  return {{"follows", true}, {"tabs", std::move(tabs)}};
 }

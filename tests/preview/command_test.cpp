@@ -78,6 +78,7 @@ TEST_F(Preview, ThePageListsASurfaceBeforeAndAfter) {
   ASSERT_TRUE(script.starts_with(kCall) && script.ends_with(");\n")) << script;
   const test::Json page =
       test::Json::parse(script.substr(kCall.size(), script.size() - kCall.size() - 3));
+  EXPECT_EQ(page["follows"], false);
   // The second row; the first is the status bar's.
   const test::Json view = page["tabs"][0]["surfaces"][1];
   EXPECT_EQ(view["class"], "UIView");

@@ -28,8 +28,10 @@ TEST_F(Watch, RedrawsWhatChanged) {
   const std::string before = out() + "/settings/messages-light-before.png";
   const std::string home = out() + "/settings/home-light-after.png";
   const std::string oldPicture = test::contentsOf(messages);
+  const std::string oldGallery = test::contentsOf(out() + "/gallery.js");
   const std::string oldState = test::contentsOf(out() + "/state.js");
   const ino_t oldHome = identity(home), oldBefore = identity(before);
+  EXPECT_NE(oldGallery.find("\"follows\":true"), std::string::npos);
   command.out.clear();
 
   set("sms_color_type", "2");
