@@ -2,16 +2,16 @@
 
 const wallpaperTitles = {light: 'Light', dark: 'Dark'};
 const screens = new Map();
-let gallery = {revision: '', tabs: []}, shownShape;
-let wallpaper = 'light';
-let chosenTab = tabInAddress();
+let gallery = {revision: '', follows: false, tabs: []}, shownShape;
+let chosenTab = inAddress('tab'), wallpaper = inAddress('wallpaper');
 
-function tabInAddress() {
-  try {
-    return decodeURIComponent(location.hash.slice(1));
-  } catch {
-    return '';
-  }
+// The address says what is shown: "#tab=ID&wallpaper=dark".
+function inAddress(name) {
+  return new URLSearchParams(location.hash.slice(1)).get(name) ?? '';
+}
+
+function keepInAddress() {
+  history.replaceState(null, '', `#${new URLSearchParams({tab: chosenTab, wallpaper})}`);
 }
 
 function chooseTab(id) {
@@ -31,7 +31,7 @@ function makeTab({id, title}) {
                                  'aria-controls': `panel-${id}`}, title);
   tab.addEventListener('click', () => {
     chooseTab(id);
-    history.replaceState(null, '', `#${encodeURIComponent(id)}`);
+    keepInAddress();
   });
   return tab;
 }
@@ -55,7 +55,12 @@ find('.tabs').addEventListener('keydown', (event) => {
   next.click();
 });
 
-addEventListener('hashchange', () => chooseTab(tabInAddress()));
+addEventListener('hashchange', () => {
+  chooseTab(inAddress('tab'));
+  wallpaper = inAddress('wallpaper');
+  setUpWallpapers();
+  updateScreens();
+});
 
 // The screens that look different from before.
 function updateScreens() {
@@ -73,6 +78,7 @@ function setUpWallpapers() {
   find('.wallpapers').hidden = there.length < 2;
   find('.wallpapers .choices').replaceChildren(...choice('wallpaper', options, wallpaper, (value) => {
     wallpaper = value;
+    keepInAddress();
     updateScreens();
   }));
 }

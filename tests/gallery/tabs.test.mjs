@@ -34,9 +34,10 @@ test('tabs are changed by mouse and keyboard, and kept in the address', () => wi
   assert.equal(await second.getAttribute('aria-selected'), 'true');
 }));
 
-test('an address of no tab opens the first', () => withGallery({hash: '#%ZZ'}, async (page) => {
+test('an address of no tab opens the first', () => withGallery({hash: '#tab=%ZZ&wallpaper=green'}, async (page) => {
   assert.equal(await page.getByRole('tab', {selected: true}).textContent(), 'Global colour');
-  await page.evaluate(() => { location.hash = '#album-art'; });
+  assert.ok(await page.getByRole('radio', {name: 'Light'}).isChecked());
+  await page.evaluate(() => { location.hash = '#tab=album-art'; });
   await page.waitForFunction(() => document.querySelector('[aria-selected=true]').id === 'tab-album-art');
 }));
 
@@ -55,6 +56,25 @@ test('the wallpaper is switched in every tab', () => withGallery({}, async (page
   await page.keyboard.press('ArrowLeft');
   assert.ok(await wallpapers.getByRole('radio', {name: 'Light'}).isChecked());
   await page.waitForFunction(() => document.querySelector('.panel:not([hidden]) .after').src.includes('-light-'));
+}));
+
+test('an address opens a tab and a wallpaper, and says what is chosen', () => withGallery({
+  hash: '#tab=album-art&wallpaper=dark',
+}, async (page) => {
+  const dark = page.getByRole('radio', {name: 'Dark'}), light = page.getByRole('radio', {name: 'Light'});
+  assert.equal(await page.getByRole('tab', {selected: true}).textContent(), 'Album art');
+  assert.ok(await dark.isChecked());
+  assert.deepEqual(await shown(page, 'home'),
+                   paths('album-art/home-dark-before.png', 'album-art/home-dark-after.png'));
+  const address = () => page.evaluate(() => location.hash);
+  await light.check();
+  assert.equal(await address(), '#tab=album-art&wallpaper=light');
+  await page.getByRole('tab', {name: 'Global colour'}).click();
+  assert.equal(await address(), '#tab=global-color&wallpaper=light');
+  await page.evaluate(() => { location.hash = '#tab=album-art&wallpaper=dark'; });
+  await page.waitForFunction(() => document.querySelector('[aria-selected=true]').id === 'tab-album-art');
+  assert.ok(await dark.isChecked());
+  assert.equal((await shown(page, 'home'))[1].path, 'album-art/home-dark-after.png');
 }));
 
 test('one tab, one wallpaper, and texts from outside', () => withGallery({
@@ -77,7 +97,7 @@ test('one tab, one wallpaper, and texts from outside', () => withGallery({
 
 test('more tabs than fit are scrolled to', () => withGallery({
   viewport: {width: 375, height: 600},
-  hash: '#last',
+  hash: '#tab=last',
   prepare: (folder) => changeData(folder, ({tabs}) => {
     tabs.push({...tabs[1], id: 'more', title: 'Yet another colour'}, {...tabs[1], id: 'last', title: 'The last colour'});
   }),
