@@ -10,6 +10,7 @@
 #include "common/errors.h"
 #include "gallery/page/page_data.h"
 #include "gallery/page/page_files.h"
+#include "gallery/page/plain_page.h"
 
 namespace varnix::cli {
 
@@ -32,11 +33,12 @@ void replaceLine(std::string& page, std::string_view line, std::string_view with
   page.replace(page.find(line), line.size(), with);
 }
 
-std::string pageWith(const std::string& data) {
+std::string pageWith(const std::string& data, const std::string& plain) {
   std::string page(gallery::pageHtml());
   // From the end, so that inserted text is never searched.
   replaceLine(page, "<!-- script -->", gallery::pageScript());
   replaceLine(page, "<!-- data -->", data);
+  replaceLine(page, "<!-- plain -->", plain);
   replaceLine(page, "<!-- style -->", gallery::pageStyle());
   return page;
 }
@@ -60,7 +62,7 @@ void replaceFile(const std::filesystem::path& path, std::string_view text) {
 void writeGallery(const std::filesystem::path& folder, const Json& gallery) {
   const Json data = gallery::pageData(folder, gallery);
   const std::string text = scriptText(data);
-  replaceFile(folder / "index.html", pageWith(text));
+  replaceFile(folder / "index.html", pageWith(text, gallery::plainPage(data)));
   replaceFile(folder / "gallery.js", "varnixGallery(" + text + ");\n");
   replaceFile(folder / "state.js", "varnixState(" + scriptText(data.at("revision")) + ");\n");
 }

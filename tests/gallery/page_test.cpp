@@ -140,6 +140,33 @@ TEST_F(GalleryPage, WritesThreeFilesWithEverythingInlined) {
             "varnixGallery(" + page.substr(from, page.find("</script>", from) - from) + ");\n");
 }
 
+TEST_F(GalleryPage, WithoutScriptsThePicturesAreSideBySide) {
+  Json gallery = drawSampleGallery(folder_);
+  Json& tabs = gallery["tabs"];
+  tabs[0]["title"] = "<b>&\"";
+  tabs[0]["screens"][0].erase("dark");
+  writeGallery(folder_, gallery);
+  const std::string page = contents(folder_ / "index.html");
+  const std::size_t from = page.find("<noscript"), end = page.find("</noscript>");
+  ASSERT_LT(from, end);
+  const std::string plain = page.substr(from, end - from);
+  EXPECT_NE(plain.find("<h2>&lt;b>&amp;&quot;</h2>\n<p>One colour for everything.</p>\n"
+                       "<figure>\n"
+                       "<img loading=\"lazy\" width=\"375\" alt=\"Before\" "
+                       "src=\"global-color/messages-light-before.png\">\n"
+                       "<img loading=\"lazy\" width=\"375\" alt=\"After\" "
+                       "src=\"global-color/messages-light-after.png\">\n"
+                       "<figcaption>Messages, light wallpaper: before and after</figcaption>\n"
+                       "</figure>\n"),
+            std::string::npos)
+      << plain;
+  EXPECT_NE(plain.find("plays. &lt;b>&amp;amp;&lt;/script></p>"), std::string::npos);
+  EXPECT_EQ(plain.find("global-color/messages-dark"), std::string::npos);
+  std::size_t pictures = 0;
+  for (std::size_t at = 0; (at = plain.find("<img", at)) != plain.npos; ++at) ++pictures;
+  EXPECT_EQ(pictures, 14U);
+}
+
 TEST_F(GalleryPage, RevisionsChangeWithThePicturesBytesAlone) {
   const Json first = pageData(folder_, drawSampleGallery(folder_));
   EXPECT_EQ(first, pageData(folder_, drawSampleGallery(folder_)));

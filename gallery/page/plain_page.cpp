@@ -1,0 +1,75 @@
+#include "gallery/page/plain_page.h"
+
+#include <string_view>
+
+namespace varnix::cli::gallery {
+
+namespace {
+
+/// As text, or as an attribute's value in quotation marks.
+std::string html(const Json& value) {
+  std::string result;
+  for (const char c : value.get_ref<const std::string&>()) {
+    switch (c) {
+      case '<':
+        result += "&lt;";
+        break;
+      case '&':
+        result += "&amp;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      default:
+        result += c;
+    }
+  }
+  return result;
+}
+
+/// The path as a relative address.
+Json address(const std::string& path) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string result;
+  for (const char c : path) {
+    if (c != '%' && c != '#' && c != '?') {
+      result += c;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    result.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+  }
+  return result;
+}
+
+std::string picture(const Json& side, const char* when) {
+  return "<img loading=\"lazy\" width=\"375\" alt=\"" + std::string(when) + "\" src=\"" +
+         html(address(side.at("path"))) + "\">\n";
+}
+
+std::string figure(const Json& screen) {
+  std::string text;
+  for (const char* wallpaper : {"light", "dark"}) {
+    if (!screen.contains(wallpaper)) continue;
+    const Json& pair = screen.at(wallpaper);
+    text += "<figure>\n" + picture(pair.at("before"), "Before") +
+            picture(pair.at("after"), "After") + "<figcaption>" + html(screen.at("title")) + ", " +
+            wallpaper + " wallpaper: before and after</figcaption>\n</figure>\n";
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string plainPage(const Json& data) {
+  std::string text;
+  for (const Json& tab : data.at("tabs")) {
+    text += "<section>\n<h2>" + html(tab.at("title")) + "</h2>\n<p>" + html(tab.at("summary")) +
+            "</p>\n";
+    for (const Json& screen : tab.at("screens")) text += figure(screen);
+    text += "</section>\n";
+  }
+  return text;
+}
+
+}  // namespace varnix::cli::gallery
