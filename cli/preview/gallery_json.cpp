@@ -8,8 +8,12 @@
 #include <set>
 #include <string_view>
 
+#include "Foundation/property_list.h"
 #include "common/answer_json.h"
 #include "common/json.h"
+#include "objc/autorelease_pool.h"
+#include "settings/file.h"
+#include "theme/difference.h"
 
 namespace varnix::cli {
 
@@ -88,6 +92,15 @@ Json screenJson(const Tab& tab, const varnix::screens::Screen& screen, const Mat
   return json;
 }
 
+/// Empty for settings that cannot be read, which count as none.
+Json settingsJson(const Tab& tab) {
+  const objc::AutoreleasePool pool;
+  Json lines = Json::array();
+  auto* stored = objc::as<NSDictionary>(host::propertyListFromFile(tab.root + kSettingsPath));
+  for (std::string& line : settingLines(stored)) lines.push_back(std::move(line));
+  return lines;
+}
+
 }  // namespace
 
 Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
@@ -100,6 +113,8 @@ Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& aske
     all.push_back({{"id", tabs[i].id},
                    {"title", tabs[i].title},
                    {"summary", tabs[i].summary},
+                   {"file", tabs[i].file},
+                   {"settings", settingsJson(tabs[i])},
                    {"screens", screens},
                    {"surfaces", surfacesOf(asked[i], materials)}});
   }

@@ -26,8 +26,8 @@ constexpr Sample kSamples[] = {
     {"elements", "Own colours", "Every element has a colour of its own.", nullptr},
 };
 
-Tab userTab(const std::string& root, const std::string& artwork) {
-  return {"settings", "Your settings", "As they are stored.", root, artwork, std::nullopt};
+Tab userTab(const std::string& root, const std::string& artwork, const std::string& file) {
+  return {"settings", "Your settings", "As they are stored.", root, artwork, std::nullopt, file};
 }
 
 }  // namespace
@@ -35,9 +35,9 @@ Tab userTab(const std::string& root, const std::string& artwork) {
 Tabs Tabs::samples(const std::string& artwork) {
   Tabs tabs;
   for (const Sample& sample : kSamples) {
-    const std::string settings = sampleFile(std::string("previews/") + sample.id + ".plist");
-    auto& container = tabs.containers_.emplace_back(kSettingsPath, settings);
-    Tab tab{sample.id, sample.title, sample.summary, container.root(), "", std::nullopt};
+    const std::string name = std::string("previews/") + sample.id + ".plist";
+    auto& container = tabs.containers_.emplace_back(kSettingsPath, sampleFile(name));
+    Tab tab{sample.id, sample.title, sample.summary, container.root(), "", std::nullopt, name};
     if (sample.plays) tab.artwork = artwork.empty() ? sampleFile("covers/dusk.png") : artwork;
     if (sample.open != nullptr) tab.open = sample.open;
     tabs.tabs_.push_back(std::move(tab));
@@ -47,14 +47,14 @@ Tabs Tabs::samples(const std::string& artwork) {
 
 Tabs Tabs::ofContainer(const std::string& root, const std::string& artwork) {
   Tabs tabs;
-  tabs.tabs_.push_back(userTab(root, artwork));
+  tabs.tabs_.push_back(userTab(root, artwork, root + kSettingsPath));
   return tabs;
 }
 
 Tabs Tabs::ofFile(const std::string& settings, const std::string& artwork) {
   Tabs tabs;
   auto& container = tabs.containers_.emplace_back(kSettingsPath, settings);
-  tabs.tabs_.push_back(userTab(container.root(), artwork));
+  tabs.tabs_.push_back(userTab(container.root(), artwork, settings));
   return tabs;
 }
 

@@ -16,6 +16,7 @@ struct Tab {
   std::string root;
   std::string artwork;              ///< the playing track's picture; empty if nothing plays
   std::optional<std::string> open;  ///< the application in front; without a value, the home screen
+  std::string file = {};            ///< where its settings come from, for people
 };
 
 class Tabs {

@@ -1,6 +1,6 @@
 #include "theme/difference.h"
 
-#include <algorithm>
+#include <initializer_list>
 #include <set>
 #include <string_view>
 #include <tuple>
@@ -53,21 +53,36 @@ bool areSame(NSObject* one, NSObject* other) {
   return one != nullptr && other != nullptr && entryLine("", one) == entryLine("", other);
 }
 
-}  // namespace
-
-std::vector<std::string> differences(NSDictionary* one, NSDictionary* other) {
+/// The keys of both, each once.
+std::set<Place> placesIn(std::initializer_list<NSDictionary*> themes) {
   std::set<Place> places;
-  for (NSDictionary* theme : {one, other}) {
+  for (NSDictionary* theme : themes) {
     pane::eachKey(theme, [&](NSString* key) {
       const std::string text(host::text(key));
       if (cli::kindOf(text) != settings::Kind::data) places.insert(placeOf(text));
     });
   }
+  return places;
+}
+
+NSObject* valueAt(const Place& place, NSDictionary* theme) {
+  return send(theme, NSDictionary::objectForKey, host::makeString(place.key));
+}
+
+}  // namespace
+
+std::vector<std::string> settingLines(NSDictionary* theme) {
   std::vector<std::string> lines;
-  for (const Place& place : places) {
-    NSString* key = host::makeString(place.key);
-    NSObject* before = send(one, NSDictionary::objectForKey, key);
-    NSObject* after = send(other, NSDictionary::objectForKey, key);
+  for (const Place& place : placesIn({theme}))
+    lines.push_back(entryLine(place.key, valueAt(place, theme)));
+  return lines;
+}
+
+std::vector<std::string> differences(NSDictionary* one, NSDictionary* other) {
+  std::vector<std::string> lines;
+  for (const Place& place : placesIn({one, other})) {
+    NSObject* before = valueAt(place, one);
+    NSObject* after = valueAt(place, other);
     if (areSame(before, after)) continue;
     if (before != nullptr) lines.push_back("- " + entryLine(place.key, before));
     if (after != nullptr) lines.push_back("+ " + entryLine(place.key, after));

@@ -14,8 +14,9 @@ namespace varnix::cli {
 /// `gallery` is {"follows": whether there may be later calls, "tabs": [{"id", "title", "summary",
 /// "screens": [{"id", "title", "light":
 /// {"before": PATH, "after": PATH}, "dark": the same}], "surfaces": [{"process", "class",
-/// "property", "case", "before", "after", "behind"}]}]}. Paths are relative to the folder; either
-/// wallpaper may be missing. "before" and "after" are "#rrggbbaa", a boolean or null; "behind" is
+/// "property", "case", "before", "after", "behind"}]}]}. Paths of pictures are relative to the
+/// folder; either wallpaper may be missing. "before" and "after" are "#rrggbbaa", a boolean or
+/// null; "behind" is
 /// "#rrggbb" or null. Throws Failure for a picture that cannot be read and a file that cannot be
 /// written, and nlohmann's exceptions for a gallery of another shape.
 void writeGallery(const std::filesystem::path& folder, const Json& gallery);

@@ -41,7 +41,20 @@ function makePanel(tab) {
   return element('section', {class: 'panel', id: `panel-${tab.id}`, role: alone ? 'region' : 'tabpanel',
                              'aria-label': alone ? tab.title : null,
                              'aria-labelledby': alone ? null : `tab-${tab.id}`},
-                 element('p', {class: 'summary'}), element('div', {class: 'screens'}), surfaceList(tab));
+                 element('p', {class: 'summary'}), sourceOf(), element('div', {class: 'screens'}),
+                 surfaceList(tab));
+}
+
+// Which file the settings come from, and what is in it.
+function sourceOf() {
+  return element('details', {class: 'source'}, element('summary', {}, 'Settings of ', element('code', {class: 'file'})),
+                 element('ul', {class: 'values'}));
+}
+
+function refreshSource(panel, {file, settings}) {
+  panel.querySelector('.file').textContent = file;
+  const lines = settings.length > 0 ? settings : ['Nothing is set.'];
+  panel.querySelector('.values').replaceChildren(...lines.map((line) => element('li', {}, element('code', {}, line))));
 }
 
 find('.tabs').addEventListener('keydown', (event) => {
@@ -101,6 +114,7 @@ function present(next) {
   for (const tab of gallery.tabs) {
     const panel = document.getElementById(`panel-${tab.id}`);
     panel.querySelector('.summary').textContent = tab.summary;
+    refreshSource(panel, tab);
     setChildren(panel.querySelector('.screens'), tab.screens.map((screen) => {
       const key = `${tab.id}/${screen.id}`;
       if (!screens.has(key)) screens.set(key, new Screen(screen));

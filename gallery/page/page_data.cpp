@@ -77,7 +77,11 @@ Json surfaceData(const Json& surface) {
 Json pageData(const std::filesystem::path& folder, const Json& gallery) {
   Json tabs = Json::array();
   for (const Json& tab : gallery.at("tabs")) {
-    Json result{{"id", tab.at("id")}, {"title", tab.at("title")}, {"summary", tab.at("summary")}};
+    Json result{{"id", tab.at("id")},
+                {"title", tab.at("title")},
+                {"summary", tab.at("summary")},
+                {"file", tab.at("file")},
+                {"settings", tab.at("settings")}};
     result["screens"] = result["surfaces"] = Json::array();
     for (const Json& screen : tab.at("screens")) {
       result["screens"].push_back(screenData(folder, screen));

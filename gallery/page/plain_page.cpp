@@ -65,7 +65,10 @@ std::string plainPage(const Json& data) {
   std::string text;
   for (const Json& tab : data.at("tabs")) {
     text += "<section>\n<h2>" + html(tab.at("title")) + "</h2>\n<p>" + html(tab.at("summary")) +
-            "</p>\n";
+            "</p>\n<p>Settings of <code>" + html(tab.at("file")) + "</code></p>\n<ul>\n";
+    for (const Json& line : tab.at("settings"))
+      text += "<li><code>" + html(line) + "</code></li>\n";
+    text += "</ul>\n";
     for (const Json& screen : tab.at("screens")) text += figure(screen);
     text += "</section>\n";
   }

@@ -54,6 +54,8 @@ class GalleryPage : public testing::Test {
     const Json gallery{{"tabs", Json::array({{{"id", "t"},
                                               {"title", "T"},
                                               {"summary", ""},
+                                              {"file", ""},
+                                              {"settings", Json::array()},
                                               {"screens", Json::array()},
                                               {"surfaces", Json::array({surface})}}})}};
     return pageData(folder_, gallery)["tabs"][0]["surfaces"][0];
@@ -151,6 +153,9 @@ TEST_F(GalleryPage, WithoutScriptsThePicturesAreSideBySide) {
   ASSERT_LT(from, end);
   const std::string plain = page.substr(from, end - from);
   EXPECT_NE(plain.find("<h2>&lt;b>&amp;&quot;</h2>\n<p>One colour for everything.</p>\n"
+                       "<p>Settings of <code>themes/violet.plist</code></p>\n<ul>\n"
+                       "<li><code>enabled = true</code></li>\n"
+                       "<li><code>global_color = &quot;#8e24aa&quot;</code></li>\n</ul>\n"
                        "<figure>\n"
                        "<img loading=\"lazy\" width=\"375\" alt=\"Before\" "
                        "src=\"global-color/messages-light-before.png\">\n"

@@ -34,6 +34,18 @@ test('tabs are changed by mouse and keyboard, and kept in the address', () => wi
   assert.equal(await second.getAttribute('aria-selected'), 'true');
 }));
 
+test('a tab says which file it shows, and what is in it', () => withGallery({}, async (page) => {
+  const source = page.getByRole('tabpanel').locator('.source'), values = source.getByRole('listitem');
+  assert.equal(await source.locator('summary').textContent(), 'Settings of themes/violet.plist');
+  assert.equal(await values.count(), 0, 'folded');
+  await source.locator('summary').click();
+  assert.deepEqual(await values.allTextContents(), ['enabled = true', 'global_color = "#8e24aa"']);
+  await page.getByRole('tab', {name: 'Album art'}).click();
+  assert.equal(await source.locator('summary').textContent(), 'Settings of <b>.plist');
+  await source.locator('summary').click();
+  assert.deepEqual(await values.allTextContents(), ['Nothing is set.']);
+}));
+
 test('an address of no tab opens the first', () => withGallery({hash: '#tab=%ZZ&wallpaper=green'}, async (page) => {
   assert.equal(await page.getByRole('tab', {selected: true}).textContent(), 'Global colour');
   assert.ok(await page.getByRole('radio', {name: 'Light'}).isChecked());

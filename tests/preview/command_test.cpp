@@ -79,6 +79,8 @@ TEST_F(Preview, ThePageListsASurfaceBeforeAndAfter) {
   const test::Json page =
       test::Json::parse(script.substr(kCall.size(), script.size() - kCall.size() - 3));
   EXPECT_EQ(page["follows"], false);
+  EXPECT_EQ(page["tabs"][0]["file"], path("settings.plist"));
+  EXPECT_EQ(page["tabs"][0]["settings"], test::Json({"global_color = \"#1e88e5\""}));
   // The second row; the first is the status bar's.
   const test::Json view = page["tabs"][0]["surfaces"][1];
   EXPECT_EQ(view["class"], "UIView");
