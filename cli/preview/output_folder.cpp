@@ -8,7 +8,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <system_error>
+#include <vector>
 
 #include "common/errors.h"
 
@@ -18,10 +20,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether everything in the folder may be part of a gallery.
-bool isGallery(const fs::path& folder) {
-  for (const char* page : {"index.html", "gallery.js", "state.js"}) {
-    if (!fs::is_regular_file(folder / page)) return false;
+using Holds = OutputFolder::Holds;
+
+std::vector<std::string> filesOf(Holds holds) {
+  if (holds == Holds::differences) return {kDifferenceList};
+  return {"index.html", "gallery.js", "state.js"};
+}
+
+/// Whether everything in the folder may be part of an older one.
+bool isOlder(const fs::path& folder, Holds holds) {
+  const auto wanted = filesOf(holds);
+  for (const std::string& file : wanted) {
+    if (!fs::is_regular_file(folder / file)) return false;
   }
   std::ptrdiff_t files = 0;
   for (const auto& entry : fs::directory_iterator(folder)) {
@@ -33,21 +43,22 @@ bool isGallery(const fs::path& folder) {
       if (picture.path().extension() != ".png") return false;
     }
   }
-  constexpr std::ptrdiff_t kPageFiles = 3;
-  return files == kPageFiles;
+  return files == std::ssize(wanted);
 }
 
-/// Never replaces a folder that is not a gallery, whatever the options say.
-void requireReplaceable(const fs::path& folder) {
+/// Never replaces a folder that may be something else, whatever the options say.
+void requireReplaceable(const fs::path& folder, Holds holds) {
   try {
     const auto type = fs::symlink_status(folder).type();
     if (type == fs::file_type::not_found) return;
     if (type != fs::file_type::directory) throw Failure("not a folder", folder.string());
-    if (fs::is_empty(folder) || isGallery(folder)) return;
+    if (fs::is_empty(folder) || isOlder(folder, holds)) return;
   } catch (const fs::filesystem_error& error) {
     throw Failure("cannot read the folder", folder.string() + ": " + error.code().message());
   }
-  throw Failure("the folder holds something else than a gallery", folder.string());
+  throw Failure(std::string("the folder holds something else than ") +
+                    (holds == Holds::gallery ? "a gallery" : "differences"),
+                folder.string());
 }
 
 fs::path withoutSlash(const std::string& wanted) {
@@ -57,10 +68,10 @@ fs::path withoutSlash(const std::string& wanted) {
 
 }  // namespace
 
-OutputFolder::OutputFolder(const std::string& wanted) {
+OutputFolder::OutputFolder(const std::string& wanted, Holds holds) : holds_(holds) {
   if (wanted.empty()) throw UsageError("not a folder", "\"\"");
   wanted_ = withoutSlash(wanted);
-  requireReplaceable(wanted_);
+  requireReplaceable(wanted_, holds_);
   std::string pattern = (wanted_.parent_path() / ("." + wanted_.filename().string() + "-XXXXXX"));
   if (mkdtemp(pattern.data()) == nullptr)
     throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
@@ -77,11 +88,11 @@ OutputFolder::~OutputFolder() {
 }
 
 void OutputFolder::putInPlace() {
-  requireReplaceable(wanted_);
+  requireReplaceable(wanted_, holds_);
   if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_NOREPLACE) == 0) {
     isInPlace_ = true;
   } else if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) == 0) {
-    // The older gallery has the temporary name now, and the destructor removes it.
+    // The older folder has the temporary name now, and the destructor removes it.
   } else {
     throw Failure("cannot write", wanted_.string() + ": " + std::strerror(errno));
   }

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -18,6 +19,8 @@
 #include "common/output_file.h"
 #include "common/root_choice.h"
 #include "common/swatches.h"
+#include "preview/against.h"
+#include "preview/followed_file.h"
 #include "preview/output_folder.h"
 #include "preview/screens_module.h"
 #include "preview/studio.h"
@@ -30,8 +33,7 @@ namespace varnix::cli {
 namespace {
 
 struct PreviewArguments {
-  std::string out = "preview";
-  std::optional<std::string> root, settings;
+  std::optional<std::string> out, root, settings, against;
   std::string artwork;
   std::vector<std::string> icons;
   MaterialChoice materials;
@@ -43,19 +45,26 @@ constexpr double kLargestScale = 4;
 void check(const PreviewArguments& arguments) {
   if (arguments.root && arguments.settings)
     throw UsageError("options that exclude each other", "--root and --settings");
-  if (arguments.watches && !arguments.root)
-    throw UsageError("missing option, which --watch needs", "--root DIR");
+  if (arguments.watches && !arguments.root && !arguments.settings)
+    throw UsageError("missing option, which --watch needs", "--root DIR or --settings FILE");
+  if (arguments.watches && arguments.against)
+    throw UsageError("options that exclude each other", "--watch and --against");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
 }
 
+std::string outputOf(const PreviewArguments& arguments) {
+  return arguments.out.value_or(arguments.against ? "differences" : "preview");
+}
+
 /// The older gallery is removed with everything in it.
 void requireInputsElsewhere(const PreviewArguments& arguments) {
   std::vector<std::string> inputs = {arguments.materials.wallpaper, arguments.artwork,
-                                     arguments.settings.value_or(""), arguments.root.value_or("")};
+                                     arguments.settings.value_or(""), arguments.root.value_or(""),
+                                     arguments.against.value_or("")};
   for (const auto& [identifier, file] : arguments.materials.icons) inputs.push_back(file);
-  requireNoInputWithin(arguments.out, inputs);
+  requireNoInputWithin(outputOf(arguments), inputs);
 }
 
 Tabs tabsFor(const PreviewArguments& arguments) {
@@ -83,13 +92,23 @@ std::string seconds(double time) {
   return text;
 }
 
-void follow(SettingsWatch& watch, Studio& studio, const std::filesystem::path& folder) {
+/// What --watch looks at.
+struct Watched {
+  std::optional<SettingsWatch> container;
+  std::optional<FileWatch> file;
+};
+
+[[noreturn]] void follow(Watched& watched, const PreviewArguments& arguments,
+                         const std::string& root, const std::function<void()>& changed) {
   std::cout << "Following the settings; to end, press Ctrl-C." << std::endl;
-  watch.follow([&] {
-    const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
-    const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
-    std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
-  });
+  if (watched.container) watched.container->follow(changed);
+  followFile(*watched.file, *arguments.settings, root + kSettingsPath, changed);
+}
+
+void redraw(Studio& studio, const std::filesystem::path& folder) {
+  const auto done = studio.work(folder, [](std::size_t, std::size_t) {});
+  const std::string what = done.screens.empty() ? "Nothing changed" : joined(done.screens, ", ");
+  std::cout << what << " (" << seconds(done.asking + done.drawing) << ")" << std::endl;
 }
 
 int preview(PreviewArguments& arguments) {
@@ -97,17 +116,23 @@ int preview(PreviewArguments& arguments) {
   noteInterruptions();
   arguments.materials.icons = iconsFrom(arguments.icons);
   requireInputsElsewhere(arguments);
+  if (arguments.against) requireKeptPictures(*arguments.against);
   Materials materials = gather(arguments.materials);
   if (!arguments.artwork.empty()) pictureFrom(arguments.artwork, {1, 1});
+  // Before the copy and the first question, so that no change is missed.
+  Watched watched;
+  if (arguments.watches && arguments.settings) watched.file.emplace(*arguments.settings);
   Tabs tabs = tabsFor(arguments);
   warnOfStored(arguments, tabs);
-  // Before the first question, so that no change is missed.
-  std::optional<SettingsWatch> watch;
-  if (arguments.watches) watch.emplace(tabs.all().front().root);
+  const std::string root = tabs.all().front().root;
+  if (arguments.watches && arguments.root) watched.container.emplace(root);
   Studio studio(std::move(materials), std::move(tabs));
+  if (arguments.against)
+    return compareWithKept(studio, *arguments.against, outputOf(arguments),
+                           arguments.materials.screens, showProgress);
   std::filesystem::path place;
   {
-    OutputFolder folder(arguments.out);
+    OutputFolder folder(outputOf(arguments));
     const auto done = studio.work(folder.path(), showProgress);
     folder.putInPlace();
     place = folder.place();
@@ -115,7 +140,7 @@ int preview(PreviewArguments& arguments) {
               << done.pictures << " pictures: asked in " << seconds(done.asking) << ", drawn in "
               << seconds(done.drawing) << std::endl;
   }
-  if (watch) follow(*watch, studio, place);
+  if (arguments.watches) follow(watched, arguments, root, [&] { redraw(studio, place); });
   return 0;
 }
 
@@ -129,7 +154,7 @@ Command previewCommand() {
           .options = {{.name = "--out",
                        .value = "DIR",
                        .target = &arguments->out,
-                       .meaning = "The folder to write; preview",
+                       .meaning = "The folder to write; preview, and with --against differences",
                        .completes = Completes::folders},
                       {.name = "--root",
                        .value = "DIR",
@@ -160,10 +185,17 @@ Command previewCommand() {
                        .value = "NUMBER",
                        .target = &materials.scale,
                        .meaning = "Pixels a point, 1 to 4; 2"},
+                      {.name = "--against",
+                       .value = "DIR",
+                       .target = &arguments->against,
+                       .meaning = "Compare with pictures kept there, and write only what differs",
+                       .completes = Completes::folders},
                       {.name = "--watch",
                        .target = &arguments->watches,
-                       .meaning = "Go on, and redraw what changes with the settings of --root"}},
-          .notes = "Without settings it draws four that show what there is.",
+                       .meaning = "Go on, and redraw what changes with the settings"}},
+          .notes =
+              "Without settings it draws four that show what there is. With --against the exit\n"
+              "status is 1 where something differs.",
           .run = [arguments] { return preview(*arguments); }};
 }
 

@@ -33,6 +33,6 @@ std::string draw(std::span<const Layer> layers, const Scene& scene, double scale
 
 extern "C" HOST_EXPORT const varnix::screens::Module* varnix_screens() {
   using namespace varnix::screens;
-  static const Module module{kScreens, readPicture, meanColor, draw};
+  static const Module module{kScreens, readPicture, varnix::drawing::differenceOf, meanColor, draw};
   return &module;
 }

@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "drawing/difference.h"
 #include "gallery/screens/screen.h"
 
 namespace varnix::screens {
@@ -13,6 +14,8 @@ struct Module {
   /// PNG or JPEG, shrunk as far as it still covers that many pixels. If only part of a picture is
   /// there, `problem` says what is wrong. Throws std::runtime_error.
   Surface (*readPicture)(const std::string& file, const Pixels& covered, std::string& problem);
+  /// Of a finished picture and one that was kept.
+  drawing::Difference (*differenceOf)(std::string_view drawn, std::string_view kept);
   Color (*meanColor)(const Surface& picture);
   /// The finished picture as a PNG file. May be called on any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale,

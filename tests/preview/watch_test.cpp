@@ -35,7 +35,8 @@ TEST_F(Watch, RedrawsWhatChanged) {
   set("sms_color_type", "2");
   ASSERT_TRUE(command.waitFor("\n")) << command.error;
   // The element's own row shows its type too.
-  EXPECT_EQ(command.out.find("Messages, Settings, An application's settings ("), 0U) << command.out;
+  EXPECT_EQ(command.out.find("Messages, Settings, An application's settings, A colour ("), 0U)
+      << command.out;
   EXPECT_EQ(std::count(command.out.begin(), command.out.end(), '\n'), 1);
   EXPECT_NE(test::contentsOf(messages), oldPicture);
   EXPECT_EQ(identity(home), oldHome);
