@@ -23,6 +23,8 @@ class Theme extends EventTarget {
   isLost = false;
 
   get failure() { return this.#failure; }
+  // Whether the server has everything.
+  get isSettled() { return !this.#waiting && !this.#sent; }
 
   // Undefined for what is not set.
   value(key) {
@@ -57,12 +59,28 @@ class Theme extends EventTarget {
     this.#send();
   }
 
-  async goTo(position) {
-    if (position < 0 || position >= this.state.history.length) return;
-    await this.#settled(() => post('history', {position}));
+  goTo(position) { return this.#walk(() => position - this.state.position); }
+  undo() { return this.#step(-1); }
+  redo() { return this.#step(1); }
+
+  // Steps that come while others are on their way add up.
+  #steps = 0;
+  async #step(by) {
+    this.#steps += by;
+    await this.#walk(() => this.#steps);
   }
-  undo() { return this.goTo(this.state.position - 1); }
-  redo() { return this.goTo(this.state.position + 1); }
+  #walking = Promise.resolve();
+  #walk(steps) {
+    this.#walking = this.#walking.then(async () => {
+      while (!this.isSettled) await new Promise((done) => this.addEventListener('change', done, {once: true}));
+      const {position, history} = this.state;
+      const next = Math.min(Math.max(position + steps(), 0), history.length - 1);
+      this.#steps = 0;
+      if (next !== position) await this.#settled(() => post('history', {position: next}));
+    });
+    return this.#walking;
+  }
+
   async putMaterial(place, file) {
     this.#take((await ask(`material/${place}`, {method: 'PUT', body: file})).answer);
   }
@@ -88,8 +106,8 @@ class Theme extends EventTarget {
   #tell() { this.dispatchEvent(new Event('change')); }
 
   #take(state) {
-    if (state.version < this.state.version) return;
-    this.state = state;
+    // An answer may be overtaken by the news.
+    if (state.version >= this.state.version) this.state = state;
     this.#tell();
   }
 

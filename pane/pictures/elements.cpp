@@ -51,7 +51,10 @@ void folder(Pen& pen, UIColor* color) {
   pen.color(color != nullptr ? faded(color, 0.75) : Pen::rgb(1, 1, 1, CGFloat(0.35)));
   pen.rounded(ground, 16);
   pen.grey(1, CGFloat(0.9));
-  for (int i = 0; i < 9; ++i) pen.rounded(box(93 + i % 3 * 19, 21 + i / 3 * 19, 16, 16), 4);
+  for (int row = 0; row < 3; ++row) {
+    for (int column = 0; column < 3; ++column)
+      pen.rounded(box(93 + column * 19, 21 + row * 19, 16, 16), 4);
+  }
 }
 
 void controlCentre(Pen& pen, UIColor* color) {

@@ -83,6 +83,16 @@ class ApplicationPage : public ApplicationsPage {
     openApplications(entries);
     press("App");
   }
+  /// Blue, as the library does it.
+  static void storeIconColor(NSString* messagesColor) {
+    NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(rgb(0, 0, 1));
+    auto* file = NSMutableDictionary::dictionary();
+    send(file, NSMutableDictionary::setObjectForKey, archive,
+         "cached_icon_color_com.example.app"_ns);
+    send(file, NSMutableDictionary::setObjectForKey, messagesColor, "sms_color"_ns);
+    ASSERT_TRUE(send(file, NSDictionary::writeToFile,
+                     "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns, true));
+  }
 };
 
 TEST_F(ApplicationPage, HasARowForEverything) {
@@ -152,15 +162,21 @@ TEST_F(ApplicationPage, ChoosesItsIconsColor) {
   EXPECT_EQ(row("Colour From").detail(), "App Icon");
 }
 
+TEST_F(ApplicationPage, ForgetsTheIconsColorAndNothingThatOthersWrote) {
+  openApplication("<key>sms_color</key><string>#111111</string>");
+  storeIconColor("#111111"_ns);
+  announceChange();
+  EXPECT_TRUE(eventually([] { return row("Find Again").isEnabled(); }));
+  storeIconColor("#222222"_ns);  // nobody announces this change
+  press("Find Again");
+  EXPECT_EQ(stored("cached_icon_color_com.example.app"), "none");
+  EXPECT_EQ(stored("sms_color"), "#222222");
+}
+
 TEST_F(ApplicationPage, ForgetsTheIconsColor) {
   openApplication("<key>sms_color</key><string>#111111</string>");
   EXPECT_FALSE(row("Find Again").isEnabled());
-  NSData* archive = NSKeyedArchiver::archivedDataWithRootObject(rgb(0, 0, 1));
-  auto* file = NSMutableDictionary::dictionary();
-  send(file, NSMutableDictionary::setObjectForKey, archive, "cached_icon_color_com.example.app"_ns);
-  send(file, NSMutableDictionary::setObjectForKey, "#222222"_ns, "sms_color"_ns);
-  ASSERT_TRUE(send(file, NSDictionary::writeToFile,
-                   "/var/mobile/Library/Preferences/com.quillmarsh.varnix2.plist"_ns, true));
+  storeIconColor("#222222"_ns);
   announceChange();
   EXPECT_TRUE(eventually([] { return has("#0000ff"); }));
   EXPECT_TRUE(row("Find Again").isEnabled());

@@ -154,6 +154,22 @@ TEST_F(FrontPage, DyesItselfInThePresentDye) {
   EXPECT_TRUE(eventually([&] { return tint() == "#405060ff"; }));
 }
 
+TEST_F(FrontPage, GivesTheBarItsColorsBack) {
+  open("<key>enabled</key><false/><key>global_color</key><string>#102030</string>");
+  auto* bar = send<NSObject*>(pages::navigation(), "navigationBar"_sel);
+  auto title = [bar] {
+    auto* attributes = send<NSDictionary*>(bar, "titleTextAttributes"_sel);
+    return hex(static_cast<UIColor*>(
+        send(attributes, NSDictionary::objectForKey, NSForegroundColorAttributeName)));
+  };
+  EXPECT_EQ(title(), "#102030ff");
+  press("Keyboard");
+  EXPECT_EQ(title(), "#102030ff");
+  pages::back();
+  pages::back();
+  EXPECT_EQ(title(), "#000000ff");
+}
+
 TEST_F(FrontPage, SpeaksTheUsersLanguage) {
   language = "de";
   open();

@@ -154,6 +154,7 @@ TEST_F(PresetsPage, ForeignEntriesOfPastedTextAreLeftOut) {
   setClipboard(
       "<plist version=\"1.0\"><dict><key>global_color</key><string>#0a0b0c</string>"
       "<key>cached_icon_color_com.example.mail</key><string>evil</string>"
+      "<key>cached_icon_color_of_enabled</key><true/>"
       "<key>other</key><string>x</string>"
       "<key>com.example.notes_enabled</key><false/></dict></plist>");
   press("Paste Settings");

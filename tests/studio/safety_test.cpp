@@ -75,10 +75,10 @@ TEST_F(Safety, WithoutTheSecretThereIsNothing) {
 
 TEST_F(Safety, OtherNamesOfThisMachineAreRefused) {
   start();
-  const std::string port = ":" + std::to_string(this->port);
+  const std::string suffix = ":" + std::to_string(this->port);
   for (const std::string& name :
-       {"rebound.example" + port, "localhost" + port, std::string("127.0.0.1"),
-        "127.0.0.1" + port + ".example", "[::1]" + port, std::string()})
+       {"rebound.example" + suffix, "localhost" + suffix, std::string("127.0.0.1"),
+        "127.0.0.1" + suffix + ".example", "[::1]" + suffix, std::string()})
     expectNothing(request("GET", path + "theme", "Host: " + name + "\r\n"), 403);
   expectNothing(request("GET", path + "theme"), 403);
   expectNothing(request("GET", path + "theme", ownHost() + "Host: rebound.example\r\n"), 403);
@@ -86,10 +86,10 @@ TEST_F(Safety, OtherNamesOfThisMachineAreRefused) {
 
 TEST_F(Safety, OtherOriginsAreRefused) {
   start();
-  const std::string port = ":" + std::to_string(this->port);
+  const std::string suffix = ":" + std::to_string(this->port);
   for (const std::string& origin :
-       {std::string("http://site.example"), std::string("null"), "http://localhost" + port,
-        "https://127.0.0.1" + port, "http://127.0.0.1" + port + ".example"})
+       {std::string("http://site.example"), std::string("null"), "http://localhost" + suffix,
+        "https://127.0.0.1" + suffix, "http://127.0.0.1" + suffix + ".example"})
     expectNothing(request("GET", path + "theme", ownHost() + "Origin: " + origin + "\r\n"), 403);
   for (const char* from : {"cross-site", "same-site"})
     expectNothing(request("GET", path + "theme", ownHost() + "Sec-Fetch-Site: " + from + "\r\n"),
