@@ -70,7 +70,7 @@ find('.tabs').addEventListener('keydown', (event) => {
 
 addEventListener('hashchange', () => {
   chooseTab(inAddress('tab'));
-  wallpaper = inAddress('wallpaper');
+  wallpaper = inAddress('wallpaper') || wallpaper;
   setUpWallpapers();
   updateScreens();
 });

@@ -87,6 +87,9 @@ test('an address opens a tab and a wallpaper, and says what is chosen', () => wi
   await page.waitForFunction(() => document.querySelector('[aria-selected=true]').id === 'tab-album-art');
   assert.ok(await dark.isChecked());
   assert.equal((await shown(page, 'home'))[1].path, 'album-art/home-dark-after.png');
+  await page.evaluate(() => { location.hash = '#tab=global-color'; });
+  await page.waitForFunction(() => document.querySelector('[aria-selected=true]').id === 'tab-global-color');
+  assert.ok(await dark.isChecked(), 'an address without a wallpaper leaves it');
 }));
 
 test('one tab, one wallpaper, and texts from outside', () => withGallery({
