@@ -91,6 +91,7 @@ bench: ## Measure an optimised build; the figures also go to build-release/bench
 	  --benchmark_out_format=json $(if $(BENCH),--benchmark_min_time=0.01)
 	@build-release/varnix-springboard-bench
 	@build-release/varnix-screens-bench
+	@bench/studio/run build-release
 	@bench/pickers/install build-release/pickers
 	@build-release/varnix-picture-bench --json build-release/bench-pictures.json \
 	  --pickers build-release/pickers --pictures build/pictures/photographs

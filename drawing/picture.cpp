@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <png.h>
+#include <zlib.h>
 
 #include "CoreGraphics/shrink.h"
 #include "Foundation/file_contents.h"
@@ -121,6 +122,8 @@ bool write(png_structp png, png_infop info, Writer& writer, cairo_surface_t* sur
                PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                PNG_FILTER_TYPE_DEFAULT);
   png_set_compression_level(png, effort == Effort::kept ? 3 : 1);
+  // Runs of the same byte are quickly found.
+  if (effort == Effort::shown) png_set_compression_strategy(png, Z_RLE);
   png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
   png_write_info(png, info);
   for (int y = 0; y < height; ++y) {

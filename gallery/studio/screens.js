@@ -63,7 +63,10 @@ class Picture {
 
 let large, small = [], isRefreshing = false, isWanted = false;
 
-// First the screen that is looked at, then the others, two at a time.
+// First the screen that is looked at, then the others, two at a time. While a colour is dragged, they
+// follow a few times a second.
+const pause = 400;
+let followed = 0;
 async function refresh() {
   isWanted = true;
   large.refresh();
@@ -72,11 +75,13 @@ async function refresh() {
   while (isWanted) {
     isWanted = false;
     await large.refresh();
+    if (isWanted && performance.now() - followed < pause) continue;
     const left = [...small];
     const work = async () => {
       for (let next = left.shift(); next; next = left.shift()) await next.refresh();
     };
     await Promise.all([work(), work()]);
+    followed = performance.now();
   }
   isRefreshing = false;
 }

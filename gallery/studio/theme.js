@@ -2,6 +2,8 @@
 // become one, so nothing queues up.
 
 const page = crypto.randomUUID();
+// Between two changes of a drag, in milliseconds.
+const pause = 80;
 
 export async function ask(path, options = {}) {
   const response = await fetch(path, {cache: 'no-store', ...options});
@@ -20,6 +22,7 @@ class Theme extends EventTarget {
   #waiting = null;
   #sent = null;
   #failure = '';
+  #timer = null;
   isLost = false;
 
   get failure() { return this.#failure; }
@@ -121,8 +124,19 @@ class Theme extends EventTarget {
     }
   }
 
+  // A drag is sent a few times a second, or its requests would take the time of its pictures.
+  #lastSent = 0;
   async #send() {
     if (this.#sent || !this.#waiting) return;
+    const early = this.#waiting.group ? this.#lastSent + pause - performance.now() : 0;
+    if (early > 0) {
+      this.#timer ??= setTimeout(() => {
+        this.#timer = null;
+        this.#send();
+      }, early);
+      return;
+    }
+    this.#lastSent = performance.now();
     this.#sent = this.#waiting;
     this.#waiting = null;
     try {

@@ -1,0 +1,18 @@
+// node shoot.mjs ADDRESS WIDTH HEIGHT OUT   a picture of a page, once all its images are there. To be
+// copied beside the packages of tests/gallery.
+import {chromium} from 'playwright-core';
+
+const [, , address, width, height, out] = process.argv;
+const browser = await chromium.launch({executablePath: process.env.BROWSER});
+try {
+  const page = await browser.newPage({viewport: {width: Number(width), height: Number(height)}});
+  await page.goto(address);
+  // Those that show nothing yet have no source.
+  await page.waitForFunction(() => {
+    const images = [...document.querySelectorAll('figure img, button img')];
+    return images.length > 0 && images.every((it) => it.src && it.complete && it.naturalWidth > 0);
+  });
+  await page.screenshot({path: out});
+} finally {
+  await browser.close();
+}
