@@ -63,7 +63,7 @@ export function showBar() {
   find('.redo').addEventListener('click', () => theme.redo());
   find('.reset').addEventListener('click', () =>
     theme.change(Object.fromEntries([...theme.keys].map((key) => [key, null])), {label: 'Reset'}));
-  find('#states').addEventListener('toggle', showHistory);
+  find('#states').addEventListener('beforetoggle', showHistory);
   const answer = (isKept) => () => theme.overruled ? theme.keepOverruled(isKept) : theme.settle(isKept ? 'theme' : 'file');
   find('.keep-theme').addEventListener('click', answer(true));
   find('.keep-file').addEventListener('click', answer(false));

@@ -28,6 +28,8 @@ class Theme extends EventTarget {
   get failure() { return this.#failure; }
   // Whether the server has everything.
   get isSettled() { return !this.#waiting && !this.#sent; }
+  // Whether nothing is going on, not even a step through the history.
+  get isAtRest() { return this.isSettled && this.#walks === 0; }
 
   // Undefined for what is not set.
   value(key) {
@@ -72,14 +74,17 @@ class Theme extends EventTarget {
     this.#steps += by;
     await this.#walk(() => this.#steps);
   }
+  #walks = 0;
   #walking = Promise.resolve();
   #walk(steps) {
+    ++this.#walks;
     this.#walking = this.#walking.then(async () => {
       while (!this.isSettled) await new Promise((done) => this.addEventListener('change', done, {once: true}));
       const {position, history} = this.state;
       const next = Math.min(Math.max(position + steps(), 0), history.length - 1);
       this.#steps = 0;
       if (next !== position) await this.#settled(() => post('history', {position: next}));
+      --this.#walks;
     });
     return this.#walking;
   }

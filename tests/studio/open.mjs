@@ -60,7 +60,7 @@ export async function settled(page) {
   await page.waitForFunction(() => document.querySelectorAll('.others img').length > 0);
   await page.evaluate(async () => {
     const {theme} = await import('./theme.js');
-    const isSettled = () => theme.isSettled && [...document.querySelectorAll('.looked-at img, .others img')].every(
+    const isSettled = () => theme.isAtRest && [...document.querySelectorAll('.looked-at img, .others img')].every(
       (it) => Number(it.dataset.revision) === theme.state.revision && it.complete);
     while (!isSettled()) await new Promise((done) => setTimeout(done, 5));
   });
