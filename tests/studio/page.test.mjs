@@ -48,7 +48,7 @@ test('every step can be undone and done again', () => withStudio({entries: {glob
   await settled(page);
   assert.equal(await value(page, 'global_color'), violet);
 
-  await page.getByRole('button', {name: 'Reset'}).click();
+  await page.getByRole('button', {name: 'Reset', exact: true}).click();
   await settled(page);
   assert.equal(await value(page, 'global_color'), undefined);
   await page.getByRole('button', {name: 'History'}).click();
