@@ -37,7 +37,7 @@ std::string environment(const char* name) {
 
 /// Empty if the user has no home.
 std::filesystem::path defaultRoot() {
-  // The specification of $XDG_DATA_HOME says to ignore a relative one.
+  // A relative $XDG_DATA_HOME is invalid, and ignored.
   const std::filesystem::path data = environment("XDG_DATA_HOME");
   if (data.is_absolute()) return data / "varnix";
   const std::string home = environment("HOME");
