@@ -1,7 +1,6 @@
 #include "rows/rows.h"
 
 #include "cells/VNXSubtitleCell.h"
-#include "objc/answers.h"
 #include "text.h"
 
 namespace varnix::pane {
@@ -70,7 +69,7 @@ PSSpecifier* Rows::color(NSString* key, NSString* fallback, NSString* label) {
   Class cell = objc::classOf<PFSimpleLiteColorCell>();
   if (cell == nullptr) return note(key, text("missing.colors"_ns));
   PSSpecifier* row = add(make(label, nullptr, PSLinkCell), key);
-  set(row, reinterpret_cast<NSObject*>(cell), PSTableCellClassKey);
+  set(row, objc::bridged(cell), PSTableCellClassKey);
   auto* settings = NSDictionary::dictionaryWithObjectsAndKeys(
       "com.quillmarsh.varnix2"_ns, "defaults"_ns, key, "key"_ns, fallback, "fallback"_ns,
       NSNumber::numberWithBool(false), "alpha"_ns, "com.quillmarsh.varnix2.changed"_ns,
@@ -81,7 +80,7 @@ PSSpecifier* Rows::color(NSString* key, NSString* fallback, NSString* label) {
 
 PSSpecifier* Rows::link(NSString* identifier, NSString* label, Class page) {
   PSSpecifier* row = add(make(label, page, PSLinkCell), identifier);
-  set(row, reinterpret_cast<NSObject*>(objc::classOf<VNXSubtitleCell>()), PSTableCellClassKey);
+  set(row, objc::bridged(objc::classOf<VNXSubtitleCell>()), PSTableCellClassKey);
   return row;
 }
 
@@ -97,7 +96,7 @@ PSSpecifier* Rows::note(NSString* identifier, NSString* label) {
 
 PSSpecifier* Rows::custom(NSString* identifier, NSString* label, Class cell, int height) {
   PSSpecifier* row = note(identifier, label);
-  set(row, reinterpret_cast<NSObject*>(cell), PSTableCellClassKey);
+  set(row, objc::bridged(cell), PSTableCellClassKey);
   set(row, NSNumber::numberWithLongLong(height), "height"_ns);
   return row;
 }

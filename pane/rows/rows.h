@@ -26,7 +26,7 @@ class Rows {
   void group(PSSpecifier* made) { add(made, nullptr); }
 
   PSSpecifier* toggle(NSString* key, bool fallback, NSString* label);
-  /// A choice between numbers from 0 on, with a title each.
+  /// A choice between numbers, with a title each.
   PSSpecifier* choice(NSString* key, NSInteger fallback, NSString* label, NSArray* values,
                       NSArray* titles);
   /// The colour library's own row; one that says so if the device lacks the library. The fallback

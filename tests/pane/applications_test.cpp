@@ -63,7 +63,7 @@ TEST_F(ApplicationsPage, ShowsIconsAsTheyCome) {
   icons["com.example.app"] = VARNIX_SAMPLES "/icons/com.example.mail.png";
   open();
   auto* list = send<NSObject*>(objc_getClass("ALApplicationList"), "sharedApplicationList"_sel);
-  // It takes longer than the page, which does not wait for it.
+  // Nobody has asked for it yet, and the page does not wait for it.
   EXPECT_FALSE(send<bool>(list, "hasCachedIconOfSize:forDisplayIdentifier:"_sel, NSUInteger{29},
                           "com.example.app"_ns));
   press("Apps");
