@@ -9,6 +9,7 @@
 
 #include "Foundation/file_contents.h"
 #include "Foundation/log.h"
+#include "Foundation/property_list.h"
 #include "common/answer_json.h"
 #include "common/death_report.h"
 #include "common/errors.h"
@@ -74,13 +75,25 @@ class OwnContainer {
   explicit OwnContainer(const ProcessQuestion& question) : root_(question.process.root) {
     if (question.process.bundle != "com.apple.Preferences") return;
     const std::string file = root_ + kSettingsPath;
-    if (question.withLibrary && std::filesystem::exists(file)) copy_.emplace(kSettingsPath, file);
+    if (question.withLibrary && std::filesystem::exists(file)) copyFrom(file);
     else copy_.emplace();
     root_ = copy_->root();
   }
   const std::string& root() const { return root_; }
 
  private:
+  /// The library writes the file in place, and processes beside this one keep colours in it: what
+  /// was read in the middle of that holds no settings, and is read again for a while.
+  void copyFrom(const std::string& file) {
+    constexpr int kTries = 50;
+    constexpr std::chrono::milliseconds kPause{10};
+    for (int i = 0; i < kTries; ++i) {
+      copy_.emplace(kSettingsPath, file);
+      if (host::propertyListFromFile(copy_->root() + kSettingsPath) != nullptr) return;
+      std::this_thread::sleep_for(kPause);
+    }
+  }
+
   std::string root_;
   std::optional<TemporaryContainer> copy_;
 };

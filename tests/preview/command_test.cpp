@@ -1,4 +1,7 @@
 // varnix preview, as a process: what it writes, and what it refuses.
+#include <atomic>
+#include <thread>
+
 #include "preview/gallery.h"
 
 using test::hasColor;
@@ -62,6 +65,29 @@ TEST_F(Preview, DrawsEveryScreenForFourSettings) {
   }
   EXPECT_EQ(files.size(), pictures + 3) << "and the page with its two scripts";
   EXPECT_TRUE(leftovers().empty());
+}
+
+/// The library writes the file in place, so that it holds nothing for a moment.
+TEST_F(Preview, ReadsSettingsThatAreJustBeingWrittenOnceMore) {
+  constexpr int kRuns = 12;
+  settings(kOddColor);
+  const std::string whole = test::contentsOf(settingsPath());
+  std::atomic<bool> isOver = false;
+  std::thread writer([&] {
+    while (!isOver) {
+      std::ofstream(settingsPath(), std::ios::trunc).flush();
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      std::ofstream(settingsPath(), std::ios::trunc) << whole;
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  });
+  for (int i = 0; i < kRuns; ++i) {
+    const Outcome outcome = preview({"--root", folder.path(), "--only", "settings"});
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    EXPECT_TRUE(hasColor(picture("settings/settings-light-after.png"), kOdd)) << i;
+  }
+  isOver = true;
+  writer.join();
 }
 
 TEST_F(Preview, DrawsWhatTheProcessesAnswer) {
