@@ -40,10 +40,16 @@ struct Shadow {
   double alpha;  ///< how opaque its black is
 };
 
+class Inks;
+
 class Canvas {
  public:
   /// Opaque black. Throws std::runtime_error if there is no memory for it.
   Canvas(double width, double height, double scale);
+
+  /// From now on text and symbols are noted there; null to note nothing.
+  void note(Inks* inks) { inks_ = inks; }
+  Inks* inks() const { return inks_; }
 
   double width() const { return width_; }
   double height() const { return height_; }
@@ -105,6 +111,7 @@ class Canvas {
   double width_, height_, scale_;
   Surface surface_;
   std::shared_ptr<cairo_t> context_;
+  Inks* inks_ = nullptr;
 };
 
 }  // namespace varnix::drawing

@@ -10,9 +10,15 @@ namespace varnix::drawing {
 /// Components from 0 to 1, with straight alpha.
 struct Color {
   double red = 0, green = 0, blue = 0, alpha = 1;
+  /// The surface that is dyed in it, "CLASS PROPERTY", for whoever notes what is drawn (ink.h);
+  /// null for the platform's own colours.
+  const char* dyes = nullptr;
 
-  constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
-  bool operator==(const Color&) const = default;
+  constexpr Color withAlpha(double value) const { return {red, green, blue, value, dyes}; }
+  /// Whether they look the same.
+  constexpr bool operator==(const Color& other) const {
+    return red == other.red && green == other.green && blue == other.blue && alpha == other.alpha;
+  }
 };
 
 /// From 0xRRGGBB.

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 
 #include <pango/pangocairo.h>
+
+#include "drawing/ink.h"
 
 namespace varnix::drawing {
 
@@ -99,6 +102,49 @@ Layout paragraphLayout(const Canvas& canvas, const Paragraph& paragraph) {
   return layout;
 }
 
+/// Bold letters count as large from about 14 points of print on, others from 18.
+InkKind kindOf(double size, Weight weight) {
+  constexpr double kLarge = 24, kLargeIfBold = 18.66;
+  return size >= (weight == Weight::bold ? kLargeIfBold : kLarge) ? InkKind::largeText
+                                                                  : InkKind::text;
+}
+
+/// What a line at that point covers, and a little more.
+Box boxOf(PangoLayoutLine* line, Point at) {
+  PangoRectangle ink;
+  pango_layout_line_get_extents(line, &ink, nullptr);
+  constexpr double kMargin = 1;
+  return Box{at.x + points(ink.x), at.y + points(ink.y), points(ink.width), points(ink.height)}
+      .inset(-kMargin);
+}
+
+void drawLine(const Canvas& canvas, Point at, PangoLayoutLine* line) {
+  cairo_new_path(canvas.context());
+  cairo_move_to(canvas.context(), at.x, at.y);
+  pango_cairo_show_layout_line(canvas.context(), line);
+  cairo_new_path(canvas.context());
+}
+
+/// Too little to be seen; pango takes 0 for opaque.
+constexpr double kNothing = 1.0 / 65535;
+
+/// Returns their height.
+double drawLines(const Canvas& canvas, Point at, const Paragraph& paragraph, const Run* only) {
+  const Layout layout = paragraphLayout(canvas, paragraph);
+  // Draws each line by itself, since the layout would place the first one closer to the others.
+  const int count = pango_layout_get_line_count(layout.get());
+  double baseline = at.y + paragraph.lineHeight / 2 + baselineBelow({paragraph.size});
+  for (int i = 0; i < count; ++i, baseline += paragraph.lineHeight) {
+    PangoLayoutLine* line = pango_layout_get_line_readonly(layout.get(), i);
+    const Point start{at.x, baseline};
+    std::optional<Ink> ink;
+    if (only != nullptr)
+      ink.emplace(canvas, boxOf(line, start), only->color, kindOf(paragraph.size, only->weight));
+    drawLine(canvas, start, line);
+  }
+  return count * paragraph.lineHeight;
+}
+
 }  // namespace
 
 void drawText(const Canvas& canvas, Point at, const std::string& text, const TextStyle& style,
@@ -112,11 +158,10 @@ void drawText(const Canvas& canvas, Point at, const std::string& text, const Tex
   PangoLayoutLine* line = pango_layout_get_line_readonly(layout.get(), 0);
   PangoRectangle extent;
   pango_layout_line_get_extents(line, nullptr, &extent);
-  cairo_new_path(canvas.context());
-  cairo_move_to(canvas.context(), at.x - part * points(extent.width), at.y);
+  const Point start{at.x - part * points(extent.width), at.y};
+  const Ink ink(canvas, boxOf(line, start), style.color, kindOf(style.size, style.weight));
   canvas.use(style.color);
-  pango_cairo_show_layout_line(canvas.context(), line);
-  cairo_new_path(canvas.context());
+  drawLine(canvas, start, line);
 }
 
 void drawCentered(const Canvas& canvas, Point at, const std::string& text, const TextStyle& style,
@@ -151,17 +196,16 @@ Extent measure(const Canvas& canvas, const Paragraph& paragraph) {
 }
 
 double drawParagraph(const Canvas& canvas, Point at, const Paragraph& paragraph) {
-  const Layout layout = paragraphLayout(canvas, paragraph);
-  // Draws each line by itself, since the layout would place the first one closer to the others.
-  const int count = pango_layout_get_line_count(layout.get());
-  double baseline = at.y + paragraph.lineHeight / 2 + baselineBelow({paragraph.size});
-  for (int i = 0; i < count; ++i, baseline += paragraph.lineHeight) {
-    cairo_new_path(canvas.context());
-    cairo_move_to(canvas.context(), at.x, baseline);
-    pango_cairo_show_layout_line(canvas.context(), pango_layout_get_line_readonly(layout.get(), i));
+  if (canvas.inks() == nullptr) return drawLines(canvas, at, paragraph, nullptr);
+  double height = 0;
+  // Each run by itself, with the others left out.
+  for (std::size_t i = 0; i < paragraph.runs.size(); ++i) {
+    Paragraph one = paragraph;
+    for (Run& other : one.runs) other.color.alpha = kNothing;
+    one.runs[i].color = paragraph.runs[i].color;
+    height = drawLines(canvas, at, one, &one.runs[i]);
   }
-  cairo_new_path(canvas.context());
-  return count * paragraph.lineHeight;
+  return height;
 }
 
 }  // namespace varnix::drawing

@@ -1,84 +1,67 @@
 #include "preview/gallery_json.h"
 
-#include "drawing/hex.h"
-
-#include <cmath>
-#include <cstdio>
-#include <optional>
+#include <map>
 #include <set>
-#include <string_view>
+#include <string>
+#include <vector>
 
 #include "Foundation/property_list.h"
 #include "common/answer_json.h"
 #include "common/json.h"
+#include "contrast/of_theme.h"
 #include "objc/autorelease_pool.h"
 #include "settings/file.h"
 #include "theme/difference.h"
 
 namespace varnix::cli {
 
-using varnix::screens::Color;
-
 namespace {
 
-enum class Behind : unsigned char { bar, page, wallpaper };
-
-struct Place {
-  std::string_view className;
-  Behind behind;
-};
-
-/// What is behind a surface in an application. For those not listed it is a white page.
-constexpr Place kPlaces[] = {
-    {"UIStatusBarNewUIStyleAttributes", Behind::bar},
-    {"UINavigationBar", Behind::bar},
-    {"UITabBar", Behind::bar},
-    {"UISegmentedControl", Behind::bar},
-    {"UISegment", Behind::bar},
-};
-
-Behind behindOf(const varnix::screens::Screen& screen, std::string_view className) {
-  if (screen.kind == host::ProcessKind::springboard) return Behind::wallpaper;
-  for (const Place& place : kPlaces) {
-    if (place.className == className) return place.behind;
+/// The worst of the places that processes with this row have. An object that was set to another
+/// colour first is on no screen.
+Json contrastOf(const Json& row, const std::set<std::string>& processes, const Json& legibility) {
+  Json worst;
+  auto reach = [](const Json& one) {
+    return one["ratio"].get<double>() / one["needed"].get<double>();
+  };
+  for (const Json& one : legibility) {
+    const bool isIt = one["class"] == row["class"] && one["property"] == row["property"] &&
+                      processes.contains(one["process"].get<std::string>());
+    if (isIt && (worst.is_null() || reach(one) < reach(worst))) worst = one;
   }
-  return Behind::page;
-}
-
-std::string hex(const Color& color) {
-  auto byte = [](double part) { return static_cast<std::uint8_t>(std::lround(part * 255)); };
-  return drawing::hex(byte(color.red), byte(color.green), byte(color.blue));
-}
-
-std::string colorOf(Behind behind, const Materials& materials) {
-  switch (behind) {
-    case Behind::bar:
-      return "#f8f8f8";
-    case Behind::page:
-      return "#ffffff";
-    case Behind::wallpaper:
-      break;
-  }
-  const auto light = materials.scenes.find("light");
-  return hex(
-      (light == materials.scenes.end() ? materials.scenes.begin() : light)->second.wallpaperColor);
+  return worst;
 }
 
 /// Rows that several processes have in common are listed once.
-Json surfacesOf(const AskedTab& asked, const Materials& materials) {
+Json surfacesOf(const AskedTab& asked, const Materials& materials, const Json& legibility) {
   Json rows = Json::array();
-  std::set<std::string> listed, processes;
+  std::map<std::string, std::size_t> listed;
+  std::vector<std::set<std::string>> processesOf;
+  std::set<std::string> processes;
   for (const auto* screen : materials.screens) {
     if (!processes.insert(screen->bundle).second) continue;
     const std::string& bundle = screen->bundle;
     for (Json& row :
          comparedAnswers(asked.before.at(bundle).surfaces, asked.after.at(bundle).surfaces)) {
-      if (!listed.insert(dump(row)).second) continue;
-      const auto className = row["class"].get<std::string>();
-      row["process"] = screen->bundle;
-      row["behind"] = colorOf(behindOf(*screen, className), materials);
-      rows.push_back(std::move(row));
+      const auto [known, isNew] = listed.emplace(dump(row), rows.size());
+      if (isNew) {
+        row["process"] = bundle;
+        rows.push_back(std::move(row));
+        processesOf.emplace_back();
+      }
+      processesOf[known->second].insert(bundle);
     }
+  }
+  std::set<std::string> shown;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    Json& row = rows[i];
+    row["contrast"] = nullptr;
+    if (row["before"] == row["after"]) continue;
+    const auto name = dump(Json{row["process"], row["class"], row["property"]});
+    const bool isOther = row["case"].get<std::string>().find("set to") != std::string::npos;
+    if (!isOther || !shown.contains(name))
+      row["contrast"] = contrastOf(row, processesOf[i], legibility);
+    shown.insert(name);
   }
   return rows;
 }
@@ -104,21 +87,23 @@ Json settingsJson(const Tab& tab) {
 }  // namespace
 
 Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
-                 const Materials& materials, bool follows) {
+                 const Materials& materials, const PageChoice& choice) {
   Json all = Json::array();
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     Json screens = Json::array();
     for (const auto* screen : materials.screens)
       screens.push_back(screenJson(tabs[i], *screen, materials));
-    all.push_back({{"id", tabs[i].id},
-                   {"title", tabs[i].title},
-                   {"summary", tabs[i].summary},
-                   {"file", tabs[i].file},
-                   {"settings", settingsJson(tabs[i])},
-                   {"screens", screens},
-                   {"surfaces", surfacesOf(asked[i], materials)}});
+    all.push_back(
+        {{"id", tabs[i].id},
+         {"title", tabs[i].title},
+         {"summary", tabs[i].summary},
+         {"file", tabs[i].file},
+         {"settings", settingsJson(tabs[i])},
+         {"screens", screens},
+         {"surfaces", surfacesOf(asked[i], materials,
+                                 legibilityOf(tabs[i], asked[i], materials, choice.advises))}});
   }
-  return {{"follows", follows}, {"tabs", all}};
+  return {{"follows", choice.follows}, {"tabs", all}};
 }
 
 }  // namespace varnix::cli

@@ -6,8 +6,13 @@
 
 namespace varnix::cli {
 
+struct PageChoice {
+  bool follows = false;  ///< whether the page asks for later drawings
+  bool advises = false;  ///< whether colours are looked for where something is too faint
+};
+
 /// In writeGallery's form.
 Json galleryJson(const std::vector<Tab>& tabs, const std::vector<AskedTab>& asked,
-                 const Materials& materials, bool follows);
+                 const Materials& materials, const PageChoice& choice);
 
 }  // namespace varnix::cli

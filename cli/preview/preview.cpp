@@ -37,7 +37,7 @@ struct PreviewArguments {
   std::string artwork;
   std::vector<std::string> icons;
   MaterialChoice materials;
-  bool watches = false;
+  bool watches = false, advises = false;
 };
 
 constexpr double kLargestScale = 4;
@@ -49,6 +49,8 @@ void check(const PreviewArguments& arguments) {
     throw UsageError("missing option, which --watch needs", "--root DIR or --settings FILE");
   if (arguments.watches && arguments.against)
     throw UsageError("options that exclude each other", "--watch and --against");
+  if (arguments.watches && arguments.advises)
+    throw UsageError("options that exclude each other", "--watch and --advise");
   const double scale = arguments.materials.scale;
   if (!(scale >= 1 && scale <= kLargestScale))
     throw UsageError("not a scale from 1 to 4", std::to_string(scale));
@@ -126,7 +128,8 @@ int preview(PreviewArguments& arguments) {
   warnOfStored(arguments, tabs);
   const std::string root = tabs.all().front().root;
   if (arguments.watches && arguments.root) watched.container.emplace(root);
-  Studio studio(std::move(materials), std::move(tabs), arguments.watches);
+  Studio studio(std::move(materials), std::move(tabs),
+                {.follows = arguments.watches, .advises = arguments.advises});
   if (arguments.against)
     return compareWithKept(studio, *arguments.against, outputOf(arguments),
                            arguments.materials.screens, showProgress);
@@ -185,6 +188,9 @@ Command previewCommand() {
                        .value = "NUMBER",
                        .target = &materials.scale,
                        .meaning = "Pixels a point, 1 to 4; 2"},
+                      {.name = "--advise",
+                       .target = &arguments->advises,
+                       .meaning = "Look for colours where text is too faint, for some seconds"},
                       {.name = "--against",
                        .value = "DIR",
                        .target = &arguments->against,

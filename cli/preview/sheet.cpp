@@ -24,11 +24,14 @@ const Screen& screenNamed(std::string_view identifier) {
   throw Failure("no such screen", std::string(identifier));
 }
 
-/// The screen below one that covers another.
+}  // namespace
+
 const Screen& coveredScreen(const Tab& tab) {
   const Screen& application = screenNamed("application");
   return tab.open == application.bundle ? application : screenNamed("home");
 }
+
+namespace {
 
 /// The screens that are drawn for a tab, including those that others cover.
 std::vector<const Screen*> drawnScreens(const Materials& materials, const Tab& tab) {
@@ -65,6 +68,8 @@ std::map<std::string, std::string> listedIcons(std::map<std::string, std::string
   return icons;
 }
 
+}  // namespace
+
 host::ProcessOptions processOf(const Screen& screen, const Tab& tab, const Materials& materials) {
   host::ProcessOptions options;
   options.bundle = screen.bundle;
@@ -78,6 +83,8 @@ host::ProcessOptions processOf(const Screen& screen, const Tab& tab, const Mater
   }
   return options;
 }
+
+namespace {
 
 std::string contentsOf(const std::vector<Layer>& layers, const std::string& wallpaper,
                        const Scene& scene) {

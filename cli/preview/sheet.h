@@ -13,6 +13,12 @@
 
 namespace varnix::cli {
 
+/// How the process of that screen is started, with the tab's settings.
+host::ProcessOptions processOf(const varnix::screens::Screen& screen, const Tab& tab,
+                               const Materials& materials);
+/// The screen below one that covers another.
+const varnix::screens::Screen& coveredScreen(const Tab& tab);
+
 /// By the process's bundle identifier.
 using ProcessAnswers = std::map<std::string, ProcessAnswer>;
 

@@ -6,7 +6,6 @@
 
 #include "common/interruption.h"
 #include "gallery/page/gallery.h"
-#include "preview/gallery_json.h"
 
 namespace varnix::cli {
 
@@ -20,8 +19,8 @@ double secondsSince(Clock::time_point start) {
 
 }  // namespace
 
-Studio::Studio(Materials materials, Tabs tabs, bool follows)
-    : materials_(std::move(materials)), tabs_(std::move(tabs)), follows_(follows) {}
+Studio::Studio(Materials materials, Tabs tabs, PageChoice choice)
+    : materials_(std::move(materials)), tabs_(std::move(tabs)), choice_(choice) {}
 
 Studio::Done Studio::work(const std::filesystem::path& folder, const Progress& progress) {
   Done done;
@@ -46,7 +45,7 @@ Studio::Done Studio::work(const std::filesystem::path& folder, const Progress& p
   }
   done.pictures = pictures.size();
   drawPictures(pictures, folder, materials_.scale, progress);
-  writeGallery(folder, galleryJson(tabs_.all(), asked, materials_, follows_));
+  writeGallery(folder, galleryJson(tabs_.all(), asked, materials_, choice_));
   throwIfInterrupted();
   done.drawing = secondsSince(drawing);
   return done;

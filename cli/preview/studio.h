@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "preview/gallery_json.h"
 #include "preview/materials.h"
 #include "preview/sheet.h"
 #include "preview/tabs.h"
@@ -15,8 +16,7 @@ namespace varnix::cli {
 
 class Studio {
  public:
-  /// The page asks for later drawings if it follows.
-  Studio(Materials materials, Tabs tabs, bool follows);
+  Studio(Materials materials, Tabs tabs, PageChoice choice);
 
   struct Done {
     std::vector<std::string> screens;  ///< titles of those that were drawn
@@ -31,7 +31,7 @@ class Studio {
  private:
   Materials materials_;
   Tabs tabs_;
-  bool follows_;
+  PageChoice choice_;
   ProcessAnswers before_;
   std::map<std::string, std::string> drawn_;  ///< the contents of each file
 };

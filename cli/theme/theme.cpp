@@ -9,6 +9,7 @@
 #include "common/errors.h"
 #include "common/interruption.h"
 #include "common/output_file.h"
+#include "contrast/print.h"
 #include "objc/autorelease_pool.h"
 #include "settings/check.h"
 #include "settings/file.h"
@@ -23,6 +24,7 @@ namespace {
 struct ThemeArguments {
   std::string file, other;
   std::optional<std::string> text, preset, out;
+  bool json = false, advises = false;
 };
 
 int checkTheme(const ThemeArguments& arguments) { return printFindings(arguments.file); }
@@ -67,6 +69,10 @@ int writePreset(const ThemeArguments& arguments) {
   return 0;
 }
 
+int showContrast(const ThemeArguments& arguments) {
+  return printLegibility(arguments.file, {arguments.json, arguments.advises});
+}
+
 }  // namespace
 
 Command themeCommand() {
@@ -106,6 +112,13 @@ Command themeCommand() {
       .commands =
           {command("check", "Print what of a theme does not count as it was meant", {theme},
                    checkTheme, "Where there is something the exit status is 1."),
+           command("contrast", "Measure on the drawn screens how well the theme can be read",
+                   {theme,
+                    {.name = "--advise",
+                     .target = &arguments->advises,
+                     .meaning = "Also look for colours with which it can"},
+                    {.name = "--json", .target = &arguments->json, .meaning = "Print JSON"}},
+                   showContrast, "Where something is too faint the exit status is 1."),
            command("diff", "Print which settings differ between two themes",
                    {file("A", &arguments->file, "A theme"),
                     file("B", &arguments->other, "The theme to compare it with")},

@@ -14,10 +14,12 @@ namespace varnix::cli {
 /// `gallery` is {"follows": whether there may be later calls, "tabs": [{"id", "title", "summary",
 /// "screens": [{"id", "title", "light":
 /// {"before": PATH, "after": PATH}, "dark": the same}], "surfaces": [{"process", "class",
-/// "property", "case", "before", "after", "behind"}]}]}. Paths of pictures are relative to the
+/// "property", "case", "before", "after", "contrast"}]}]}. Paths of pictures are relative to the
 /// folder; either wallpaper may be missing. "before" and "after" are "#rrggbbaa", a boolean or
-/// null; "behind" is
-/// "#rrggbb" or null. Throws Failure for a picture that cannot be read and a file that cannot be
+/// null. "contrast" is null where nothing was measured, else {"ratio", "needed", "kind", "screen":
+/// ID, "title", "wallpaper": NAME or null, "place" and "mark": [X, Y, WIDTH, HEIGHT] in points,
+/// "ink" and "ground": "#rrggbb", "holds"}, with "advice" where a colour was looked for: null, or
+/// {KEY: VALUE}. Throws Failure for a picture that cannot be read and a file that cannot be
 /// written, and nlohmann's exceptions for a gallery of another shape.
 void writeGallery(const std::filesystem::path& folder, const Json& gallery);
 

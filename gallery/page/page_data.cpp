@@ -1,6 +1,5 @@
 #include "gallery/page/page_data.h"
 
-#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <functional>
@@ -8,7 +7,6 @@
 #include <string>
 
 #include "common/errors.h"
-#include "gallery/page/contrast.h"
 
 namespace varnix::cli::gallery {
 
@@ -43,35 +41,6 @@ Json screenData(const std::filesystem::path& folder, const Json& screen) {
   return result;
 }
 
-std::optional<drawing::ByteColor> colorOf(const Json& value) {
-  if (!value.is_string()) return {};
-  return parseColor(value.get_ref<const std::string&>());
-}
-
-/// "#rrggbb".
-std::string opaqueHex(const drawing::ByteColor& color) { return drawing::hex(color).substr(0, 7); }
-
-Json surfaceData(const Json& surface) {
-  Json result = surface;
-  for (const char* key : {"contrast", "below", "nearest"}) result[key] = nullptr;
-  // The system's own colours are not judged.
-  if (surface.at("after") == surface.at("before")) return result;
-  const auto dyed = colorOf(surface.at("after"));
-  const auto behind = colorOf(surface.value("behind", Json()));
-  if (!dyed || !behind) return result;
-
-  const drawing::ByteColor ground = drawing::laidOn({255, 255, 255}, *behind);
-  const drawing::ByteColor seen = drawing::laidOn(ground, *dyed);
-  const double contrast = drawing::contrastRatio(seen, ground);
-  result["contrast"] = std::floor(contrast * 100) / 100;
-  if (contrast >= kLeastForText) return result;
-  result["below"] = contrast < kLeastForShapes ? kLeastForShapes : kLeastForText;
-  if (const auto nearest = nearestOfHue(seen, ground, kLeastForText)) {
-    result["nearest"] = opaqueHex(*nearest);
-  }
-  return result;
-}
-
 }  // namespace
 
 Json pageData(const std::filesystem::path& folder, const Json& gallery) {
@@ -82,12 +51,10 @@ Json pageData(const std::filesystem::path& folder, const Json& gallery) {
                 {"summary", tab.at("summary")},
                 {"file", tab.at("file")},
                 {"settings", tab.at("settings")}};
-    result["screens"] = result["surfaces"] = Json::array();
+    result["surfaces"] = tab.at("surfaces");
+    result["screens"] = Json::array();
     for (const Json& screen : tab.at("screens")) {
       result["screens"].push_back(screenData(folder, screen));
-    }
-    for (const Json& surface : tab.at("surfaces")) {
-      result["surfaces"].push_back(surfaceData(surface));
     }
     tabs.push_back(std::move(result));
   }

@@ -27,6 +27,8 @@
         .ascii  "'use strict';\n"
         .incbin "elements.js"
         .incbin "screen.js"
+        .incbin "place.js"
+        .incbin "lens.js"
         .incbin "surfaces.js"
         .incbin "page.js"
         .incbin "follow.js"

@@ -1,18 +1,10 @@
 // The table of surfaces
 
-const columns = ['Surface', 'Before', 'After', 'Contrast', 'Same hue at 4.5'];
+const columns = ['Surface', 'Before', 'After', 'Contrast', 'What would help'];
 
 function swatch(color) {
   const made = element('span', {class: 'swatch', 'aria-hidden': 'true'});
   made.style.setProperty('--color', color);
-  return made;
-}
-
-// Sample text in the colour, on what is behind it.
-function sample(color, behind) {
-  const made = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
-  made.style.color = color;
-  made.style.background = behind;
   return made;
 }
 
@@ -29,26 +21,28 @@ function answer(value) {
   return element('span', {class: 'color'}, swatch(value), hex(value));
 }
 
-function contrast({after, behind, contrast: ratio, below}) {
-  if (ratio === null) return none('\u2013');
-  const parts = [sample(after, behind), element('span', {class: 'ratio'}, ratio.toFixed(2))];
-  if (below !== null) {
-    parts.push(element('span', {class: below === 3 ? 'mark bad' : 'mark poor'},
-                       `below ${below.toFixed(1)}`));
-  }
-  return element('span', {class: 'color'}, ...parts);
+function contrast({contrast: reading}) {
+  if (reading === null) return none('\u2013');
+  return element('span', {class: 'reading'}, ...ratio(reading),
+                 element('button', {type: 'button', class: 'where'}, placeName(reading)));
 }
 
-function nearest({behind, contrast: ratio, nearest: color}) {
-  if (color !== null) return element('span', {class: 'color'}, sample(color, behind), hex(color));
-  return none(ratio === null ? '\u2013' : 'as it is');
+// A suggestion was drawn before it was made.
+function help({contrast: reading}) {
+  if (reading === null) return none('\u2013');
+  if (reading.holds) return none('as it is');
+  if (reading.advice === undefined) return none('not looked for');
+  if (reading.advice === null) return none('no shade of its colour holds everywhere');
+  return element('span', {class: 'advice'}, ...Object.entries(reading.advice).map(([key, value]) => element(
+    'span', {class: 'color'}, ...typeof value === 'string' ? [swatch(value.slice(0, 7))] : [],
+    element('code', {}, `${key} = ${value}`))));
 }
 
 const isDyed = (surface) => surface.before !== surface.after;
 
 function row(surface) {
-  const cells = [answer(surface.before), answer(surface.after), contrast(surface), nearest(surface)];
-  return element('tr', {role: 'row'},
+  const cells = [answer(surface.before), answer(surface.after), contrast(surface), help(surface)];
+  const made = element('tr', {role: 'row'},
                  element('th', {role: 'rowheader', scope: 'row'},
                          element('code', {class: 'class'}, surface.class),
                          element('span', {class: 'property'}, surface.property),
@@ -56,6 +50,8 @@ function row(surface) {
                  ...cells.map((cell, i) => element(
                    'td', {role: 'cell'},
                    element('span', {class: 'column', 'aria-hidden': 'true'}, columns[i + 1]), cell)));
+  if (surface.contrast !== null) pointsAt(made, surface.contrast);
+  return made;
 }
 
 function group(process, surfaces) {
@@ -69,7 +65,7 @@ function group(process, surfaces) {
 const filters = {
   all: {title: 'All', takes: () => true},
   dyed: {title: 'Dyed', takes: isDyed},
-  poor: {title: 'Below 4.5', takes: (surface) => surface.below !== null},
+  poor: {title: 'Too faint', takes: ({contrast: reading}) => reading !== null && !reading.holds},
 };
 let filter = 'all';
 
@@ -93,11 +89,8 @@ function counted(number, one, many) { return `${number} ${number === 1 ? one : m
 
 function countText(surfaces) {
   const below = surfaces.filter(filters.poor.takes);
-  const bad = below.filter((surface) => surface.below === 3).length;
   const text = `${counted(surfaces.length, 'surface', 'surfaces')}, ${surfaces.filter(isDyed).length} dyed`;
-  if (below.length === 0) return text;
-  return `${text}, ${below.length} with a contrast below 4.5` +
-    (bad === 0 ? '' : `, ${bad} of these below 3.0`);
+  return below.length === 0 ? text : `${text}, ${below.length} too faint`;
 }
 
 function surfaceList(tab) {

@@ -1,5 +1,7 @@
 #include "gallery/screens/answers.h"
 
+#include "gallery/screens/surfaces.h"
+
 namespace varnix::screens {
 
 namespace {
@@ -14,7 +16,9 @@ const T* find(const Answers& answers, const std::string& name) {
 
 std::optional<Color> Answers::color(const std::string& name) const {
   const auto* text = find<std::string>(*this, name);
-  return text == nullptr ? std::nullopt : parseColor(*text);
+  auto color = text == nullptr ? std::nullopt : parseColor(*text);
+  if (color) color->dyes = surfaceOfAnswer(name);
+  return color;
 }
 
 Color Answers::colorOr(const std::string& name, const Color& platform) const {

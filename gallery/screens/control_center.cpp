@@ -5,6 +5,8 @@
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
+#include "gallery/screens/surfaces.h"
+#include "gallery/screens/symbol.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 
@@ -45,14 +47,17 @@ void drawToggles(const Canvas& canvas, double middle) {
   double x = 15 + kDiameter / 2;
   for (const auto& [draw, isOn] : kToggles) {
     canvas.disc({x, middle}, kDiameter / 2, isOn ? kWhite.withAlpha(0.92) : kOff);
-    draw(canvas, {x, middle}, kInk);
+    drawSymbol(canvas, {x, middle}, kInk, draw);
     x += kStep;
   }
 }
 
 void drawBrightness(const Canvas& canvas, double middle) {
-  drawSun(canvas, {24, middle}, 3.2, kInk);
-  drawSun(canvas, {351, middle}, 5, kInk);
+  for (const auto& [x, radius] : {std::pair(24, 3.2), std::pair(351, 5.0)})
+    drawSymbol(canvas, {static_cast<double>(x), middle}, kInk,
+               [r = radius](const Canvas& on, Point at, const Color& color) {
+                 drawSun(on, at, r, color);
+               });
   drawSlider(canvas, {45, middle - 14, 285, 28}, 0.58, kSlider);
 }
 
@@ -63,6 +68,7 @@ void drawPlayer(const Canvas& canvas, double top, bool isPlaying) {
     drawCentered(canvas, {18, top + 15}, "1:12", time);
     drawCentered(canvas, {357, top + 15}, "-2:34", time.with(Align::right));
   } else {
+    const Inactive player(canvas);
     drawCentered(canvas, {18, top + 15}, "--:--", time);
     drawCentered(canvas, {357, top + 15}, "--:--", time.with(Align::right));
   }
@@ -75,24 +81,30 @@ void drawPlayer(const Canvas& canvas, double top, bool isPlaying) {
     drawCentered(canvas, {middle, top + 62}, "The Lanterns \u2014 Dusk",
                  {14, kInk, Weight::regular, Align::center});
   } else {
+    const Inactive player(canvas);
     drawCentered(canvas, {middle, top + 52}, "Not Playing",
                  {17, kFaint, Weight::regular, Align::center});
   }
-  drawSkip(canvas, {middle - 86, top + 96}, -1, kInk);
-  if (isPlaying) drawPause(canvas, {middle, top + 96}, kInk);
-  else drawPlay(canvas, {middle, top + 96}, kInk);
-  drawSkip(canvas, {middle + 86, top + 96}, 1, kInk);
-  drawLoudspeaker(canvas, {20, top + 133}, 0, kInk);
-  drawLoudspeaker(canvas, {344, top + 133}, 3, kInk);
+  for (const int direction : {-1, 1})
+    drawSymbol(canvas, {middle + 86 * direction, top + 96}, kInk,
+               [direction](const Canvas& on, Point at, const Color& color) {
+                 drawSkip(on, at, direction, color);
+               });
+  drawSymbol(canvas, {middle, top + 96}, kInk, isPlaying ? drawPause : drawPlay);
+  for (const auto& [x, waves] : {std::pair(20, 0), std::pair(344, 3)})
+    drawSymbol(canvas, {static_cast<double>(x), top + 133}, kInk,
+               [w = waves](const Canvas& on, Point at, const Color& color) {
+                 drawLoudspeaker(on, at, w, color);
+               });
   drawSlider(canvas, {45, top + 119, 285, 28}, 0.45, kSlider);
 }
 
 void drawSharing(const Canvas& canvas, double top, double height) {
   const double quarter = canvas.width() / 4;
   const TextStyle style{16, kInk};
-  drawScreenSharing(canvas, {quarter - 38, top + height / 2}, kInk);
+  drawSymbol(canvas, {quarter - 38, top + height / 2}, kInk, drawScreenSharing, 30);
   drawCentered(canvas, {quarter - 20, top + height / 2}, "AirPlay", style);
-  drawDrop(canvas, {3 * quarter - 38, top + height / 2}, kInk);
+  drawSymbol(canvas, {3 * quarter - 38, top + height / 2}, kInk, drawDrop, 30);
   drawCentered(canvas, {3 * quarter - 20, top + height / 2}, "AirDrop", style);
   canvas.fill({canvas.width() / 2, top, canvas.hairline(), height}, kBlack.withAlpha(0.28));
 }
@@ -105,7 +117,7 @@ void drawShortcuts(const Canvas& canvas, double top) {
   for (const Glyph glyph : kShortcuts) {
     const Box box{x, top, kSide, kSide};
     canvas.fill(box, kOff, 13);
-    glyph(canvas, {box.middleX(), box.middleY()}, kInk);
+    drawSymbol(canvas, {box.middleX(), box.middleY()}, kInk, glyph);
     x += kSide + gap;
   }
 }
@@ -117,6 +129,7 @@ void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   canvas.fill({0, 0, canvas.width(), top}, kBlack.withAlpha(0.3));
   canvas.line({{canvas.width() / 2 - 16, top + 10}, {canvas.width() / 2 + 16, top + 10}});
   canvas.stroke(kBlack.withAlpha(0.42), 5);
+  const On dyed(canvas, kControlCenterSurface);
   drawToggles(canvas, top + 52);
   drawSeparator(canvas, top + 93);
   drawBrightness(canvas, top + 118);

@@ -1,5 +1,9 @@
 #include "gallery/screens/controls.h"
 
+#include <optional>
+
+#include "gallery/screens/symbol.h"
+
 namespace varnix::screens {
 
 namespace {
@@ -28,7 +32,7 @@ void drawNavigationBar(const Canvas& canvas, const NavigationBar& bar) {
   canvas.fill({0, 0, canvas.width(), bar.height}, kBar);
   drawHairline(canvas, {0, bar.height}, canvas.width(), kBarEdge);
   if (!bar.back.empty()) {
-    drawBack(canvas, {8.5, kMiddle}, bar.tint);
+    drawSymbol(canvas, {8.5, kMiddle}, bar.tint, drawBack);
     drawCentered(canvas, {26.5, kMiddle}, bar.back, style);
   }
   drawCentered(canvas, {canvas.width() / 2, kMiddle}, bar.title,
@@ -52,6 +56,8 @@ void drawSegmentedControl(const Canvas& canvas, const Box& box,
       canvas.restore();
     }
     if (i > 0) canvas.fill({segment.x - 0.5, box.y, 1, box.height}, tint);
+    std::optional<On> filled;
+    if (i == selected && tint.dyes != nullptr) filled.emplace(canvas, tint.dyes);
     drawCentered(canvas, {segment.middleX(), segment.middleY()}, titles[i],
                  {13, i == selected ? selectedText : tint, Weight::regular, Align::center});
   }
@@ -69,9 +75,11 @@ void drawKnob(const Canvas& canvas, Point middle, double radius) {
 void drawSwitch(const Canvas& canvas, Point at, bool isOn, const SwitchColors& colors) {
   const Box track{at.x, at.y, 51, 31};
   if (isOn) {
+    const Ink ink(canvas, track, colors.on, InkKind::symbol);
     canvas.fill(track, colors.on, 15.5);
   } else {
     canvas.fill(track, kWhite, 15.5);
+    const Ink ink(canvas, track, colors.outline, InkKind::symbol);
     canvas.outline(track, colors.outline, 1.5, 15.5);
   }
   drawKnob(canvas, {isOn ? track.right() - 15.5 : track.x + 15.5, track.middleY()}, 14);
@@ -81,8 +89,13 @@ void drawSlider(const Canvas& canvas, const Box& box, double value, const Slider
   constexpr double kRadius = 14;
   const double x = box.x + kRadius + value * (box.width - 2 * kRadius);
   const double y = box.middleY() - 1;
-  canvas.fill({box.x, y, box.width, 2}, colors.maximumTrack, 1);
-  canvas.fill({box.x, y, x - box.x, 2}, colors.minimumTrack, 1);
+  const auto drawPart = [&](const Box& track, const Color& color) {
+    std::optional<Ink> ink;
+    if (color.dyes != nullptr) ink.emplace(canvas, track, color, InkKind::symbol);
+    canvas.fill(track, color, 1);
+  };
+  drawPart({box.x, y, x - box.x, 2}, colors.minimumTrack);
+  drawPart({x, y, box.right() - x, 2}, colors.maximumTrack);
   drawKnob(canvas, {x, box.middleY()}, kRadius);
 }
 
@@ -96,6 +109,7 @@ void drawDisclosure(const Canvas& canvas, Point tip, const Color& color) {
 }
 
 void drawCheckmark(const Canvas& canvas, Point middle, const Color& color) {
+  const Ink ink(canvas, around(middle, 20, 20), color, InkKind::symbol);
   canvas.save();
   cairo_set_line_join(canvas.context(), CAIRO_LINE_JOIN_MITER);
   cairo_set_line_cap(canvas.context(), CAIRO_LINE_CAP_SQUARE);
@@ -115,7 +129,7 @@ void drawTabBar(const Canvas& canvas, const std::vector<Tab>& tabs, std::size_t 
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     const double x = (static_cast<double>(i) + 0.5) * width;
     const Color& color = i == selected ? tint : kUnselected;
-    tabs[i].glyph(canvas, {x, top + 18.5}, color);
+    drawSymbol(canvas, {x, top + 18.5}, color, tabs[i].glyph, 34);
     drawText(canvas, {x, canvas.height() - 4.5}, tabs[i].title,
              {10, color, Weight::medium, Align::center});
   }

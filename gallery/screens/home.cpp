@@ -1,4 +1,5 @@
 // The home screen: icons, a folder, an application waiting for its download, badges, the dock.
+#include "drawing/ink.h"
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/home_items.h"
@@ -6,6 +7,7 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
+#include "gallery/screens/surfaces.h"
 #include "objc/strong.h"
 #include "platform/SpringBoard.h"
 #include "platform/UIKit.h"
@@ -114,6 +116,7 @@ void drawBadge(const Canvas& canvas, const Box& icon, int number, const Color& c
   const double width = std::max(kHeight, textWidth(canvas, text, style) + 14);
   const Box box{icon.right() + 11 - width, icon.y - 10.5, width, kHeight};
   canvas.fill(box, color, kHeight / 2);
+  const On badge(canvas, kBadgeSurface);
   drawCentered(canvas, {box.middleX(), box.middleY()}, text, style);
 }
 

@@ -7,6 +7,7 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
+#include "gallery/screens/symbol.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 
@@ -49,7 +50,7 @@ void drawWords(const Canvas& canvas, double top, const Color& link) {
     constexpr double kScale = 0.6;
     const Around around(canvas, {kMargin + 6, top + 9});
     cairo_scale(canvas.context(), kScale, kScale);
-    drawFullHeart(canvas, {0, 0}, link);
+    drawSymbol(canvas, {0, 0}, link, drawFullHeart);
   }
   const Weight bold = Weight::semibold;
   const double width = canvas.width() - 2 * kMargin;

@@ -4,6 +4,8 @@
 
 #include "drawing/text.h"
 #include "gallery/screens/questions.h"
+#include "gallery/screens/surfaces.h"
+#include "gallery/screens/symbol.h"
 #include "platform/UIKit.h"
 
 namespace varnix::screens {
@@ -122,10 +124,10 @@ void drawLastRow(const Canvas& canvas, double y, const Look& look) {
         drawCentered(canvas, middle, "123", style);
         break;
       case 1:
-        drawGlobe(canvas, middle, look.text);
+        drawSymbol(canvas, middle, look.text, drawGlobe, 30);
         break;
       case 2:
-        drawDictation(canvas, middle, look.text);
+        drawSymbol(canvas, middle, look.text, drawDictation, 30);
         break;
       case 3:
         drawCentered(canvas, middle, "space", style);
@@ -151,6 +153,7 @@ void drawKeyboard(const Canvas& canvas, const Answers& answers) {
   const Look look = lookOf(answers);
   const double top = canvas.height() - kKeyboardHeight;
   canvas.fill({0, top, canvas.width(), kKeyboardHeight}, look.background);
+  const On keyboard(canvas, kKeyboardSurface);
   double y = top + kTop;
   drawLetters(canvas, "qwertyuiop", {kMargin, y}, look);
   y += kPitch;
@@ -161,8 +164,8 @@ void drawKeyboard(const Canvas& canvas, const Answers& answers) {
   const Box erase{canvas.width() - kMargin - kSideKey, y, kSideKey, kKeyHeight};
   drawKey(canvas, shift, look.functionKey, look);
   drawKey(canvas, erase, look.functionKey, look);
-  drawShift(canvas, {shift.middleX(), shift.middleY()}, look.text);
-  drawDelete(canvas, {erase.middleX(), erase.middleY()}, look.text);
+  drawSymbol(canvas, {shift.middleX(), shift.middleY()}, look.text, drawShift);
+  drawSymbol(canvas, {erase.middleX(), erase.middleY()}, look.text, drawDelete);
   drawLastRow(canvas, y + kPitch, look);
 }
 

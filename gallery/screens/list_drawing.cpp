@@ -6,6 +6,7 @@
 
 #include <glib.h>
 
+#include "drawing/ink.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/list_layout.h"
 #include "gallery/screens/picker_drawing.h"
@@ -60,6 +61,8 @@ void drawTemplate(const Canvas& canvas, const ListImage& image, Point middle, co
   const Surface surface = decoded(image.png);
   if (surface == nullptr) return;
   const double scale = image.scale > 0 ? image.scale : 1;
+  const Ink ink(canvas, around(middle, widthOf(surface) / scale, heightOf(surface) / scale), color,
+                InkKind::symbol);
   canvas.save();
   cairo_t* cr = canvas.context();
   cairo_translate(cr, middle.x - widthOf(surface) / scale / 2,

@@ -1,12 +1,15 @@
 // Messages: a conversation, its text field and the keyboard.
 #include <algorithm>
+#include <optional>
 
+#include "drawing/ink.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/glyphs.h"
 #include "gallery/screens/keyboard.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
+#include "gallery/screens/surfaces.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 
@@ -87,6 +90,8 @@ void drawBalloon(const Canvas& canvas, const Balloon& balloon, double top, const
       canvas.fill(kReceived);
     }
   }
+  std::optional<On> dyed;
+  if (balloon.isSent) dyed.emplace(canvas, kBalloonSurface);
   drawParagraph(
       canvas, {box.x + kPadding, top + 7},
       {{{balloon.text, balloon.isSent ? kWhite : kBlack}}, kSize, kLine, extent.width + 1});
@@ -117,10 +122,14 @@ void drawField(const Canvas& canvas, const Answers& answers) {
   const TextStyle style{17};
   const std::string typed = "Leaving now";
   drawCentered(canvas, {field.x + 9, field.middleY()}, typed, style);
-  canvas.fill({field.x + 10 + textWidth(canvas, typed, style), field.y + 7.5, 2, 20},
-              answers.colorOr("button", kTint));
+  const Color tint = answers.colorOr("button", kTint);
+  const Box caret{field.x + 10 + textWidth(canvas, typed, style), field.y + 7.5, 2, 20};
+  {
+    const Ink ink(canvas, caret, tint, InkKind::symbol);
+    canvas.fill(caret, tint);
+  }
   drawCentered(canvas, {(field.right() + canvas.width()) / 2, field.middleY()}, "Send",
-               {17, answers.colorOr("button", kTint), Weight::semibold, Align::center});
+               {17, tint, Weight::semibold, Align::center});
 }
 
 void draw(const Canvas& canvas, const Answers& answers, const Scene&) {

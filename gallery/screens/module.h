@@ -5,6 +5,7 @@
 #include <span>
 
 #include "drawing/difference.h"
+#include "drawing/ink.h"
 #include "gallery/screens/screen.h"
 
 namespace varnix::screens {
@@ -20,6 +21,10 @@ struct Module {
   /// The finished picture as a PNG file. May be called on any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale,
                       Effort effort);
+  /// The worst place of each dyed surface on the uppermost layer; on any thread.
+  std::vector<drawing::Reading> (*read)(std::span<const Layer> layers, const Scene& scene);
+  /// The surface, "CLASS PROPERTY", that gave a screen that answer; null if that is unknown.
+  const char* (*surfaceOf)(const Screen& screen, std::string_view answer);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";

@@ -1,10 +1,12 @@
 // Notification Centre: the whole screen, dark, with today's events.
+#include "drawing/ink.h"
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
+#include "gallery/screens/surfaces.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 
@@ -53,14 +55,19 @@ void drawEvent(const Canvas& canvas, double top, const Event& event) {
 }
 
 void drawReminder(const Canvas& canvas, double top, const char* text) {
-  canvas.circle({kIndent + 9, top + 20}, 9);
-  canvas.stroke(kSoft, 1);
+  {
+    const Point middle{kIndent + 9, top + 20};
+    const Ink ink(canvas, around(middle, 20, 20), kSoft, InkKind::symbol);
+    canvas.circle(middle, 9);
+    canvas.stroke(kSoft, 1);
+  }
   drawCentered(canvas, {kIndent + 30, top + 20}, text, {16, kWhite});
 }
 
 void draw(const Canvas& canvas, const Answers& answers, const Scene& scene) {
   drawBackdrop(canvas, {0, 0, canvas.width(), canvas.height()}, 0,
                {kBlack.withAlpha(0.52), tintOf(answers)});
+  const On dyed(canvas, kNotificationCenterSurface);
   drawStatusBar(canvas, answers.colorOr("status bar", kWhite));
   drawSegmentedControl(canvas, {57.5, 30, 260, 29}, {"Today", "Notifications"}, 0,
                        answers.colorOr("segmented control", kWhite), rgb(0x2b2b33));

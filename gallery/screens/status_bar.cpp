@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "drawing/ink.h"
 #include "drawing/text.h"
 
 namespace varnix::screens {
@@ -13,6 +14,7 @@ constexpr double kMiddle = kStatusBarHeight / 2;
 void drawSignal(const Canvas& canvas, const Color& color) {
   constexpr int kDots = 5, kStrength = 4;
   constexpr double kDiameter = 5.5, kStep = 7;
+  const Ink ink(canvas, {4, 0, kDots * kStep + 5, kStatusBarHeight}, color, InkKind::symbol);
   for (int i = 0; i < kDots; ++i) {
     const Point middle{6.5 + kDiameter / 2 + i * kStep, kMiddle};
     if (i < kStrength) {
@@ -28,6 +30,7 @@ void drawSignal(const Canvas& canvas, const Color& color) {
 void drawWifi(const Canvas& canvas, double x, const Color& color) {
   constexpr double kReach = 9, kEighth = kTurn / 8;
   const Point foot{x + 6.2, kMiddle + 4.6};
+  const Ink ink(canvas, {x - 4, 0, 21, kStatusBarHeight}, color, InkKind::symbol);
   cairo_t* cr = canvas.context();
   canvas.save();
   cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT);
@@ -46,6 +49,8 @@ void drawWifi(const Canvas& canvas, double x, const Color& color) {
 void drawBattery(const Canvas& canvas, const Color& color) {
   constexpr double kCharge = 0.82;
   const Box shell{343.5, kMiddle - 4.75, 24, 9.5};
+  const Ink ink(canvas, {shell.x - 1, 0, shell.width + 6, kStatusBarHeight}, color,
+                InkKind::symbol);
   canvas.outline(shell, color, 0.5, 1.5);
   const Box inside = shell.inset(1);
   canvas.fill({inside.x, inside.y, inside.width * kCharge, inside.height}, color, 0.75);

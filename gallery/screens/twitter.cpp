@@ -6,6 +6,7 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
+#include "gallery/screens/symbol.h"
 #include "objc/strong.h"
 #include "platform/UIKit.h"
 
@@ -100,10 +101,11 @@ void drawHead(const Canvas& canvas, const Answers& answers) {
   const Color tint = answers.colorOr("navigation bar", kTint);
   drawNavigationBar(canvas, {"", "Timeline", "", tint, 63.5, Weight::regular});
   drawStatusBar(canvas, answers.colorOr("status bar", kBlack));
-  drawPerson(canvas, {27, 42}, tint);
-  drawMagnifier(canvas, {canvas.width() - 66, 42}, tint);
+  drawSymbol(canvas, {27, 42}, tint, drawPerson);
+  drawSymbol(canvas, {canvas.width() - 66, 42}, tint, drawMagnifier);
   // A pen on paper.
   const double x = canvas.width() - 25, y = 42;
+  const Ink pen(canvas, around({x, y}, 40, 40), tint, InkKind::symbol);
   canvas.line({{x + 1, y - 8}, {x - 9, y - 8}, {x - 9, y + 9}, {x + 8, y + 9}, {x + 8, y + 0}});
   canvas.line({{x - 2.5, y + 3}, {x + 9, y - 8.5}});
   canvas.stroke(tint, 1.6);

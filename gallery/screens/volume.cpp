@@ -1,9 +1,11 @@
 // The volume's panel in the middle of the screen.
+#include "drawing/ink.h"
 #include "drawing/text.h"
 #include "gallery/screens/backdrop.h"
 #include "gallery/screens/control_glyphs.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
+#include "gallery/screens/surfaces.h"
 #include "objc/strong.h"
 
 namespace varnix::screens {
@@ -25,14 +27,23 @@ Answers ask(const Surroundings&) {
 void draw(const Canvas& canvas, const Answers& answers, const Scene&) {
   const Box panel = around({canvas.width() / 2, canvas.height() / 2}, kSide, kSide);
   drawBackdrop(canvas, panel, kRadius, {rgb(0xe6e6ea, 0.56), tintOf(answers)});
+  const On dyed(canvas, kVolumeSurface);
   drawText(canvas, {panel.middleX(), panel.y + 26}, "Volume",
            {16, kInk, Weight::medium, Align::center});
-  drawLoudspeaker(canvas, {panel.middleX() - 37, panel.middleY() + 3}, 3, kInk, 4.9);
+  {
+    const Ink ink(canvas, panel, kInk, InkKind::symbol);
+    drawLoudspeaker(canvas, {panel.middleX() - 37, panel.middleY() + 3}, 3, kInk, 4.9);
+  }
   constexpr double kWidth = 6.5, kGap = 1.5, kHeight = 7;
   double x = panel.middleX() - (kTicks * (kWidth + kGap) - kGap) / 2;
   for (int i = 0; i < kTicks; ++i, x += kWidth + kGap) {
-    canvas.fill({x, panel.bottom() - 23, kWidth, kHeight},
-                i < kLevel ? kInk : kBlack.withAlpha(0.14));
+    const Box tick{x, panel.bottom() - 23, kWidth, kHeight};
+    if (i >= kLevel) {
+      canvas.fill(tick, kBlack.withAlpha(0.14));
+      continue;
+    }
+    const Ink ink(canvas, tick, kInk, InkKind::symbol);
+    canvas.fill(tick, kInk);
   }
 }
 

@@ -50,12 +50,35 @@ Json screen(const std::filesystem::path& folder, const std::string& tab, const s
   return result;
 }
 
+/// A place in the middle of the stroke.
+Json reading(double ratio, double needed, const char* ink, const char* ground) {
+  return {{"ratio", ratio},
+          {"needed", needed},
+          {"kind", needed < 4 ? "symbol" : "text"},
+          {"screen", "home"},
+          {"title", "Home screen"},
+          {"wallpaper", "dark"},
+          {"place", {184, 331, 4, 4}},
+          {"mark", {100, 324, 175, 20}},
+          {"ink", ink},
+          {"ground", ground},
+          {"holds", ratio >= needed}};
+}
+
+Json advised(Json reading, Json advice) {
+  reading["advice"] = std::move(advice);
+  return reading;
+}
+
 Json surface(const char* process, const char* name, const char* property, const char* situation,
-             Json before, Json after, Json behind) {
-  return {{"process", process},          {"class", name},
-          {"property", property},        {"case", situation},
-          {"before", std::move(before)}, {"after", std::move(after)},
-          {"behind", std::move(behind)}};
+             Json before, Json after, Json contrast = nullptr) {
+  return {{"process", process},
+          {"class", name},
+          {"property", property},
+          {"case", situation},
+          {"before", std::move(before)},
+          {"after", std::move(after)},
+          {"contrast", std::move(contrast)}};
 }
 
 Json surfaces(const std::string& dye) {
@@ -63,22 +86,23 @@ Json surfaces(const std::string& dye) {
   const char* application = "com.example.notes";
   const char* springboard = "com.apple.springboard";
   for (const Json& one :
-       {surface(application, "UIView", "tintColor", "view", "#007affff", dye, "#ffffff"),
+       {surface(application, "UIView", "tintColor", "view", "#007affff", dye,
+                reading(7.03, 4.5, "#8e24aa", "#ffffff")),
         surface(application, "UINavigationBar", "tintColor", "navigation bar", "#007affff", dye,
-                "#f8f8f8"),
+                advised(reading(4.34, 4.5, "#8e24aa", "#f8f8f8"), nullptr)),
         surface(application, "UISwitch", "onTintColor", "after layout, set to red", "#ff3b30ff",
-                "#ffd60aff", "#ffffff"),
-        surface(application, "UIKeyboard", "opaque", "keyboard", true, false, nullptr),
-        surface(application, "UIButton", "tintColor", "button", "#007affff", "#007affff",
-                "#ffffff"),
+                "#ffd60aff",
+                advised(reading(1.41, 3, "#ffd60a", "#ffffff"),
+                        {{"sms_color", "#8c7500"}, {"sms_color_type", 2}})),
+        surface(application, "UIKeyboard", "opaque", "keyboard", true, false),
+        surface(application, "UIButton", "tintColor", "button", "#007affff", "#007affff"),
         surface(application, "UITabBar", "tintColor", "tab bar", "#007affff", "#e91e63ff",
-                "#ffffff"),
+                reading(2.99, 3, "#e91e63", "#ffffff")),
         surface(springboard, "SBControlCenterContentContainerView", "colorTint", "presented",
-                nullptr, "#1e88e580", "#203040"),
+                nullptr, "#1e88e580", reading(6.5, 4.5, "#102030", "#8fb0d0")),
         surface(springboard, "SBIconBlurryBackgroundView", "fallbackColor", "set to grey",
-                "#808080ff", "#1e88e5ff", nullptr),
-        surface(springboard, "SBHUDView", "colorTint", "after layout", nullptr, nullptr,
-                "#203040")}) {
+                "#808080ff", "#1e88e5ff"),
+        surface(springboard, "SBHUDView", "colorTint", "after layout", nullptr, nullptr)}) {
     result.push_back(one);
   }
   return result;

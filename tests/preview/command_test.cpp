@@ -114,7 +114,14 @@ TEST_F(Preview, ThePageListsASurfaceBeforeAndAfter) {
   EXPECT_EQ(view["case"], "view");
   EXPECT_EQ(view["before"], "#007affff");
   EXPECT_EQ(view["after"], "#1e88e5ff");
-  EXPECT_EQ(view["behind"], "#ffffff");
+  // The tick of a row, on white.
+  EXPECT_EQ(view["contrast"]["ratio"], 3.67);
+  EXPECT_EQ(view["contrast"]["needed"], 3);
+  EXPECT_EQ(view["contrast"]["kind"], "symbol");
+  EXPECT_EQ(view["contrast"]["screen"], "application");
+  EXPECT_TRUE(view["contrast"]["wallpaper"].is_null());
+  EXPECT_EQ(view["contrast"]["ground"], "#ffffff");
+  EXPECT_FALSE(view["contrast"].contains("advice")) << "nobody asked for it";
 }
 
 TEST_F(Preview, SwitchedOffNothingChanges) {

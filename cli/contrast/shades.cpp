@@ -1,10 +1,11 @@
-#include "gallery/page/contrast.h"
+#include "contrast/shades.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
-namespace varnix::cli::gallery {
+namespace varnix::cli {
 
 namespace {
 
@@ -46,34 +47,36 @@ drawing::ByteColor colorOf(const Hsl& hsl) {
 
 }  // namespace
 
-std::optional<drawing::ByteColor> parseColor(std::string_view text) {
-  if ((text.size() != 7 && text.size() != 9) || text.front() != '#') return {};
-  std::uint8_t channels[4] = {0, 0, 0, 255};
-  for (std::size_t i = 0; 2 * i + 1 < text.size(); ++i) {
-    const char* from = text.data() + 2 * i + 1;
-    const auto [end, error] = std::from_chars(from, from + 2, channels[i], 16);
-    if (error != std::errc{} || end != from + 2) return {};
+std::optional<drawing::ByteColor> plainColor(std::string_view value) {
+  value = value.substr(0, value.find(':'));
+  if (value.starts_with('#')) value.remove_prefix(1);
+  std::string digits(value);
+  if (digits.size() == 3) {
+    digits.clear();
+    for (const char digit : value) digits.append(2, digit);
   }
-  return drawing::ByteColor{channels[0], channels[1], channels[2], channels[3]};
+  unsigned whole = 0;
+  const char* end = digits.data() + digits.size();
+  const auto [last, error] = std::from_chars(digits.data(), end, whole, 16);
+  if (digits.size() != 6 || error != std::errc{} || last != end || digits.front() == '-') return {};
+  auto byte = [whole](int shift) { return static_cast<std::uint8_t>(whole >> shift & 0xff); };
+  return drawing::ByteColor{byte(16), byte(8), byte(0)};
 }
 
-std::optional<drawing::ByteColor> nearestOfHue(const drawing::ByteColor& color,
-                                               const drawing::ByteColor& ground, double least) {
-  if (drawing::contrastRatio(color, ground) >= least) return color;
+std::vector<drawing::ByteColor> shadesOf(const drawing::ByteColor& color) {
+  constexpr int kSteps = 40;
   const Hsl from = hslOf(color);
-  // Steps smaller than a byte of lightness. Each colour is rounded to bytes before it is tried,
-  // since bytes are what is shown.
-  constexpr int kSteps = 1020;
-  for (int i = 1; i <= kSteps; ++i) {
-    const double step = static_cast<double>(i) / kSteps;
-    for (const double lightness : {from.lightness - step, from.lightness + step}) {
-      if (lightness < -1.0 / kSteps || lightness > 1 + 1.0 / kSteps) continue;
-      const drawing::ByteColor tried =
-          colorOf({from.hue, from.saturation, std::clamp(lightness, 0.0, 1.0)});
-      if (drawing::contrastRatio(tried, ground) >= least) return tried;
-    }
+  std::vector<double> lightnesses;
+  for (int i = 0; i <= kSteps; ++i) lightnesses.push_back(static_cast<double>(i) / kSteps);
+  std::ranges::sort(lightnesses, {}, [&](double lightness) {
+    return std::pair(std::abs(lightness - from.lightness), lightness);
+  });
+  std::vector<drawing::ByteColor> shades;
+  for (const double lightness : lightnesses) {
+    const drawing::ByteColor shade = colorOf({from.hue, from.saturation, lightness});
+    if (shade != color && std::ranges::find(shades, shade) == shades.end()) shades.push_back(shade);
   }
-  return {};
+  return shades;
 }
 
-}  // namespace varnix::cli::gallery
+}  // namespace varnix::cli
