@@ -171,6 +171,13 @@ Advice Legibility::adviceFor(const std::string& process, const std::string& surf
   return {};
 }
 
+Json adviceJson(const Advice& advice) {
+  Json changes;
+  for (const auto& [key, value] : advice.entries)
+    std::visit([&, &name = key](const auto& plain) { changes[name] = plain; }, value);
+  return changes;
+}
+
 Json Legibility::json(bool advises, const std::function<bool()>& goesOn) {
   Json rows = Json::array();
   for (const auto& [name, reading] : readings_) {
@@ -182,10 +189,7 @@ Json Legibility::json(bool advises, const std::function<bool()>& goesOn) {
     row["property"] = surface.substr(blank + 1);
     row["holds"] = holds(reading.place);
     if (advises && !holds(reading.place)) {
-      Json changes;
-      for (const auto& [key, value] : adviceFor(process, surface, goesOn).entries)
-        std::visit([&, &k = key](const auto& plain) { changes[k] = plain; }, value);
-      row["advice"] = changes;
+      row["advice"] = adviceJson(adviceFor(process, surface, goesOn));
     }
     rows.push_back(std::move(row));
   }

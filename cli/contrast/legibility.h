@@ -21,6 +21,9 @@ struct Advice {
   std::vector<Entry> entries;
 };
 
+/// {KEY: VALUE}, or null for none.
+Json adviceJson(const Advice& advice);
+
 class Legibility {
  public:
   using Answers = std::map<std::string, ProcessAnswer>;  ///< by process

@@ -64,7 +64,7 @@ std::optional<drawing::ByteColor> plainColor(std::string_view value) {
 }
 
 std::vector<drawing::ByteColor> shadesOf(const drawing::ByteColor& color) {
-  constexpr int kSteps = 40;
+  constexpr int kSteps = 25;
   const Hsl from = hslOf(color);
   std::vector<double> lightnesses;
   for (int i = 0; i <= kSteps; ++i) lightnesses.push_back(static_cast<double>(i) / kSteps);

@@ -11,6 +11,7 @@
 #include <tuple>
 #include <vector>
 
+#include "contrast/legibility.h"
 #include "preview/materials.h"
 #include "studio/asker.h"
 
@@ -51,6 +52,10 @@ class Painter {
   /// std::runtime_error, and UsageError if there is no such view.
   Painted paint(const View& view, long revision, const std::string& knownTag);
 
+  /// Of these settings, which are those of the revision, in the view's situation. Throws
+  /// std::runtime_error.
+  std::unique_ptr<Legibility> legibility(const View& view, long revision, NSDictionary* settings);
+
   /// The analysis of a picture, as in Asker.
   Json pick(const std::string& file);
 
@@ -78,6 +83,9 @@ class Painter {
   Asker& takeAsker(std::unique_lock<std::mutex>& lock);
   void giveBack(Asker& asker);
 
+  /// What the process answers with other settings than those that are shown.
+  ProcessAnswer askedWith(const varnix::screens::Screen& screen, const View& view,
+                          const Dressed& dressed, const std::string& settings);
   Answered answersOf(const varnix::screens::Screen& screen, const View& view, long revision,
                      const Dressed& dressed);
   ProcessQuestion question(const varnix::screens::Screen& screen, const View& view,

@@ -129,6 +129,20 @@ Response picture(const Asked& asked) {
   return {.type = "image/png", .body = std::move(painted.png), .tag = painted.tag};
 }
 
+View situation(const Asked& asked) {
+  return {.screen = {},
+          .wallpaper = {},
+          .isBefore = false,
+          .plays = asked.isOn("plays"),
+          .isInFront = asked.isOn("front")};
+}
+
+Response contrast(const Asked& asked) { return json(asked.place.reader.rows(situation(asked))); }
+Response advice(const Asked& asked) {
+  return json({{"changes", asked.place.reader.advice(situation(asked), asked.parameter("process"),
+                                                     asked.parameter("surface"))}});
+}
+
 Response themeNow(const Asked& asked) { return json(asked.state()); }
 Response news(const Asked& asked) {
   return json(asked.state(asked.place.session.news(asked.number("version"), kNewsPatience)));
@@ -187,6 +201,8 @@ constexpr Route kRoutes[] = {
     {"POST", "history", goTo},
     {"POST", "conflict", settle},
     {"GET", "picture/", picture},
+    {"GET", "contrast", contrast},
+    {"GET", "advice", advice},
     {"POST", "pick", pick},
     {"GET", "material/", material},
     {"PUT", "material/", putMaterial},

@@ -5,6 +5,7 @@
 
 #include "studio/material_store.h"
 #include "studio/painter.h"
+#include "studio/reader.h"
 #include "studio/session.h"
 #include "studio/web/web.h"
 
@@ -15,6 +16,7 @@ struct Workplace {
   Session& session;
   Painter& painter;
   MaterialStore& materials;
+  Reader& reader;
   std::string dropped;  ///< a folder for pictures that are only looked at
 };
 

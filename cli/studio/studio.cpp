@@ -116,7 +116,8 @@ int runStudio(const StudioArguments& arguments) {
   MaterialStore materials(arguments.file ? *arguments.file + ".materials"
                                          : temporary.root() + "/materials");
   painter.use(materials.all());
-  const Workplace workplace{session, painter, materials, temporary.root()};
+  Reader reader(session, painter);
+  const Workplace workplace{session, painter, materials, reader, temporary.root()};
   session.begin();
   Presence presence;
   const std::string word = secret();

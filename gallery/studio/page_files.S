@@ -23,12 +23,21 @@ pageEnd:
         FILE    style, "studio.css"
         .incbin "style.css"
         .incbin "studio.css"
+        .incbin "contrast.css"
 styleEnd:
         // The preview's script has them as plain functions.
         FILE    elements, "elements.js"
         .incbin "elements.js"
         .ascii  "export {choice, element, find, setChildren};\n"
 elementsEnd:
+        FILE    place, "place.js"
+        .ascii  "import {element} from './elements.js';\n"
+        .incbin "place.js"
+        .ascii  "export {placeMarks, placeName, ratio};\n"
+placeEnd:
+        FILE    contrast, "contrast.js"
+        .incbin "contrast.js"
+contrastEnd:
         FILE    theme, "theme.js"
         .incbin "theme.js"
 themeEnd:
@@ -68,6 +77,8 @@ varnixStudioFiles:
         ROW     page, html
         ROW     style, css
         ROW     elements, script
+        ROW     place, script
+        ROW     contrast, script
         ROW     theme, script
         ROW     colorField, script
         ROW     dropping, script

@@ -4,7 +4,7 @@ import {choice, element, find} from './elements.js';
 import {theme} from './theme.js';
 
 const wallpapers = [{value: 'light', title: 'Light'}, {value: 'dark', title: 'Dark'}];
-const situation = {wallpaper: 'light', plays: false, front: false, before: false};
+export const situation = {wallpaper: 'light', plays: false, front: false, before: false};
 
 class Picture {
   #isBusy = false;
@@ -23,7 +23,7 @@ class Picture {
   }
 
   get #wanted() {
-    const {wallpaper, plays, front, before} = situation;
+    const {wallpaper, plays, front, before} = {...situation, ...this.peeked};
     return new URLSearchParams({wallpaper, scale: this.scale, revision: theme.state.revision, plays: Number(plays),
                                 front: Number(front), before: Number(before)}).toString();
   }
@@ -87,12 +87,25 @@ async function refresh() {
 }
 
 function lookAt(id) {
+  large.peeked = lookedAt = undefined;
   const chosen = small.find(({screen}) => screen.id === id) ?? small[0];
   large.look(chosen.screen);
   find('.looked-at figcaption').textContent = chosen.screen.title;
   for (const picture of small) picture.button.setAttribute('aria-pressed', picture === chosen);
   history.replaceState(null, '', `#${chosen.screen.id}`);
   refresh();
+}
+
+// Shows another screen and wallpaper in the large picture until it is called without them.
+let lookedAt;
+export async function peek(screen, wallpaper) {
+  const chosen = small.find((picture) => picture.screen.id === screen);
+  lookedAt ??= large.screen;
+  large.peeked = chosen && {before: false, ...wallpaper && {wallpaper}};
+  large.look(chosen?.screen ?? lookedAt);
+  find('.looked-at figcaption').textContent = large.screen.title;
+  if (!chosen) lookedAt = undefined;
+  await large.refresh();
 }
 
 function toggle(name, title) {

@@ -1,6 +1,7 @@
 // The page: controls on the left, the screens on the right.
 import {find} from './elements.js';
 import {showBar} from './bar.js';
+import {showContrast} from './contrast.js';
 import {makeSections} from './controls.js';
 import {showScreens} from './screens.js';
 import {ask, theme} from './theme.js';
@@ -28,3 +29,4 @@ addEventListener('keydown', (event) => {
 
 showBar();
 showScreens(tables.screens);
+showContrast();
