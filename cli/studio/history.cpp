@@ -4,7 +4,7 @@
 
 namespace varnix::cli {
 
-History::History(Values first) { entries_.push_back({"", "", std::move(first)}); }
+History::History(Values first) { entries_.push_back({"", "", std::move(first), {}}); }
 
 void History::add(Entry entry) {
   entries_.resize(position_ + 1);

@@ -2,12 +2,17 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "studio/values.h"
 
 namespace varnix::cli {
+
+/// Names of files in the material store, by place.
+using PictureNames = std::map<std::string, std::string>;
 
 class History {
  public:
@@ -15,9 +20,12 @@ class History {
     std::string label;  ///< "global_color"
     std::string group;  ///< changes of one group, such as a drag, are one entry; empty for none
     Values values;
+    PictureNames pictures;
   };
 
   explicit History(Values first);
+  /// Those of the only entry there is.
+  void beginWith(PictureNames pictures) { entries_.front().pictures = std::move(pictures); }
 
   /// Adds a state after the present one; what had been undone is forgotten.
   void add(Entry entry);
@@ -27,6 +35,7 @@ class History {
   const std::vector<Entry>& entries() const { return entries_; }
   std::size_t position() const { return position_; }
   const Values& values() const { return entries_[position_].values; }
+  const PictureNames& pictures() const { return entries_[position_].pictures; }
 
  private:
   std::vector<Entry> entries_;

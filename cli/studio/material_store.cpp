@@ -58,6 +58,24 @@ bool MaterialStore::isPlace(std::string_view place) {
   return place == "wallpaper/light" || place == "wallpaper/dark";
 }
 
+MaterialStore::~MaterialStore() { removeUnused(); }
+
+void MaterialStore::use(const PictureNames& names) {
+  const std::lock_guard lock(mutex_);
+  std::error_code ignored;
+  names_.clear();
+  for (const auto& [place, name] : names) {
+    if (fs::is_regular_file(folder_ / name, ignored)) names_[place] = name;
+  }
+  fs::create_directories(folder_, ignored);
+  write();
+}
+
+PictureNames MaterialStore::names() const {
+  const std::lock_guard lock(mutex_);
+  return names_;
+}
+
 MaterialStore::MaterialStore(fs::path folder) : folder_(std::move(folder)) {
   const auto text = host::fileContents(folder_ / kIndex, kLargestIndex);
   if (!text) return;
@@ -69,6 +87,7 @@ MaterialStore::MaterialStore(fs::path folder) : folder_(std::move(folder)) {
     const auto file = name.get<std::string>();
     if (isName(file) && fs::is_regular_file(folder_ / file, ignored)) names_[place] = file;
   }
+  removeUnused();
 }
 
 void MaterialStore::put(const std::string& place, const std::string& bytes) {
@@ -108,10 +127,7 @@ std::string MaterialStore::file(const std::string& place) const {
   return fileOf(place);
 }
 
-void MaterialStore::write() const {
-  writeOutput(folder_ / kIndex, dump(listed(), 2) + '\n');
-  removeUnused();
-}
+void MaterialStore::write() const { writeOutput(folder_ / kIndex, dump(listed(), 2) + '\n'); }
 
 /// Only what has a name that this gave.
 void MaterialStore::removeUnused() const {

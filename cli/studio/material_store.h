@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "common/json_forward.h"
+#include "studio/history.h"
 #include "studio/painter.h"
 
 namespace varnix::cli {
@@ -16,8 +17,12 @@ namespace varnix::cli {
 /// a page. For several threads at once.
 class MaterialStore {
  public:
-  /// Reads the index, if there is one. What it names and is no picture of this folder is left out.
+  /// Reads the index, if there is one. What it names and is no picture of this folder is left out,
+  /// and pictures that it does not name are removed, as at the end: until then they may come back.
   explicit MaterialStore(std::filesystem::path folder);
+  ~MaterialStore();
+  MaterialStore(const MaterialStore&) = delete;
+  MaterialStore& operator=(const MaterialStore&) = delete;
 
   /// A place is "wallpaper/light", "wallpaper/dark", "cover" or "icon/IDENTIFIER".
   static bool isPlace(std::string_view place);
@@ -28,6 +33,10 @@ class MaterialStore {
   bool remove(const std::string& place);
   /// The file for that place; empty if there is none.
   std::string file(const std::string& place) const;
+
+  /// What had names before is there again. Without those whose files are gone. Throws Failure.
+  void use(const PictureNames& names);
+  PictureNames names() const;
 
   OwnMaterials all() const;
   /// The places, as {PLACE: NAME}; a name stands for the contents.
@@ -41,7 +50,7 @@ class MaterialStore {
 
   mutable std::mutex mutex_;
   std::filesystem::path folder_;
-  std::map<std::string, std::string> names_;  ///< by place
+  PictureNames names_;
 };
 
 }  // namespace varnix::cli

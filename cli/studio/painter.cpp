@@ -62,7 +62,7 @@ void replaceWallpaper(Materials& materials, const std::string& name, const std::
 
 }  // namespace
 
-Painter::Painter(std::function<Shown()> newest) : newest_(std::move(newest)) {
+Painter::Painter(std::function<Shown(bool isOther)> newest) : newest_(std::move(newest)) {
   for (std::size_t i = 0; i < kAskers; ++i) free_.push_back(&askers_.emplace_back());
 }
 
@@ -140,8 +140,8 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
   if (view.isBefore) revision = 0;
   const bool isVaried = isOfSpringBoard(screen);
   std::unique_lock lock(mutex_);
-  Slot& slot =
-      slots_[{screen.bundle, view.isBefore, isVaried && view.plays, isVaried && view.isInFront}];
+  Slot& slot = slots_[{screen.bundle, view.isBefore, isVaried && view.plays,
+                       isVaried && view.isInFront, view.isOther}];
   while (true) {
     if (slot.revision >= revision && slot.materials >= dressed.revision) {
       if (slot.answer == nullptr) throw std::runtime_error(slot.failure);
@@ -155,7 +155,7 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
     Asker& asker = takeAsker(lock);
     lock.unlock();
     // What is asked for may have been replaced while this waited.
-    const Shown shown = newest_();
+    const Shown shown = newest_(view.isOther);
     Answered answer;
     std::string failure;
     try {

@@ -23,6 +23,7 @@ struct View {
   bool isBefore = false;   ///< without the library
   bool plays = false;      ///< a track plays
   bool isInFront = false;  ///< an application is in front, else the home screen
+  bool isOther = false;    ///< of the theme that is compared with
   int scale = 2;           ///< pixels a point, 1 or 2
 };
 
@@ -41,8 +42,9 @@ struct OwnMaterials {
 
 class Painter {
  public:
-  /// This process must have a single thread. Throws Failure.
-  explicit Painter(std::function<Shown()> newest);
+  /// `newest` gives the settings of the theme, or of the one that it is compared with. This process
+  /// must have a single thread. Throws Failure.
+  explicit Painter(std::function<Shown(bool isOther)> newest);
 
   /// A PNG file and its tag, which is the same for the same picture.
   struct Painted {
@@ -65,8 +67,9 @@ class Painter {
 
  private:
   using Answered = std::shared_ptr<const ProcessAnswer>;
-  /// Bundle, whether with the library, whether a track plays, whether an application is in front.
-  using Key = std::tuple<std::string, bool, bool, bool>;
+  /// Bundle, whether with the library, whether a track plays, whether an application is in front,
+  /// whether it is of the other theme.
+  using Key = std::tuple<std::string, bool, bool, bool, bool>;
   struct Slot {
     bool isAsking = false;
     long revision = -1, materials = -1;
@@ -91,7 +94,7 @@ class Painter {
   ProcessQuestion question(const varnix::screens::Screen& screen, const View& view,
                            const Dressed& dressed) const;
 
-  std::function<Shown()> newest_;
+  std::function<Shown(bool isOther)> newest_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::shared_ptr<const Dressed> dressed_;

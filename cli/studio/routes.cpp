@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -105,6 +106,15 @@ Response change(const Asked& asked) {
 
 Response goTo(const Asked& asked) {
   const auto position = asked.body().at("position").get<std::size_t>();
+  std::optional<PictureNames> pictures;
+  asked.place.session.with([&](Theme& theme) {
+    if (const PictureNames* found = theme.picturesAt(position)) pictures = *found;
+  });
+  // They must be there before anybody hears of the change.
+  if (pictures && *pictures != asked.place.materials.names()) {
+    asked.place.materials.use(*pictures);
+    asked.place.painter.use(asked.place.materials.all());
+  }
   bool isDone = false;
   asked.place.session.with([&](Theme& theme) { isDone = theme.goTo(position); });
   return json(asked.state(), isDone ? 200 : 404);
@@ -123,7 +133,10 @@ Response picture(const Asked& asked) {
             .isBefore = asked.isOn("before"),
             .plays = asked.isOn("plays"),
             .isInFront = asked.isOn("front"),
+            .isOther = asked.isOn("other"),
             .scale = static_cast<int>(asked.number("scale"))};
+  if (view.isOther && asked.place.other.shown().revision == 0)
+    throw UsageError("no theme", "nothing to compare with was chosen");
   auto painted = asked.place.painter.paint(view, asked.number("revision"), asked.parameter("have"));
   if (painted.png.empty()) return {.status = 204, .type = "image/png", .tag = painted.tag};
   return {.type = "image/png", .body = std::move(painted.png), .tag = painted.tag};
@@ -134,13 +147,27 @@ View situation(const Asked& asked) {
           .wallpaper = {},
           .isBefore = false,
           .plays = asked.isOn("plays"),
-          .isInFront = asked.isOn("front")};
+          .isInFront = asked.isOn("front"),
+          .isOther = false};
 }
 
 Response contrast(const Asked& asked) { return json(asked.place.reader.rows(situation(asked))); }
 Response advice(const Asked& asked) {
   return json({{"changes", asked.place.reader.advice(situation(asked), asked.parameter("process"),
                                                      asked.parameter("surface"))}});
+}
+
+Response otherNow(const Asked& asked) {
+  return json({{"revision", asked.place.other.shown().revision}});
+}
+Response chooseOther(const Asked& asked) {
+  asked.place.other.take(asked.body(), asked.place.session, asked.place.file);
+  return otherNow(asked);
+}
+Response putOther(const Asked& asked) {
+  const TemporaryFile file(asked.place.dropped, asked.request.body);
+  asked.place.other.takeList(file.path());
+  return otherNow(asked);
 }
 
 Response themeNow(const Asked& asked) { return json(asked.state()); }
@@ -163,10 +190,18 @@ Response pick(const Asked& asked) {
   }
 }
 
+std::string labelOf(const std::string& place) {
+  if (place == "cover") return "Album cover";
+  if (place.starts_with("icon/")) return "Icon of " + place.substr(5);
+  return place.ends_with("dark") ? "Dark wallpaper" : "Light wallpaper";
+}
+
 /// Afterwards all pictures are drawn with what there is.
 Response redressed(const Asked& asked) {
   asked.place.painter.use(asked.place.materials.all());
-  asked.place.session.with([](Theme& theme) { theme.noteMaterials(); });
+  asked.place.session.with([&](Theme& theme) {
+    theme.changePictures(labelOf(asked.rest()), asked.place.materials.names());
+  });
   return json(asked.state());
 }
 
@@ -201,6 +236,8 @@ constexpr Route kRoutes[] = {
     {"POST", "history", goTo},
     {"POST", "conflict", settle},
     {"GET", "picture/", picture},
+    {"POST", "other", chooseOther},
+    {"PUT", "other", putOther},
     {"GET", "contrast", contrast},
     {"GET", "advice", advice},
     {"POST", "pick", pick},

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "studio/material_store.h"
+#include "studio/other_theme.h"
 #include "studio/painter.h"
 #include "studio/reader.h"
 #include "studio/session.h"
@@ -17,6 +18,8 @@ struct Workplace {
   Painter& painter;
   MaterialStore& materials;
   Reader& reader;
+  OtherTheme& other;
+  std::string file;     ///< of the theme; empty if it has none
   std::string dropped;  ///< a folder for pictures that are only looked at
 };
 

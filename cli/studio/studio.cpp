@@ -111,13 +111,16 @@ int runStudio(const StudioArguments& arguments) {
   noteInterruptions();
   Session session(arguments.file);
   // It starts processes, which is only possible before there are threads.
-  Painter painter([&] { return session.shown(); });
+  OtherTheme other;
+  Painter painter([&](bool isOther) { return isOther ? other.shown() : session.shown(); });
   const TemporaryContainer temporary;
   MaterialStore materials(arguments.file ? *arguments.file + ".materials"
                                          : temporary.root() + "/materials");
   painter.use(materials.all());
+  session.with([&](Theme& theme) { theme.beginWith(materials.names()); });
   Reader reader(session, painter);
-  const Workplace workplace{session, painter, materials, reader, temporary.root()};
+  const Workplace workplace{
+      session, painter, materials, reader, other, arguments.file.value_or(""), temporary.root()};
   session.begin();
   Presence presence;
   const std::string word = secret();

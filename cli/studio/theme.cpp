@@ -95,7 +95,7 @@ bool Theme::change(const Change& change) {
     if (isOthers(key)) return false;
     next.erase(key);
   }
-  show({change.label, change.group, std::move(next)}, change.page);
+  show({change.label, change.group, std::move(next), history_.pictures()}, change.page);
   return true;
 }
 
@@ -108,9 +108,20 @@ bool Theme::goTo(std::size_t position) {
   return true;
 }
 
-void Theme::noteMaterials() {
+void Theme::changePictures(const std::string& label, PictureNames pictures) {
   ++revision_;
   ++version_;
+  if (pictures != history_.pictures()) history_.add({label, "", values(), std::move(pictures)});
+}
+
+const Values* Theme::valuesAt(std::size_t position) const {
+  const auto& entries = history_.entries();
+  return position < entries.size() ? &entries[position].values : nullptr;
+}
+
+const PictureNames* Theme::picturesAt(std::size_t position) const {
+  const auto& entries = history_.entries();
+  return position < entries.size() ? &entries[position].pictures : nullptr;
 }
 
 void Theme::noteProblem(const std::string& problem) {
@@ -131,7 +142,7 @@ void Theme::merge(const Values& theirs) {
   if (conflict_) ++version_;
   conflict_.reset();
   stored_ = theirs;
-  show({kByFile, "", std::move(merged)}, kByFile);
+  show({kByFile, "", std::move(merged), history_.pictures()}, kByFile);
 }
 
 void Theme::look() {
@@ -180,7 +191,7 @@ void Theme::settle(bool keepsTheme) {
     for (const std::string& key : disputed(*stored_, values(), theirs)) take(next, values(), key);
   }
   stored_ = theirs;
-  show({kByFile, "", std::move(next)}, kByFile);
+  show({kByFile, "", std::move(next), history_.pictures()}, kByFile);
 }
 
 }  // namespace varnix::cli

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "common/json_forward.h"
 #include "studio/history.h"
@@ -42,8 +43,13 @@ class Theme {
   /// The same for a state of the history; false if there is none of that number.
   bool goTo(std::size_t position);
 
-  /// Its pictures look different now, though no value has changed.
-  void noteMaterials();
+  /// Its own pictures. Each change of them is an entry of the history.
+  void beginWith(PictureNames pictures) { history_.beginWith(std::move(pictures)); }
+  void changePictures(const std::string& label, PictureNames pictures);
+  /// Of a state of the history; null if there is none of that number.
+  const Values* valuesAt(std::size_t position) const;
+  /// Those of a state of the history; null if there is none of that number.
+  const PictureNames* picturesAt(std::size_t position) const;
 
   /// Takes what somebody else has written into the file. What both sides changed is a conflict,
   /// which stays until it is settled.

@@ -24,6 +24,7 @@ pageEnd:
         .incbin "style.css"
         .incbin "studio.css"
         .incbin "contrast.css"
+        .incbin "compare.css"
 styleEnd:
         // The preview's script has them as plain functions.
         FILE    elements, "elements.js"
@@ -38,6 +39,9 @@ placeEnd:
         FILE    contrast, "contrast.js"
         .incbin "contrast.js"
 contrastEnd:
+        FILE    compare, "compare.js"
+        .incbin "compare.js"
+compareEnd:
         FILE    theme, "theme.js"
         .incbin "theme.js"
 themeEnd:
@@ -79,6 +83,7 @@ varnixStudioFiles:
         ROW     elements, script
         ROW     place, script
         ROW     contrast, script
+        ROW     compare, script
         ROW     theme, script
         ROW     colorField, script
         ROW     dropping, script

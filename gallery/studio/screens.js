@@ -62,6 +62,7 @@ class Picture {
 }
 
 let large, small = [], isRefreshing = false, isWanted = false;
+export const pictures = () => [large, ...small];
 
 // First the screen that is looked at, then the others, two at a time. While a colour is dragged, they
 // follow a few times a second.
@@ -69,6 +70,7 @@ const pause = 400;
 let followed = 0;
 async function refresh() {
   isWanted = true;
+  theme.dispatchEvent(new Event('look'));
   large.refresh();
   if (isRefreshing) return;
   isRefreshing = true;
@@ -105,6 +107,7 @@ export async function peek(screen, wallpaper) {
   large.look(chosen?.screen ?? lookedAt);
   find('.looked-at figcaption').textContent = large.screen.title;
   if (!chosen) lookedAt = undefined;
+  theme.dispatchEvent(new Event('look'));
   await large.refresh();
 }
 

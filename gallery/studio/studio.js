@@ -1,6 +1,7 @@
 // The page: controls on the left, the screens on the right.
 import {find} from './elements.js';
 import {showBar} from './bar.js';
+import {showComparison} from './compare.js';
 import {showContrast} from './contrast.js';
 import {makeSections} from './controls.js';
 import {showScreens} from './screens.js';
@@ -30,3 +31,4 @@ addEventListener('keydown', (event) => {
 showBar();
 showScreens(tables.screens);
 showContrast();
+showComparison(tables.presets);

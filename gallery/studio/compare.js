@@ -1,0 +1,214 @@
+// Another theme over this one: every screen is drawn with both, and one divider shows more of this or
+// that on all of them. Left of it is this theme.
+import {element, find} from './elements.js';
+import {pictures, situation} from './screens.js';
+import {ask, post, theme} from './theme.js';
+
+const largest = 16 * 1024 * 1024;
+
+// The other theme's picture over a picture of this one.
+class Over {
+  #isBusy = false;
+  #shown = '';
+  #tag = '';
+  #url = '';
+
+  constructor(picture) {
+    this.picture = picture;
+    this.root = element('span', {class: 'over-picture'});
+    picture.image.after(this.root);
+  }
+
+  get #wanted() {
+    const {wallpaper, plays, front} = {...situation, ...this.picture.peeked};
+    return `${this.picture.screen.id}?${new URLSearchParams({
+      wallpaper, scale: this.picture.scale, revision, plays: Number(plays), front: Number(front), other: 1})}`;
+  }
+
+  async refresh() {
+    if (this.#isBusy) return;
+    this.#isBusy = true;
+    while (revision > 0 && this.#shown !== this.#wanted && !theme.isLost) {
+      const wanted = this.#wanted;
+      try {
+        const {answer, status, tag} = await ask(`picture/${wanted}&have=${this.#tag}`);
+        if (status !== 204) {
+          const url = URL.createObjectURL(answer);
+          const next = new Image();
+          next.src = url;
+          await next.decode();
+          this.root.style.backgroundImage = `url("${url}")`;
+          URL.revokeObjectURL(this.#url);
+          this.#url = url;
+          this.#tag = tag;
+        }
+        this.root.classList.remove('failed');
+      } catch {
+        this.root.classList.add('failed');
+      }
+      this.#shown = wanted;
+      this.root.dataset.shown = wanted;
+    }
+    this.#isBusy = false;
+  }
+
+  remove() {
+    URL.revokeObjectURL(this.#url);
+    this.root.remove();
+  }
+}
+
+let revision = 0, name = '', over = [];
+
+async function refresh() {
+  if (revision === 0) return;
+  const [large, ...small] = over;
+  await large.refresh();
+  const work = async () => {
+    for (let next = small.shift(); next; next = small.shift()) await next.refresh();
+  };
+  await Promise.all([work(), work()]);
+}
+
+// The divider
+
+const divider = element('div', {class: 'divider', role: 'slider', tabindex: 0, 'aria-orientation': 'horizontal',
+                                'aria-valuemin': 0, 'aria-valuemax': 100});
+let position = 50;
+
+function move(to) {
+  position = Math.min(Math.max(Math.round(to * 10) / 10, 0), 100);
+  find('.stage').style.setProperty('--at', `${position}%`);
+  divider.setAttribute('aria-valuenow', Math.round(position));
+  divider.setAttribute('aria-valuetext', `${Math.round(position)} % of it this theme`);
+}
+
+const steps = {ArrowLeft: -1, ArrowDown: -1, ArrowRight: 1, ArrowUp: 1, PageDown: -10, PageUp: 10, Home: -100, End: 100};
+
+function followKeys() {
+  divider.addEventListener('keydown', (event) => {
+    const step = steps[event.key];
+    if (step === undefined) return;
+    event.preventDefault();
+    move(position + step * (event.shiftKey && Math.abs(step) === 1 ? 10 : 1));
+  });
+}
+
+// The whole picture can be dragged.
+function followPointer(place) {
+  let isHeld = false;
+  const moveTo = ({clientX}) => {
+    const {left, width} = place.getBoundingClientRect();
+    move((clientX - left) / width * 100);
+  };
+  place.addEventListener('pointerdown', (event) => {
+    if (!event.isPrimary || event.button !== 0) return;
+    isHeld = true;
+    place.setPointerCapture(event.pointerId);
+    moveTo(event);
+  });
+  place.addEventListener('pointermove', (event) => { if (isHeld) moveTo(event); });
+  for (const end of ['pointerup', 'pointercancel']) {
+    place.addEventListener(end, () => {
+      if (isHeld) divider.focus({preventScroll: true, focusVisible: false});
+      isHeld = false;
+    });
+  }
+}
+
+// What it is compared with
+
+function show() {
+  const isOn = revision > 0;
+  document.body.classList.toggle('comparing', isOn);
+  find('.divided').hidden = !isOn;
+  find('.compare').textContent = isOn ? `Compared with ${name}` : 'Compare';
+  find('.stop-comparing').hidden = !isOn;
+  divider.setAttribute('aria-label', `Divider between this theme and ${name}`);
+}
+
+async function compareWith(choice, title) {
+  const answer = choice instanceof Blob ? await ask('other', {method: 'PUT', body: choice}) : await post('other', choice);
+  revision = answer.answer.revision;
+  name = title;
+  if (over.length === 0) over = pictures().map((picture) => new Over(picture));
+  show();
+  refresh();
+}
+
+function stop() {
+  revision = 0;
+  for (const one of over) one.remove();
+  over = [];
+  show();
+  find('.compare').focus();
+}
+
+// A list that is dropped, chosen or pasted.
+function listField(use, report) {
+  const chooser = element('input', {type: 'file', hidden: true, tabindex: -1, accept: '.plist,.xml,.txt'});
+  const button = element('button', {type: 'button', class: 'choose'}, 'Choose a list…');
+  const text = element('textarea', {rows: 3, spellcheck: 'false', 'aria-label': 'A list of settings as text',
+                                    placeholder: 'Or paste or drop one here'});
+  const takeFile = (file) => {
+    if (!file) return;
+    if (file.size > largest) return report('A list may have 16 MB.');
+    use(file, file.name);
+  };
+  button.addEventListener('click', () => chooser.click());
+  chooser.addEventListener('change', () => {
+    takeFile(chooser.files[0]);
+    chooser.value = '';
+  });
+  text.addEventListener('input', () => { if (text.value.trim()) use(new Blob([text.value]), 'the pasted list'); });
+  text.addEventListener('dragover', (event) => event.preventDefault());
+  text.addEventListener('drop', (event) => {
+    if (!event.dataTransfer.files.length) return;
+    event.preventDefault();
+    event.stopPropagation();
+    takeFile(event.dataTransfer.files[0]);
+  });
+  return [chooser, button, text];
+}
+
+export function showComparison(presets) {
+  const menu = find('#compare'), note = element('p', {class: 'note', role: 'alert', hidden: true});
+  const report = (text) => {
+    note.textContent = text;
+    note.hidden = !text;
+  };
+  const use = async (choice, title) => {
+    report('');
+    try {
+      await compareWith(choice, title);
+      menu.hidePopover();
+      divider.focus();
+    } catch (error) {
+      report(error.message);
+    }
+  };
+  const entry = (title, choice) => {
+    const button = element('button', {type: 'button'}, title);
+    button.addEventListener('click', () => use(choice(), title));
+    return button;
+  };
+  const saved = entry('The file as it is now', () => ({saved: true}));
+  menu.append(entry('As it was opened', () => ({position: 0})),
+              entry('As it is now', () => ({position: theme.state.position})), saved,
+              element('div', {class: 'presets'}, ...presets.map(({name: title}) => entry(title, () => ({preset: title})))),
+              ...listField(use, report), note);
+  menu.addEventListener('beforetoggle', () => {
+    saved.hidden = theme.state.file === null;
+    report('');
+  });
+  const open = element('button', {type: 'button', class: 'compare', popovertarget: 'compare'}, 'Compare');
+  const end = element('button', {type: 'button', class: 'stop-comparing', hidden: true}, 'Stop');
+  end.setAttribute('aria-label', 'Stop comparing');
+  end.addEventListener('click', stop);
+  find('.situation').append(open, end);
+  find('.divided').append(divider);
+  followPointer(find('.divided'));
+  followKeys();
+  move(position);
+  theme.addEventListener('look', refresh);
+}
