@@ -4,7 +4,7 @@ const pictureWidth = 375, pictureHeight = 667;
 
 // Sample text as it is seen there, and the ratio.
 function ratio({ink, ground, ratio: found, needed, holds}) {
-  const sample = element('span', {class: 'sample', 'aria-hidden': 'true'}, 'Aa');
+  const sample = element('span', {class: 'sample', 'aria-hidden': 'true'});
   sample.style.color = ink;
   sample.style.background = ground;
   const parts = [sample, element('span', {class: 'ratio'}, found.toFixed(2))];

@@ -100,6 +100,14 @@ test('an image that is dropped on a colour gives it one, and offers others', () 
   assert.ok(await hasColor(page, large, second));
 }));
 
+// What its pixels are, in short.
+const contents = (page, selector) => page.locator(selector).evaluate(async (image) => {
+  const canvas = new OffscreenCanvas(image.naturalWidth, image.naturalHeight), drawing = canvas.getContext('2d');
+  drawing.drawImage(image, 0, 0);
+  const {data} = drawing.getImageData(0, 0, canvas.width, canvas.height);
+  return Array.from(new Uint8Array(await crypto.subtle.digest('SHA-256', data))).join(' ');
+});
+
 test('a wallpaper and an icon stay with the theme', () => withStudio({complains: refusal}, async (page, {file}) => {
   const row = page.locator('.material-row', {hasText: 'Light wallpaper'});
   const before = await page.locator(small('home')).getAttribute('src');
@@ -110,9 +118,34 @@ test('a wallpaper and an icon stay with the theme', () => withStudio({complains:
   assert.equal(fs.readdirSync(`${file}.materials`).length, 2);
   await row.locator('input[type=file]').setInputFiles({name: 'a.png', mimeType: 'image/png', buffer: Buffer.from('x')});
   await row.getByText('neither PNG nor JPEG').waitFor();
+  const own = await contents(page, small('home'));
   await row.getByRole('button', {name: 'Light wallpaper: the sample again'}).click();
+  await row.locator('img[hidden]').waitFor({state: 'attached'});
   await settled(page);
-  assert.equal(fs.readdirSync(`${file}.materials`).length, 1);
+  const index = () => JSON.parse(fs.readFileSync(`${file}.materials/materials.json`, 'utf8'));
+  assert.deepEqual(index(), {});
+  const sampled = await contents(page, small('home'));
+  assert.notEqual(sampled, own);
+
+  // Each is a step of the history, beside those of the settings.
+  await type(page, '#123');
+  await page.getByRole('button', {name: 'History'}).click();
+  assert.deepEqual(await page.locator('.states button').allTextContents(),
+                   ['As it was opened', 'Light wallpaper', 'Light wallpaper', 'Colour']);
+  await page.keyboard.press('Escape');
+  await page.keyboard.press('Control+z');
+  await page.keyboard.press('Control+z');
+  await settled(page);
+  assert.deepEqual(Object.keys(index()), ['wallpaper/light']);
+  await row.locator('img[src]').waitFor();
+  assert.equal(await contents(page, small('home')), own);
+  await page.keyboard.press('Control+z');
+  await settled(page);
+  assert.deepEqual(index(), {});
+  assert.equal(await contents(page, small('home')), sampled);
+  await page.keyboard.press('Control+Shift+z');
+  await settled(page);
+  assert.equal(await contents(page, small('home')), own);
 }));
 
 test("an editor's change shows, and what both changed is asked", () => withStudio({entries: {global_color: blue}, complains: refusal}, async (page, {file}) => {

@@ -262,7 +262,107 @@ TEST_F(StudioTheme, PicturesStayWithTheTheme) {
   EXPECT_EQ(request("DELETE", path + "material/wallpaper/light", ownHost()).status, 200);
   EXPECT_FALSE(hasColor(picture("home").body, 0x12b457));
   EXPECT_EQ(request("DELETE", path + "material/wallpaper/light", ownHost()).status, 400);
+  // It may come back, until the studio ends.
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file() + ".materials"), {}), 3);
+  EXPECT_EQ(post("history", {{"position", 0}}).json()["materials"].size(), 2U);
+  EXPECT_TRUE(hasColor(picture("home").body, 0x12b457));
+  EXPECT_EQ(post("history", {{"position", 1}}).json()["materials"].size(), 1U);
+  command->signal(SIGTERM);
+  command->wait();
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file() + ".materials"), {}), 2);
+}
+
+TEST_F(StudioTheme, PicturesAreStepsOfTheHistory) {
+  write("");
+  start({file()});
+  auto put = [&](const std::array<std::uint8_t, 3>& color) {
+    return request("PUT", path + "material/wallpaper/light", ownHost(), flat(color)).json();
+  };
+  put({0x12, 0xb4, 0x57});
+  change({{"global_color", "#010203"}}, theme()["revision"]);
+  const Json last = put({0x7a, 0x1f, 0xc3});
+  EXPECT_EQ(last["history"], (Json{"", "Light wallpaper", "", "Light wallpaper"}));
+  EXPECT_TRUE(hasColor(picture("home").body, 0x7a1fc3));
+  const Json before = post("history", {{"position", 2}}).json();
+  EXPECT_EQ(before["values"]["global_color"], "#010203");
+  EXPECT_TRUE(hasColor(picture("home").body, 0x12b457));
+  post("history", {{"position", 0}});
+  EXPECT_EQ(theme()["materials"], Json::object());
+  EXPECT_FALSE(hasColor(picture("home").body, 0x12b457));
+  EXPECT_EQ(post("history", {{"position", 4}}).status, 404);
+  // The newest one again, though its file has gone meanwhile: the sample is there.
+  std::filesystem::remove_all(file() + ".materials");
+  EXPECT_EQ(post("history", {{"position", 3}}).status, 200);
+  EXPECT_EQ(theme()["materials"], Json::object());
+  EXPECT_EQ(picture("home").status, 200);
+}
+
+TEST_F(StudioTheme, OrphanedPicturesAreRemoved) {
+  write("");
+  start({file()});
+  request("PUT", path + "material/cover", ownHost(), flat({1, 2, 3}));
+  request("DELETE", path + "material/cover", ownHost());
+  command->signal(SIGKILL);
+  command->wait();
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file() + ".materials"), {}), 2);
+  start({file()});
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file() + ".materials"), {}), 1);
+}
+
+TEST_F(StudioTheme, IsComparedWithAnotherOne) {
+  write(color("global_color", "#1e88e5"));
+  start({file()});
+  const std::string other = "application?wallpaper=light&scale=1&other=1&revision=";
+  EXPECT_EQ(get("picture/" + other + "1").status, 400) << "there is none yet";
+  auto shows = [&](const Reply& chosen, unsigned rgb) {
+    EXPECT_EQ(chosen.status, 200) << chosen.body;
+    const long revision = chosen.json()["revision"];
+    EXPECT_TRUE(hasColor(get("picture/" + other + std::to_string(revision)).body, rgb)) << rgb;
+    EXPECT_TRUE(hasColor(picture("application").body, 0x1e88e5)) << "the theme itself stays";
+  };
+  shows(post("other", {{"preset", "Meadow"}}), 0x2f9e44);
+  const std::string list = "<plist><dict>" + color("global_color", "#12b457") + "</dict></plist>";
+  shows(request("PUT", path + "other", ownHost(), list), 0x12b457);
+  change({{"global_color", "#7a1fc3"}}, 1);
+  change({{"global_color", "#1e88e5"}}, 2);
+  shows(post("other", {{"position", 1}}), 0x7a1fc3);
+  EXPECT_TRUE(becomes("/isSaved", true));
+  shows(post("other", {{"saved", true}}), 0x1e88e5);
+  for (const Json& wrong : {Json{{"preset", "None"}}, Json{{"preset", 1}}, Json{{"position", 99}},
+                            Json{{"saved", false}}, Json::object(), Json::array()})
+    EXPECT_EQ(post("other", wrong).status, 400) << wrong;
+  for (const char* wrong : {"", "text", "<plist><array/></plist>"})
+    EXPECT_EQ(request("PUT", path + "other", ownHost(), wrong).status, 400) << wrong;
+  start();
+  EXPECT_EQ(post("other", {{"saved", true}}).status, 400) << "there is no file";
+}
+
+TEST_F(StudioTheme, SaysHowWellItCanBeRead) {
+  write(color("global_color", "#000000"));
+  start({file()});
+  const Json measured = get("contrast?plays=0&front=0").json();
+  EXPECT_EQ(measured["revision"], 1);
+  const auto rowOf = [](const Json& all, const std::string& name) {
+    for (const Json& row : all["rows"]) {
+      if (row["class"] == name) return row;
+    }
+    return Json();
+  };
+  const Json volume = rowOf(measured, "SBHUDView");
+  EXPECT_EQ(volume["wallpaper"], "dark");
+  EXPECT_LT(volume["ratio"], 2);
+  EXPECT_EQ(volume["holds"], false);
+  const Json advice =
+      get("advice?process=com.apple.springboard&surface=SBHUDView%20colorTint").json()["changes"];
+  ASSERT_TRUE(advice.is_object()) << advice;
+  EXPECT_EQ(advice["volume_color_type"], 2);
+  change(advice, 1);
+  const Json after = get("contrast?plays=0&front=0").json();
+  EXPECT_EQ(after["revision"], 2);
+  EXPECT_EQ(rowOf(after, "SBHUDView")["holds"], true);
+  EXPECT_EQ(rowOf(after, "SBControlCenterContentContainerView"),
+            rowOf(measured, "SBControlCenterContentContainerView"));
+  EXPECT_EQ(get("advice?process=a&surface=b").status, 400);
 }
 
 TEST_F(StudioTheme, ForeignMaterialsAreLeftOut) {
