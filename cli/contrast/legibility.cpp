@@ -183,11 +183,11 @@ Json Legibility::json(bool advises, const std::function<bool()>& goesOn) {
   for (const auto& [name, reading] : readings_) {
     const auto& [process, surface] = name;
     const std::size_t blank = surface.find(' ');
-    Json row = readingJson(reading);
-    row["process"] = process;
-    row["class"] = surface.substr(0, blank);
-    row["property"] = surface.substr(blank + 1);
-    row["holds"] = holds(reading.place);
+    Json row{{"process", process},
+             {"class", surface.substr(0, blank)},
+             {"property", surface.substr(blank + 1)},
+             {"holds", holds(reading.place)}};
+    row.update(readingJson(reading));
     if (advises && !holds(reading.place)) {
       row["advice"] = adviceJson(adviceFor(process, surface, goesOn));
     }
