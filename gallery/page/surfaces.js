@@ -40,26 +40,30 @@ function help({contrast: reading}) {
 
 const isDyed = (surface) => surface.before !== surface.after;
 
-function row(surface) {
+// Without the last one where nothing was looked for.
+const columnsOf = ({surfaces}) => surfaces.some(({contrast: reading}) => reading?.advice !== undefined)
+  ? columns : columns.slice(0, -1);
+
+function row(surface, names) {
   const cells = [answer(surface.before), answer(surface.after), contrast(surface), help(surface)];
   const made = element('tr', {role: 'row'},
-                 element('th', {role: 'rowheader', scope: 'row'},
-                         element('code', {class: 'class'}, surface.class),
-                         element('span', {class: 'property'}, surface.property),
-                         element('span', {class: 'case'}, surface.case ?? '')),
-                 ...cells.map((cell, i) => element(
-                   'td', {role: 'cell'},
-                   element('span', {class: 'column', 'aria-hidden': 'true'}, columns[i + 1]), cell)));
+                       element('th', {role: 'rowheader', scope: 'row'},
+                               element('code', {class: 'class'}, surface.class),
+                               element('span', {class: 'property'}, surface.property),
+                               element('span', {class: 'case'}, surface.case ?? '')),
+                       ...names.slice(1).map((name, i) => element(
+                         'td', {role: 'cell'},
+                         element('span', {class: 'column', 'aria-hidden': 'true'}, name), cells[i])));
   if (surface.contrast !== null) pointsAt(made, surface.contrast);
   return made;
 }
 
-function group(process, surfaces) {
+function group(process, surfaces, names) {
   return element('tbody', {role: 'rowgroup'},
                  element('tr', {role: 'row', class: 'process'},
-                         element('th', {role: 'rowheader', scope: 'rowgroup', colspan: columns.length},
+                         element('th', {role: 'rowheader', scope: 'rowgroup', colspan: names.length},
                                  process)),
-                 ...surfaces.map(row));
+                 ...surfaces.map((surface) => row(surface, names)));
 }
 
 const filters = {
@@ -76,13 +80,14 @@ function table(tab) {
     processes.set(process, [...processes.get(process) ?? [], surface]);
   }
   if (processes.size === 0) return element('p', {class: 'notice'}, 'There are none.');
+  const names = columnsOf(tab);
   return element('table', {role: 'table'},
                  element('caption', {class: 'unseen'}, `Surfaces with ${tab.title}`),
                  element('thead', {role: 'rowgroup'},
                          element('tr', {role: 'row'},
-                                 ...columns.map((name) => element(
+                                 ...names.map((name) => element(
                                    'th', {role: 'columnheader', scope: 'col'}, name)))),
-                 ...[...processes].map(([process, surfaces]) => group(process, surfaces)));
+                 ...[...processes].map(([process, surfaces]) => group(process, surfaces, names)));
 }
 
 function counted(number, one, many) { return `${number} ${number === 1 ? one : many}`; }

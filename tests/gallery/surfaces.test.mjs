@@ -1,7 +1,7 @@
 // The table of surfaces, and where on the pictures they can be read worst.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
-import {withGallery} from './open.mjs';
+import {changeData, withGallery} from './open.mjs';
 
 const rowsOf = (page) => page.getByRole('tabpanel').getByRole('row');
 const rowOf = (page, name) => rowsOf(page).filter({hasText: name});
@@ -39,6 +39,18 @@ test('the table names, shows and measures the surfaces', () => withGallery({}, a
   assert.equal(await rows.count(), 5);
   await page.getByRole('tab', {name: 'Album art'}).click();
   assert.ok(await page.getByRole('tabpanel').getByRole('radio', {name: 'Too faint'}).isChecked());
+}));
+
+test('a table for which nothing was looked has no column for it', () => withGallery({
+  prepare: (folder) => changeData(folder, ({tabs}) => {
+    for (const {contrast} of tabs[0].surfaces) delete contrast?.advice;
+  }),
+}, async (page) => {
+  const headers = page.getByRole('tabpanel').getByRole('columnheader');
+  assert.deepEqual(await headers.allTextContents(), ['Surface', 'Before', 'After', 'Contrast']);
+  assert.equal(await rowOf(page, 'UISwitch').getByRole('cell').count(), 3);
+  await page.getByRole('tab', {name: 'Album art'}).click();
+  assert.equal(await headers.count(), 5);
 }));
 
 for (const width of [375, 1200]) {

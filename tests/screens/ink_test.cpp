@@ -77,6 +77,22 @@ TEST_F(Noting, APixelDoesNotDecide) {
   EXPECT_GT(worst()->contrast, 20);
 }
 
+TEST_F(Noting, AnEdgeThatReachesIntoASquareDoesNotDecide) {
+  fillAll(rgb(0xffffff));
+  canvas.fill({0, 40, 100, 20}, rgb(0x000000));
+  block({10, 20, 3, 20.5}, dyed(0x000000));
+  ASSERT_TRUE(worst());
+  EXPECT_GT(worst()->contrast, 20);
+}
+
+TEST_F(Noting, ASmallSymbolIsOnePlace) {
+  fillAll(rgb(0xffffff));
+  block({20, 20, 1, 1}, dyed(0x777777));
+  ASSERT_TRUE(worst());
+  EXPECT_NEAR(worst()->contrast, 4.478, 0.001);
+  EXPECT_EQ(worst()->box.width, 1);
+}
+
 TEST_F(Noting, TranslucentInkCountsAsItIsSeen) {
   fillAll(rgb(0xffffff));
   block({10, 20, 30, 20}, dyed(0x000000).withAlpha(0.5));
