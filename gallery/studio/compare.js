@@ -161,14 +161,16 @@ function listField(use, report) {
     chooser.value = '';
   });
   text.addEventListener('input', () => { if (text.value.trim()) use(new Blob([text.value]), 'the pasted list'); });
-  text.addEventListener('dragover', (event) => event.preventDefault());
-  text.addEventListener('drop', (event) => {
-    if (!event.dataTransfer.files.length) return;
-    event.preventDefault();
-    event.stopPropagation();
-    takeFile(event.dataTransfer.files[0]);
-  });
-  return [chooser, button, text];
+  const takesDrops = (place) => {
+    place.addEventListener('dragover', (event) => event.preventDefault());
+    place.addEventListener('drop', (event) => {
+      if (!event.dataTransfer.files.length) return;
+      event.preventDefault();
+      event.stopPropagation();
+      takeFile(event.dataTransfer.files[0]);
+    });
+  };
+  return {parts: [chooser, button, text], takesDrops};
 }
 
 export function showComparison(presets) {
@@ -184,6 +186,8 @@ export function showComparison(presets) {
       menu.hidePopover();
       divider.focus();
     } catch (error) {
+      // A list that was dropped on the button has not opened it.
+      menu.showPopover();
       report(error.message);
     }
   };
@@ -192,11 +196,12 @@ export function showComparison(presets) {
     button.addEventListener('click', () => use(choice(), title));
     return button;
   };
+  const lists = listField(use, report);
   const saved = entry('The file as it is now', () => ({saved: true}));
   menu.append(entry('As it was opened', () => ({position: 0})),
               entry('As it is now', () => ({position: theme.state.position})), saved,
               element('div', {class: 'presets'}, ...presets.map(({name: title}) => entry(title, () => ({preset: title})))),
-              ...listField(use, report), note);
+              ...lists.parts, note);
   menu.addEventListener('beforetoggle', () => {
     saved.hidden = theme.state.file === null;
     report('');
@@ -205,6 +210,7 @@ export function showComparison(presets) {
   const end = element('button', {type: 'button', class: 'stop-comparing', hidden: true}, 'Stop');
   end.setAttribute('aria-label', 'Stop comparing');
   end.addEventListener('click', stop);
+  for (const place of [menu, open]) lists.takesDrops(place);
   find('.situation').append(open, end);
   find('.divided').append(divider);
   followPointer(find('.divided'));

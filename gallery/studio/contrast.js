@@ -33,18 +33,25 @@ const words = ([key, value]) => `${key} = ${value}`;
 function helper({process, class: name, property}) {
   const place = element('span', {class: 'help', role: 'status'});
   const button = element('button', {type: 'button'}, 'Find a colour');
+  let isLooking = false;
   button.addEventListener('click', async () => {
-    button.disabled = true;
+    if (isLooking) return;
+    isLooking = true;
+    button.setAttribute('aria-disabled', 'true');
     place.textContent = 'Drawing…';
     try {
       const {answer: {changes}} = await ask(`advice?${query({process, surface: `${name} ${property}`})}`);
-      if (changes === null) place.textContent = 'No shade of its colour holds everywhere.';
-      else place.replaceChildren(useButton(changes));
+      const found = changes === null
+        ? element('span', {tabindex: -1}, 'No shade of its colour holds everywhere.') : useButton(changes);
+      const isFocused = document.activeElement === button;
+      place.replaceChildren(found);
       button.remove();
+      if (isFocused) found.focus();
     } catch (error) {
       place.textContent = error.message;
-      button.disabled = false;
+      button.setAttribute('aria-disabled', 'false');
     }
+    isLooking = false;
   });
   return element('span', {class: 'advice'}, button, place);
 }
@@ -59,8 +66,9 @@ function useButton(changes) {
 }
 
 function row(reading) {
-  const made = element('li', {class: 'surface'},
-                       element('code', {}, `${reading.class} ${reading.property}`),
+  const name = `${reading.class} ${reading.property}`;
+  const made = element('li', {class: 'surface', 'data-surface': `${reading.process} ${name}`},
+                       element('span', {}, element('code', {}, name), element('span', {class: 'process'}, reading.process)),
                        element('span', {class: 'reading'}, ...ratio(reading),
                                element('button', {type: 'button', class: 'where'}, placeName(reading))));
   if (!reading.holds) made.append(helper(reading));
@@ -75,7 +83,12 @@ function show(rows) {
   find('.contrast .measured').textContent = faint.length === 0
     ? `Everything that is dyed can be read: ${rows.length} surfaces on both wallpapers.`
     : `${faint.length} of ${rows.length} dyed surfaces are too faint somewhere.`;
-  find('.contrast .rows').replaceChildren(element('ul', {}, ...rows.sort((a, b) => reach(a) - reach(b)).map(row)));
+  // What is replaced neither keeps a mark nor takes the focus with it.
+  const focused = document.activeElement.closest('.contrast .surface')?.dataset.surface;
+  hide();
+  const list = element('ul', {}, ...rows.sort((a, b) => reach(a) - reach(b)).map(row));
+  find('.contrast .rows').replaceChildren(list);
+  if (focused) [...list.children].find((it) => it.dataset.surface === focused)?.querySelector('.where').focus();
 }
 
 let timer, shown = '', isBusy = false;
@@ -90,13 +103,11 @@ async function measure() {
   find('.contrast').setAttribute('aria-busy', 'true');
   try {
     const {answer} = await ask(`contrast?${query()}`);
-    if (asked === wanted()) {
-      show(answer.rows);
-      shown = asked;
-    }
+    if (asked === wanted()) show(answer.rows);
   } catch (error) {
-    find('.contrast .measured').textContent = error.message;
+    if (asked === wanted()) find('.contrast .measured').textContent = error.message;
   }
+  shown = asked;
   find('.contrast').setAttribute('aria-busy', 'false');
   isBusy = false;
   if (shown !== wanted()) plan();

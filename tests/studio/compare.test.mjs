@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import {createRequire} from 'node:module';
 import {test} from 'node:test';
-import {colorField, settled, small, withStudio} from './open.mjs';
+import {colorField, settled, withStudio} from './open.mjs';
 
 const axe = fs.readFileSync(createRequire(import.meta.url).resolve('axe-core'), 'utf8');
 const blue = '#1e88e5', green = '#12b457';
@@ -134,7 +134,23 @@ test('with how it was, a file, or text; what is no theme is refused',
   await page.getByRole('button', {name: 'Compared with a.plist'}).waitFor();
   await page.waitForTimeout(600);
   assert.ok((await colorsAt(page, 0.13)).includes('#ff00aa'));
-  assert.equal(await page.locator(small('home')).count(), 1);
+
+  // A list that is dropped on the button.
+  const drop = async (text) => {
+    const transfer = await page.evaluateHandle((contents) => {
+      const data = new DataTransfer();
+      data.items.add(new File([contents], 'dropped.plist'));
+      return data;
+    }, text);
+    await page.locator('.compare').dispatchEvent('drop', {dataTransfer: transfer});
+  };
+  await drop('nothing');
+  await menu(page).getByRole('alert').filter({hasText: 'no theme'}).waitFor();
+  await drop(list('#00aaff'));
+  await page.getByRole('button', {name: 'Compared with dropped.plist'}).waitFor();
+  await menu(page).waitFor({state: 'hidden'});
+  await page.waitForTimeout(600);
+  assert.ok((await colorsAt(page, 0.13)).includes('#00aaff'));
 }));
 
 for (const colorScheme of ['light', 'dark']) {

@@ -65,11 +65,13 @@ test('a colour that is found is used, and then the surface can be read',
   await row.getByRole('button', {name: 'Find a colour'}).press('Enter');
   const use = row.getByRole('button', {name: /^Use volume_color = #/});
   await use.waitFor({timeout: 60000});
-  await use.press('Enter');
+  assert.ok(await use.evaluate((it) => it === document.activeElement), 'it takes the focus over');
+  await page.keyboard.press('Enter');
   await settled(page);
   assert.equal(await value(page, 'volume_color_type'), 2);
   await measured(page, /^2 of/);
   assert.equal(await rowOf(page, 'SBHUDView').locator('.mark').count(), 0);
+  assert.ok(await rowOf(page, 'SBHUDView').locator('.where').evaluate((it) => it === document.activeElement));
 
   // None is given where none holds.
   const bar = rowOf(page, 'UIStatusBar').first();
