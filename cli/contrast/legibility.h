@@ -31,6 +31,8 @@ class Legibility {
   /// The answers are those without the library and with these settings, which may be nil.
   Legibility(Sights sights, Ask ask, NSDictionary* settings, const Answers& before,
              const Answers& after);
+  Legibility(const Legibility&) = delete;
+  Legibility& operator=(const Legibility&) = delete;
 
   /// Measures everything once, on as many threads. `goesOn` is asked now and then; if it says no,
   /// std::runtime_error is thrown.

@@ -1,6 +1,7 @@
 // Another theme over this one: every screen is drawn with both, and one divider shows more of this or
 // that on all of them. Left of it is this theme.
 import {element, find} from './elements.js';
+import {divider, makeDivider} from './divider.js';
 import {pictures, situation} from './screens.js';
 import {ask, post, theme} from './theme.js';
 
@@ -68,52 +69,6 @@ async function refresh() {
     for (let next = small.shift(); next; next = small.shift()) await next.refresh();
   };
   await Promise.all([work(), work()]);
-}
-
-// The divider
-
-const divider = element('div', {class: 'divider', role: 'slider', tabindex: 0, 'aria-orientation': 'horizontal',
-                                'aria-valuemin': 0, 'aria-valuemax': 100});
-let position = 50;
-
-function move(to) {
-  position = Math.min(Math.max(Math.round(to * 10) / 10, 0), 100);
-  find('.stage').style.setProperty('--at', `${position}%`);
-  divider.setAttribute('aria-valuenow', Math.round(position));
-  divider.setAttribute('aria-valuetext', `${Math.round(position)} % of it this theme`);
-}
-
-const steps = {ArrowLeft: -1, ArrowDown: -1, ArrowRight: 1, ArrowUp: 1, PageDown: -10, PageUp: 10, Home: -100, End: 100};
-
-function followKeys() {
-  divider.addEventListener('keydown', (event) => {
-    const step = steps[event.key];
-    if (step === undefined) return;
-    event.preventDefault();
-    move(position + step * (event.shiftKey && Math.abs(step) === 1 ? 10 : 1));
-  });
-}
-
-// The whole picture can be dragged.
-function followPointer(place) {
-  let isHeld = false;
-  const moveTo = ({clientX}) => {
-    const {left, width} = place.getBoundingClientRect();
-    move((clientX - left) / width * 100);
-  };
-  place.addEventListener('pointerdown', (event) => {
-    if (!event.isPrimary || event.button !== 0) return;
-    isHeld = true;
-    place.setPointerCapture(event.pointerId);
-    moveTo(event);
-  });
-  place.addEventListener('pointermove', (event) => { if (isHeld) moveTo(event); });
-  for (const end of ['pointerup', 'pointercancel']) {
-    place.addEventListener(end, () => {
-      if (isHeld) divider.focus({preventScroll: true, focusVisible: false});
-      isHeld = false;
-    });
-  }
 }
 
 // What it is compared with
@@ -212,9 +167,6 @@ export function showComparison(presets) {
   end.addEventListener('click', stop);
   for (const place of [menu, open]) lists.takesDrops(place);
   find('.situation').append(open, end);
-  find('.divided').append(divider);
-  followPointer(find('.divided'));
-  followKeys();
-  move(position);
+  makeDivider(find('.divided'));
   theme.addEventListener('look', refresh);
 }

@@ -39,6 +39,9 @@ placeEnd:
         FILE    contrast, "contrast.js"
         .incbin "contrast.js"
 contrastEnd:
+        FILE    divider, "divider.js"
+        .incbin "divider.js"
+dividerEnd:
         FILE    compare, "compare.js"
         .incbin "compare.js"
 compareEnd:
@@ -83,6 +86,7 @@ varnixStudioFiles:
         ROW     elements, script
         ROW     place, script
         ROW     contrast, script
+        ROW     divider, script
         ROW     compare, script
         ROW     theme, script
         ROW     colorField, script
