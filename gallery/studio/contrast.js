@@ -11,15 +11,31 @@ const pause = 700;
 const query = (more = {}) => new URLSearchParams({
   plays: Number(situation.plays), front: Number(situation.front), ...more});
 
+// Where the large picture is out of sight, on narrow pages, a small one comes up.
+const lens = element('figure', {class: 'lens', hidden: true, 'aria-hidden': 'true'},
+                     element('div', {class: 'marked'}, element('img', {alt: ''}), element('div', {class: 'marks'})));
+
+function isInSight(it) {
+  const {top, bottom} = it.getBoundingClientRect();
+  return top < innerHeight / 2 && bottom > innerHeight / 2;
+}
+
+const mark = (marks) => {
+  for (const place of [find('.looked-at .marks'), lens.querySelector('.marks')])
+    place.replaceChildren(...marks());
+};
+
 function hide() {
-  find('.looked-at .marks').replaceChildren();
+  lens.hidden = true;
+  mark(() => []);
   peek();
 }
 
 function pointsAt(row, reading) {
-  const show = async () => {
-    find('.looked-at .marks').replaceChildren(...placeMarks(reading));
-    await peek(reading.screen, reading.wallpaper);
+  const show = () => {
+    mark(() => placeMarks(reading));
+    lens.hidden = isInSight(find('.looked-at img'));
+    peek(reading.screen, reading.wallpaper);
   };
   row.addEventListener('pointerenter', show);
   row.addEventListener('focusin', show);
@@ -119,6 +135,10 @@ function plan() {
 }
 
 export function showContrast() {
+  const large = find('.looked-at img');
+  large.addEventListener('load', () => { lens.querySelector('img').src = large.src; });
+  find('.stage').append(lens);
+  addEventListener('keydown', ({key}) => { if (key === 'Escape') lens.hidden = true; });
   find('.contrast').addEventListener('toggle', measure);
   theme.addEventListener('change', () => { if (find('.contrast').open && shown !== wanted()) plan(); });
   find('.situation').addEventListener('click', plan);

@@ -34,29 +34,36 @@ test('nothing is measured until it is asked for, and then the worst comes first'
   assert.ok(await rowOf(page, 'SBHUDView').locator('.bad').isVisible());
 }));
 
-test('a row shows its place on the large picture, by mouse and keyboard',
-     () => withStudio({entries: {global_color: '#000000'}}, async (page) => {
-  await open(page);
-  const caption = page.locator('.looked-at figcaption');
-  const first = await page.locator(large).getAttribute('src');
-  const isShown = async () => {
-    await page.waitForFunction(() => document.querySelector('.looked-at figcaption').textContent === 'Volume');
-    const [picture, place] = await page.evaluate(() => ['.looked-at img', '.looked-at .place-mark'].map(
-      (name) => document.querySelector(name).getBoundingClientRect().toJSON()));
-    const x = ((place.left + place.right) / 2 - picture.left) / picture.width * 375;
-    const y = ((place.top + place.bottom) / 2 - picture.top) / picture.height * 667;
-    // The word in the upper part of the panel, which is in the middle.
-    assert.ok(x > 110 && x < 265 && y > 256 && y < 300, `${x} ${y}`);
-  };
-  await rowOf(page, 'SBHUDView').hover();
-  await isShown();
-  await page.waitForFunction((src) => document.querySelector('.looked-at img').src !== src, first);
-  await page.mouse.move(5, 5);
-  assert.equal(await caption.textContent(), 'Application');
-  assert.equal(await page.locator('.place-mark').count(), 0);
-  await rowOf(page, 'SBHUDView').getByRole('button', {name: 'Volume, text, dark wallpaper'}).focus();
-  await isShown();
-}));
+for (const width of [600, 1440]) {
+  test(`a row shows its place on the large picture, by mouse and keyboard, ${width} px wide`,
+       () => withStudio({viewport: {width, height: 900}, entries: {global_color: '#000000'}}, async (page) => {
+    await open(page);
+    const caption = page.locator('.looked-at figcaption');
+    const first = await page.locator(large).getAttribute('src');
+    const isShown = async () => {
+      await page.waitForFunction(() => document.querySelector('.looked-at figcaption').textContent === 'Volume');
+      // On a narrow page the large picture is further up.
+      const where = width < 800 ? '.lens' : '.looked-at';
+      assert.equal(await page.locator('.lens').isVisible(), width < 800);
+      const [picture, place] = await page.evaluate((parent) => ['img', '.place-mark'].map(
+        (name) => document.querySelector(`${parent} ${name}`).getBoundingClientRect().toJSON()), where);
+      assert.ok(picture.top >= 0 && picture.bottom <= 900, 'it is in sight');
+      const x = ((place.left + place.right) / 2 - picture.left) / picture.width * 375;
+      const y = ((place.top + place.bottom) / 2 - picture.top) / picture.height * 667;
+      // The word in the upper part of the panel, which is in the middle.
+      assert.ok(x > 110 && x < 265 && y > 256 && y < 300, `${x} ${y}`);
+    };
+    await rowOf(page, 'SBHUDView').hover();
+    await isShown();
+    await page.waitForFunction((src) => [...document.querySelectorAll('.looked-at img, .lens img')].every(
+      (it) => it.src !== src), first);
+    await page.mouse.move(5, 5);
+    assert.equal(await caption.textContent(), 'Application');
+    assert.equal(await page.locator('.place-mark').count(), 0);
+    await rowOf(page, 'SBHUDView').getByRole('button', {name: 'Volume, text, dark wallpaper'}).focus();
+    await isShown();
+  }));
+}
 
 test('a colour that is found is used, and then the surface can be read',
      () => withStudio({entries: {global_color: '#000000'}}, async (page) => {
