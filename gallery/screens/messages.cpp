@@ -78,7 +78,7 @@ void drawBalloon(const Canvas& canvas, const Balloon& balloon, double top, const
     else canvas.rectangle(box, kRadius);
     if (balloon.isSent) {
       // The colours run down the conversation, not down each balloon.
-      canvas.fillGradient({0, kTop, 0, canvas.height() - kKeyboardHeight - kField - kTop}, shades);
+      canvas.fillGradient({0, kTop}, {0, canvas.height() - kKeyboardHeight - kField}, shades);
     } else {
       canvas.fill(kReceived);
     }
