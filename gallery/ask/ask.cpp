@@ -15,6 +15,7 @@
 #include "common/errors.h"
 #include "common/hosted_child.h"
 #include "common/input_limits.h"
+#include "common/json.h"
 #include "common/temporary_container.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
@@ -140,7 +141,7 @@ ProcessAnswer parsedAnswer(const std::string& text) {
       parsed.screens[screen][wallpaper] = fromJson(answers);
     }
   }
-  parsed.surfaces = json["surfaces"];
+  parsed.surfaces = std::make_shared<const Json>(json["surfaces"]);
   return parsed;
 }
 
