@@ -14,7 +14,7 @@
 
 #include "common/json.h"
 #include "contrast/shades.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

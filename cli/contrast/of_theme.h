@@ -4,7 +4,7 @@
 #include <string>
 
 #include "common/json_forward.h"
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "preview/sheet.h"
 #include "preview/tabs.h"
 

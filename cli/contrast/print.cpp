@@ -7,7 +7,7 @@
 
 #include "common/json.h"
 #include "contrast/of_theme.h"
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "preview/sheet.h"
 #include "preview/tabs.h"
 

@@ -5,7 +5,7 @@
 
 #include "common/json.h"
 #include "drawing/hex.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

@@ -42,7 +42,7 @@ Json surfacesOf(const AskedTab& asked, const Materials& materials, const Json& l
     if (!processes.insert(screen->bundle).second) continue;
     const std::string& bundle = screen->bundle;
     for (Json& row :
-         comparedAnswers(asked.before.at(bundle).surfaces, asked.after.at(bundle).surfaces)) {
+         comparedAnswers(*asked.before.at(bundle).surfaces, *asked.after.at(bundle).surfaces)) {
       const auto [known, isNew] = listed.emplace(dump(row), rows.size());
       if (isNew) {
         row["process"] = bundle;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/interruption.h"
+#include "common/json.h"
 #include "gallery/page/gallery.h"
 
 namespace varnix::cli {

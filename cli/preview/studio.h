@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "gallery/materials/materials.h"
 #include "preview/gallery_json.h"
-#include "preview/materials.h"
 #include "preview/sheet.h"
 #include "preview/tabs.h"
 

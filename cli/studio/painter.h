@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "contrast/legibility.h"
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "studio/asker.h"
 
 namespace varnix::cli {

@@ -2,7 +2,7 @@
 #include <exception>
 #include <utility>
 
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 #include "studio/painter.h"
 
 namespace varnix::cli {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "common/errors.h"
+#include "common/json.h"
 
 namespace varnix::cli::gallery {
 

@@ -7,8 +7,6 @@
 #include "gallery/screens/screen.h"
 #include "gallery/screens/surfaces.h"
 #include "gallery/screens/symbol.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -22,9 +20,7 @@ constexpr SliderColors kSlider{kWhite, kBlack.withAlpha(0.35)};
 
 Answers ask(const Surroundings&) {
   Answers answers;
-  const auto panel = make("SBControlCenterContentContainerView");
-  send<void>(panel, "controlCenterWillPresent"_sel);
-  askBackdrop(answers, panel);
+  askBackdrop(answers, staged(probe::kControlCenter));
   return answers;
 }
 

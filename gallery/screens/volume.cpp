@@ -6,7 +6,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/surfaces.h"
-#include "objc/strong.h"
 
 namespace varnix::screens {
 
@@ -18,9 +17,7 @@ constexpr int kTicks = 16, kLevel = 10;
 
 Answers ask(const Surroundings&) {
   Answers answers;
-  const auto panel = make("SBHUDView");
-  send<void>(panel, "layoutSubviews"_sel);
-  askBackdrop(answers, panel);
+  askBackdrop(answers, staged(probe::kVolume));
   return answers;
 }
 
