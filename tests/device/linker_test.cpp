@@ -10,6 +10,7 @@ namespace {
 using namespace device_test;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 namespace device = varnix::device;
 
 constexpr const char* kText = R"(
@@ -172,6 +173,32 @@ TEST(DeviceLinker, DifferencesInData) {
   EXPECT_EQ(library.word(at + 8), 16u);
   EXPECT_EQ(library.word(at + 12), at - (start - 1 + 2));
   EXPECT_TRUE(library.rebases().empty());
+}
+
+// As in a table of exception handlers, whose types are reached through pointers.
+TEST(DeviceLinker, DifferencesInConstantData) {
+  const ReadBack library(linked(assemble(kText + function("_start") + dataSection(".long 0") +
+                                         ".section __TEXT,__gcc_except_tab\n.p2align 2\n"
+                                         "_table: .long _data - .\n.long _start - _table\n"),
+                                options({"_start", "_data"})));
+  auto exports = library.exports();
+  const uint32_t at = library.section("__gcc_except_tab").address;
+  EXPECT_EQ(at + library.word(at), exports["_data"]);
+  EXPECT_EQ(at + library.word(at + 4), exports["_start"]);
+  EXPECT_TRUE(library.rebases().empty());
+}
+
+// Protocols are in such sections, so that linkers keep one of each.
+TEST(DeviceLinker, CoalescedSectionsBecomePlainOnes) {
+  const ReadBack library(
+      linked(assemble(kText + function("_start") + dataSection(".long 0") +
+                      ".section __DATA,__objc_protolist,coalesced,no_dead_strip\n.p2align 2\n"
+                      ".weak_definition l_label\nl_label: .long _data\n"),
+             options({"_start", "_data"})));
+  const uint32_t at = library.section("__objc_protolist").address;
+  EXPECT_EQ(library.word(at), library.exports()["_data"]);
+  EXPECT_THAT(library.rebases(), ElementsAre(at));
+  EXPECT_THAT(library.objdump("--macho --private-headers"), Not(HasSubstr("S_COALESCED")));
 }
 
 TEST(DeviceLinker, PointersOfTheCompilers) {
