@@ -269,6 +269,26 @@ TEST(DeviceLinker, LoadCommandsSayWhatWasAsked) {
   EXPECT_EQ(library.word(library.section("__mod_init_func").address), library.exports()["_start"]);
 }
 
+TEST(DeviceLinker, LibrariesThatAreNotUsedMayBeLeftOut) {
+  device::LinkOptions with = options({"_start"});
+  with.libraries.insert(with.libraries.begin(), stubLibrary("unused", {"_unused"}));
+  const Bytes object = assemble(kText + function("_start", "bl _other\n"));
+  const auto loadedBy = [&object](const device::LinkOptions& how) {
+    std::vector<std::string> names;
+    for (const auto& match : findAll(ReadBack(linked(object, how)).objdump("--macho --dylibs-used"),
+                                     "\n\\s+(\\S+) \\("))
+      names.push_back(match[1]);
+    // The library's own name is the first.
+    names.erase(names.begin());
+    return names;
+  };
+  EXPECT_THAT(loadedBy(with),
+              ElementsAre(HasSubstr("unused"), HasSubstr("first"), HasSubstr("second")));
+  with.dropsUnusedLibraries = true;
+  EXPECT_THAT(loadedBy(with), ElementsAre(HasSubstr("second")));
+  EXPECT_THAT(ReadBack(linked(object, with)).binds(), ElementsAre("__got+0 second _other"));
+}
+
 TEST(DeviceLinker, ABundleIsALibraryWithoutAName) {
   const Bytes object = assemble(kText + function("_start", "bl _called") +
                                 dataSection(".long _imported\n.long _data"));
