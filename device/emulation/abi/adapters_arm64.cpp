@@ -1,6 +1,7 @@
 #if defined(__aarch64__)
 
 #include "abi/adapters.h"
+#include "abi/implementations.h"
 #include "abi/methods.h"
 #include "abi/native.h"
 #include "abi/variadic.h"

@@ -8,6 +8,7 @@
 #include <link.h>
 
 #include "abi/adapters.h"
+#include "abi/implementations.h"
 #include "abi/methods.h"
 #include "abi/variadic.h"
 #include "abi/way_out.h"

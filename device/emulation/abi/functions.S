@@ -73,6 +73,7 @@ END \name
 
 MESSENGER varnix_msgSend, varnix_prepareMessage
 MESSENGER varnix_msgSendSuper, varnix_prepareSuperMessage
+MESSENGER varnix_msgSendSuper2, varnix_prepareSuper2Message
 
 #endif
 

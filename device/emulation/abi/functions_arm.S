@@ -89,7 +89,9 @@ END \name
 MESSENGER varnix_msgSend, varnix_prepareMessage
 MESSENGER varnix_msgSend_stret, varnix_prepareStretMessage
 MESSENGER varnix_msgSendSuper, varnix_prepareSuperMessage
+MESSENGER varnix_msgSendSuper2, varnix_prepareSuper2Message
 MESSENGER varnix_msgSendSuper_stret, varnix_prepareSuperStretMessage
+MESSENGER varnix_msgSendSuper2_stret, varnix_prepareSuper2StretMessage
 
 #endif
 
