@@ -93,6 +93,14 @@ MESSENGER varnix_msgSendSuper2, varnix_prepareSuper2Message
 MESSENGER varnix_msgSendSuper_stret, varnix_prepareSuperStretMessage
 MESSENGER varnix_msgSendSuper2_stret, varnix_prepareSuper2StretMessage
 
+// r0 = r7, pc and sp of a function that goes on elsewhere.
+ENTRY varnix_jump
+        ldr     r7, [r0]
+        ldr     ip, [r0, #4]
+        ldr     sp, [r0, #8]
+        bx      ip
+END varnix_jump
+
 #endif
 
         .section .note.GNU-stack,"",%progbits
