@@ -17,6 +17,7 @@ namespace {
 
 struct AnyString : NSString {
   static id alloc(Class cls, SEL);
+  static id allocWithZone(Class cls, SEL, void*) { return alloc(cls, nullptr); }
   static NSString* withUtf8(const char* utf8) {
     return utf8 == nullptr ? nullptr : host::makeString(utf8);
   }
@@ -165,6 +166,7 @@ static_assert(sizeof(StoredString) == sizeof(objc::ConstantString));
 
 OBJC_CLASS_NAMED(
     NSString, NSObject, AnyString, NSObject, objc::ClassMethod<"alloc", &AnyString::alloc>,
+    objc::ClassMethod<"allocWithZone:", &AnyString::allocWithZone>,
     objc::ClassMethod<"stringWithUTF8String:", &AnyString::withUtf8>,
     objc::ClassMethod<"stringWithFormat:", &AnyString::withFormat>,
     objc::ClassMethod<"string", &AnyString::empty>,
