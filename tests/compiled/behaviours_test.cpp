@@ -20,6 +20,13 @@ struct Checks {
   void (*texts)(const Place*, const char* actual, const char* expected);
 };
 
+/// On a device's processor the binaries are the device's.
+#if defined(__aarch64__) || defined(__arm__)
+constexpr const char* kEnding = ".dylib";
+#else
+constexpr const char* kEnding = ".so";
+#endif
+
 int checked = 0;
 
 template <class T>
@@ -47,7 +54,7 @@ class Compiled : public test::Hosted {
   void run(const char* library, const char* behaviour) {
     start("com.example.compiled", host::ProcessKind::daemon);
     const std::string path =
-        (host::ownFolder() / "tests" / "compiled" / "compiled_").string() + library + ".so";
+        (host::ownFolder() / "tests" / "compiled" / "compiled_").string() + library + kEnding;
     host::loadLibrary(path);
     auto* function =
         reinterpret_cast<void (*)(const Checks*)>(host::librarySymbol(path, behaviour));
