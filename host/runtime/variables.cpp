@@ -40,7 +40,7 @@ bool isInLayout(const std::uint8_t* layout, std::size_t word) {
 Ownership ownershipIn(Class cls, std::ptrdiff_t offset) {
   for (; cls != nullptr; cls = cls->superclass) {
     const ClassRw& data = *rw(cls);
-    if (offset < data.instanceStart) continue;
+    if (static_cast<std::uint32_t>(offset) < data.instanceStart) continue;
     const auto word =
         static_cast<std::size_t>(offset - data.instanceStart / sizeof(void*) * sizeof(void*)) /
         sizeof(void*);
