@@ -90,7 +90,10 @@ Type Encoding::value(int depth) {
     case 'f':
       return scalar('f', 4);
     case 'd':
+    case 'D':  // the same on these processors
       return scalar('d', 8);
+    case 'j':
+      return complex(depth);
     case 'q':
     case 'Q':
       return scalar('i', 8);
@@ -133,6 +136,15 @@ Type Encoding::pointer(int depth) {
   else if (takeIf('[')) skip('[', ']');
   else value(depth + 1);
   return scalar('i', word_);
+}
+
+Type Encoding::complex(int depth) {
+  const Type part = value(depth + 1);
+  Type whole;
+  whole.isStructure = true;
+  append(whole, part);
+  append(whole, part);
+  return whole;
 }
 
 Type Encoding::array(int depth) {

@@ -45,6 +45,7 @@ class Encoding {
   Type value(int depth);
   Type object();
   Type pointer(int depth);
+  Type complex(int depth);
   Type array(int depth);
   Type structure(int depth);
   Type unionOf(int depth);

@@ -35,7 +35,7 @@ std::string signatureFits(const ClassData& data, const BlockConstant& it) {
   const auto types = splitTypes(it.signature.text, data.pointerSize());
   const bool returnsStructure = (it.flags & kReturnsStructure) != 0;
   return unless(types && types->size() >= 2 && (*types)[1] == "@?" &&
-                    isStructure((*types)[0]) == returnsStructure,
+                    (!returnsStructure || isStructure((*types)[0])),
                 printable(it.signature.text));
 }
 

@@ -153,8 +153,8 @@ std::optional<std::string> attribute(const OwnedProperty& owned, char letter) {
 std::string accessorsAreThere(const ClassData&, const OwnedProperty& owned) {
   const std::string name(owned.it.name.text);
   if (name.empty()) return "no name";
-  // The methods are somewhere else.
-  if (attribute(owned, 'D')) return {};
+  // Those of a property without a variable may be a superclass's: a protocol can ask for it.
+  if (attribute(owned, 'D') || !attribute(owned, 'V')) return {};
   const std::string setter =
       "set" + std::string(1, static_cast<char>(std::toupper(name[0]))) + name.substr(1) + ":";
   return unless(
@@ -193,7 +193,7 @@ constexpr ClassRule kVariables[] = {
     {"properties.attributes",
      "A property's attributes are a type, known letters, then a variable if it has one.",
      each<propertiesOf, attributesFit>},
-    {"properties.accessors", "A property's methods exist, unless it says that they are elsewhere.",
+    {"properties.accessors", "The methods of a property with a variable exist.",
      each<propertiesOf, accessorsAreThere>},
     {"properties.variable", "A property's variable exists, if it has one.",
      each<propertiesOf, variableIsThere>},

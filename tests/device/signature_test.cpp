@@ -59,6 +59,7 @@ TEST(Signatures, CountStructures) {
   EXPECT_EQ(told("v@:r^{CGImage=}^{Node=@^{Node}}B"), "x4:u8");
   EXPECT_EQ(told("v@:^{Flags=b3b5}^(Either=i[2{Deep=b1}])^[4i]B"), "x5:u8");
   EXPECT_EQ(told("v@:{Matrix=[4d]}{Row=[3f]}B"), "x2:u8");
+  EXPECT_EQ(told("v@:DjdjiB"), "x3:u8");
   EXPECT_EQ(told("v@:{Pairs=[2[2i]]}B"), "x4:u8");
   EXPECT_EQ(told("v@:QQQQQ{_NSRange=QQ}B"), "16@0/0 1@16/16");
 }

@@ -49,6 +49,16 @@ std::string formatted(NSString* format, const char* unnamed) {
   return host::format(host::text(format), arguments);
 }
 
+/// A format that gives this text.
+std::string withoutFormats(const std::string& text) {
+  std::string format;
+  for (const char c : text) {
+    if (c == '%') format += c;
+    format += c;
+  }
+  return format;
+}
+
 }  // namespace
 
 void* variadicFunction(std::string_view name) {
@@ -64,6 +74,14 @@ void* variadicMessage(std::string_view selector, void** words, void* stack) {
     words[0] = host::makeString(
         formatted(static_cast<NSString*>(words[kNamed - 1]), static_cast<const char*>(unnamed)));
     return reinterpret_cast<void*>(&varnix_return);
+  }
+  if (selector == "raise:format:") {
+    // The text becomes the format of a message without unnamed arguments.
+    constexpr int kNamed = 4;
+    void* unnamed = sizeof(void*) == 8 ? stack : words + kNamed;
+    words[kNamed - 1] = host::makeString(withoutFormats(
+        formatted(static_cast<NSString*>(words[kNamed - 1]), static_cast<const char*>(unnamed))));
+    return nullptr;
   }
 #if defined(__aarch64__)
   return listMessage(selector, words, stack);
