@@ -44,10 +44,14 @@ void writeUuid(std::vector<uint8_t>& file, size_t offset) {
   std::copy(digest, digest + 16, file.begin() + static_cast<std::ptrdiff_t>(offset));
 }
 
+/// The platform loads nothing without it.
+constexpr std::string_view kSystemLibrary = "/usr/lib/libSystem.B.dylib";
+
 std::vector<StubLibrary> usedLibraries(const Object& object, const LinkOptions& options) {
   std::vector<StubLibrary> used;
   for (const StubLibrary& library : options.libraries)
-    if (std::ranges::any_of(object.symbols, [&library](const Symbol& symbol) {
+    if (library.installName == kSystemLibrary ||
+        std::ranges::any_of(object.symbols, [&library](const Symbol& symbol) {
           return symbol.isUndefined() && library.symbols.contains(symbol.name);
         }))
       used.push_back(library);

@@ -287,6 +287,9 @@ TEST(DeviceLinker, LibrariesThatAreNotUsedMayBeLeftOut) {
   with.dropsUnusedLibraries = true;
   EXPECT_THAT(loadedBy(with), ElementsAre(HasSubstr("second")));
   EXPECT_THAT(ReadBack(linked(object, with)).binds(), ElementsAre("__got+0 second _other"));
+  // Nothing is loaded without this one.
+  with.libraries.push_back(stubLibrary("libSystem.B", {"_unused"}));
+  EXPECT_THAT(loadedBy(with), ElementsAre(HasSubstr("second"), HasSubstr("libSystem.B")));
 }
 
 TEST(DeviceLinker, ABundleIsALibraryWithoutAName) {
