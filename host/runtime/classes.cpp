@@ -84,7 +84,8 @@ void addIvars(Class cls, const objc::ClassRo& ro) {
   forEachEntry<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
     // A bit-field without a name has no offset of its own.
     if (entry.offset == nullptr) return;
-    *entry.offset += static_cast<std::int32_t>(shift);
+    // Where the superclass is NSObject, compilers write a constant: its size never changes.
+    if (shift != 0) *entry.offset += static_cast<std::int32_t>(shift);
     const char* name = entry.name == nullptr ? "" : entry.name;
     if (isVariableLeftOut(cls, name)) return;
     rw(cls)->ivars.push_back(

@@ -34,12 +34,12 @@ __attribute__((visibility("hidden"))) extern const struct Checks* behaviourCheck
   }                                                                              \
   static void name##_body(void)
 
-#define BEHAVIOUR_CHECK_(function, type, actual, expected)           \
-  do {                                                               \
-    static const struct Place place = {__FILE__, __LINE__, #actual}; \
-    type isValue = (actual);                                         \
-    type wantedValue = (expected);                                   \
-    behaviourChecks->function(&place, &isValue, &wantedValue);       \
+#define BEHAVIOUR_CHECK_(function, type, actual, expected)                    \
+  do {                                                                        \
+    static const struct Place behaviourPlace = {__FILE__, __LINE__, #actual}; \
+    type isValue = (actual);                                                  \
+    type wantedValue = (expected);                                            \
+    behaviourChecks->function(&behaviourPlace, &isValue, &wantedValue);       \
   } while (0)
 
 /// Integers, characters, BOOLs.
@@ -52,11 +52,11 @@ __attribute__((visibility("hidden"))) extern const struct Checks* behaviourCheck
 #define samePointers(actual, expected) \
   equal((long long)(uintptr_t)(actual), (long long)(uintptr_t)(expected))
 /// C strings; nil prints as "(nil)".
-#define equalTexts(actual, expected)                                            \
-  do {                                                                          \
-    static const struct Place place = {__FILE__, __LINE__, #actual};            \
-    const char* isText = (actual);                                              \
-    behaviourChecks->texts(&place, isText == 0 ? "(nil)" : isText, (expected)); \
+#define equalTexts(actual, expected)                                                     \
+  do {                                                                                   \
+    static const struct Place behaviourPlace = {__FILE__, __LINE__, #actual};            \
+    const char* isText = (actual);                                                       \
+    behaviourChecks->texts(&behaviourPlace, isText == 0 ? "(nil)" : isText, (expected)); \
   } while (0)
 /// An NSString and a C string.
 #define equalStrings(actual, expected) equalTexts([(actual) UTF8String], (expected))
