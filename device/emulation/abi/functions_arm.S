@@ -66,9 +66,7 @@ ENTRY varnix_CFLog
 1:      mov     sp, r4
         pop     {r4, lr}
         add     sp, sp, #16
-ENTRY varnix_return
         bx      lr
-END varnix_return
 END varnix_CFLog
 
 // A message: \prepare sees the words that hold arguments, may change them, and returns the address
