@@ -6,7 +6,7 @@
 
 #include "common/errors.h"
 #include "common/framework_files.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

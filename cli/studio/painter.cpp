@@ -9,8 +9,8 @@
 #include "common/errors.h"
 #include "common/framework_files.h"
 #include "common/json.h"
-#include "preview/sample_files.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/sample_files.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

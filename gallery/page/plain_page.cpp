@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "common/json.h"
+
 namespace varnix::cli::gallery {
 
 namespace {
