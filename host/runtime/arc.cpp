@@ -76,6 +76,17 @@ HOST_EXPORT id _objc_rootAutorelease(id object) {
   if (!class_isMetaClass(object->isa)) host::runtime::releaseWithPool(object);
   return object;
 }
+HOST_EXPORT bool _objc_rootTryRetain(id object) {
+  return class_isMetaClass(object->isa) || host::runtime::retainFromWeak(object);
+}
+HOST_EXPORT bool _objc_rootIsDeallocating(id object) {
+  return !class_isMetaClass(object->isa) && host::runtime::isBeingFreed(object);
+}
+HOST_EXPORT std::size_t _objc_rootRetainCount(id object) {
+  return send<std::size_t>(object, "retainCount"_sel);
+}
+HOST_EXPORT void* _objc_autoreleasePoolPush() { return objc_autoreleasePoolPush(); }
+HOST_EXPORT void _objc_autoreleasePoolPop(void* pool) { objc_autoreleasePoolPop(pool); }
 HOST_EXPORT id _objc_rootAlloc(Class cls) { return class_createInstance(cls, 0); }
 HOST_EXPORT id _objc_rootAllocWithZone(Class cls, void*) { return class_createInstance(cls, 0); }
 HOST_EXPORT id _objc_rootInit(id object) { return object; }
