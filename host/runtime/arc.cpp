@@ -7,14 +7,6 @@
 extern "C" {
 
 HOST_EXPORT id objc_retainAutorelease(id object) { return objc_autorelease(objc_retain(object)); }
-HOST_EXPORT id objc_autoreleaseReturnValue(id object) { return objc_autorelease(object); }
-HOST_EXPORT id objc_retainAutoreleaseReturnValue(id object) {
-  return objc_retainAutorelease(object);
-}
-HOST_EXPORT id objc_retainAutoreleasedReturnValue(id object) { return objc_retain(object); }
-/// For a result that the caller does not keep: the pool has the reference.
-HOST_EXPORT id objc_unsafeClaimAutoreleasedReturnValue(id object) { return object; }
-HOST_EXPORT id objc_claimAutoreleasedReturnValue(id object) { return objc_retain(object); }
 
 HOST_EXPORT id objc_retainBlock(id block) { return static_cast<id>(_Block_copy(block)); }
 
