@@ -45,8 +45,8 @@ struct Array : NSArray {
     addAll(other);
     return this;
   }
-  Array* initWithObjects(NSObject* const* objects, NSUInteger count) {
-    for (NSUInteger i = 0; i < count; ++i) add(objects[i]);
+  Array* initWithObjects(NSObject* const* objects, NSUInteger total) {
+    for (NSUInteger i = 0; i < total; ++i) add(objects[i]);
     return this;
   }
 
@@ -63,8 +63,8 @@ struct Array : NSArray {
   }
   void addAll(NSArray* other) {
     // The other may be this one.
-    const NSUInteger count = send(other, NSArray::count);
-    for (NSUInteger i = 0; i < count; ++i) add(send(other, NSArray::objectAtIndex, i));
+    const NSUInteger total = send(other, NSArray::count);
+    for (NSUInteger i = 0; i < total; ++i) add(send(other, NSArray::objectAtIndex, i));
   }
   NSUInteger enumerate(void* state, NSObject** buffer, NSUInteger capacity) {
     return host::enumerate(static_cast<host::EnumerationState*>(state), buffer, capacity,

@@ -46,8 +46,8 @@ struct Dictionary : NSDictionary {
                                  NSUInteger count) {
     return make(cls)->initWithObjects(objects, keys, count);
   }
-  Dictionary* initWithObjects(NSObject* const* objects, NSObject* const* keys, NSUInteger count) {
-    for (NSUInteger i = 0; i < count; ++i) put(objects[i], keys[i]);
+  Dictionary* initWithObjects(NSObject* const* objects, NSObject* const* keys, NSUInteger total) {
+    for (NSUInteger i = 0; i < total; ++i) put(objects[i], keys[i]);
     return this;
   }
   static Dictionary* withArrays(Class cls, SEL, NSArray* objects, NSArray* keys) {
@@ -143,8 +143,8 @@ struct Dictionary : NSDictionary {
 };
 
 struct MutableDictionary : Dictionary {
-  MutableDictionary* initWithCapacity(NSUInteger count) {
-    table.reserve(std::min<NSUInteger>(count, 1024));
+  MutableDictionary* initWithCapacity(NSUInteger capacity) {
+    table.reserve(std::min<NSUInteger>(capacity, 1024));
     return this;
   }
   void removeKey(NSObject* key) {

@@ -111,10 +111,10 @@ struct Invocation : NSObject {
       } else if (type.starts_with('*')) {
         auto** text = reinterpret_cast<const char**>(values->arguments[i].get());
         if (*text == nullptr) continue;
-        NSString* copied = host::makeString(*text);
-        if (copied == nullptr) continue;
-        values->kept.push_back(Strong<NSObject>::retain(copied));
-        *text = send<const char*>(copied, "UTF8String"_sel);
+        NSString* kept = host::makeString(*text);
+        if (kept == nullptr) continue;
+        values->kept.push_back(Strong<NSObject>::retain(kept));
+        *text = send<const char*>(kept, "UTF8String"_sel);
       }
     }
   }

@@ -7,14 +7,6 @@
 extern "C" {
 
 HOST_EXPORT id objc_retainAutorelease(id object) { return objc_autorelease(objc_retain(object)); }
-HOST_EXPORT id objc_autoreleaseReturnValue(id object) { return objc_autorelease(object); }
-HOST_EXPORT id objc_retainAutoreleaseReturnValue(id object) {
-  return objc_retainAutorelease(object);
-}
-HOST_EXPORT id objc_retainAutoreleasedReturnValue(id object) { return objc_retain(object); }
-/// For a result that the caller does not keep: the pool has the reference.
-HOST_EXPORT id objc_unsafeClaimAutoreleasedReturnValue(id object) { return object; }
-HOST_EXPORT id objc_claimAutoreleasedReturnValue(id object) { return objc_retain(object); }
 
 HOST_EXPORT id objc_retainBlock(id block) { return static_cast<id>(_Block_copy(block)); }
 
@@ -76,6 +68,17 @@ HOST_EXPORT id _objc_rootAutorelease(id object) {
   if (!class_isMetaClass(object->isa)) host::runtime::releaseWithPool(object);
   return object;
 }
+HOST_EXPORT bool _objc_rootTryRetain(id object) {
+  return class_isMetaClass(object->isa) || host::runtime::retainFromWeak(object);
+}
+HOST_EXPORT bool _objc_rootIsDeallocating(id object) {
+  return !class_isMetaClass(object->isa) && host::runtime::isBeingFreed(object);
+}
+HOST_EXPORT std::size_t _objc_rootRetainCount(id object) {
+  return send<std::size_t>(object, "retainCount"_sel);
+}
+HOST_EXPORT void* _objc_autoreleasePoolPush() { return objc_autoreleasePoolPush(); }
+HOST_EXPORT void _objc_autoreleasePoolPop(void* pool) { objc_autoreleasePoolPop(pool); }
 HOST_EXPORT id _objc_rootAlloc(Class cls) { return class_createInstance(cls, 0); }
 HOST_EXPORT id _objc_rootAllocWithZone(Class cls, void*) { return class_createInstance(cls, 0); }
 HOST_EXPORT id _objc_rootInit(id object) { return object; }

@@ -153,6 +153,8 @@ void forEachEntry(void* list, Each each) {
 objc_protocol* registerProtocol(objc_protocol* protocol);
 void addProtocols(Class cls, void* list);
 void addProperties(Class cls, void* list);
+/// The text of a property's attributes: pairs of C strings, a name and a value.
+std::string joinAttributes(const void* attributes, unsigned count);
 
 /// Every class that was mapped or registered. The lock is held.
 std::vector<Class> allClasses();

@@ -68,6 +68,8 @@ extern "C" {
 HOST_EXPORT SEL sel_getUid(const char* name) { return sel_registerName(name); }
 HOST_EXPORT bool sel_isEqual(SEL one, SEL other) { return one == other; }
 
+HOST_EXPORT bool sel_isMapped(SEL selector) { return selector != nullptr; }
+
 // Classes.
 
 HOST_EXPORT Class objc_lookUpClass(const char* name) { return objc_getClass(name); }

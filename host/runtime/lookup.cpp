@@ -8,6 +8,12 @@
 
 extern "C" {
 constinit objc_cache _objc_empty_cache{0, 0, {}};
+/// Older compilers write it into every class; nothing reads it.
+HOST_EXPORT extern IMP _objc_empty_vtable;
+constinit IMP _objc_empty_vtable = nullptr;
+/// Where the class of every object is, in bytes.
+HOST_EXPORT extern long objc_offsetOfIsa asm("OBJC_IVAR_$_NSObject.isa");
+constinit long objc_offsetOfIsa = 0;
 
 /// An implementation and the receiver that it gets, in the two registers of a result.
 #if defined(__arm__)

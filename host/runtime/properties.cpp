@@ -47,17 +47,6 @@ std::vector<AttributeText> parseAttributes(std::string_view text) {
   return attributes;
 }
 
-std::string joinAttributes(const Attribute* attributes, unsigned count) {
-  std::string text;
-  for (unsigned i = 0; i < count; ++i) {
-    const std::string name = attributes[i].name;
-    const std::string value = attributes[i].value == nullptr ? "" : attributes[i].value;
-    if (!text.empty()) text += ',';
-    text += (name.size() == 1 ? name : "\"" + name + "\"") + value;
-  }
-  return text;
-}
-
 objc::PropertyEntry* ownProperty(Class cls, const char* name) {
   const auto& properties = rw(cls)->properties;
   const auto found = std::ranges::find_if(properties, [&](const objc::PropertyEntry* one) {
@@ -67,6 +56,18 @@ objc::PropertyEntry* ownProperty(Class cls, const char* name) {
 }
 
 }  // namespace
+
+std::string joinAttributes(const void* list, unsigned count) {
+  const auto* attributes = static_cast<const Attribute*>(list);
+  std::string text;
+  for (unsigned i = 0; i < count; ++i) {
+    const std::string name = attributes[i].name;
+    const std::string value = attributes[i].value == nullptr ? "" : attributes[i].value;
+    if (!text.empty()) text += ',';
+    text += (name.size() == 1 ? name : "\"" + name + "\"") + value;
+  }
+  return text;
+}
 
 /// A category's come before those that the class has already.
 void addProperties(Class cls, void* list) {

@@ -272,6 +272,17 @@ HOST_EXPORT void protocol_addProtocol(objc_protocol* protocol, objc_protocol* ad
   data->protocols.push_back(canonical(adopted));
 }
 
+/// Only required properties are kept. The attributes are names and values, as for a class.
+HOST_EXPORT void protocol_addProperty(objc_protocol* protocol, const char* name,
+                                      const void* attributes, unsigned count, bool isRequired,
+                                      bool isOfInstances) {
+  std::scoped_lock guard(lock());
+  ProtocolRw* data = dataOf(protocol);
+  if (data == nullptr || data->isRegistered || name == nullptr || !isRequired) return;
+  data->properties[isOfInstances].push_back(
+      new objc::PropertyEntry{keptName(name), keptName(joinAttributes(attributes, count))});
+}
+
 HOST_EXPORT bool class_addProtocol(Class cls, objc_protocol* protocol) {
   if (cls == nullptr || protocol == nullptr) return false;
   std::scoped_lock guard(lock());

@@ -40,10 +40,10 @@ bool isInLayout(const std::uint8_t* layout, std::size_t word) {
 Ownership ownershipIn(Class cls, std::ptrdiff_t offset) {
   for (; cls != nullptr; cls = cls->superclass) {
     const ClassRw& data = *rw(cls);
-    if (static_cast<std::uint32_t>(offset) < data.instanceStart) continue;
-    const auto word =
-        static_cast<std::size_t>(offset - data.instanceStart / sizeof(void*) * sizeof(void*)) /
-        sizeof(void*);
+    const auto at = static_cast<std::size_t>(offset);
+    if (at < data.instanceStart) continue;
+    // A layout begins with the word that the first variable is in.
+    const std::size_t word = at / sizeof(void*) - data.instanceStart / sizeof(void*);
     if (isInLayout(data.ivarLayout, word)) return Ownership::strong;
     if (isInLayout(data.weakIvarLayout, word)) return Ownership::weak;
     return Ownership::none;

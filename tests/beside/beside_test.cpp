@@ -1,5 +1,6 @@
 // Extensions that an Objective-C compiler wrote, beside ours: they replace the same methods, before
 // ours or after it, for each way of hooking.
+#include "support/compiled_library.h"
 #include "support/hosted.h"
 
 namespace {
@@ -44,8 +45,7 @@ class Beside : public Hosted, public testing::WithParamInterface<Pair> {
 
  private:
   static std::string file() {
-    return (host::ownFolder() / "tests" / "beside_").string() + GetParam().extension +
-           VARNIX_EXTENSION_ENDING;
+    return compiledLibrary(std::string("beside_") + GetParam().extension);
   }
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "objc/autorelease_pool.h"
+#include "support/compiled_library.h"
 #include "support/hosted.h"
 
 namespace {
@@ -19,13 +20,6 @@ struct Checks {
   void (*doubles)(const Place*, const double* actual, const double* expected);
   void (*texts)(const Place*, const char* actual, const char* expected);
 };
-
-/// On a device's processor the binaries are the device's.
-#if defined(__aarch64__) || defined(__arm__)
-constexpr const char* kEnding = ".dylib";
-#else
-constexpr const char* kEnding = ".so";
-#endif
 
 int checked = 0;
 
@@ -53,8 +47,7 @@ class Compiled : public test::Hosted {
  protected:
   void run(const char* library, const char* behaviour) {
     start("com.example.compiled", host::ProcessKind::daemon);
-    const std::string path =
-        (host::ownFolder() / "tests" / "compiled" / "compiled_").string() + library + kEnding;
+    const std::string path = test::compiledLibrary(std::string("compiled/compiled_") + library);
     host::loadLibrary(path);
     auto* function =
         reinterpret_cast<void (*)(const Checks*)>(host::librarySymbol(path, behaviour));

@@ -15,7 +15,8 @@
 
 static __strong Counted *global;
 
-static Counted *make(NSString *name) {
+// Without a detour through a pool.
+__attribute__((ns_returns_retained)) static Counted *make(NSString *name) {
   Counted *made = [Counted new];
   made.name = name;
   return made;
@@ -85,7 +86,9 @@ BEHAVIOUR(aWeakPropertyBecomesNil) {
 }
 
 BEHAVIOUR(aWeakReferenceDoesNotKeep) {
-  __weak Counted *weak = make(@"object");
+  Counted *object = make(@"object");
+  __weak Counted *weak = object;
+  object = nil;
   note("after");
   same(weak, nil);
   equalTexts(noted(), "object after");
@@ -207,6 +210,22 @@ BEHAVIOUR(aStructureOfReferencesIsReleased) {
   }
   note("after");
   equalTexts(noted(), "copy-left one two after");
+}
+
+__attribute__((noinline)) static Counted *autoreleased(NSString *name) {
+  Counted *made = [Counted new];
+  made.name = name;
+  return made;
+}
+
+BEHAVIOUR(aKeptResultDoesNotWaitForThePool) {
+  @autoreleasepool {
+    Counted *kept = autoreleased(@"result");
+    use(kept);
+    kept = nil;
+    note("inside");
+  }
+  equalTexts(noted(), "result inside");
 }
 
 BEHAVIOUR(bridgingHandsOverAReference) {
