@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <map>
 #include <mutex>
-#include <span>
 
 #include "abi/adapters.h"
 #include "abi/boundary.h"
+#include "abi/named_function.h"
 #include "macho/error.h"
 #include "objc/block.h"
 #include "objc/hook.h"
@@ -170,22 +170,6 @@ IMP instanceMethodForSelector(Class receiver, SEL command, SEL selector) {
   return method == nullptr ? found : toDevice(found, method);
 }
 
-struct Named {
-  std::string_view name;
-  void* function;
-};
-
-void* find(std::span<const Named> all, std::string_view name) {
-  for (const Named& each : all)
-    if (each.name == name) return each.function;
-  return nullptr;
-}
-
-template <class Function>
-void* address(Function* function) {
-  return reinterpret_cast<void*>(function);
-}
-
 }  // namespace
 
 NativeSignature signatureOf(const char* types, const char* name) {
@@ -215,27 +199,27 @@ void adaptBlock(void* given) {
 }
 
 void* methodFunction(std::string_view name) {
-  static const Named functions[] = {
-      {"MSHookMessageEx", address(&hookMessage)},
-      {"class_addMethod", address(&addMethod)},
-      {"class_getMethodImplementation", address(&implementationInClass)},
-      {"class_getMethodImplementation_stret", address(&implementationInClass)},
-      {"class_replaceMethod", address(&replaceMethod)},
-      {"imp_getBlock", address(&blockOf)},
-      {"imp_implementationWithBlock", address(&implementationWithBlock)},
-      {"imp_removeBlock", address(&removeBlock)},
-      {"method_getImplementation", address(&implementationOf)},
-      {"method_setImplementation", address(&setImplementation)},
+  static const NamedFunction functions[] = {
+      {"MSHookMessageEx", &hookMessage},
+      {"class_addMethod", &addMethod},
+      {"class_getMethodImplementation", &implementationInClass},
+      {"class_getMethodImplementation_stret", &implementationInClass},
+      {"class_replaceMethod", &replaceMethod},
+      {"imp_getBlock", &blockOf},
+      {"imp_implementationWithBlock", &implementationWithBlock},
+      {"imp_removeBlock", &removeBlock},
+      {"method_getImplementation", &implementationOf},
+      {"method_setImplementation", &setImplementation},
   };
-  return find(functions, name);
+  return findFunction(functions, name);
 }
 
 void* implementationMessage(std::string_view selector) {
-  static const Named messages[] = {
-      {"instanceMethodForSelector:", address(&instanceMethodForSelector)},
-      {"methodForSelector:", address(&methodForSelector)},
+  static const NamedFunction messages[] = {
+      {"instanceMethodForSelector:", &instanceMethodForSelector},
+      {"methodForSelector:", &methodForSelector},
   };
-  return bridge({}, Direction::toLinux, find(messages, selector));
+  return bridge({}, Direction::toLinux, findFunction(messages, selector));
 }
 
 }  // namespace varnix::device

@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
-#include <span>
 #include <typeinfo>
 #include <utility>
 #include <vector>
 
 #include "abi/adapters.h"
 #include "abi/handler_table.h"
+#include "abi/named_function.h"
 #include "abi/way_out.h"
 #include "objc/runtime.h"
 
@@ -147,25 +147,16 @@ std::terminate_handler previousEnd = nullptr;
   std::abort();
 }
 
-struct Named {
-  std::string_view name;
-  void* function;
-};
-
 }  // namespace
 
 void* exceptionFunction(std::string_view name) {
-  static const Named functions[] = {
-      {"_Unwind_SjLj_Register", reinterpret_cast<void*>(&enter)},
-      {"_Unwind_SjLj_Resume", reinterpret_cast<void*>(&resume)},
-      {"_Unwind_SjLj_Unregister", reinterpret_cast<void*>(&leave)},
-      {"objc_begin_catch", reinterpret_cast<void*>(&beginCatch)},
-      {"objc_end_catch", reinterpret_cast<void*>(&endCatch)},
-      {"objc_exception_rethrow", reinterpret_cast<void*>(&throwAgain)},
-      {"objc_exception_throw", reinterpret_cast<void*>(&throwObject)},
+  static const NamedFunction functions[] = {
+      {"_Unwind_SjLj_Register", &enter},      {"_Unwind_SjLj_Resume", &resume},
+      {"_Unwind_SjLj_Unregister", &leave},    {"objc_begin_catch", &beginCatch},
+      {"objc_end_catch", &endCatch},          {"objc_exception_rethrow", &throwAgain},
+      {"objc_exception_throw", &throwObject},
   };
-  for (const Named& each : functions)
-    if (each.name == name) return wayOut(each.function);
+  if (void* function = findFunction(functions, name)) return wayOut(function);
   // The tables are read here; the routine that the device would ask is never called.
   if (name == "__objc_personality_v0") return reinterpret_cast<void*>(&handleOrEnd);
   return nullptr;
