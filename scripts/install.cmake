@@ -27,6 +27,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/host/compiled/image.cpp DESTINATION ${extens
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/facts DESTINATION ${extension})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/device/include DESTINATION ${extension}/device)
 install(PROGRAMS ${PROJECT_SOURCE_DIR}/device/extension ${PROJECT_SOURCE_DIR}/device/platform-stubs
+        ${PROJECT_SOURCE_DIR}/device/landing-pads
         DESTINATION ${extension}/device)
 install(FILES ${PROJECT_SOURCE_DIR}/device/common.sh DESTINATION ${extension}/device)
 install(FILES ${PROJECT_SOURCE_DIR}/device/lists/flags.txt ${PROJECT_SOURCE_DIR}/device/lists/exports.txt

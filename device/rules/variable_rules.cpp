@@ -90,8 +90,11 @@ void filled(const ClassData& data, const Say& say) {
 std::string offsetFits(const ClassData& data, const PlacedVariable& placed) {
   if (!placed.it.value) return {};
   const uint64_t start = *placed.it.value;
+  // On 32 bits, numbers of 64 bits are where words may be.
+  const uint64_t alignment =
+      std::min<uint64_t>(placed.it.alignment(data.pointerSize()), data.pointerSize() == 4 ? 4 : 16);
   return unless(start >= placed.owner->start && start + placed.it.size <= placed.owner->size &&
-                    start % placed.it.alignment(data.pointerSize()) == 0,
+                    start % alignment == 0,
                 std::to_string(start) + " and " + std::to_string(placed.it.size) + " bytes");
 }
 
@@ -111,6 +114,11 @@ std::string typeFits(const ClassData& data, const PlacedVariable& placed) {
   // A bit field shares its bytes with its neighbours.
   if (type.scalar == 'b' && encoding.atEnd()) return {};
   if (type.size == 0 || !encoding.atEnd()) return printable(it.type.text) + " is not a type";
+  // On 32 bits, structures have no gaps before numbers of 64 bits.
+  if (data.pointerSize() == 4 && type.isStructure && type.alignment > 4) {
+    type.size = static_cast<uint32_t>(4 * type.words.size());
+    type.alignment = 4;
+  }
   return unless(type.size == it.size && type.alignment == it.alignment(data.pointerSize()),
                 printable(it.type.text) + " of " + std::to_string(it.size) + " bytes, aligned to " +
                     std::to_string(it.alignment(data.pointerSize())));

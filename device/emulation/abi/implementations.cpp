@@ -43,10 +43,6 @@ Crossings& crossings() {
   return *all;
 }
 
-bool isDevices(IMP implementation) {
-  return isOfLibrary(reinterpret_cast<const void*>(implementation));
-}
-
 /// Head of a block. The two forms of its descriptor differ.
 struct BlockHead {
   const void* isa;
@@ -172,10 +168,16 @@ IMP instanceMethodForSelector(Class receiver, SEL command, SEL selector) {
 
 }  // namespace
 
-NativeSignature signatureOf(const char* types, const char* name) {
+bool isDevices(IMP implementation) {
+  return isOfLibrary(reinterpret_cast<const void*>(implementation));
+}
+
+NativeSignature signatureOf(const char* types, const char* name, bool isDevices) {
   try {
     return readNativeSignature(types == nullptr ? "" : types);
   } catch (const Error& error) {
+    // Between the device's own functions nothing has to change.
+    if (isDevices) return {};
     std::fprintf(stderr, "emulation: %s: %s\n", name, error.what());
     std::abort();
   }
@@ -184,8 +186,9 @@ NativeSignature signatureOf(const char* types, const char* name) {
 IMP crossed(IMP implementation, const char* types, const char* name, Direction direction) {
   if (IMP original = crossings().originalOf(implementation)) return original;
   if (direction == Direction::toLinux && isDevices(implementation)) return implementation;
-  const auto made = reinterpret_cast<IMP>(
-      bridge(signatureOf(types, name), direction, reinterpret_cast<void*>(implementation)));
+  const auto made =
+      reinterpret_cast<IMP>(bridge(signatureOf(types, name, isDevices(implementation)), direction,
+                                   reinterpret_cast<void*>(implementation)));
   if (made != implementation) crossings().add(made, implementation);
   return made;
 }
@@ -195,7 +198,7 @@ void adaptBlock(void* given) {
   auto* block = static_cast<BlockHead*>(given);
   if (block == nullptr || typesOf(*block) == nullptr || !isOfLibrary(block->invoke)) return;
   block->invoke =
-      bridge(signatureOf(typesOf(*block), "a block"), Direction::toDevice, block->invoke);
+      bridge(signatureOf(typesOf(*block), "a block", true), Direction::toDevice, block->invoke);
 }
 
 void* methodFunction(std::string_view name) {

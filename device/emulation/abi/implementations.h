@@ -13,8 +13,12 @@ namespace varnix::device {
 /// its types cannot be read.
 IMP crossed(IMP implementation, const char* types, const char* name, Direction direction);
 
-/// The signature of a method. Ends the process with the method's name if its types cannot be read.
-NativeSignature signatureOf(const char* types, const char* name);
+/// Whether it is a function of a loaded library of the device.
+bool isDevices(IMP implementation);
+
+/// The signature of a method. If its types cannot be read, that of nothing for a function of the
+/// device's; for any other this ends the process with the method's name.
+NativeSignature signatureOf(const char* types, const char* name, bool isDevices);
 
 /// Makes a block of the library callable by this process. Other blocks, and nil, stay as they are.
 void adaptBlock(void* block);

@@ -33,7 +33,8 @@ void* prepare(void** words, Class cls, void* selector, Messenger* messenger) {
   auto* name = static_cast<SEL>(selector);
   objc_method* method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, name);
   if (method == nullptr) return bridge({}, Direction::toLinux, target);
-  const NativeSignature call = signatureOf(method_getTypeEncoding(method), sel_getName(name));
+  const NativeSignature call = signatureOf(method_getTypeEncoding(method), sel_getName(name),
+                                           isDevices(method_getImplementation(method)));
   for (size_t i = 0; i < call.blocks.size(); ++i) {
     if (call.blocks[i]) adaptBlock(words[i]);
   }
