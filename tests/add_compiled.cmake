@@ -2,7 +2,15 @@
 # clang writes the platform's kind of class data, so it compiles these files whatever compiles the rest.
 if(NOT CMAKE_CROSSCOMPILING)
   find_program(CMAKE_OBJC_COMPILER NAMES clang-19 clang REQUIRED)
+  # How precompiled headers are made is not kept for each language, and this is another compiler.
+  set(pch_variables CMAKE_PCH_EXTENSION CMAKE_PCH_PROLOGUE CMAKE_PCH_EPILOGUE)
+  foreach(variable IN LISTS pch_variables)
+    set(saved_${variable} "${${variable}}")
+  endforeach()
   enable_language(OBJC)
+  foreach(variable IN LISTS pch_variables)
+    set(${variable} "${saved_${variable}}")
+  endforeach()
 
   add_library(varnix_compiled_image OBJECT ${PROJECT_SOURCE_DIR}/host/compiled/image.cpp)
   target_link_libraries(varnix_compiled_image PRIVATE varnix_host varnix_warnings)

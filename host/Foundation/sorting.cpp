@@ -72,9 +72,9 @@ struct SortDescriptor : NSObject {
 };
 
 std::vector<NSObject*> elementsOf(NSArray* array) {
-  std::vector<NSObject*> elements;
-  for (NSUInteger i = 0; i < send(array, NSArray::count); ++i)
-    elements.push_back(send(array, NSArray::objectAtIndex, i));
+  std::vector<NSObject*> elements(send(array, NSArray::count));
+  for (NSUInteger i = 0; i < elements.size(); ++i)
+    elements[i] = send(array, NSArray::objectAtIndex, i);
   return elements;
 }
 

@@ -65,7 +65,8 @@ Byref* retainByref(Byref* variable) {
 void releaseByref(Byref* variable) {
   variable = variable->forwarding;
   if ((variable->flags & kByrefIsOnHeap) == 0) return;
-  if (((variable->flags -= 2) & kByrefCount) != 0) return;
+  const int left = variable->flags.fetch_sub(2) - 2;
+  if ((left & kByrefCount) != 0) return;
   if ((variable->flags & kByrefHasCopyDispose) != 0) variable->dispose(variable);
   std::free(variable);
 }

@@ -38,6 +38,8 @@ HOST_EXPORT void objc_disposeClassPair(Class cls) {
     std::erase(rw(cls->superclass->isa)->subclasses, cls->isa);
   }
   unmapClass(cls);
+  static auto* disposed = new std::vector<Class>;
+  disposed->push_back(cls);
 }
 
 /// There are no zones.

@@ -107,6 +107,7 @@ ffi_type* CallShape::make(std::string_view type) {
 
 ffi_type* CallShape::makeComposite(const std::vector<std::string_view>& members) {
   std::vector<ffi_type*> elements;
+  elements.reserve(members.size() + 1);
   for (const std::string_view member : members) elements.push_back(make(member));
   elements.push_back(nullptr);
   elements_.push_back(std::move(elements));

@@ -24,8 +24,8 @@ namespace {
 
 /// An implementation for all messages of one shape.
 struct Closure {
-  CallShape* shape;
-  NSObject* signature;
+  CallShape* shape = nullptr;
+  NSObject* signature = nullptr;
   ffi_closure* closure = nullptr;
   void* code = nullptr;
 };
@@ -40,9 +40,10 @@ IMP implementationFor(NSObject* signature) {
   static auto* closures = new std::map<CallShape*, Closure>;
   CallShape& shape = shapeOfSignature(signature);
   std::scoped_lock guard(lock());
-  const auto [slot, isNew] = closures->try_emplace(&shape, Closure{&shape, objc_retain(signature)});
-  Closure& closure = slot->second;
+  Closure& closure = (*closures)[&shape];
   if (closure.code == nullptr) {
+    closure.shape = &shape;
+    closure.signature = objc_retain(signature);
     closure.closure =
         static_cast<ffi_closure*>(ffi_closure_alloc(sizeof(ffi_closure), &closure.code));
     if (closure.closure == nullptr || ffi_prep_closure_loc(closure.closure, &shape.cif(), &handle,

@@ -64,7 +64,7 @@ std::string joinAttributes(const void* list, unsigned count) {
     const std::string name = attributes[i].name;
     const std::string value = attributes[i].value == nullptr ? "" : attributes[i].value;
     if (!text.empty()) text += ',';
-    text += (name.size() == 1 ? name : "\"" + name + "\"") + value;
+    text.append(name.size() == 1 ? name : '"' + name + '"').append(value);
   }
   return text;
 }

@@ -99,7 +99,11 @@ IMP setImplementation(objc_method* method, IMP implementation) {
 IMP implementationInClass(Class cls, SEL selector) {
   const IMP found = class_getMethodImplementation(cls, selector);
   objc_method* method = class_getInstanceMethod(cls, selector);
-  return method == nullptr ? found : toDevice(found, method);
+  if (method != nullptr) return toDevice(found, method);
+  // The library knows the function for messages that nobody has a method for as an import.
+  return reinterpret_cast<void*>(found) == linuxSymbol("_objc_msgForward")
+             ? reinterpret_cast<IMP>(importedSymbol("__objc_msgForward"))
+             : found;
 }
 
 /// The functions for blocks, which come with the run-time's other ones.

@@ -104,6 +104,21 @@ BEHAVIOUR(aSharedObjectIsReleasedWithItsBlock) {
   equalTexts(noted(), "before gone after");
 }
 
+BEHAVIOUR(aSharedObjectGoesWithItsLastBlock) {
+  void (^block)(void) = nil;
+  @autoreleasepool {
+    __block Captured *object = [Captured new];
+    block = ^{
+      [object self];
+    };
+    block();
+  }
+  note("before");
+  block = nil;
+  note("after");
+  equalTexts(noted(), "before gone after");
+}
+
 BEHAVIOUR(aCopyOfAHeapBlockIsItself) {
   int number = 3;
   int (^block)(void) = ^{

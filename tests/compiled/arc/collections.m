@@ -276,6 +276,15 @@ BEHAVIOUR(setsAnswer) {
   equal(set.allObjects.count, 3);
 }
 
+BEHAVIOUR(aSetKeepsTheFirstOfEquals) {
+  NSMutableSet *set = [NSMutableSet set];
+  NSString *first = [NSString stringWithFormat:@"%d", 12345];
+  [set addObject:first];
+  [set addObject:[NSString stringWithFormat:@"%d", 12345]];
+  equal(set.count, 1);
+  same([set member:@"12345"], first);
+}
+
 BEHAVIOUR(mutableSetsChange) {
   NSMutableSet *set = [NSMutableSet set];
   [set addObject:@1];
