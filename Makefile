@@ -118,7 +118,7 @@ test-device: ## Run the tests on the device's own library, under emulation
 
 install: ## Install the command and the stand-in below DESTDIR and PREFIX (/usr/local)
 	$(setup)
-	@$(call compile,release,$(call command,build-release),--target varnix)
+	@$(call compile,release,$(call command,build-release) -DVARNIX_DEVICE=ON,--target varnix varnix-link-armv7 varnix-sign varnix_check)
 	@DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)" >/dev/null
 
 # CHANGED=1 looks at what has changed since the last release.

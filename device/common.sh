@@ -49,6 +49,22 @@ find_stubs() {
   done
 }
 
+# The text stub of a library of ours, for those who link it: EXPORTS INSTALL_NAME FILE
+write_stub() {
+  {
+    echo "--- !tapi-tbd"
+    echo "tbd-version: 4"
+    echo "targets: [ armv7-ios, arm64-ios ]"
+    echo "install-name: $2"
+    echo "current-version: $(cat VERSION)"
+    echo "exports:"
+    echo "  - targets: [ armv7-ios, arm64-ios ]"
+    echo "    symbols:"
+    entries "$1" | sed 's/^/      - /'
+    echo "..."
+  } >"$3"
+}
+
 # The folder of varnix-link-armv7, varnix-sign, varnix-contract and varnix-check. They are built
 # here unless the caller has built them.
 find_tools() {

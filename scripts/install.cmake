@@ -14,6 +14,35 @@ install(TARGETS varnix_prefs LIBRARY DESTINATION ${home}/installed/Library/Prefe
 install(DIRECTORY ${CMAKE_BINARY_DIR}/commands ${PROJECT_SOURCE_DIR}/samples DESTINATION ${home})
 install(FILES ${PROJECT_SOURCE_DIR}/include/varnix/pane.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/varnix)
 
+# What other people's extensions are built with: the layer, what stands for the platform, and the device's
+# tools with the files that they read, in the same places as here.
+set(extension ${home}/extension)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/objc ${PROJECT_SOURCE_DIR}/src/platform DESTINATION ${extension}/src)
+install(FILES ${PROJECT_SOURCE_DIR}/host/export.h DESTINATION ${extension}/host)
+foreach(header IN ITEMS process/process.h runtime/image.h runtime/runtime.h runtime/send.h)
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES ${PROJECT_SOURCE_DIR}/host/${header} DESTINATION ${extension}/host/${folder})
+endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/host/compiled/image.cpp DESTINATION ${extension}/host/compiled)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/facts DESTINATION ${extension})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/device/include DESTINATION ${extension}/device)
+install(PROGRAMS ${PROJECT_SOURCE_DIR}/device/extension ${PROJECT_SOURCE_DIR}/device/platform-stubs
+        ${PROJECT_SOURCE_DIR}/device/landing-pads
+        DESTINATION ${extension}/device)
+install(FILES ${PROJECT_SOURCE_DIR}/device/common.sh DESTINATION ${extension}/device)
+install(FILES ${PROJECT_SOURCE_DIR}/device/lists/flags.txt ${PROJECT_SOURCE_DIR}/device/lists/exports.txt
+        DESTINATION ${extension}/device/lists)
+install(FILES ${PROJECT_SOURCE_DIR}/VERSION ${PROJECT_SOURCE_DIR}/extension/VarnixConfig.cmake
+        ${PROJECT_SOURCE_DIR}/extension/VarnixExtension.cmake DESTINATION ${extension})
+if(VARNIX_DEVICE)
+  install(TARGETS varnix-link-armv7 varnix-sign varnix_check RUNTIME DESTINATION ${extension}/tools)
+endif()
+# Where find_package looks.
+install(CODE "
+  set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/cmake\")
+  file(MAKE_DIRECTORY \"\${folder}\")
+  file(CREATE_LINK ../varnix/extension \"\${folder}/Varnix\" SYMBOLIC)")
+
 # The command itself prints the manual page and the completions.
 set(printed ${CMAKE_BINARY_DIR}/printed)
 install(CODE "

@@ -111,6 +111,11 @@ std::vector<Option> ProcessChoice::options() {
        .meaning = "Use a copy of this file in a container of its own",
        .completes = Completes::files},
       {.name = "--no-library", .target = &noLibrary, .meaning = "Do not load the library"},
+      {.name = "--load-first",
+       .value = "FILE",
+       .target = &earlierExtensions,
+       .meaning = "Load another extension before it; repeatable",
+       .completes = Completes::files},
       {.name = "--load",
        .value = "FILE",
        .target = &extensions,
@@ -143,8 +148,10 @@ void ProcessChoice::check() const {
   for (const auto& [option, file] :
        {std::pair("--settings", settings_), std::pair("--script", script)})
     if (file && file->empty()) throw UsageError("not a file", std::string(option) + " \"\"");
-  if (std::ranges::find(extensions, "") != extensions.end())
-    throw UsageError("not a file", "--load \"\"");
+  for (const auto& [option, files] :
+       {std::pair("--load-first", &earlierExtensions), std::pair("--load", &extensions)})
+    if (std::ranges::find(*files, "") != files->end())
+      throw UsageError("not a file", std::string(option) + " \"\"");
   for (const std::string& name : without_)
     if (!host::readAbsence(name))
       throw UsageError("not a class, method, variable or function", name);

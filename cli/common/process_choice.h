@@ -25,7 +25,8 @@ struct ProcessChoice {
   std::string temporaryRoot() const { return container_ ? container_->root() : ""; }
 
   bool noLibrary = false;
-  std::vector<std::string> extensions;  ///< files to load, in order
+  std::vector<std::string> earlierExtensions;  ///< files to load before the library, in order
+  std::vector<std::string> extensions;         ///< and after it
   std::optional<std::string> script;    ///< a file, or "-"
 
  private:

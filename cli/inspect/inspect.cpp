@@ -109,6 +109,7 @@ int inspect(InspectArguments& arguments) {
   question.process = arguments.process.prepare(RootUse::reads);
   if (arguments.inProcess) removeOnDeath(arguments.process.temporaryRoot());
   question.withLibrary = !arguments.process.noLibrary;
+  question.earlierExtensions = arguments.process.earlierExtensions;
   question.extensions = arguments.process.extensions;
   if (const auto& script = arguments.process.script) {
     question.script = LineSource{.file = *script};

@@ -104,6 +104,7 @@ Json report(const Question& question) {
   std::optional<Stage> stage;
   if (question.script) stage.emplace();
   Json result;
+  for (const std::string& file : question.earlierExtensions) loadNamed(file);
   result["installed"] = question.withLibrary ? loadObserved() : Json::array();
   result["skipped"] = question.withLibrary ? skippedMethods() : Json::array();
   for (const std::string& file : question.extensions) loadNamed(file);

@@ -15,7 +15,8 @@ struct Question {
   host::ProcessOptions process;
   bool withLibrary = true;
   bool checksIcons = true;  ///< one of the two processes is enough
-  std::vector<std::string> extensions;
+  std::vector<std::string> earlierExtensions;  ///< loaded before the library
+  std::vector<std::string> extensions;         ///< loaded after it
   std::optional<LineSource> script;
   std::vector<std::string> classes;  ///< classes whose surfaces to ask about; all if empty
 };

@@ -147,6 +147,7 @@ int run(RunArguments& arguments) {
     });
   }
   printMessages(arguments.receivers);
+  for (const std::string& file : arguments.process.earlierExtensions) loadNamed(file);
   if (!arguments.process.noLibrary) loadNamed(host::defaultLibraryPath());
   for (const std::string& file : arguments.process.extensions) loadNamed(file);
   warnOfUnknown(arguments.receivers);

@@ -2,6 +2,7 @@
 
 #include <openssl/sha.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -43,9 +44,25 @@ void writeUuid(std::vector<uint8_t>& file, size_t offset) {
   std::copy(digest, digest + 16, file.begin() + static_cast<std::ptrdiff_t>(offset));
 }
 
+/// The platform loads nothing without it.
+constexpr std::string_view kSystemLibrary = "/usr/lib/libSystem.B.dylib";
+
+std::vector<StubLibrary> usedLibraries(const Object& object, const LinkOptions& options) {
+  std::vector<StubLibrary> used;
+  for (const StubLibrary& library : options.libraries)
+    if (library.installName == kSystemLibrary ||
+        std::ranges::any_of(object.symbols, [&library](const Symbol& symbol) {
+          return symbol.isUndefined() && library.symbols.contains(symbol.name);
+        }))
+      used.push_back(library);
+  return used;
+}
+
 }  // namespace
 
-std::vector<uint8_t> link(const Object& object, const LinkOptions& options) {
+std::vector<uint8_t> link(const Object& object, const LinkOptions& given) {
+  LinkOptions options = given;
+  if (options.dropsUnusedLibraries) options.libraries = usedLibraries(object, options);
   if (options.isBundle && !options.installName.empty()) throw Error("a bundle has no install name");
   if (!options.isBundle && options.installName.empty())
     throw Error("a library needs an install name");

@@ -16,7 +16,8 @@ struct LinkOptions {
   std::string installName;
   uint32_t currentVersion = 0x10000;
   std::vector<std::string> exports;    ///< With the leading underscore.
-  std::vector<StubLibrary> libraries;  ///< In load order. All are loaded.
+  std::vector<StubLibrary> libraries;  ///< In load order.
+  bool dropsUnusedLibraries = false;   ///< Else all are loaded.
 };
 
 /// The file's bytes, unsigned, with room for a signature's load command. The same input gives the

@@ -23,7 +23,7 @@ std::vector<std::string> readNames(const std::string& path) {
 }
 
 struct Arguments {
-  bool isBundle = false;
+  bool isBundle = false, dropsUnusedLibraries = false;
   std::string object, output, installName, version, exports;
   std::vector<std::string> stubs, weakStubs;
 };
@@ -39,6 +39,7 @@ StubLibrary readStub(const std::string& path) {
 void run(const Arguments& arguments) {
   LinkOptions options;
   options.isBundle = arguments.isBundle;
+  options.dropsUnusedLibraries = arguments.dropsUnusedLibraries;
   options.installName = arguments.installName;
   if (!arguments.isBundle) options.currentVersion = parseVersion(arguments.version);
   options.exports = readNames(arguments.exports);
@@ -70,6 +71,8 @@ int main(int argc, char** argv) {
   app.add_flag("--bundle", arguments.isBundle, "a bundle, which has neither")
       ->excludes(name)
       ->excludes(version);
+  app.add_flag("--dead-strip-dylibs", arguments.dropsUnusedLibraries,
+               "leave out libraries that nothing is imported from");
   app.add_option("--exports", arguments.exports, "file that names what others may link")
       ->required();
   try {

@@ -1,5 +1,6 @@
 #include "linker/object.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -44,7 +45,10 @@ void checkSection(const Section& section) {
   const bool isZeros = section.type() == macho::kZeroFill;
   if (isZeros && (!section.relocations.empty() || section.segment != "__DATA"))
     throw Error(where + ": zeros that are not plain data");
-  if (!section.relocations.empty() && section.segment == "__TEXT" && !section.hasCode())
+  // A difference stays the same wherever the library lies, as in a table of exception handlers.
+  const auto isAddress = [](const Relocation& each) { return each.kind == macho::kVanilla; };
+  if (section.segment == "__TEXT" && !section.hasCode() &&
+      std::ranges::any_of(section.relocations, isAddress))
     throw Error(where + ": constant data that holds an address belongs into __DATA");
 }
 
@@ -56,6 +60,8 @@ Section readSection(Reader file, uint64_t at) {
   section.size = file.u32(at + 36);
   section.alignment = file.u32(at + 44);
   section.flags = file.u32(at + 56);
+  // A protocol is in every object that names it. There is one object, so nothing is left to join.
+  if (section.type() == macho::kCoalesced) section.flags &= ~macho::kSectionTypeMask;
   section.firstIndirect = file.u32(at + 60);
   if (section.type() != macho::kZeroFill)
     section.content = file.at(file.u32(at + 40), section.size);

@@ -96,6 +96,7 @@ enum SectionType : uint32_t {
   kSymbolStubs = 8,
   kModInitFuncPointers = 9,
   kModTermFuncPointers = 10,
+  kCoalesced = 11,
   kGigabyteZeroFill = 12,
   k16ByteLiterals = 14,
   kThreadLocalZeroFill = 18,

@@ -13,12 +13,42 @@ namespace {
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 Type scalar(char code, uint32_t size, Small small = Small::none) {
-  return {size, std::max(size, 1U), small, code, 1, false, false};
+  return {
+      .size = size, .alignment = std::max(size, 1U), .small = small, .scalar = code, .count = 1};
+}
+
+constexpr uint32_t kWordOfDevice = 4;
+
+uint32_t aligned(uint32_t value, uint32_t alignment) {
+  return static_cast<uint32_t>(alignUp(value, alignment));
+}
+
+/// Puts a member at the end of a structure, and its words where the device has them.
+void append(Type& whole, const Type& member) {
+  if (whole.count == 0) whole.scalar = member.scalar;
+  else if (whole.scalar != member.scalar) whole.scalar = 0;
+  whole.count += member.count;
+  whole.alignment = std::max(whole.alignment, member.alignment);
+  whole.hasUnion = whole.hasUnion || member.hasUnion;
+  const uint32_t start = aligned(whole.size, member.alignment);
+  if (member.words.empty() || member.alignment < kWordOfDevice) {
+    for (uint32_t at = start / kWordOfDevice; at * kWordOfDevice < start + member.size; ++at)
+      if (whole.words.empty() || whole.words.back() < at) whole.words.push_back(at);
+  } else {
+    for (const uint32_t word : member.words) whole.words.push_back(start / kWordOfDevice + word);
+  }
+  whole.size = start + member.size;
 }
 
 }  // namespace
 
 Type Encoding::next() {
+  if (!atEnd() && (text_[at_] == '[' || text_[at_] == 'b'))
+    throw Error("an argument that cannot be one: " + std::string(text_));
+  return nextVariable();
+}
+
+Type Encoding::nextVariable() {
   Type type = value(0);
   while (!atEnd() && (isDigit(text_[at_]) || text_[at_] == '-' || text_[at_] == '+')) ++at_;
   return type;
@@ -60,7 +90,10 @@ Type Encoding::value(int depth) {
     case 'f':
       return scalar('f', 4);
     case 'd':
+    case 'D':  // the same on these processors
       return scalar('d', 8);
+    case 'j':
+      return complex(depth);
     case 'q':
     case 'Q':
       return scalar('i', 8);
@@ -75,9 +108,18 @@ Type Encoding::value(int depth) {
       return pointer(depth);
     case '{':
       return structure(depth);
+    case '(':
+      return unionOf(depth);
+    case '[':
+      return array(depth);
+    case 'b':
+      number();
+      if (depth > 0) break;
+      return scalar('b', 0);
     default:
-      throw Error("a type encoding that is not known here: " + std::string(text_));
+      break;
   }
+  throw Error("a type encoding that is not known here: " + std::string(text_));
 }
 
 Type Encoding::object() {
@@ -88,10 +130,33 @@ Type Encoding::object() {
 }
 
 Type Encoding::pointer(int depth) {
-  // The structure that it points to may be given without members.
-  if (!atEnd() && text_[at_] == '{') skipBraces();
+  // What it points to may be given without members, or have some that are not known here.
+  if (takeIf('{')) skip('{', '}');
+  else if (takeIf('(')) skip('(', ')');
+  else if (takeIf('[')) skip('[', ']');
   else value(depth + 1);
   return scalar('i', word_);
+}
+
+Type Encoding::complex(int depth) {
+  const Type part = value(depth + 1);
+  Type whole;
+  whole.isStructure = true;
+  append(whole, part);
+  append(whole, part);
+  return whole;
+}
+
+Type Encoding::array(int depth) {
+  constexpr uint32_t kMost = 1 << 16;
+  const uint32_t count = number();
+  const Type element = value(depth + 1);
+  if (!takeIf(']')) throw Error("an array without an end");
+  if (uint64_t{count} * element.size > kMost) throw Error("an array that is too large");
+  Type whole;
+  whole.isStructure = true;
+  for (uint32_t i = 0; i < count; ++i) append(whole, element);
+  return whole;
 }
 
 Type Encoding::structure(int depth) {
@@ -100,27 +165,48 @@ Type Encoding::structure(int depth) {
   Type whole;
   whole.isStructure = true;
   while (!takeIf('}')) {
+    if (takeIf('"')) skipQuoted();
+    else append(whole, value(depth + 1));
+  }
+  whole.size = aligned(whole.size, whole.alignment);
+  return whole;
+}
+
+Type Encoding::unionOf(int depth) {
+  while (take() != '=') {
+  }
+  Type whole;
+  while (!takeIf(')')) {
     if (takeIf('"')) {
       skipQuoted();
       continue;
     }
     const Type member = value(depth + 1);
-    if (whole.count == 0) whole.scalar = member.scalar;
-    else if (whole.scalar != member.scalar) whole.scalar = 0;
-    whole.count += member.count;
     whole.alignment = std::max(whole.alignment, member.alignment);
-    whole.size = static_cast<uint32_t>(alignUp(whole.size, member.alignment)) + member.size;
+    whole.size = std::max(whole.size, member.size);
   }
-  whole.size = static_cast<uint32_t>(alignUp(whole.size, whole.alignment));
+  whole.size = aligned(whole.size, whole.alignment);
+  whole.count = 1;
+  whole.isStructure = whole.hasUnion = true;
+  for (uint32_t at = 0; at * kWordOfDevice < whole.size; ++at) whole.words.push_back(at);
   return whole;
 }
 
-void Encoding::skipBraces() {
-  int open = 0;
-  do {
+uint32_t Encoding::number() {
+  uint32_t value = 0;
+  while (!atEnd() && isDigit(text_[at_])) {
+    value = value * 10 + static_cast<uint32_t>(text_[at_++] - '0');
+    if (value > 1 << 20) throw Error("a number that is too large");
+  }
+  return value;
+}
+
+/// Up to the end of what has just begun.
+void Encoding::skip(char open, char close) {
+  for (int depth = 1; depth > 0;) {
     const char c = take();
-    open += c == '{' ? 1 : c == '}' ? -1 : 0;
-  } while (open != 0);
+    depth += c == open ? 1 : c == close ? -1 : 0;
+  }
 }
 
 void Encoding::skipQuoted() {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace varnix::device {
 
@@ -16,6 +17,11 @@ struct Type {
   char scalar = 0;  ///< For a structure with members of one kind: that kind. Zero if they differ.
   uint32_t count = 0;  ///< Scalars within.
   bool isStructure = false, isBlock = false;
+  bool hasUnion = false;  ///< Is a union, or a structure with one.
+  /// On 32 bits, of a structure: for each of its words on the device, the word's number where
+  /// 64-bit numbers are aligned to their size, as they are here. The device aligns them to four
+  /// bytes.
+  std::vector<uint32_t> words{};
 };
 
 /// A method's or function's types, one after the other.
@@ -27,9 +33,11 @@ class Encoding {
   bool atEnd() const { return at_ == text_.size(); }
   size_t position() const { return at_; }
 
-  /// One type, and the offset that may follow it. Throws Error for an invalid encoding, a union, an
-  /// array or a bit field.
+  /// An argument's or a result's type, and the offset that may follow it. Throws Error for an
+  /// invalid encoding, an array, and a structure with bit fields.
   Type next();
+  /// A variable's type, which may be an array. A bit field has no size.
+  Type nextVariable();
 
  private:
   char take();
@@ -37,8 +45,12 @@ class Encoding {
   Type value(int depth);
   Type object();
   Type pointer(int depth);
+  Type complex(int depth);
+  Type array(int depth);
   Type structure(int depth);
-  void skipBraces();
+  Type unionOf(int depth);
+  uint32_t number();
+  void skip(char open, char close);
   void skipQuoted();
 
   std::string_view text_;

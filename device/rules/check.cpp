@@ -47,9 +47,10 @@ std::vector<RuleName> allRules() {
   return names;
 }
 
-std::vector<Broken> checkLibrary(std::span<const uint8_t> bytes, const Offers& offers) {
+std::vector<Broken> checkLibrary(std::span<const uint8_t> bytes, const Offers& offers,
+                                 Asked asked) {
   std::vector<Broken> broken;
-  Findings findings("file", Asked::all, broken);
+  Findings findings("file", asked, broken);
   UniversalFile file;
   if (!findings.survives("slices", [&] { file = readUniversalFile(Reader(bytes)); })) return broken;
   findings.apply(fileRules(), file);
@@ -59,7 +60,7 @@ std::vector<Broken> checkLibrary(std::span<const uint8_t> bytes, const Offers& o
     image.bytes = *slice.bytes;
     image.offset = slice.entry.offset;
     image.offers = &offers;
-    checkSlice(image, Findings(nameOf(file, slice), Asked::all, broken));
+    checkSlice(image, Findings(nameOf(file, slice), asked, broken));
   }
   return broken;
 }

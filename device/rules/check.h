@@ -17,6 +17,7 @@ std::vector<RuleName> allRules();
 /// that depend on something unsound are skipped: all rules of a slice without load commands, those
 /// of segments' contents if the segments are wrong, and those behind pointers if rebases or binds
 /// are wrong. Never throws, whatever the bytes.
-std::vector<Broken> checkLibrary(std::span<const uint8_t> file, const Offers& offers = {});
+std::vector<Broken> checkLibrary(std::span<const uint8_t> file, const Offers& offers = {},
+                                 Asked asked = Asked::all);
 
 }  // namespace varnix::device

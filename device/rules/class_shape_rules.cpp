@@ -9,9 +9,10 @@ namespace varnix::device {
 
 namespace {
 
-constexpr uint32_t kConstructs = 4, kDestructsAlone = 0x100;
-/// The value without a name means hidden.
-constexpr uint32_t kKnownFlags = kClassIsMeta | kClassIsRoot | kConstructs | 0x10 | kDestructsAlone;
+constexpr uint32_t kConstructs = 4, kHidden = 0x10, kException = 0x20, kCountedByCompiler = 0x80,
+                   kDestructsAlone = 0x100, kWeakWithoutCounting = 0x200;
+constexpr uint32_t kKnownFlags = kClassIsMeta | kClassIsRoot | kConstructs | kHidden | kException |
+                                 kCountedByCompiler | kDestructsAlone | kWeakWithoutCounting;
 
 const std::vector<ClassEntry>& everyClass(const ClassData& data) { return data.classes; }
 
@@ -22,12 +23,16 @@ std::string flagsFit(const ClassData&, const ClassHalf& it) {
                 hex(it.flags) + ", reserved " + hex(it.reserved));
 }
 
-std::string destructionFits(const ClassData&, const ClassHalf& it) {
-  if (!it.hasData) return {};
-  const bool constructs = it.has(".cxx_construct"), destructs = it.has(".cxx_destruct");
-  return unless(((it.flags & kConstructs) != 0) == (constructs || destructs) &&
-                    ((it.flags & kDestructsAlone) != 0) == (destructs && !constructs),
-                hex(it.flags));
+std::string destructionFits(const ClassData&, const ClassEntry& it) {
+  const ClassHalf& half = *it.half;
+  const bool constructs = half.has(".cxx_construct"), destructs = half.has(".cxx_destruct");
+  // Compilers give a metaclass the flags of its class, and nobody reads them there.
+  constexpr uint32_t both = kConstructs | kDestructsAlone;
+  const uint32_t ofMeta = it.meta->flags & both;
+  return unless(((half.flags & kConstructs) != 0) == (constructs || destructs) &&
+                    ((half.flags & kDestructsAlone) != 0) == (destructs && !constructs) &&
+                    (ofMeta == 0 || ofMeta == (half.flags & both)),
+                hex(half.flags) + ", its metaclass " + hex(it.meta->flags));
 }
 
 std::string instanceSizeFits(const ClassData& data, const ClassEntry& it) {
@@ -73,7 +78,7 @@ constexpr ClassRule kClassShapes[] = {
      "A class's flags say whether it is a metaclass, and are flags that compilers set.",
      each<halves, flagsFit>},
     {"classes.destruction", "A class's flags say if it constructs or destructs its variables.",
-     each<halves, destructionFits>},
+     each<wholeClasses, destructionFits>},
     {"classes.instance-size", "An instance's variables begin where the superclass's end.",
      each<wholeClasses, instanceSizeFits>},
     {"classes.meta-size", "A metaclass's instance is a class, which has five words.",
@@ -83,6 +88,13 @@ constexpr ClassRule kClassShapes[] = {
             return unless(it.meta->start == size && it.meta->size == size,
                           std::to_string(it.meta->start) + " to " + std::to_string(it.meta->size));
           }>},
+    {"classes.no-arc", "No class has its references counted by the compiler.",
+     each<halves,
+          [](const ClassData&, const ClassHalf& it) {
+            return unless((it.flags & (kCountedByCompiler | kWeakWithoutCounting)) == 0,
+                          hex(it.flags));
+          }>,
+     Asker::project},
     {"classes.no-layout", "No class says which variables hold references.",
      each<halves,
           [](const ClassData&, const ClassHalf& it) {

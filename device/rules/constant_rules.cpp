@@ -1,5 +1,6 @@
 // Constant strings and blocks.
 #include <algorithm>
+#include <iterator>
 
 #include "rules/class_data.h"
 #include "rules/subjects.h"
@@ -8,13 +9,19 @@ namespace varnix::device {
 
 namespace {
 
-/// Constant, never freed, with 8-bit characters and a NUL at the end.
-constexpr uint64_t kStringFlags = 0x7c8;
+/// Constant, never freed: with 8-bit characters and a NUL at the end, and with 16-bit ones.
+constexpr uint64_t kNarrowString = 0x7c8, kWideString = 0x7d0;
 constexpr uint32_t kGlobal = 0x10000000, kReturnsStructure = 0x20000000, kSigned = 0x40000000;
 /// The reference count, and flags of blocks that captured something.
 constexpr uint32_t kForeignFlags = 0x8300ffff;
 
 const std::vector<StringConstant>& stringsOf(const ClassData& data) { return data.strings; }
+std::vector<StringConstant> narrowStringsOf(const ClassData& data) {
+  std::vector<StringConstant> result;
+  std::ranges::copy_if(data.strings, std::back_inserter(result),
+                       [](const StringConstant& it) { return it.flags != kWideString; });
+  return result;
+}
 const std::vector<BlockConstant>& blocksOf(const ClassData& data) { return data.blocks; }
 const std::vector<BlockDescriptor>& descriptorsOf(const ClassData& data) {
   return data.descriptors;
@@ -28,7 +35,7 @@ std::string signatureFits(const ClassData& data, const BlockConstant& it) {
   const auto types = splitTypes(it.signature.text, data.pointerSize());
   const bool returnsStructure = (it.flags & kReturnsStructure) != 0;
   return unless(types && types->size() >= 2 && (*types)[1] == "@?" &&
-                    isStructure((*types)[0]) == returnsStructure,
+                    (!returnsStructure || isStructure((*types)[0])),
                 printable(it.signature.text));
 }
 
@@ -43,21 +50,29 @@ constexpr ClassRule kConstants[] = {
           [](const ClassData& data, const StringConstant& it) {
             return unless(it.address % data.pointerSize() == 0, "it does not");
           }>},
-    {"strings.flags", "A constant string has the flags for 8-bit characters.",
+    {"strings.flags", "A constant string has the flags for 8-bit or 16-bit characters.",
      each<stringsOf,
           [](const ClassData&, const StringConstant& it) {
-            return unless(it.flags == kStringFlags && !it.isNumberFixed, hex(it.flags));
+            return unless(
+                (it.flags == kNarrowString || it.flags == kWideString) && !it.isNumberFixed,
+                hex(it.flags));
           }>},
-    {"strings.text", "A constant string's characters are ASCII and constant.",
+    {"strings.narrow", "A constant string has 8-bit characters.",
      each<stringsOf,
+          [](const ClassData&, const StringConstant& it) {
+            return unless(it.flags != kWideString, hex(it.flags));
+          }>,
+     Asker::project},
+    {"strings.text", "A constant string's 8-bit characters are ASCII and constant.",
+     each<narrowStringsOf,
           [](const ClassData&, const StringConstant& it) {
             if (!it.text.wrong.empty()) return it.text.wrong;
             return unless(std::ranges::all_of(
                               it.text.text, [](char c) { return static_cast<signed char>(c) > 0; }),
                           printable(it.text.text));
           }>},
-    {"strings.length", "A constant string has as many characters as it says.",
-     each<stringsOf,
+    {"strings.length", "A constant string has as many 8-bit characters as it says.",
+     each<narrowStringsOf,
           [](const ClassData&, const StringConstant& it) {
             return unless(it.length == it.text.text.size(),
                           std::to_string(it.length) + " for " + printable(it.text.text));

@@ -47,8 +47,8 @@ Offers readOffers(const std::vector<std::string>& paths) {
 }
 
 /// The number of broken rules.
-size_t check(const std::string& path, const Offers& offers) {
-  const auto broken = checkLibrary(readFile(path), offers);
+size_t check(const std::string& path, const Offers& offers, Asked asked) {
+  const auto broken = checkLibrary(readFile(path), offers, asked);
   for (const Broken& each : broken)
     std::printf("%s: %s: %.*s: %s\n", path.c_str(), each.slice.c_str(),
                 static_cast<int>(each.rule.size()), each.rule.data(), each.what.c_str());
@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
   constexpr int kUnusable = 2;
   std::vector<std::string> files, stubs;
   std::string versions;
-  bool isListing = false;
+  bool isListing = false, isOfOthers = false;
   CLI::App app(
       "Checks libraries and bundles against the rules of the platform's loader, kernel and\n"
       "Objective-C run-time. Prints a line for each broken rule, as FILE: SLICE: RULE: what is\n"
@@ -78,6 +78,8 @@ int main(int argc, char** argv) {
       ->allow_extra_args(false);
   app.add_option("--versions", versions,
                  "a table of libraries and their versions, which overrides stubs");
+  app.add_flag("--platform-only", isOfOthers,
+               "leave out the rules that only this project has, as for other people's binaries");
   app.add_flag("--rules", isListing, "list every rule");
   try {
     app.parse(argc, argv);
@@ -89,6 +91,7 @@ int main(int argc, char** argv) {
     listRules();
     return 0;
   }
+  const Asked asked = isOfOthers ? Asked::platformAlone : Asked::all;
   int status = 0;
   try {
     Offers offers = readOffers(stubs);
@@ -96,7 +99,7 @@ int main(int argc, char** argv) {
     for (const std::string& path : files) {
       // An unreadable file does not stop the check of the others.
       try {
-        if (check(path, offers) != 0 && status == 0) status = 1;
+        if (check(path, offers, asked) != 0 && status == 0) status = 1;
       } catch (const Error& error) {
         std::fprintf(stderr, "varnix-check: %s\n", error.what());
         status = kUnusable;

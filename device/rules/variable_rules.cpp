@@ -1,6 +1,7 @@
 // Instance variables and properties.
 #include <algorithm>
 #include <cctype>
+#include <optional>
 
 #include "macho/error.h"
 #include "macho/type.h"
@@ -89,8 +90,11 @@ void filled(const ClassData& data, const Say& say) {
 std::string offsetFits(const ClassData& data, const PlacedVariable& placed) {
   if (!placed.it.value) return {};
   const uint64_t start = *placed.it.value;
+  // On 32 bits, numbers of 64 bits are where words may be.
+  const uint64_t alignment =
+      std::min<uint64_t>(placed.it.alignment(data.pointerSize()), data.pointerSize() == 4 ? 4 : 16);
   return unless(start >= placed.owner->start && start + placed.it.size <= placed.owner->size &&
-                    start % placed.it.alignment(data.pointerSize()) == 0,
+                    start % alignment == 0,
                 std::to_string(start) + " and " + std::to_string(placed.it.size) + " bytes");
 }
 
@@ -101,9 +105,20 @@ std::string typeFits(const ClassData& data, const PlacedVariable& placed) {
   const auto isSame = [&](const VariableEntry& other) { return other.name.text == it.name.text; };
   if (it.name.text.empty() || std::ranges::count_if(placed.owner->variables, isSame) != 1)
     return "no name of its own";
-  const auto types = splitTypes(it.type.text, data.pointerSize());
-  if (!types || types->size() != 1) return printable(it.type.text) + " is not a type";
-  const Type type = Encoding(it.type.text, static_cast<uint32_t>(data.pointerSize())).next();
+  Encoding encoding(it.type.text, static_cast<uint32_t>(data.pointerSize()));
+  Type type;
+  try {
+    type = encoding.nextVariable();
+  } catch (const Error&) {
+  }
+  // A bit field shares its bytes with its neighbours.
+  if (type.scalar == 'b' && encoding.atEnd()) return {};
+  if (type.size == 0 || !encoding.atEnd()) return printable(it.type.text) + " is not a type";
+  // On 32 bits, structures have no gaps before numbers of 64 bits.
+  if (data.pointerSize() == 4 && type.isStructure && type.alignment > 4) {
+    type.size = static_cast<uint32_t>(4 * type.words.size());
+    type.alignment = 4;
+  }
   return unless(type.size == it.size && type.alignment == it.alignment(data.pointerSize()),
                 printable(it.type.text) + " of " + std::to_string(it.size) + " bytes, aligned to " +
                     std::to_string(it.alignment(data.pointerSize())));
@@ -129,23 +144,37 @@ std::string attributesFit(const ClassData& data, const OwnedProperty& owned) {
     constexpr std::string_view kinds = "RC&NWDVGS";
     return !part.empty() && kinds.find(part[0]) != std::string_view::npos;
   });
-  return unless(types && types->size() == 1 && isKnown && each.back().starts_with('V'),
+  const bool endsWithVariable =
+      std::none_of(each.begin() + 1, each.end() - 1,
+                   [](std::string_view part) { return part.starts_with('V'); });
+  return unless(types && types->size() == 1 && isKnown && endsWithVariable,
                 printable(owned.it.attributes.text));
+}
+
+/// What follows the letter in the attributes; nothing if the letter is not there.
+std::optional<std::string> attribute(const OwnedProperty& owned, char letter) {
+  for (const std::string_view part : parts(owned.it.attributes.text))
+    if (part.starts_with(letter)) return std::string(part.substr(1));
+  return {};
 }
 
 std::string accessorsAreThere(const ClassData&, const OwnedProperty& owned) {
   const std::string name(owned.it.name.text);
   if (name.empty()) return "no name";
+  // Those of a property without a variable may be a superclass's: a protocol can ask for it.
+  if (attribute(owned, 'D') || !attribute(owned, 'V')) return {};
   const std::string setter =
       "set" + std::string(1, static_cast<char>(std::toupper(name[0]))) + name.substr(1) + ":";
-  const bool isReadOnly = owned.it.attributes.text.find(",R") != std::string_view::npos;
-  return unless(owned.owner->has(name) && (isReadOnly || owned.owner->has(setter)),
-                "a method is missing");
+  return unless(
+      owned.owner->has(attribute(owned, 'G').value_or(name)) &&
+          (attribute(owned, 'R') || owned.owner->has(attribute(owned, 'S').value_or(setter))),
+      "a method is missing");
 }
 
 std::string variableIsThere(const ClassData&, const OwnedProperty& owned) {
-  const std::string_view last = parts(owned.it.attributes.text).back();
-  const std::string_view name = last.substr(std::min<size_t>(1, last.size()));
+  const auto variable = attribute(owned, 'V');
+  if (!variable) return {};
+  const std::string_view name = *variable;
   return unless(
       std::ranges::any_of(owned.owner->variables,
                           [&](const VariableEntry& each) { return each.name.text == name; }),
@@ -169,10 +198,13 @@ constexpr ClassRule kVariables[] = {
      Asker::project},
     {"variables.type", "A variable has a name of its own, and its type's size and alignment.",
      each<variablesOf, typeFits>},
-    {"properties.attributes", "A property's attributes are a type, known letters, then a variable.",
+    {"properties.attributes",
+     "A property's attributes are a type, known letters, then a variable if it has one.",
      each<propertiesOf, attributesFit>},
-    {"properties.accessors", "A property's methods exist.", each<propertiesOf, accessorsAreThere>},
-    {"properties.variable", "A property's variable exists.", each<propertiesOf, variableIsThere>},
+    {"properties.accessors", "The methods of a property with a variable exist.",
+     each<propertiesOf, accessorsAreThere>},
+    {"properties.variable", "A property's variable exists, if it has one.",
+     each<propertiesOf, variableIsThere>},
 };
 
 }  // namespace

@@ -1,6 +1,8 @@
 // Dictionaries. The mutable one is the same object with more methods.
+#include <algorithm>
 #include <cstdarg>
 
+#include "Foundation/enumeration.h"
 #include "Foundation/hash_table.h"
 #include "Foundation/property_list.h"
 #include "Foundation/text.h"
@@ -40,6 +42,44 @@ struct Dictionary : NSDictionary {
     va_end(rest);
     return made;
   }
+  static Dictionary* withObjects(Class cls, SEL, NSObject* const* objects, NSObject* const* keys,
+                                 NSUInteger count) {
+    return make(cls)->initWithObjects(objects, keys, count);
+  }
+  Dictionary* initWithObjects(NSObject* const* objects, NSObject* const* keys, NSUInteger total) {
+    for (NSUInteger i = 0; i < total; ++i) put(objects[i], keys[i]);
+    return this;
+  }
+  static Dictionary* withArrays(Class cls, SEL, NSArray* objects, NSArray* keys) {
+    Dictionary* made = make(cls);
+    const NSUInteger count = send(keys, NSArray::count);
+    if (send(objects, NSArray::count) != count) {
+      throw host::runtime::Exception("NSInvalidArgumentException",
+                                     "as many objects as keys are needed");
+    }
+    for (NSUInteger i = 0; i < count; ++i)
+      made->put(send(objects, NSArray::objectAtIndex, i), send(keys, NSArray::objectAtIndex, i));
+    return made;
+  }
+  static Dictionary* withDictionary(Class cls, SEL, NSDictionary* other) {
+    return make(cls)->initWithDictionary(other);
+  }
+  Dictionary* initWithDictionary(NSDictionary* other) {
+    addAll(other);
+    return this;
+  }
+  NSUInteger enumerate(void* state, NSObject** buffer, NSUInteger capacity) {
+    const auto& entries = table.entries();
+    return host::enumerate(static_cast<host::EnumerationState*>(state), buffer, capacity,
+                           entries.size(), &mutations,
+                           [&](std::size_t i) { return entries[i].key.get(); });
+  }
+  NSArray* values() {
+    NSMutableArray* values = NSMutableArray::array();
+    for (const auto& entry : table.entries()) send(values, NSMutableArray::addObject, entry.value);
+    return values;
+  }
+
   static Dictionary* withCapacity(Class cls, SEL, NSUInteger count) {
     Dictionary* made = make(cls);
     made->table.reserve(count);
@@ -54,10 +94,12 @@ struct Dictionary : NSDictionary {
       throw host::runtime::Exception("NSInvalidArgumentException",
                                      "attempt to insert nil into a dictionary");
     }
+    ++mutations;
     table.set(copyOf(key), Strong<NSObject>::retain(object));
   }
   void addAll(NSDictionary* other) {
     if (other == nullptr) return;
+    ++mutations;
     // Keys of a dictionary are copies already.
     table.addAll(static_cast<Dictionary*>(other)->table);
   }
@@ -97,10 +139,30 @@ struct Dictionary : NSDictionary {
   NSDictionary* mutableCopy();
 
   host::HashTable table;
+  unsigned long mutations;  ///< changes with every change, for loops
 };
 
 struct MutableDictionary : Dictionary {
-  void removeKey(NSObject* key) { table.remove(key); }
+  MutableDictionary* initWithCapacity(NSUInteger capacity) {
+    table.reserve(std::min<NSUInteger>(capacity, 1024));
+    return this;
+  }
+  void removeKey(NSObject* key) {
+    ++mutations;
+    table.remove(key);
+  }
+  void removeKeys(NSArray* keys) {
+    host::forEachElement(keys, [this](NSObject* key) { removeKey(key); });
+  }
+  void removeAll() {
+    ++mutations;
+    table = host::HashTable();
+  }
+  /// Nil removes.
+  void setSubscript(NSObject* object, NSObject* key) {
+    if (object == nullptr && key != nullptr) removeKey(key);
+    else put(object, key);
+  }
   NSDictionary* immutableCopy();
 };
 
@@ -108,6 +170,15 @@ struct MutableDictionary : Dictionary {
 
 OBJC_CLASS_NAMED(
     NSDictionary, NSObject, Dictionary, NSObject, objc::Ivar<"table", &Dictionary::table>,
+    objc::Ivar<"mutations", &Dictionary::mutations>,
+    objc::ClassMethod<"dictionaryWithObjects:forKeys:count:", &Dictionary::withObjects>,
+    objc::ClassMethod<"dictionaryWithObjects:forKeys:", &Dictionary::withArrays>,
+    objc::ClassMethod<"dictionaryWithDictionary:", &Dictionary::withDictionary>,
+    objc::Method<"initWithObjects:forKeys:count:", &Dictionary::initWithObjects>,
+    objc::Method<"initWithDictionary:", &Dictionary::initWithDictionary>,
+    objc::Method<"objectForKeyedSubscript:", &Dictionary::find>,
+    objc::Method<"countByEnumeratingWithState:objects:count:", &Dictionary::enumerate>,
+    objc::Method<"allValues", &Dictionary::values>,
     objc::ClassMethod<"dictionary", &Dictionary::empty>,
     objc::ClassMethod<"dictionaryWithObject:forKey:", &Dictionary::withObject>,
     objc::ClassMethod<"dictionaryWithObjectsAndKeys:", &Dictionary::withObjectsAndKeys>,
@@ -121,7 +192,11 @@ OBJC_CLASS_NAMED(
 
 OBJC_CLASS_NAMED(NSMutableDictionary, NSDictionary, MutableDictionary, Dictionary,
                  objc::ClassMethod<"dictionaryWithCapacity:", &Dictionary::withCapacity>,
+                 objc::Method<"initWithCapacity:", &MutableDictionary::initWithCapacity>,
                  objc::Method<"setObject:forKey:", &Dictionary::put>,
+                 objc::Method<"setObject:forKeyedSubscript:", &MutableDictionary::setSubscript>,
+                 objc::Method<"removeObjectsForKeys:", &MutableDictionary::removeKeys>,
+                 objc::Method<"removeAllObjects", &MutableDictionary::removeAll>,
                  objc::Method<"removeObjectForKey:", &MutableDictionary::removeKey>,
                  objc::Method<"addEntriesFromDictionary:", &Dictionary::addAll>,
                  objc::Method<"copy", &MutableDictionary::immutableCopy>)

@@ -31,6 +31,16 @@ struct Number : NSNumber {
                 static_cast<long long>(value), 0);
   }
   static Number* withDouble(double value) { return make(NumberKind::real, 0, value); }
+  static Number* withChar(signed char value) { return make(NumberKind::integer, value, 0); }
+  static Number* withUnsignedChar(unsigned char value) {
+    return make(NumberKind::integer, value, 0);
+  }
+  static Number* withShort(short value) { return make(NumberKind::integer, value, 0); }
+  static Number* withUnsignedShort(unsigned short value) {
+    return make(NumberKind::integer, value, 0);
+  }
+  static Number* withUnsignedInt(unsigned value) { return make(NumberKind::integer, value, 0); }
+  static Number* withUnsignedInteger(NSUInteger value) { return withUnsigned(value); }
   static Number* withFloat(float value) {
     return make(NumberKind::real, 0, static_cast<double>(value));
   }
@@ -40,7 +50,23 @@ struct Number : NSNumber {
   unsigned long long asUnsigned() { return static_cast<unsigned long long>(asLongLong()); }
   /// The lower 32 bits of an integer, as the platform converts.
   int asInt() { return static_cast<int>(static_cast<unsigned int>(asUnsigned() & 0xffffffffU)); }
-  NSInteger asInteger() { return asLongLong(); }
+  NSInteger asInteger() { return static_cast<NSInteger>(asLongLong()); }
+  signed char asChar() { return static_cast<signed char>(asUnsigned() & 0xff); }
+  unsigned char asUnsignedChar() { return static_cast<unsigned char>(asUnsigned() & 0xff); }
+  short asShort() { return static_cast<short>(asUnsigned() & 0xffff); }
+  unsigned short asUnsignedShort() { return static_cast<unsigned short>(asUnsigned() & 0xffff); }
+  unsigned asUnsignedInt() { return static_cast<unsigned>(asUnsigned() & 0xffffffffU); }
+  NSUInteger asUnsignedInteger() { return static_cast<NSUInteger>(asUnsigned()); }
+  /// NSOrderedAscending, NSOrderedSame or NSOrderedDescending.
+  NSInteger compare(NSNumber* other) {
+    const double mine = asDouble();
+    const double theirs = send(other, NSNumber::doubleValue);
+    if (mine != theirs) return mine < theirs ? -1 : 1;
+    const long long whole = asLongLong();
+    const long long otherWhole = send(other, NSNumber::longLongValue);
+    return whole == otherWhole ? 0 : whole < otherWhole ? -1 : 1;
+  }
+  bool equalsNumber(NSNumber* other) { return equals(other); }
   double asDouble() {
     if (kind == NumberKind::real) return real;
     if (kind == NumberKind::unsignedInteger) return static_cast<double>(asUnsigned());
@@ -84,26 +110,42 @@ struct Number : NSNumber {
 
 }  // namespace
 
-OBJC_CLASS_NAMED(NSNumber, NSObject, Number, NSObject, objc::Ivar<"kind", &Number::kind>,
-                 objc::Ivar<"integer", &Number::integer>, objc::Ivar<"real", &Number::real>,
-                 objc::ClassMethod<"numberWithBool:", &Number::withBool>,
-                 objc::ClassMethod<"numberWithInt:", &Number::withInt>,
-                 objc::ClassMethod<"numberWithInteger:", &Number::withInteger>,
-                 objc::ClassMethod<"numberWithLongLong:", &Number::withLongLong>,
-                 objc::ClassMethod<"numberWithUnsignedLongLong:", &Number::withUnsigned>,
-                 objc::ClassMethod<"numberWithDouble:", &Number::withDouble>,
-                 objc::ClassMethod<"numberWithFloat:", &Number::withFloat>,
-                 objc::Method<"boolValue", &Number::asBool>,
-                 objc::Method<"intValue", &Number::asInt>,
-                 objc::Method<"integerValue", &Number::asInteger>,
-                 objc::Method<"longLongValue", &Number::asLongLong>,
-                 objc::Method<"unsignedLongLongValue", &Number::asUnsigned>,
-                 objc::Method<"doubleValue", &Number::asDouble>,
-                 objc::Method<"floatValue", &Number::asFloat>,
-                 objc::Method<"objCType", &Number::objCType>,
-                 objc::Method<"isEqual:", &Number::equals>,
-                 objc::Method<"hash", &Number::hashValue>, objc::Method<"copy", &Number::copy>,
-                 objc::Method<"description", &Number::describe>)
+OBJC_CLASS_NAMED(
+    NSNumber, NSValue, Number, NSObject, objc::Ivar<"kind", &Number::kind>,
+    objc::Ivar<"integer", &Number::integer>, objc::Ivar<"real", &Number::real>,
+    objc::ClassMethod<"numberWithBool:", &Number::withBool>,
+    objc::ClassMethod<"numberWithInt:", &Number::withInt>,
+    objc::ClassMethod<"numberWithInteger:", &Number::withInteger>,
+    objc::ClassMethod<"numberWithLongLong:", &Number::withLongLong>,
+    objc::ClassMethod<"numberWithUnsignedLongLong:", &Number::withUnsigned>,
+    objc::ClassMethod<"numberWithDouble:", &Number::withDouble>,
+    objc::ClassMethod<"numberWithFloat:", &Number::withFloat>,
+    objc::ClassMethod<"numberWithChar:", &Number::withChar>,
+    objc::ClassMethod<"numberWithUnsignedChar:", &Number::withUnsignedChar>,
+    objc::ClassMethod<"numberWithShort:", &Number::withShort>,
+    objc::ClassMethod<"numberWithUnsignedShort:", &Number::withUnsignedShort>,
+    objc::ClassMethod<"numberWithUnsignedInt:", &Number::withUnsignedInt>,
+    objc::ClassMethod<"numberWithLong:", &Number::withInteger>,
+    objc::ClassMethod<"numberWithUnsignedLong:", &Number::withUnsignedInteger>,
+    objc::ClassMethod<"numberWithUnsignedInteger:", &Number::withUnsignedInteger>,
+    objc::Method<"charValue", &Number::asChar>,
+    objc::Method<"unsignedCharValue", &Number::asUnsignedChar>,
+    objc::Method<"shortValue", &Number::asShort>,
+    objc::Method<"unsignedShortValue", &Number::asUnsignedShort>,
+    objc::Method<"unsignedIntValue", &Number::asUnsignedInt>,
+    objc::Method<"longValue", &Number::asInteger>,
+    objc::Method<"unsignedLongValue", &Number::asUnsignedInteger>,
+    objc::Method<"unsignedIntegerValue", &Number::asUnsignedInteger>,
+    objc::Method<"stringValue", &Number::describe>, objc::Method<"compare:", &Number::compare>,
+    objc::Method<"isEqualToNumber:", &Number::equalsNumber>,
+    objc::Method<"boolValue", &Number::asBool>, objc::Method<"intValue", &Number::asInt>,
+    objc::Method<"integerValue", &Number::asInteger>,
+    objc::Method<"longLongValue", &Number::asLongLong>,
+    objc::Method<"unsignedLongLongValue", &Number::asUnsigned>,
+    objc::Method<"doubleValue", &Number::asDouble>, objc::Method<"floatValue", &Number::asFloat>,
+    objc::Method<"objCType", &Number::objCType>, objc::Method<"isEqual:", &Number::equals>,
+    objc::Method<"hash", &Number::hashValue>, objc::Method<"copy", &Number::copy>,
+    objc::Method<"description", &Number::describe>)
 
 namespace {
 

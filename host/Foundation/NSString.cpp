@@ -6,9 +6,12 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <unordered_map>
 
 #include "Foundation/format.h"
 #include "Foundation/text.h"
+#include "Foundation/utf16.h"
 #include "Foundation/utf8.h"
 #include "objc/define.h"
 #include "runtime/runtime.h"
@@ -17,6 +20,7 @@ namespace {
 
 struct AnyString : NSString {
   static id alloc(Class cls, SEL);
+  static id allocWithZone(Class cls, SEL, void*) { return alloc(cls, nullptr); }
   static NSString* withUtf8(const char* utf8) {
     return utf8 == nullptr ? nullptr : host::makeString(utf8);
   }
@@ -151,13 +155,14 @@ struct HeapString : AnyString {
 
 /// A string in a binary: never counted, never freed.
 struct StoredString : AnyString {
-  const char* utf8() { return characters; }
+  std::string_view text();
+  const char* utf8() { return text().data(); }
   NSString* keep() { return this; }
   void let() {}
 
   int flags;
   const char* characters;
-  long byteCount;
+  long length;  ///< in bytes, or in the units of UTF-16 that the flags tell of
 };
 static_assert(sizeof(StoredString) == sizeof(objc::ConstantString));
 
@@ -165,6 +170,7 @@ static_assert(sizeof(StoredString) == sizeof(objc::ConstantString));
 
 OBJC_CLASS_NAMED(
     NSString, NSObject, AnyString, NSObject, objc::ClassMethod<"alloc", &AnyString::alloc>,
+    objc::ClassMethod<"allocWithZone:", &AnyString::allocWithZone>,
     objc::ClassMethod<"stringWithUTF8String:", &AnyString::withUtf8>,
     objc::ClassMethod<"stringWithFormat:", &AnyString::withFormat>,
     objc::ClassMethod<"string", &AnyString::empty>,
@@ -197,7 +203,7 @@ OBJC_CLASS_NAMED(NSHeapString, NSString, HeapString, AnyString,
 OBJC_CLASS_NAMED(NSConstantString, NSString, StoredString, AnyString,
                  objc::Ivar<"flags", &StoredString::flags>,
                  objc::Ivar<"characters", &StoredString::characters>,
-                 objc::Ivar<"byteCount", &StoredString::byteCount>,
+                 objc::Ivar<"length", &StoredString::length>,
                  objc::Method<"UTF8String", &StoredString::utf8>,
                  objc::Method<"retain", &StoredString::keep>,
                  objc::Method<"release", &StoredString::let>,
@@ -222,13 +228,28 @@ HeapString* HeapString::create(std::string_view text) {
   return string;
 }
 
+/// A compiler's text that is not ASCII is stored in UTF-16. It is converted once.
+std::string_view StoredString::text() {
+  constexpr int kIsUtf16 = 0x10;
+  if ((flags & kIsUtf16) == 0) return {characters, static_cast<std::size_t>(length)};
+  static auto* mutex = new std::mutex;
+  static auto* converted = new std::unordered_map<const StoredString*, std::string>;
+  const std::scoped_lock guard(*mutex);
+  auto [slot, isNew] = converted->try_emplace(this);
+  if (isNew) {
+    std::string bytes("\xff\xfe");
+    bytes.append(characters, static_cast<std::size_t>(length) * 2);
+    slot->second = host::utf8FromUtf16(bytes).value_or("");
+  }
+  return slot->second;
+}
+
 namespace host {
 
 std::string_view text(NSString* string) {
   if (string == nullptr) return {};
   if (string->isa == &objc_class_NSConstantString) {
-    auto* stored = static_cast<StoredString*>(string);
-    return {stored->characters, static_cast<std::size_t>(stored->byteCount)};
+    return static_cast<StoredString*>(string)->text();
   }
   auto* heap = static_cast<HeapString*>(string);
   return {heap->characters(), heap->byteCount};

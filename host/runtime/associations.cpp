@@ -35,12 +35,6 @@ bool isAtomic(AssociationPolicy policy) {
   return policy == AssociationPolicy::retain || policy == AssociationPolicy::copy;
 }
 
-/// Classes, and objects that the compiler emitted, have no header.
-bool hasHeader(id owner) {
-  const ClassRw* data = rw(owner->isa);
-  return !data->customReferenceCounting && (data->flags & objc::kMetaClass) == 0;
-}
-
 }  // namespace
 
 void removeAssociations(id owner) {

@@ -55,6 +55,8 @@ asm(R"(
         .set _NSConcreteGlobalBlock, OBJC_CLASS_$___NSGlobalBlock__
         .globl _NSConcreteStackBlock
         .set _NSConcreteStackBlock, OBJC_CLASS_$___NSStackBlock__
+        .globl _NSConcreteMallocBlock
+        .set _NSConcreteMallocBlock, OBJC_CLASS_$___NSMallocBlock__
 )");
 
 extern "C" {

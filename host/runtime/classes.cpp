@@ -30,20 +30,6 @@ Registry& registry() {
   return *classes;
 }
 
-/// Metadata lists as a binary stores them.
-template <class Entry>
-struct ListData {
-  objc::ListHeader header;
-  Entry entries[1];
-};
-
-template <class Entry, class Each>
-void forEach(void* list, Each each) {
-  if (list == nullptr) return;
-  auto* data = static_cast<ListData<Entry>*>(list);
-  for (std::uint32_t i = 0; i < data->header.count; ++i) each(data->entries[i]);
-}
-
 std::string methodName(std::string_view className, std::string_view selector, bool classMethod) {
   return (classMethod ? "+[" : "-[") + std::string(className) + " " + std::string(selector) + "]";
 }
@@ -61,7 +47,7 @@ bool isVariableLeftOut(Class cls, const char* name) {
 }
 
 void addMethods(Class cls, void* list) {
-  forEach<objc::MethodEntry<IMP>>(list, [cls](objc::MethodEntry<IMP>& entry) {
+  forEachEntry<objc::MethodEntry<IMP>>(list, [cls](objc::MethodEntry<IMP>& entry) {
     if (isMethodLeftOut(cls, entry.name)) return;
     SEL selector = sel_registerName(entry.name);
     auto& methods = rw(cls)->methods;
@@ -88,17 +74,22 @@ void addIvars(Class cls, const objc::ClassRo& ro) {
       cls->superclass == nullptr ? 0 : rw(cls->superclass)->instanceSize;
   if (superSize > ro.instanceStart) {
     std::uint32_t log2Alignment = 0;
-    forEach<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
+    forEachEntry<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
       log2Alignment = std::max(log2Alignment, entry.log2Alignment);
     });
     shift = alignUp(superSize - ro.instanceStart, log2Alignment);
   }
+  rw(cls)->instanceStart = ro.instanceStart + shift;
   rw(cls)->instanceSize = ro.instanceSize + shift;
-  forEach<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
-    *entry.offset += static_cast<std::int32_t>(shift);
-    if (isVariableLeftOut(cls, entry.name)) return;
+  forEachEntry<objc::IvarEntry>(ro.ivars, [&](objc::IvarEntry& entry) {
+    // A bit-field without a name has no offset of its own.
+    if (entry.offset == nullptr) return;
+    // Where the superclass is NSObject, compilers write a constant: its size never changes.
+    if (shift != 0) *entry.offset += static_cast<std::int32_t>(shift);
+    const char* name = entry.name == nullptr ? "" : entry.name;
+    if (isVariableLeftOut(cls, name)) return;
     rw(cls)->ivars.push_back(
-        new objc_ivar{entry.name, entry.types, *entry.offset, entry.size, entry.log2Alignment});
+        new objc_ivar{name, entry.types, *entry.offset, entry.size, entry.log2Alignment});
   });
 }
 
@@ -106,10 +97,13 @@ void mapHalf(Class cls, const objc::ClassRo& ro) {
   auto* data = new ClassRw;
   data->flags = ro.flags;
   data->name = ro.name;
+  data->ivarLayout = ro.ivarLayout;
+  data->weakIvarLayout = ro.weakIvarLayout;
   cls->data = data;
   if (cls->superclass != nullptr) {
     rw(cls->superclass)->subclasses.push_back(cls);
     data->customReferenceCounting = rw(cls->superclass)->customReferenceCounting.load();
+    data->customAllocation = rw(cls->superclass)->customAllocation.load();
   }
 }
 
@@ -135,17 +129,21 @@ void mapClass(Class cls) {
   mapHalf(cls, ro);
   mapHalf(cls->isa, metaRo);  // second, since a root's metaclass has the root as its superclass
   rw(cls->isa)->instanceSize = sizeof(objc_class);
+  rw(cls->isa)->instanceClass = cls;
   addIvars(cls, ro);
   addMethods(cls, ro.methods);
   addMethods(cls->isa, metaRo.methods);
+  addProperties(cls, ro.properties);
+  addProperties(cls->isa, metaRo.properties);
+  addProtocols(cls, ro.protocols);
   registry().byName.emplace(rw(cls)->name, cls);
   registry().mapped.insert(cls);
 }
 
 /// Subclasses may exist already: an extension can replace an inherited retain.
-void markCustomReferenceCounting(Class cls) {
-  rw(cls)->customReferenceCounting = true;
-  for (Class subclass : rw(cls)->subclasses) markCustomReferenceCounting(subclass);
+void mark(Class cls, std::atomic<bool> ClassRw::* custom) {
+  (rw(cls)->*custom) = true;
+  for (Class subclass : rw(cls)->subclasses) mark(subclass, custom);
 }
 
 }  // namespace
@@ -158,6 +156,37 @@ std::string binaryOf(Class cls) {
   return dladdr(cls, &info) == 0 || info.dli_fname == nullptr ? "?" : info.dli_fname;
 }
 
+bool isMapped(Class cls) { return registry().mapped.contains(cls); }
+
+void unmapClass(Class cls) {
+  const auto found = registry().byName.find(rw(cls)->name);
+  if (found != registry().byName.end() && found->second == cls) registry().byName.erase(found);
+  registry().mapped.erase(cls);
+}
+
+void mapClasses(std::span<Class> classes) {
+  for (bool progress = true; progress;) {
+    progress = false;
+    for (Class cls : classes) {
+      if (cls == nullptr || isMapped(cls) || !superclassIsThere(cls)) continue;
+      mapClass(cls);
+      progress = true;
+    }
+  }
+}
+
+void mapCategory(const objc::CategoryData& category, void* classProperties) {
+  Class cls = category.cls;
+  if (!isMapped(cls)) return;
+  addMethods(cls, category.instanceMethods);
+  addMethods(cls->isa, category.classMethods);
+  addProperties(cls, category.properties);
+  addProperties(cls->isa, classProperties);
+  addProtocols(cls, category.protocols);
+  flushCaches(cls);
+  flushCaches(cls->isa);
+}
+
 std::vector<Class> allClasses() { return {registry().mapped.begin(), registry().mapped.end()}; }
 
 objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implementation) {
@@ -168,7 +197,10 @@ objc_method* insertMethod(Class cls, SEL selector, const char* types, IMP implem
   if (name == ".cxx_construct") data->construct = implementation;
   if (name == ".cxx_destruct") data->destruct = implementation;
   const bool countsReferences = name == "retain" || name == "release" || name == "autorelease";
-  if (countsReferences && cls->superclass != nullptr) markCustomReferenceCounting(cls);
+  if (countsReferences && cls->superclass != nullptr) mark(cls, &ClassRw::customReferenceCounting);
+  // The root of the metaclasses has the root class above it.
+  const bool isBelowRoot = cls->superclass != nullptr && cls->superclass->superclass != nullptr;
+  if (name == "allocWithZone:" && isBelowRoot) mark(cls, &ClassRw::customAllocation);
   return method;
 }
 
@@ -216,32 +248,6 @@ void growClass(std::string_view name, std::uint32_t bytes) {
 using namespace host::runtime;
 
 extern "C" {
-
-/// Takes over the classes and categories of a binary that was just loaded. A class is left out if
-/// its superclass is missing, and a category if its class is missing. A class whose name is taken
-/// cannot be found by name, but its own binary can use it. Either list may have empty entries.
-[[gnu::visibility("default")]] void objc_mapImage(Class* classes, Class* classesEnd,
-                                                  objc::CategoryData** categories,
-                                                  objc::CategoryData** categoriesEnd) {
-  std::scoped_lock guard(lock());
-  for (bool progress = true; progress;) {
-    progress = false;
-    for (Class* at = classes; at != classesEnd; ++at) {
-      Class cls = *at;
-      if (cls == nullptr || registry().mapped.contains(cls) || !superclassIsThere(cls)) continue;
-      mapClass(cls);
-      progress = true;
-    }
-  }
-  for (objc::CategoryData** at = categories; at != categoriesEnd; ++at) {
-    if (*at == nullptr || !registry().mapped.contains((*at)->cls)) continue;
-    Class cls = (*at)->cls;
-    addMethods(cls, (*at)->instanceMethods);
-    addMethods(cls->isa, (*at)->classMethods);
-    flushCaches(cls);
-    flushCaches(cls->isa);
-  }
-}
 
 Class objc_getClass(const char* name) {
   countLookUp();
@@ -307,7 +313,9 @@ Class objc_allocateClassPair(Class superclass, const char* name, std::size_t) {
   ro.flags = rootFlag | objc::kMetaClass;
   mapHalf(meta, ro);
   rw(meta)->instanceSize = sizeof(objc_class);
+  rw(meta)->instanceClass = cls;
   rw(cls)->instanceSize = superclass == nullptr ? sizeof(Class) : rw(superclass)->instanceSize;
+  rw(cls)->instanceStart = rw(cls)->instanceSize;
   return cls;
 }
 

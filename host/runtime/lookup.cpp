@@ -8,8 +8,31 @@
 
 extern "C" {
 constinit objc_cache _objc_empty_cache{0, 0, {}};
+/// Older compilers write it into every class; nothing reads it.
+HOST_EXPORT extern IMP _objc_empty_vtable;
+constinit IMP _objc_empty_vtable = nullptr;
+/// Where the class of every object is, in bytes.
+HOST_EXPORT extern long objc_offsetOfIsa asm("OBJC_IVAR_$_NSObject.isa");
+constinit long objc_offsetOfIsa = 0;
+
+/// An implementation and the receiver that it gets, in the two registers of a result.
+#if defined(__arm__)
+using Resolved = std::uint64_t;
+#else
+using Resolved = host::runtime::Handler;
+#endif
+
 /// The messengers call this when a cache has no entry. A nil cls means the receiver's own class.
-[[gnu::visibility("hidden")]] IMP objc_resolve(const void* receiver, Class cls, SEL selector);
+[[gnu::visibility("hidden")]] Resolved objc_resolve(const void* receiver, Class cls, SEL selector);
+/// The same for a message that is forwarded although there may be a method.
+[[gnu::visibility("hidden")]] Resolved objc_resolveForward(const void* receiver, Class cls,
+                                                           SEL selector);
+
+/// The implementations that forward a message.
+HOST_EXPORT void _objc_msgForward();
+#if !defined(__aarch64__)
+HOST_EXPORT void _objc_msgForward_stret();
+#endif
 }
 
 namespace host::runtime {
@@ -79,8 +102,17 @@ void fill(Class cls, SEL selector, IMP implementation) {
   insert(cache, selector, implementation);
 }
 
-/// The implementation of a method that a class does not have, for callers that ask for it by name.
-void forward(const void* receiver, SEL selector) { raiseUnrecognizedSelector(receiver, selector); }
+/// What a stub calls if the superclass has no such method any more.
+void raise(const void* receiver, SEL selector) { raiseUnrecognizedSelector(receiver, selector); }
+
+Resolved resolved(Handler handler) {
+#if defined(__arm__)
+  return reinterpret_cast<std::uintptr_t>(handler.implementation) |
+         static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(handler.receiver)) << 32;
+#else
+  return handler;
+#endif
+}
 
 std::atomic<std::uint64_t> messages;
 std::atomic<std::uint64_t> lookUps;
@@ -143,6 +175,25 @@ std::recursive_mutex& lock() {
   return *mutex;
 }
 
+Handler handlerOf(const void* receiver, Class cls, SEL selector) {
+  if (cls == nullptr) cls = isaOf(receiver);
+  const bool isInitialized = receiver == nullptr || initializeClass(cls);
+  {
+    std::scoped_lock guard(lock());
+    if (objc_method* method = findMethod(cls, selector)) {
+      IMP implementation = method->implementation.load();
+      // Other threads must wait until the class is initialised: none finds its methods in a cache.
+      if (isWatched()) note(cls, selector);
+      else if (isInitialized) fill(cls, selector, implementation);
+      return {implementation, receiver};
+    }
+  }
+  if (receiver == nullptr) return {reinterpret_cast<IMP>(&raise), nullptr};
+  if (objc_method* method = findOrResolveMethod(cls, selector))
+    return {method->implementation.load(), receiver};
+  return forwardingHandler(receiver, selector);
+}
+
 objc_method* findMethod(Class cls, SEL selector) {
   for (; cls != nullptr; cls = cls->superclass) {
     auto& methods = rw(cls)->methods;
@@ -162,30 +213,31 @@ using namespace host::runtime;
 
 extern "C" {
 
-IMP objc_resolve(const void* receiver, Class cls, SEL selector) {
-  if (cls == nullptr) cls = isaOf(receiver);
-  std::scoped_lock guard(lock());
-  objc_method* method = findMethod(cls, selector);
-  // Raised here: after the jump, nothing tells which argument is the receiver of a stret message.
-  if (method == nullptr && receiver != nullptr) raiseUnrecognizedSelector(receiver, selector);
-  IMP implementation =
-      method == nullptr ? reinterpret_cast<IMP>(&forward) : method->implementation.load();
-  if (isWatched()) note(cls, selector);
-  else fill(cls, selector, implementation);
-  return implementation;
+Resolved objc_resolve(const void* receiver, Class cls, SEL selector) {
+  return resolved(handlerOf(receiver, cls, selector));
+}
+
+Resolved objc_resolveForward(const void* receiver, Class, SEL selector) {
+  return resolved(forwardingHandler(receiver, selector));
 }
 
 IMP class_getMethodImplementation(Class cls, SEL selector) {
   if (cls == nullptr || selector == nullptr) return nullptr;
-  std::scoped_lock guard(lock());
-  objc_method* method = findMethod(cls, selector);
-  return method == nullptr ? reinterpret_cast<IMP>(&forward) : method->implementation.load();
+  objc_method* method = findOrResolveMethod(cls, selector);
+  return method == nullptr ? &_objc_msgForward : method->implementation.load();
 }
+
+#if !defined(__aarch64__)
+HOST_EXPORT IMP class_getMethodImplementation_stret(Class cls, SEL selector) {
+  if (cls == nullptr || selector == nullptr) return nullptr;
+  objc_method* method = findOrResolveMethod(cls, selector);
+  return method == nullptr ? &_objc_msgForward_stret : method->implementation.load();
+}
+#endif
 
 objc_method* class_getInstanceMethod(Class cls, SEL selector) {
   if (cls == nullptr || selector == nullptr) return nullptr;
-  std::scoped_lock guard(lock());
-  return findMethod(cls, selector);
+  return findOrResolveMethod(cls, selector);
 }
 
 objc_method* class_getClassMethod(Class cls, SEL selector) {

@@ -22,8 +22,9 @@
         ldr     x16, [x10, #24]
 .endm
 
-// x9 = class to search, or zero for the receiver's own; x10 = receiver, x11 = selector.
-.macro RESOLVE
+// x9 = class to search, or zero for the receiver's own; x10 = receiver, x11 = selector. The message
+// may get another receiver.
+.macro RESOLVE resolver=objc_resolve, keeps=0
         stp     x29, x30, [sp, #-224]!
         .cfi_def_cfa_offset 224
         .cfi_offset x29, -224
@@ -41,8 +42,11 @@
         mov     x0, x10
         mov     x1, x9
         mov     x2, x11
-        bl      objc_resolve
+        bl      \resolver
         mov     x16, x0
+        .if \keeps == 0
+        str     x1, [sp, #144]
+        .endif
         ldp     q0, q1, [sp, #16]
         ldp     q2, q3, [sp, #48]
         ldp     q4, q5, [sp, #80]
@@ -101,6 +105,29 @@ MESSENGER objc_msgSendSuper
         RESOLVE
 END objc_msgSendSuper
 
+// The structure has the class whose method is running: its superclass is searched.
+MESSENGER objc_msgSendSuper2
+        ldr     x9, [x0, #8]
+        ldr     x9, [x9, #8]
+        FIND    x1, 9f
+        ldr     x0, [x0]
+        br      x16
+9:      ldr     x9, [x0, #8]
+        ldr     x9, [x9, #8]
+        ldr     x0, [x0]
+        mov     x10, x0
+        mov     x11, x1
+        RESOLVE
+END objc_msgSendSuper2
+
+// An implementation that forwards the message whatever methods the receiver has.
+MESSENGER _objc_msgForward
+        mov     x9, #0
+        mov     x10, x0
+        mov     x11, x1
+        RESOLVE objc_resolveForward
+END _objc_msgForward
+
 // Stub number n searches the class in row n of objc_superStubTable at every call.
         .p2align 4
         .type   objc_superStub, %function
@@ -114,7 +141,7 @@ objc_superStub:
         br      x16
 9:      mov     x10, #0
         mov     x11, x13
-        RESOLVE
+        RESOLVE keeps=1
         .cfi_endproc
 
         .p2align 4
@@ -126,6 +153,39 @@ objc_superStubs:
         .p2align 4
         mov     x16, #index
         b       objc_superStub
+        .set    index, index + 1
+        .endr
+
+// Calls a method's implementation with the method in the place of the selector.
+MESSENGER method_invoke
+        ldr     x16, [x1, #16]
+        ldr     x1, [x1]
+        br      x16
+END method_invoke
+
+// Implementations made of blocks: stub number n calls the block in row n of objc_blockStubTable with
+// itself, the receiver and the arguments: the selector's place is free.
+        .p2align 4
+        .type   objc_blockStub, %function
+objc_blockStub:
+        .cfi_startproc
+        adrp    x17, objc_blockStubTable
+        add     x17, x17, :lo12:objc_blockStubTable
+        mov     x1, x0
+        ldr     x0, [x17, x16, lsl #3]
+        ldr     x16, [x0, #16]
+        br      x16
+        .cfi_endproc
+
+        .p2align 4
+        .globl  objc_blockStubs
+        .hidden objc_blockStubs
+objc_blockStubs:
+        .set    index, 0
+        .rept   2048
+        .p2align 4
+        mov     x16, #index
+        b       objc_blockStub
         .set    index, index + 1
         .endr
 

@@ -26,9 +26,9 @@
 #endif
 .endm
 
-// Looks the message up in C++ with the arguments kept on the stack, then jumps. r11 = class to
-// search, or zero for the receiver's own.
-.macro RESOLVE receiver, selector
+// Looks the message up in C++ with the arguments kept on the stack, then jumps, maybe with another
+// receiver. r11 = class to search, or zero for the receiver's own.
+.macro RESOLVE receiver, selector, resolver=objc_resolve
         pushq   %rbp
         .cfi_def_cfa_offset 16
         .cfi_offset %rbp, -16
@@ -54,8 +54,14 @@
         movq    \selector, %rdx
         movq    %rax, %rdi
         movq    %r11, %rsi
-        call    objc_resolve
+        call    \resolver
         movq    %rax, %r11
+        .ifc \receiver, %rdi
+        movq    %rdx, 128(%rsp)
+        .endif
+        .ifc \receiver, %rsi
+        movq    %rdx, 136(%rsp)
+        .endif
         movaps  (%rsp), %xmm0
         movaps  16(%rsp), %xmm1
         movaps  32(%rsp), %xmm2
@@ -118,25 +124,76 @@ MESSENGER objc_msgSend_stret
         RESOLVE %rsi, %rdx
 END objc_msgSend_stret
 
-MESSENGER objc_msgSendSuper
-        movq    8(%rdi), %r11
+// For a nil receiver the result is zero in the x87 registers: one long double, or a complex one.
+MESSENGER objc_msgSend_fpret
+        testq   %rdi, %rdi
+        jz      8f
+        movq    (%rdi), %r11
         FIND    %rsi, 9f
-        movq    (%rdi), %rdi
         jmp     *24(%r10)
-9:      movq    8(%rdi), %r11
-        movq    (%rdi), %rdi
+8:      fldz
+        ret
+9:      xorl    %r11d, %r11d
         RESOLVE %rdi, %rsi
-END objc_msgSendSuper
+END objc_msgSend_fpret
 
-MESSENGER objc_msgSendSuper_stret
-        movq    8(%rsi), %r11
-        FIND    %rdx, 9f
-        movq    (%rsi), %rsi
+MESSENGER objc_msgSend_fp2ret
+        testq   %rdi, %rdi
+        jz      8f
+        movq    (%rdi), %r11
+        FIND    %rsi, 9f
         jmp     *24(%r10)
-9:      movq    8(%rsi), %r11
-        movq    (%rsi), %rsi
-        RESOLVE %rsi, %rdx
-END objc_msgSendSuper_stret
+8:      fldz
+        fldz
+        ret
+9:      xorl    %r11d, %r11d
+        RESOLVE %rdi, %rsi
+END objc_msgSend_fp2ret
+
+// The place of the receiver has the address of a structure: the receiver, then the class to search.
+.macro SUPER_MESSENGER name, receiver, selector
+MESSENGER \name
+        movq    8(\receiver), %r11
+        FIND    \selector, 9f
+        movq    (\receiver), \receiver
+        jmp     *24(%r10)
+9:      movq    8(\receiver), %r11
+        movq    (\receiver), \receiver
+        RESOLVE \receiver, \selector
+END \name
+.endm
+
+SUPER_MESSENGER objc_msgSendSuper, %rdi, %rsi
+SUPER_MESSENGER objc_msgSendSuper_stret, %rsi, %rdx
+
+// The same with the class whose method is running, in the structure: its superclass is searched.
+.macro SUPER2_MESSENGER name, receiver, selector
+MESSENGER \name
+        movq    8(\receiver), %r11
+        movq    8(%r11), %r11
+        FIND    \selector, 9f
+        movq    (\receiver), \receiver
+        jmp     *24(%r10)
+9:      movq    8(\receiver), %r11
+        movq    8(%r11), %r11
+        movq    (\receiver), \receiver
+        RESOLVE \receiver, \selector
+END \name
+.endm
+
+SUPER2_MESSENGER objc_msgSendSuper2, %rdi, %rsi
+SUPER2_MESSENGER objc_msgSendSuper2_stret, %rsi, %rdx
+
+// Implementations that forward the message whatever methods the receiver has.
+MESSENGER _objc_msgForward
+        xorl    %r11d, %r11d
+        RESOLVE %rdi, %rsi, objc_resolveForward
+END _objc_msgForward
+
+MESSENGER _objc_msgForward_stret
+        xorl    %r11d, %r11d
+        RESOLVE %rsi, %rdx, objc_resolveForward
+END _objc_msgForward_stret
 
 // The saved implementations of hooked methods that were inherited: stub number n searches the
 // class in row n of objc_superStubTable { class, selector } at every call.
@@ -178,6 +235,50 @@ objc_superStubs:
         .p2align 4
         movl    $index, %r11d
         jmp     objc_superStub
+        .set    index, index + 1
+        .endr
+
+// Calls a method's implementation with the method in the place of the selector.
+MESSENGER method_invoke
+        movq    16(%rsi), %r11
+        movq    (%rsi), %rsi
+        jmp     *%r11
+END method_invoke
+
+MESSENGER method_invoke_stret
+        movq    16(%rdx), %r11
+        movq    (%rdx), %rdx
+        jmp     *%r11
+END method_invoke_stret
+
+// Implementations made of blocks: stub number n calls the block in row n of objc_blockStubTable with
+// itself, the receiver and the arguments: the selector's place is free. A block that returns a
+// structure through its first argument says so in its flags.
+        .p2align 4
+        .type   objc_blockStub, @function
+objc_blockStub:
+        .cfi_startproc
+        leaq    objc_blockStubTable(%rip), %r10
+        movq    (%r10,%r11,8), %r10
+        testl   $(1 << 29), 8(%r10)
+        jnz     1f
+        movq    %rdi, %rsi
+        movq    %r10, %rdi
+        jmp     *16(%r10)
+1:      movq    %rsi, %rdx
+        movq    %r10, %rsi
+        jmp     *16(%r10)
+        .cfi_endproc
+
+        .p2align 4
+        .globl  objc_blockStubs
+        .hidden objc_blockStubs
+objc_blockStubs:
+        .set    index, 0
+        .rept   2048
+        .p2align 4
+        movl    $index, %r11d
+        jmp     objc_blockStub
         .set    index, index + 1
         .endr
 

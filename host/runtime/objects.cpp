@@ -4,8 +4,14 @@
 
 #include "internal.h"
 #include "objc/object.h"
+#include "objc/own_class.h"
 #include "runtime.h"
 #include "runtime/send.h"
+
+OBJC_DECLARE_CLASS_SYMBOLS_(NSConstantString, )
+OBJC_DECLARE_CLASS_SYMBOLS_(__NSGlobalBlock, )
+OBJC_DECLARE_CLASS_SYMBOLS_(__NSStackBlock, )
+OBJC_DECLARE_CLASS_SYMBOLS_(Protocol, )
 
 namespace {
 
@@ -26,6 +32,16 @@ void destruct(id object, Class cls) {
 }  // namespace
 
 namespace host::runtime {
+
+bool hasHeader(id object) {
+  if (!countsItself(object->isa)) return true;
+  for (Class cls = object->isa; cls != nullptr; cls = cls->superclass) {
+    if (cls == &objc_class_NSConstantString || cls == &objc_class___NSGlobalBlock ||
+        cls == &objc_class___NSStackBlock || cls == &objc_class_Protocol)
+      return false;
+  }
+  return !class_isMetaClass(object->isa);
+}
 
 bool countsItself(Class cls) {
   return rw(cls)->customReferenceCounting || (rw(cls)->flags & objc::kMetaClass) != 0;
@@ -62,12 +78,21 @@ id class_createInstance(Class cls, std::size_t extraBytes) {
   return object;
 }
 
-id object_dispose(id object) {
+/// Ends an instance without freeing its memory.
+HOST_EXPORT void* objc_destructInstance(id object) {
   if (object == nullptr) return nullptr;
   destruct(object, object->isa);
   if (countsItself(object->isa) ||
       header(object)->hasAssociations.load(std::memory_order_relaxed) != 0)
     removeAssociations(object);
+  if (hasHeader(object) && header(object)->isWeaklyReferenced.load(std::memory_order_relaxed) != 0)
+    clearWeakReferences(object);
+  return object;
+}
+
+id object_dispose(id object) {
+  if (object == nullptr) return nullptr;
+  objc_destructInstance(object);
   std::free(header(object));
   return nullptr;
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -20,12 +21,17 @@ class HOST_EXPORT Exception : public std::runtime_error {
  public:
   Exception(std::string name, const std::string& reason)
       : std::runtime_error(name + ": " + reason), name_(std::move(name)), reason_(reason) {}
+  /// What C++ handlers see of an object that compiled code throws.
+  Exception(std::string name, const std::string& reason, NSObject* object);
   const std::string& name() const { return name_; }
   const std::string& reason() const { return reason_; }
+  /// The same as an NSException, made when it is first asked for.
+  NSObject* object() const;
 
  private:
   std::string name_;
   std::string reason_;
+  mutable std::shared_ptr<NSObject> object_;
 };
 
 /// Hides a class from look-up by name in this process. Its subclasses and instances stay. There

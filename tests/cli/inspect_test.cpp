@@ -261,6 +261,20 @@ TEST_F(Inspect, AnExtensionsOutputStaysApart) {
   EXPECT_NE(outcome.error.find("dye #007affff"), outcome.error.npos);
 }
 
+// Ours replaces the tint on top of the neighbour's replacement, or below it.
+TEST_F(Inspect, AnotherExtensionIsLoadedBeforeTheLibraryOrAfterIt) {
+  for (const char* option : {"--load-first", "--load"}) {
+    const auto outcome = varnix({"run", "--bundle", "a", option, VARNIX_NEIGHBOUR, "--trace"});
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    const auto ours = outcome.out.find("hook -[UISwitch layoutSubviews]\n");
+    const auto theirs = outcome.out.find("hook -[UISlider tintColor]\n");
+    ASSERT_NE(ours, outcome.out.npos);
+    ASSERT_NE(theirs, outcome.out.npos);
+    EXPECT_EQ(theirs < ours, std::string(option) == "--load-first");
+  }
+  EXPECT_EQ(varnix({"run", "--bundle", "a", "--load-first", ""}).status, 2);
+}
+
 TEST_F(Inspect, AProcessThatHangsIsGivenUp) {
   setenv("MISBEHAVE", "hang", 1);
   const auto start = std::chrono::steady_clock::now();

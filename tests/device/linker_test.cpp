@@ -10,6 +10,7 @@ namespace {
 using namespace device_test;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 namespace device = varnix::device;
 
 constexpr const char* kText = R"(
@@ -174,6 +175,32 @@ TEST(DeviceLinker, DifferencesInData) {
   EXPECT_TRUE(library.rebases().empty());
 }
 
+// As in a table of exception handlers, whose types are reached through pointers.
+TEST(DeviceLinker, DifferencesInConstantData) {
+  const ReadBack library(linked(assemble(kText + function("_start") + dataSection(".long 0") +
+                                         ".section __TEXT,__gcc_except_tab\n.p2align 2\n"
+                                         "_table: .long _data - .\n.long _start - _table\n"),
+                                options({"_start", "_data"})));
+  auto exports = library.exports();
+  const uint32_t at = library.section("__gcc_except_tab").address;
+  EXPECT_EQ(at + library.word(at), exports["_data"]);
+  EXPECT_EQ(at + library.word(at + 4), exports["_start"]);
+  EXPECT_TRUE(library.rebases().empty());
+}
+
+// Protocols are in such sections, so that linkers keep one of each.
+TEST(DeviceLinker, CoalescedSectionsBecomePlainOnes) {
+  const ReadBack library(
+      linked(assemble(kText + function("_start") + dataSection(".long 0") +
+                      ".section __DATA,__objc_protolist,coalesced,no_dead_strip\n.p2align 2\n"
+                      ".weak_definition l_label\nl_label: .long _data\n"),
+             options({"_start", "_data"})));
+  const uint32_t at = library.section("__objc_protolist").address;
+  EXPECT_EQ(library.word(at), library.exports()["_data"]);
+  EXPECT_THAT(library.rebases(), ElementsAre(at));
+  EXPECT_THAT(library.objdump("--macho --private-headers"), Not(HasSubstr("S_COALESCED")));
+}
+
 TEST(DeviceLinker, PointersOfTheCompilers) {
   const ReadBack library(
       linked(assemble(kText + function("_start") + function("_inner", "bx lr", "@") +
@@ -240,6 +267,29 @@ TEST(DeviceLinker, LoadCommandsSayWhatWasAsked) {
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/first.dylib"));
   EXPECT_THAT(libraries, HasSubstr("/usr/lib/second.dylib"));
   EXPECT_EQ(library.word(library.section("__mod_init_func").address), library.exports()["_start"]);
+}
+
+TEST(DeviceLinker, LibrariesThatAreNotUsedMayBeLeftOut) {
+  device::LinkOptions with = options({"_start"});
+  with.libraries.insert(with.libraries.begin(), stubLibrary("unused", {"_unused"}));
+  const Bytes object = assemble(kText + function("_start", "bl _other\n"));
+  const auto loadedBy = [&object](const device::LinkOptions& how) {
+    std::vector<std::string> names;
+    for (const auto& match : findAll(ReadBack(linked(object, how)).objdump("--macho --dylibs-used"),
+                                     "\n\\s+(\\S+) \\("))
+      names.push_back(match[1]);
+    // The library's own name is the first.
+    names.erase(names.begin());
+    return names;
+  };
+  EXPECT_THAT(loadedBy(with),
+              ElementsAre(HasSubstr("unused"), HasSubstr("first"), HasSubstr("second")));
+  with.dropsUnusedLibraries = true;
+  EXPECT_THAT(loadedBy(with), ElementsAre(HasSubstr("second")));
+  EXPECT_THAT(ReadBack(linked(object, with)).binds(), ElementsAre("__got+0 second _other"));
+  // Nothing is loaded without this one.
+  with.libraries.push_back(stubLibrary("libSystem.B", {"_unused"}));
+  EXPECT_THAT(loadedBy(with), ElementsAre(HasSubstr("second"), HasSubstr("libSystem.B")));
 }
 
 TEST(DeviceLinker, ABundleIsALibraryWithoutAName) {

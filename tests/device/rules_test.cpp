@@ -11,6 +11,7 @@
 #include "device/spoilers/spoiled.h"
 #include "macho/files.h"
 #include "rules/check.h"
+#include "signer/sign.h"
 
 namespace {
 
@@ -95,6 +96,42 @@ TEST(DeviceRules, ABundleHasNoName) {
     const Said said = check(bundle);
     EXPECT_EQ(said.status, 0) << architecture;
     EXPECT_EQ(said.output, "");
+  }
+}
+
+/// An Objective-C file, compiled and linked as other people do.
+Bytes compiledLibrary(const std::string& architecture, const std::string& flags) {
+  const Folder folder;
+  const std::string object = folder / "it.o", library = folder / "it";
+  printed("clang-19 --target=" + architecture + "-apple-ios9.3 -Os -fblocks -fobjc-exceptions " +
+          "-fno-autolink -fvisibility=hidden " + flags + " -c " VARNIX_DEVICE_COMPILED " -o " +
+          object);
+  printed(VARNIX_DEVICE "/platform-stubs " + (folder / "stubs"));
+  writeText(folder / "exports", "_compiledClass\n_compiledProtocol\n");
+  printed((architecture == "arm64"
+               ? "ld64.lld-19 -dylib -arch arm64 -platform_version ios 9.3 9.3 -fatal_warnings "
+                 "-no_fixup_chains -no_adhoc_codesign -dead_strip_dylibs -install_name "
+                 "/Library/it.dylib "
+                 "-exported_symbols_list "
+               : VARNIX_DEVICE_TOOLS "/varnix-link-armv7 --dead-strip-dylibs --current-version 1.0 "
+                                     "--install-name /Library/it.dylib --exports ") +
+          (folder / "exports") + " -o " + library + " " + object + " " + (folder / "stubs") +
+          "/*.tbd");
+  return device::sign(device::readFile(library), "com.example.compiled");
+}
+
+TEST(DeviceRules, WhatCompilersWriteKeepsToThePlatforms) {
+  const Folder folder;
+  for (const std::string architecture : {"armv7", "arm64"}) {
+    for (const std::string flags : {"-fobjc-arc", "-fno-objc-arc -fobjc-weak"}) {
+      device::writeFile(folder / "it.dylib", compiledLibrary(architecture, flags));
+      const Ran all = run(kCheck + (folder / "it.dylib"));
+      EXPECT_EQ(WEXITSTATUS(all.status), 1);
+      EXPECT_THAT(all.output, HasSubstr("classes.no-protocols: Base: it does"));
+      const Ran ran = run(kCheck + "--platform-only " + (folder / "it.dylib"));
+      EXPECT_EQ(ran.status, 0) << architecture << " " << flags;
+      EXPECT_EQ(ran.output, "");
+    }
   }
 }
 

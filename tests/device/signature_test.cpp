@@ -57,6 +57,10 @@ TEST(Signatures, CountStructures) {
   EXPECT_EQ(told("v@:{_NSRange=\"location\"Q\"length\"Q}B"), "x4:u8");
   EXPECT_EQ(told("v@:{CGAffineTransform=dddddd}B"), "x3:u8");
   EXPECT_EQ(told("v@:r^{CGImage=}^{Node=@^{Node}}B"), "x4:u8");
+  EXPECT_EQ(told("v@:^{Flags=b3b5}^(Either=i[2{Deep=b1}])^[4i]B"), "x5:u8");
+  EXPECT_EQ(told("v@:{Matrix=[4d]}{Row=[3f]}B"), "x2:u8");
+  EXPECT_EQ(told("v@:DjdjiB"), "x3:u8");
+  EXPECT_EQ(told("v@:{Pairs=[2[2i]]}B"), "x4:u8");
   EXPECT_EQ(told("v@:QQQQQ{_NSRange=QQ}B"), "16@0/0 1@16/16");
 }
 
@@ -153,8 +157,21 @@ TEST(WordSignatures, CountStructures) {
   EXPECT_EQ(blocks, (std::vector<bool>{false, false, false, false, true}));
 }
 
+// On Linux a structure with 64-bit numbers begins at an even word, and has gaps before them.
+TEST(WordSignatures, CountTheWordsOfStructures) {
+  EXPECT_EQ(placed("v@:{Coordinate=dd}i"), "0 1 2 3 4 5 6");
+  EXPECT_EQ(placed("v@:i{Coordinate=dd}i"), "0 1 2 4 5 6 7 8");
+  EXPECT_EQ(placed("v@:{Wide=id}i"), "0 1 2 4 5 6");
+  EXPECT_EQ(placed("v@:{Wide=di}i"), "0 1 2 3 4 6");
+  EXPECT_EQ(placed("v@:{Outer=c{Inner=qi}s}i"), "0 1 2 4 5 6 8 10");
+  EXPECT_EQ(placed("v@:{Small=ccs{Smaller=c}c}i"), "0 1 2 3 4");
+  EXPECT_EQ(placed("v@:{Matrix=[3d]}i"), "0 1 2 3 4 5 6 7 8");
+  EXPECT_EQ(placed("v@:(Either=di)i"), "0 1 2 3 4");
+  EXPECT_EQ(placed("{Coordinate=dd}@:i"), "0 1 2 3");
+}
+
 TEST(WordSignatures, RefuseWhatIsNone) {
-  for (const char* text : {"", "v@:{CGRect", "v@:[4i]", "v@:v", "v@:{Wide=id}", "{Wide=q}@:"})
+  for (const char* text : {"", "v@:{CGRect", "v@:[4i]", "v@:v", "{Wide=id}@:", "{Wide=di}@:"})
     EXPECT_THROW(readWordSignature(text), Error) << text;
   EXPECT_THROW(bridgeCode(readWordSignature("v" + std::string(40, 'd')), Direction::toLinux, 0),
                Error);

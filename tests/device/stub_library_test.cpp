@@ -2,8 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "device/toolbox.h"
 #include "linker/stub_library.h"
 #include "macho/error.h"
+#include "macho/files.h"
 #include "macho/version.h"
 
 namespace {
@@ -92,6 +94,42 @@ TEST(DeviceStubLibrary, VersionsHaveUpToThreeParts) {
     EXPECT_THROW(parseVersion(text), Error) << text;
   EXPECT_EQ(versionText(0x90300), "9.3.0");
   EXPECT_EQ(versionText(0xffffffff), "65535.255.255");
+}
+
+/// What other people's binaries are linked against, by install name.
+std::map<std::string, StubLibrary> platformStubs(const std::string& target) {
+  const device_test::Folder folder;
+  device_test::printed(VARNIX_DEVICE "/platform-stubs " + (folder / "stubs"));
+  std::map<std::string, StubLibrary> stubs;
+  for (const auto& file : std::filesystem::directory_iterator(folder / "stubs")) {
+    StubLibrary stub = readStubLibrary(readTextFile(file.path()), target);
+    stubs[stub.installName] = stub;
+  }
+  return stubs;
+}
+
+TEST(DeviceStubLibrary, ThePlatformsAreMadeFromTheFacts) {
+  auto stubs = platformStubs("armv7-ios");
+  const StubLibrary& runtime = stubs.at("/usr/lib/libobjc.A.dylib");
+  EXPECT_EQ(runtime.compatibilityVersion, 0x10000u);
+  EXPECT_EQ(runtime.currentVersion, 228u << 16);
+  for (const char* symbol : {"_OBJC_CLASS_$_NSObject", "_objc_msgSend", "_objc_storeStrong",
+                             "_objc_msgSendSuper2_stret", "___objc_personality_v0"})
+    EXPECT_TRUE(runtime.symbols.contains(symbol)) << symbol;
+  EXPECT_TRUE(stubs.at("/System/Library/Frameworks/UIKit.framework/UIKit")
+                  .symbols.contains("_OBJC_METACLASS_$_UISwitch"));
+  EXPECT_TRUE(stubs.at("/usr/lib/libSystem.B.dylib").symbols.contains("__Unwind_SjLj_Register"));
+  EXPECT_FALSE(platformStubs("arm64-ios")
+                   .at("/usr/lib/libobjc.A.dylib")
+                   .symbols.contains("_objc_msgSendSuper2_stret"));
+}
+
+TEST(DeviceStubLibrary, NoTwoOfThePlatformsOfferTheSame) {
+  std::map<std::string, std::string> homes;
+  for (const auto& [name, stub] : platformStubs("armv7-ios"))
+    for (const std::string& symbol : stub.symbols)
+      EXPECT_TRUE(homes.emplace(symbol, name).second) << symbol << " in " << homes[symbol] << name;
+  EXPECT_GT(homes.size(), 300u);
 }
 
 }  // namespace

@@ -178,6 +178,7 @@ struct Packed : NSObject {
   double wide(int a, double b, int c, long long d) {
     return a + 10 * b + 100 * c + 1000 * static_cast<double>(d);
   }
+  double mixed(int a, ProbeMixed b, float c) { return a + 10 * b.a + 100 * b.b + 1000 * c; }
   CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
@@ -185,18 +186,50 @@ struct Packed : NSObject {
 
 OBJC_CLASS(Packed, NSObject, objc::Method<"packed::::::::::::", &Packed::packed>,
            objc::Method<"moved:by:", &Packed::moved>, objc::Method<"large:by:", &Packed::large>,
-           objc::Method<"wide::::", &Packed::wide>, objc::Method<"wideRect:", &Packed::wideRect>)
+           objc::Method<"wide::::", &Packed::wide>, objc::Method<"mixed:::", &Packed::mixed>,
+           objc::Method<"wideRect:", &Packed::wideRect>)
 
 namespace {
 
 constexpr double kPacked = 21 - 7e2 + 8e4 + 9e6 + 1e8 + 11e9 + 12e10;
 
+/// Sent by this process, with the arguments that the library uses too.
+double packed(NSObject* receiver) {
+  return send<double>(receiver, "packed::::::::::::"_sel, 1L, 2L, 3L, 4L, 5L, 6L,
+                      static_cast<signed char>(-7), short{8}, 9, true, 11L,
+                      static_cast<unsigned char>(12));
+}
+
 TEST_F(Boundary, StackArgumentsArePackedOnTheDeviceAlone) {
   EXPECT_EQ(exported<double(NSObject*)>("probe_packed")(instance("Packed")), kPacked);
-  EXPECT_EQ(send<double>(instance("Probe"), "packed::::::::::::"_sel, 1L, 2L, 3L, 4L, 5L, 6L,
-                         static_cast<signed char>(-7), short{8}, 9, true, 11L,
-                         static_cast<unsigned char>(12)),
-            kPacked);
+  EXPECT_EQ(packed(instance("Probe")), kPacked);
+}
+
+TEST_F(Boundary, ImplementationsAreReplacedAndReturned) {
+  for (const char* way : {"probe_replaceMethod", "probe_setImplementation"}) {
+    Class cls = newClass(way, objc_getClass("Packed"));
+    // A method of its own, which can be set without the superclass's being changed.
+    objc_method* inherited = class_getInstanceMethod(cls, sel_registerName("packed::::::::::::"));
+    add(cls, "packed::::::::::::", method_getTypeEncoding(inherited),
+        method_getImplementation(inherited));
+    auto* made = instance(way);
+    exported<void(Class)>(way)(cls);
+    EXPECT_EQ(packed(made), kPacked + 1);
+    EXPECT_EQ(exported<double(NSObject*)>("probe_implementation")(made), kPacked + 1);
+    EXPECT_EQ(exported<double(NSObject*)>("probe_packed")(made), kPacked + 1);
+    EXPECT_TRUE(exported<bool(Class)>("probe_knowsItsOwn")(cls));
+    EXPECT_TRUE(exported<bool(Class)>("probe_restore")(cls));
+    EXPECT_EQ(packed(made), kPacked);
+    EXPECT_EQ(method_getImplementation(
+                  class_getInstanceMethod(cls, sel_registerName("packed::::::::::::"))),
+              method_getImplementation(inherited));
+  }
+}
+
+TEST_F(Boundary, TheCompilersMessageToSuperNamesTheCurrentClass) {
+  Class cls = newClass("PackedBelow", objc_getClass("Packed"));
+  add(cls, "packed::::::::::::", "d@:llllllcsiBlC", +[](id, SEL) { return -1.0; });
+  EXPECT_EQ(exported<double(NSObject*)>("probe_packedOfSuper")(instance("PackedBelow")), kPacked);
 }
 
 TEST_F(Boundary, TheStackIsEvenWhereThisSystemWantsIt) {
@@ -234,6 +267,12 @@ TEST_F(Boundary, NumbersOf64BitsAreFoundOnBothSides) {
   EXPECT_EQ(exported<double(NSObject*)>("probe_wideRect")(instance("Packed")), 4.5);
   EXPECT_EQ(exported<double(NSObject*)>("probe_wideRect")(nullptr), 0);
   EXPECT_EQ(send<CGRect>(instance("Probe"), "wideRect:"_sel, 4.5).size.height, 4.5);
+}
+
+TEST_F(Boundary, StructuresWithNumbersOf64BitsAreLaidOutAnew) {
+  EXPECT_EQ(exported<double(NSObject*)>("probe_mixed")(instance("Packed")), 1 + 20 + 350 + 4000);
+  EXPECT_EQ(send<double>(instance("Probe"), "mixed:::"_sel, 1, ProbeMixed{2, 3.5}, 4.0F),
+            1 + 20 + 350 + 4000);
 }
 
 TEST_F(Boundary, ReplacedAndAddedMethodsTakeNumbersOf64Bits) {

@@ -88,6 +88,7 @@ struct Probe : NSObject {
   double wide(int a, double b, int c, long long d) {
     return a + 10 * b + 100 * c + 1000 * static_cast<double>(d);
   }
+  double mixed(int a, ProbeMixed b, float c) { return a + 10 * b.a + 100 * b.b + 1000 * c; }
   CGRect wideRect(double by) { return {{1, 2}, {3, static_cast<CGFloat>(by)}}; }
 };
 
@@ -102,6 +103,7 @@ struct Said : objc::View<Said, NSObject> {
       packed{};
   static constexpr Message<"deep::::", long(long, long, long, long)> deep{};
   static constexpr Message<"wide::::", double(int, double, int, long long)> wide{};
+  static constexpr Message<"mixed:::", double(int, ProbeMixed, float)> mixed{};
   static constexpr Message<"wideRect:", CGRect(double)> wideRect{};
   static constexpr Message<"callWide:", void(objc::Block<void(double, int, long long)>)> callWide{};
   static constexpr Message<"moved:by:", CGRect(CGRect, CGFloat)> moved{};
@@ -131,7 +133,7 @@ OBJC_EXPORTED_CLASS(Probe, NSObject, objc::Method<"small:::::", &Probe::small>,
                     objc::Method<"packed::::::::::::", &Probe::packed>,
                     objc::Method<"moved:by:", &Probe::moved>,
                     objc::Method<"large:by:", &Probe::large>,
-                    objc::Method<"wide::::", &Probe::wide>,
+                    objc::Method<"wide::::", &Probe::wide>, objc::Method<"mixed:::", &Probe::mixed>,
                     objc::Method<"wideRect:", &Probe::wideRect>)
 
 EXPORTED void probe_hook(Class cls) {
@@ -186,6 +188,8 @@ EXPORTED long probe_depths(Said* receiver) {
 
 EXPORTED double probe_wide(Said* receiver) { return send(receiver, Said::wide, 1, 2.5, 3, 4); }
 
+EXPORTED double probe_mixed(Said* receiver) { return send(receiver, Said::mixed, 1, {2, 3.5}, 4); }
+
 EXPORTED double probe_wideOfSuper(Said* receiver) {
   objc_super target{receiver, class_getSuperclass(object_getClass(receiver))};
   auto entry = reinterpret_cast<double (*)(objc_super*, SEL, int, double, int, long long)>(
@@ -220,4 +224,67 @@ EXPORTED double probe_structures(Said* receiver) {
   const CGRect none = send(nullptr, Said::moved, rect, 1);
   return rect.origin.x + 100 * rect.size.height + 10000.0 * static_cast<double>(large.c) +
          none.origin.x + none.size.height;
+}
+
+// --- implementations -----------------------------------------------------------------------------
+
+namespace {
+
+using PackedFunction = double (*)(NSObject*, SEL, long, long, long, long, long, long, signed char,
+                                  short, int, bool, long, unsigned char);
+PackedFunction earlier;
+
+double packedAndOne(NSObject* self, SEL command, long a, long b, long c, long d, long e, long f,
+                    signed char g, short h, int i, bool j, long k, unsigned char l) {
+  return 1 + earlier(self, command, a, b, c, d, e, f, g, h, i, j, k, l);
+}
+
+IMP plain(PackedFunction function) { return reinterpret_cast<IMP>(function); }
+PackedFunction typed(IMP implementation) {
+  return reinterpret_cast<PackedFunction>(implementation);
+}
+
+}  // namespace
+
+EXPORTED void probe_replaceMethod(Class cls) {
+  objc_method* method = class_getInstanceMethod(cls, Said::packed);
+  earlier = typed(
+      class_replaceMethod(cls, Said::packed, plain(&packedAndOne), method_getTypeEncoding(method)));
+}
+
+EXPORTED void probe_setImplementation(Class cls) {
+  objc_method* method = class_getInstanceMethod(cls, Said::packed);
+  earlier = typed(method_setImplementation(method, plain(&packedAndOne)));
+}
+
+/// Puts the earlier implementation back.
+EXPORTED bool probe_restore(Class cls) {
+  objc_method* method = class_getInstanceMethod(cls, Said::packed);
+  return method_setImplementation(method, plain(earlier)) == plain(&packedAndOne);
+}
+
+EXPORTED double probe_implementation(NSObject* receiver) {
+  PackedFunction function =
+      typed(class_getMethodImplementation(object_getClass(receiver), Said::packed));
+  return function(receiver, Said::packed, 1, 2, 3, 4, 5, 6, -7, 8, 9, true, 11, 12);
+}
+
+EXPORTED bool probe_knowsItsOwn(Class cls) {
+  objc_method* method = class_getInstanceMethod(cls, Said::packed);
+  return method_getImplementation(method) == plain(&packedAndOne) &&
+         class_getMethodImplementation(cls, Said::packed) == plain(&packedAndOne);
+}
+
+struct objc_super2 {
+  const void* receiver;
+  Class current;
+};
+extern "C" void objc_msgSendSuper2();
+
+EXPORTED double probe_packedOfSuper(NSObject* receiver) {
+  objc_super2 target{receiver, object_getClass(receiver)};
+  auto entry = reinterpret_cast<double (*)(objc_super2*, SEL, long, long, long, long, long, long,
+                                           signed char, short, int, bool, long, unsigned char)>(
+      &objc_msgSendSuper2);
+  return entry(&target, Said::packed, 1, 2, 3, 4, 5, 6, -7, 8, 9, true, 11, 12);
 }

@@ -40,6 +40,8 @@ class RegisterKinds {
     ++at_;
     if (letter == '@' && peek() == '?') ++at_;
     if (letter == '^' && form_ == Form::runtime) next();
+    // A function's address.
+    else if (letter == '^' && peek() == '?') ++at_;
     if (letter == '{') return structure();
     if (isOneOf(letter, "@#:*^?")) return "pointer";
     if (isOneOf(letter, "cCB")) return "byte";

@@ -1,6 +1,7 @@
 #if defined(__aarch64__)
 
 #include "abi/adapters.h"
+#include "abi/implementations.h"
 #include "abi/methods.h"
 #include "abi/native.h"
 #include "abi/variadic.h"
@@ -17,12 +18,24 @@ struct Function {
 constexpr Function kFunctions[] = {
     {"CGImageCreate", "@QQQQQ@I@^dBi"},
     {"_UIAccessibilityEnhanceBackgroundContrast", "B"},
+    {"class_addIvar", "B#*QC*"},
+    {"class_addProperty", "B#*^vI"},
+    {"class_addProtocol", "B#@"},
+    {"class_conformsToProtocol", "B#@"},
+    {"class_isMetaClass", "B#"},
     {"class_respondsToSelector", "B#:"},
     {"glIsBuffer", "CI"},
     {"glIsProgram", "CI"},
     {"glIsRenderbuffer", "CI"},
     {"glIsShader", "CI"},
     {"glIsTexture", "CI"},
+    {"objc_opt_isKindOfClass", "B@#"},
+    {"objc_opt_respondsToSelector", "B@:"},
+    {"object_isClass", "B@"},
+    {"protocol_conformsToProtocol", "B@@"},
+    {"protocol_isEqual", "B@@"},
+    {"sel_isEqual", "B::"},
+    {"sel_isMapped", "B:"},
 };
 
 }  // namespace

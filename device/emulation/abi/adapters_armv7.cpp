@@ -8,6 +8,8 @@
 #include <link.h>
 
 #include "abi/adapters.h"
+#include "abi/implementations.h"
+#include "abi/jumping.h"
 #include "abi/methods.h"
 #include "abi/variadic.h"
 #include "abi/way_out.h"
@@ -29,6 +31,7 @@ bool isFunction(void* address) {
 void* adapterFor(std::string_view name) {
   if (void* entry = messenger(name)) return entry;
   if (void* entry = variadicFunction(name)) return entry;
+  if (void* entry = exceptionFunction(name)) return entry;
   if (void* function = methodFunction(name)) return wayOut(function);
   void* symbol = linuxSymbol(name);
   return symbol != nullptr && isFunction(symbol) ? wayOut(symbol) : nullptr;

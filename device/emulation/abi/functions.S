@@ -28,10 +28,6 @@ ENTRY varnix_CFLog
         b       varnix_logLevel
 END varnix_CFLog
 
-ENTRY varnix_return
-        ret
-END varnix_return
-
 // A message: \prepare sees the registers that hold arguments, may change them, and returns the
 // address where the call continues.
 .macro MESSENGER name, prepare
@@ -73,6 +69,7 @@ END \name
 
 MESSENGER varnix_msgSend, varnix_prepareMessage
 MESSENGER varnix_msgSendSuper, varnix_prepareSuperMessage
+MESSENGER varnix_msgSendSuper2, varnix_prepareSuper2Message
 
 #endif
 

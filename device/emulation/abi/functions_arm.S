@@ -66,9 +66,7 @@ ENTRY varnix_CFLog
 1:      mov     sp, r4
         pop     {r4, lr}
         add     sp, sp, #16
-ENTRY varnix_return
         bx      lr
-END varnix_return
 END varnix_CFLog
 
 // A message: \prepare sees the words that hold arguments, may change them, and returns the address
@@ -89,7 +87,17 @@ END \name
 MESSENGER varnix_msgSend, varnix_prepareMessage
 MESSENGER varnix_msgSend_stret, varnix_prepareStretMessage
 MESSENGER varnix_msgSendSuper, varnix_prepareSuperMessage
+MESSENGER varnix_msgSendSuper2, varnix_prepareSuper2Message
 MESSENGER varnix_msgSendSuper_stret, varnix_prepareSuperStretMessage
+MESSENGER varnix_msgSendSuper2_stret, varnix_prepareSuper2StretMessage
+
+// r0 = r7, pc and sp of a function that goes on elsewhere.
+ENTRY varnix_jump
+        ldr     r7, [r0]
+        ldr     ip, [r0, #4]
+        ldr     sp, [r0, #8]
+        bx      ip
+END varnix_jump
 
 #endif
 

@@ -61,7 +61,7 @@ void* list(void** registers, void* stack) {
 
 void* listMessage(std::string_view selector, void** registers, void* stack) {
   if (selector == "arrayWithObjects:" || selector == "dictionaryWithObjectsAndKeys:" ||
-      selector == "appearanceWhenContainedIn:")
+      selector == "setWithObjects:" || selector == "appearanceWhenContainedIn:")
     return list<3>(registers, stack);
   if (selector == "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:")
     return list<7>(registers, stack);

@@ -9,8 +9,4 @@ namespace varnix::device {
 /// can be called with the device's conventions.
 void* messenger(std::string_view name);
 
-/// The replacement for a function of the run-time that takes or returns implementations; nil for
-/// other functions.
-void* methodFunction(std::string_view name);
-
 }  // namespace varnix::device

@@ -23,9 +23,11 @@ class Assignment {
 
   void add(const Type& type) {
     if (type.size == 0) throw Error("an argument without a size");
+    if (type.hasUnion) throw Error("a union as an argument");
     if (travelsAsFloats(type)) return floats(type);
     // A large structure is in memory, and its address is passed.
-    if (type.isStructure && type.size > 16) return words({8, 8, Small::none, 'i', 1, false, false});
+    if (type.isStructure && type.size > 16)
+      return words({.size = 8, .alignment = 8, .scalar = 'i', .count = 1});
     words(type);
   }
 

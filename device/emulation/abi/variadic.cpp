@@ -9,12 +9,11 @@
 #include "platform/CoreFoundation.h"
 
 // In functions.S and functions_arm.S: each adds the address of the unnamed arguments to the named
-// ones; the last one returns at once.
+// ones.
 extern "C" void varnix_NSLog();
 extern "C" void varnix_CFLog();
 extern "C" void varnix_logNotice(NSString* format, const char* unnamed);
 extern "C" void varnix_logLevel(std::int32_t level, CFStringRef format, const char* unnamed);
-extern "C" void varnix_return();
 
 namespace varnix::device {
 
@@ -49,6 +48,25 @@ std::string formatted(NSString* format, const char* unnamed) {
   return host::format(host::text(format), arguments);
 }
 
+/// Messages whose last named argument is a format, and how many named ones there are, receiver and
+/// selector included.
+struct Formatting {
+  std::string_view selector;
+  int named;
+};
+constexpr Formatting kFormatting[] = {
+    {"raise:format:", 4}, {"stringByAppendingFormat:", 3}, {"stringWithFormat:", 3}};
+
+/// A format that gives this text.
+std::string withoutFormats(const std::string& text) {
+  std::string format;
+  for (const char c : text) {
+    if (c == '%') format += c;
+    format += c;
+  }
+  return format;
+}
+
 }  // namespace
 
 void* variadicFunction(std::string_view name) {
@@ -58,12 +76,14 @@ void* variadicFunction(std::string_view name) {
 }
 
 void* variadicMessage(std::string_view selector, void** words, void* stack) {
-  if (selector == "stringWithFormat:") {
-    constexpr int kNamed = 3;
-    void* unnamed = sizeof(void*) == 8 ? stack : words + kNamed;
-    words[0] = host::makeString(
-        formatted(static_cast<NSString*>(words[kNamed - 1]), static_cast<const char*>(unnamed)));
-    return reinterpret_cast<void*>(&varnix_return);
+  for (const Formatting& each : kFormatting) {
+    if (each.selector != selector) continue;
+    // The text becomes the format of a message without unnamed arguments.
+    void*& format = words[each.named - 1];
+    void* unnamed = sizeof(void*) == 8 ? stack : words + each.named;
+    format = host::makeString(withoutFormats(
+        formatted(static_cast<NSString*>(format), static_cast<const char*>(unnamed))));
+    return nullptr;
   }
 #if defined(__aarch64__)
   return listMessage(selector, words, stack);

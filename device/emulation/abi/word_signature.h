@@ -23,8 +23,8 @@ struct WordSignature {
 };
 
 /// Of a function or method, with the result first in the encoding: "v12@0:4f8", "B@:". Throws Error
-/// for an invalid encoding, a union, an array, a bit field, or a structure with 64-bit numbers,
-/// which has other offsets on the device.
+/// for an invalid encoding, an array, a bit field, and a result in memory with 64-bit numbers that
+/// have other offsets on the device.
 WordSignature readWordSignature(std::string_view encoding);
 
 }  // namespace varnix::device

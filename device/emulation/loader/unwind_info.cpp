@@ -1,5 +1,7 @@
 #include "loader/unwind_info.h"
 
+#include <map>
+
 #include "macho/error.h"
 
 namespace varnix::device {
@@ -8,6 +10,7 @@ namespace {
 
 constexpr uint32_t kVersion = 1;
 constexpr uint32_t kRegularPage = 2, kCompressedPage = 3;
+constexpr uint32_t kHasHandlers = 0x40000000, kPersonalityShift = 28, kPersonalityMask = 3;
 constexpr uint32_t kModeMask = 0x0f000000, kFrameless = 0x02000000, kFrame = 0x04000000;
 constexpr size_t kMostFunctions = 1 << 20;
 
@@ -39,15 +42,20 @@ class Table {
  public:
   explicit Table(Reader bytes) : bytes_(bytes) {
     if (bytes.u32(0) != kVersion) throw Error("unwind information of an unknown version");
-    if (bytes.u32(16) != 0) throw Error("functions that look at exceptions are not known here");
+    for (uint32_t i = 0; i < bytes.u32(16); ++i)
+      personalities.push_back(bytes.u32(bytes.u32(12) + uint64_t{4} * i));
     const uint32_t index = bytes.u32(20), count = bytes.u32(24);
     if (count == 0) throw Error("unwind information without an end");
     // The last entry says where the last page's functions end.
     for (uint32_t i = 0; i + 1 < count; ++i) page(index + uint64_t{12} * i);
-    add(bytes.u32(index + uint64_t{12} * (count - 1)), 0);
+    const uint64_t last = index + uint64_t{12} * (count - 1);
+    add(bytes.u32(last), 0);
+    readHandlers(bytes.u32(index + 8), bytes.u32(last + 8));
   }
 
   std::vector<Entry> entries;
+  std::vector<uint32_t> personalities;    ///< Where in the image the pointers to them are.
+  std::map<uint64_t, uint32_t> handlers;  ///< By the function's start.
 
  private:
   void page(uint64_t index) {
@@ -68,6 +76,12 @@ class Table {
     }
   }
 
+  /// Pairs of a function's start and its table's.
+  void readHandlers(uint64_t from, uint64_t to) {
+    if (to < from || to - from > 8 * kMostFunctions) throw Error("handlers that are out of order");
+    for (; from < to; from += 8) handlers[bytes_.u32(from)] = bytes_.u32(from + 4);
+  }
+
   /// The first numbers are the encodings that all pages share.
   uint32_t encoding(uint64_t page, uint32_t number) const {
     const uint32_t shared = bytes_.u32(8);
@@ -85,6 +99,21 @@ class Table {
 
   Reader bytes_;
 };
+
+/// Fills in how a function looks at exceptions.
+void addHandlers(CodeFrame& frame, uint32_t encoding, const Table& table, uint64_t imageSize) {
+  const uint32_t number = encoding >> kPersonalityShift & kPersonalityMask;
+  if (number == 0) return;
+  if (number > table.personalities.size()) throw Error("a personality routine that is not there");
+  frame.personality = table.personalities[number - 1];
+  if (imageSize < 8 || frame.personality == 0 || frame.personality > imageSize - 8)
+    throw Error("a personality routine outside the image");
+  if ((encoding & kHasHandlers) == 0) return;
+  const auto found = table.handlers.find(frame.start);
+  if (found == table.handlers.end()) throw Error("handlers that are not there");
+  if (found->second >= imageSize) throw Error("handlers outside the image");
+  frame.handlers = found->second;
+}
 
 std::vector<uint8_t> savedBy(uint32_t encoding) {
   std::vector<uint8_t> saved;
@@ -107,10 +136,12 @@ std::vector<CodeFrame> readUnwindInfo(const ImageFile& image) {
   for (size_t i = 0; i + 1 < table.entries.size(); ++i) {
     const auto& [start, encoding] = table.entries[i];
     const uint32_t mode = encoding & kModeMask;
-    if (mode == kFrame)
+    if (mode == kFrame) {
       frames.push_back({start, table.entries[i + 1].start - start, savedBy(encoding)});
-    else if (mode != kFrameless && encoding != 0)
+      addHandlers(frames.back(), encoding, table, image.size);
+    } else if (mode != kFrameless && encoding != 0) {
       throw Error("a function whose frame is described elsewhere");
+    }
   }
   return frames;
 }

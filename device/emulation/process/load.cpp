@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "abi/boundary.h"
+#include "abi/jumping.h"
 #include "loader/mapped_image.h"
 #include "loader/needed.h"
 #include "loader/unwind_info.h"
@@ -19,9 +20,7 @@
 #include "process/process.h"
 #include "process/unwinding.h"
 #include "rules/slice.h"
-
-extern "C" void objc_mapImage(Class* classes, Class* classesEnd, objc::CategoryData** categories,
-                              objc::CategoryData** categoriesEnd);
+#include "runtime/image.h"
 
 namespace varnix::device {
 
@@ -125,6 +124,31 @@ void refuseUnsound(Reader file, Reader slice) {
     throw std::runtime_error(std::string(broken->rule) + ": " + broken->what);
 }
 
+template <class Pointer>
+std::span<Pointer> list(const MappedImage& image, std::string_view section) {
+  const auto words = image.words(section);
+  return {reinterpret_cast<Pointer*>(words.data()), words.size()};
+}
+
+/// What compilers write for the run-time.
+host::runtime::ImageSections sectionsOf(const MappedImage& image, const std::string& path) {
+  host::runtime::ImageSections sections;
+  sections.path = path;
+  // Two words of 32 bits.
+  if (const auto info = image.words("__objc_imageinfo"); !info.empty())
+    sections.flags = reinterpret_cast<const uint32_t*>(info.data())[1];
+  sections.selectorReferences = list<SEL>(image, "__objc_selrefs");
+  sections.classReferences = list<Class>(image, "__objc_classrefs");
+  sections.superclassReferences = list<Class>(image, "__objc_superrefs");
+  sections.classes = list<Class>(image, "__objc_classlist");
+  sections.nonLazyClasses = list<Class>(image, "__objc_nlclslist");
+  sections.categories = list<objc::CategoryData*>(image, "__objc_catlist");
+  sections.nonLazyCategories = list<objc::CategoryData*>(image, "__objc_nlcatlist");
+  sections.protocols = list<objc_protocol*>(image, "__objc_protolist");
+  sections.protocolReferences = list<objc_protocol*>(image, "__objc_protorefs");
+  return sections;
+}
+
 void load(const std::string& path) {
   if (loadedImages().contains(path)) return;
   Loaded& loaded = loadedImages()[path];
@@ -138,21 +162,19 @@ void load(const std::string& path) {
     const auto others = loadNeeded(path, loaded.file);
     loaded.image = std::make_unique<MappedImage>(
         loaded.file, [&others](std::string_view symbol) { return resolve(others, symbol); });
-    const auto classes = loaded.image->words("__objc_classlist");
-    const auto categories = loaded.image->words("__objc_catlist");
-    adaptMethods(classes, categories);
+    adaptMethods(loaded.image->words("__objc_classlist"), loaded.image->words("__objc_catlist"));
     loaded.image->protect();
     describeFrames(readUnwindInfo(loaded.file), loaded.image->start());
-    auto* firstClass = reinterpret_cast<Class*>(classes.data());
-    auto** firstCategory = reinterpret_cast<objc::CategoryData**>(categories.data());
-    objc_mapImage(firstClass, firstClass + classes.size(), firstCategory,
-                  firstCategory + categories.size());
+    offerHandlers();
   } catch (const std::exception& error) {
     loadedImages().erase(path);
     throw std::runtime_error(path + ": " + error.what());
   }
   noteLoaded(path);
-  loaded.image->initialise();
+  // What the image runs when it is loaded may load others.
+  const MappedImage& image = *loaded.image;
+  host::runtime::mapImage(sectionsOf(image, path));
+  image.initialise();
 }
 
 void* symbol(const std::string& path, const char* name) {

@@ -1,5 +1,6 @@
 #include "process/unwinding.h"
 
+#include <cstring>
 #include <vector>
 
 #if defined(__aarch64__)
@@ -12,7 +13,13 @@ void describeFrames([[maybe_unused]] std::span<const CodeFrame> frames,
                     [[maybe_unused]] const void* base) {
 #if defined(__aarch64__)
   if (frames.empty()) return;
-  auto* table = new std::vector<uint8_t>(frameTable(frames, reinterpret_cast<uintptr_t>(base)));
+  const auto routineAt = [base](uint64_t offset) {
+    uint64_t routine = 0;
+    std::memcpy(&routine, static_cast<const char*>(base) + offset, sizeof routine);
+    return routine;
+  };
+  auto* table =
+      new std::vector<uint8_t>(frameTable(frames, reinterpret_cast<uintptr_t>(base), routineAt));
   __register_frame(table->data());
 #endif
 }

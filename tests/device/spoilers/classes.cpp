@@ -85,7 +85,7 @@ const Spoiler kClassSpoilers[] = {
      [](Spoiled& it) { flags(it, pair(it), 1); }},
     {"classes.flags", "what the run-time sets",
      [](Spoiled& it) { flags(it, pair(it), 0x80000000 | pair(it).flags); }},
-    {"classes.flags", "with reference counts by the compiler",
+    {"classes.no-arc", "with reference counts by the compiler",
      [](Spoiled& it) { flags(it, pair(it), 0x80 | pair(it).flags); }},
     {"classes.flags",
      "a reserved number",

@@ -143,12 +143,10 @@ const Spoiler kMemberSpoilers[] = {
        it.putWordAt(variable(it, 0).name.pointer.at, variable(it, 1).name.pointer.target);
      },
      {"properties.variable"}},
-    {"properties.attributes",
-     "its name",
+    {"properties.attributes", "its name",
      [](Spoiled& it) {
        it.putWordAt(property(it).attributes.pointer.at, property(it).name.pointer.target);
-     },
-     {"properties.variable"}},
+     }},
     {"properties.accessors", "the name of a variable",
      [](Spoiled& it) {
        it.putWordAt(property(it).name.pointer.at, variable(it, 0).name.pointer.target);
