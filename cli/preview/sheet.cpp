@@ -6,6 +6,7 @@
 
 #include "common/errors.h"
 #include "common/framework_files.h"
+#include "preview/listed_icons.h"
 #include "preview/screens_module.h"
 
 namespace varnix::cli {
@@ -46,31 +47,11 @@ struct Asked {
   bool withLibrary;
 };
 
-/// The sample's icon for an application that every phone has.
-constexpr std::pair<const char*, const char*> kOnEveryPhone[] = {
-    {"com.example.browser", "com.apple.mobilesafari"},
-    {"com.example.mail", "com.apple.mobilemail"},
-    {"com.example.maps", "com.apple.Maps"},
-    {"com.example.music", "com.apple.Music"},
-    {"com.example.notes", "com.apple.mobilenotes"},
-    {"com.example.photos", "com.apple.mobileslideshow"},
-    {"com.example.settings", "com.apple.Preferences"},
-};
-
-/// Those that the list of applications shows: none of them twice.
-std::map<std::string, std::string> listedIcons(std::map<std::string, std::string> icons) {
-  for (const auto& [sample, identifier] : kOnEveryPhone) {
-    if (auto node = icons.extract(sample)) icons.try_emplace(identifier, node.mapped());
-  }
-  return icons;
-}
-
 host::ProcessOptions processOf(const Screen& screen, const Tab& tab, const Materials& materials) {
   host::ProcessOptions options;
   options.bundle = screen.bundle;
   options.kind = screen.kind;
-  options.icons =
-      options.bundle == "com.apple.Preferences" ? listedIcons(materials.icons) : materials.icons;
+  options.icons = iconsFor(screen.bundle, materials.icons);
   options.root = tab.root;
   if (screen.kind == host::ProcessKind::springboard) {
     options.open = tab.open;

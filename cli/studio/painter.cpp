@@ -9,6 +9,7 @@
 #include "common/errors.h"
 #include "common/framework_files.h"
 #include "common/json.h"
+#include "preview/listed_icons.h"
 #include "preview/sample_files.h"
 #include "preview/screens_module.h"
 
@@ -89,7 +90,7 @@ ProcessQuestion Painter::question(const Screen& screen, const View& view,
   ProcessQuestion question;
   question.process.bundle = screen.bundle;
   question.process.kind = screen.kind;
-  question.process.icons = materials.icons;
+  question.process.icons = iconsFor(screen.bundle, materials.icons);
   question.withLibrary = !view.isBefore;
   question.wallpapers = materials.wallpaperColors();
   question.asksSurfaces = false;
