@@ -1,6 +1,7 @@
 #include "gallery/screens/module.h"
 
 #include "export.h"
+#include "gallery/screens/drawn_layers.h"
 
 namespace varnix::screens {
 
@@ -23,7 +24,7 @@ constexpr const Screen* kScreens[] = {&kApplication,
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale, Effort effort) {
   const Canvas canvas(kWidth, kHeight, scale);
-  for (const Layer& layer : layers) layer.screen->draw(canvas, *layer.answers, scene);
+  drawLayers(canvas, layers, scene);
   return encodePng(canvas.surface(), effort);
 }
 
