@@ -171,7 +171,8 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
   }
 }
 
-Painter::Painted Painter::paint(const View& view, long revision, const std::string& knownTag) {
+Painter::Painted Painter::paint(const View& view, long revision, const std::string& knownTag,
+                                Effort effort) {
   std::shared_ptr<const Dressed> dressed;
   {
     const std::lock_guard lock(mutex_);
@@ -197,7 +198,7 @@ Painter::Painted Painter::paint(const View& view, long revision, const std::stri
   if (painted.tag == knownTag) return painted;
   Scene seen = scene->second;
   seen.isPlaying = view.plays;
-  painted.png = screensModule().draw(layers, seen, view.scale, Effort::shown);
+  painted.png = screensModule().draw(layers, seen, view.scale, effort);
   return painted;
 }
 

@@ -2,30 +2,13 @@
 
 #include <string_view>
 
+#include "gallery/page/html_text.h"
+
 namespace varnix::cli::gallery {
 
 namespace {
 
-/// As text, or as an attribute's value in quotation marks.
-std::string html(const Json& value) {
-  std::string result;
-  for (const char c : value.get_ref<const std::string&>()) {
-    switch (c) {
-      case '<':
-        result += "&lt;";
-        break;
-      case '&':
-        result += "&amp;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
+std::string html(const Json& value) { return htmlText(value.get_ref<const std::string&>()); }
 
 /// The path as a relative address.
 Json address(const std::string& path) {

@@ -34,6 +34,8 @@ std::string draw(std::span<const Layer> layers, const Scene& scene, double scale
 
 extern "C" HOST_EXPORT const varnix::screens::Module* varnix_screens() {
   using namespace varnix::screens;
-  static const Module module{kScreens, readPicture, varnix::drawing::differenceOf, meanColor, draw};
+  static const Module module{kScreens,   readPicture, varnix::drawing::differenceOf,
+                             meanColor,  draw,        contactSheet,
+                             dataAddress};
   return &module;
 }

@@ -5,6 +5,8 @@
 #include <span>
 
 #include "drawing/difference.h"
+#include "gallery/screens/contact_sheet.h"
+#include "gallery/screens/data_address.h"
 #include "gallery/screens/screen.h"
 
 namespace varnix::screens {
@@ -20,6 +22,9 @@ struct Module {
   /// The finished picture as a PNG file. May be called on any thread.
   std::string (*draw)(std::span<const Layer> layers, const Scene& scene, double scale,
                       Effort effort);
+  /// For what is handed on. As in contact_sheet.h and data_address.h.
+  std::string (*contactSheet)(const std::string& heading, std::span<const SheetPicture> pictures);
+  std::string (*dataAddress)(const std::string& png, Packing packing);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";
