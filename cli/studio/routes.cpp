@@ -14,6 +14,7 @@
 #include "gallery/studio/page_files.h"
 #include "objc/autorelease_pool.h"
 #include "settings/file.h"
+#include "studio/exports.h"
 #include "studio/tables.h"
 
 namespace varnix::cli {
@@ -137,6 +138,17 @@ Response tables(const Asked&) { return json(tablesJson()); }
 Response exported(const Asked& asked) {
   return {.type = "application/x-plist", .body = asked.place.session.shown().bytes};
 }
+Response text(const Asked& asked) {
+  return {.type = "text/plain; charset=utf-8", .body = exportedText(asked.place.session)};
+}
+Response page(const Asked& asked) {
+  return {.type = "text/html; charset=utf-8",
+          .body = exportedPage(asked.place.session, asked.place.painter, asked.place.file)};
+}
+Response sheet(const Asked& asked) {
+  return {.type = "image/png",
+          .body = exportedSheet(asked.place.session, asked.place.painter, asked.place.file)};
+}
 
 Response pick(const Asked& asked) {
   TemporaryFile file(asked.place.dropped, asked.request.body);
@@ -183,6 +195,9 @@ constexpr Route kRoutes[] = {
     {"GET", "news", news},
     {"GET", "tables", tables},
     {"GET", "export", exported},
+    {"GET", "export/text", text},
+    {"GET", "export/page", page},
+    {"GET", "export/sheet", sheet},
     {"POST", "changes", change},
     {"POST", "history", goTo},
     {"POST", "conflict", settle},

@@ -1,6 +1,7 @@
 // What the page asks and orders.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "studio/material_store.h"
@@ -15,7 +16,8 @@ struct Workplace {
   Session& session;
   Painter& painter;
   MaterialStore& materials;
-  std::string dropped;  ///< a folder for pictures that are only looked at
+  std::string dropped;              ///< a folder for pictures that are only looked at
+  std::optional<std::string> file;  ///< the theme's
 };
 
 /// Answers a request of the page. Status 400 has the reason as {"failure": TEXT}.

@@ -116,7 +116,7 @@ int runStudio(const StudioArguments& arguments) {
   MaterialStore materials(arguments.file ? *arguments.file + ".materials"
                                          : temporary.root() + "/materials");
   painter.use(materials.all());
-  const Workplace workplace{session, painter, materials, temporary.root()};
+  const Workplace workplace{session, painter, materials, temporary.root(), arguments.file};
   session.begin();
   Presence presence;
   const std::string word = secret();

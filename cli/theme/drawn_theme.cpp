@@ -10,19 +10,11 @@
 namespace varnix::cli {
 
 using varnix::screens::Effort;
-using varnix::screens::Packing;
 using varnix::screens::Screen;
 
 namespace {
 
 constexpr std::size_t kLargestPage = 6'000'000;
-
-std::string pageOf(const DrawnTheme& theme, Packing packing) {
-  gallery::PageTheme page{theme.name, theme.lines, theme.text, {}};
-  for (const auto& [title, wallpaper, png] : theme.screens)
-    page.pictures.push_back({title, wallpaper, screensModule().dataAddress(png, packing)});
-  return gallery::themePage(page);
-}
 
 }  // namespace
 
@@ -60,12 +52,13 @@ std::vector<DrawnScreen> drawnScreensOf(NSDictionary* settings) {
 }
 
 std::string themePage(const DrawnTheme& theme) {
-  // Own wallpapers may be photographs, which PNG does not make small.
-  for (const Packing packing : {Packing::png, Packing::jpeg}) {
-    std::string page = pageOf(theme, packing);
-    if (page.size() <= kLargestPage) return page;
-  }
-  throw Failure("the page would be larger than 6 MB", theme.name);
+  gallery::PageTheme page{theme.name, theme.lines, theme.text, {}};
+  for (const auto& [title, wallpaper, png] : theme.screens)
+    page.pictures.push_back({title, wallpaper, screensModule().dataAddress(png)});
+  std::string text = gallery::themePage(page);
+  // Even wallpapers of pure noise leave it below.
+  if (text.size() > kLargestPage) throw Failure("the page is larger than 6 MB", theme.name);
+  return text;
 }
 
 std::string themeSheet(const DrawnTheme& theme) {

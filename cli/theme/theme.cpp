@@ -68,7 +68,7 @@ int exportTheme(const ThemeArguments& arguments) {
   requireOtherOutput(arguments, arguments.file);
   bool isDrawn = false;
   for (const std::string& file : arguments.to) {
-    isDrawn = isDrawn || formOf(file).isDrawn;
+    if (formOf(file).isDrawn) isDrawn = true;
     requireNoInput(file, {arguments.file});
   }
   NSDictionary* settings = settingsOf(themeIn(arguments.file), arguments.file);

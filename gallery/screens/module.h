@@ -24,7 +24,7 @@ struct Module {
                       Effort effort);
   /// For what is handed on. As in contact_sheet.h and data_address.h.
   std::string (*contactSheet)(const std::string& heading, std::span<const SheetPicture> pictures);
-  std::string (*dataAddress)(const std::string& png, Packing packing);
+  std::string (*dataAddress)(const std::string& png);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";

@@ -2,6 +2,7 @@
 import {find} from './elements.js';
 import {showBar} from './bar.js';
 import {makeSections} from './controls.js';
+import {showExports} from './exports.js';
 import {showScreens} from './screens.js';
 import {ask, theme} from './theme.js';
 
@@ -27,4 +28,5 @@ addEventListener('keydown', (event) => {
 });
 
 showBar();
+showExports();
 showScreens(tables.screens);
