@@ -1,6 +1,7 @@
 // The page without scripts.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
+import {enlarge, faultsOf} from './measures.mjs';
 import {withGallery} from './open.mjs';
 
 for (const width of [375, 1200]) {

@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import {createRequire} from 'node:module';
 import {test} from 'node:test';
+import {enlarge, faultsOf, ringIsFree} from './measures.mjs';
 import {hasColor, large, settled, value, withStudio} from './open.mjs';
 
 const axe = fs.readFileSync(createRequire(import.meta.url).resolve('axe-core'), 'utf8');
@@ -30,6 +31,7 @@ test('everything is reached by Tab, visibly, and nothing keeps the focus', () =>
     const {name, outline} = await focused(page);
     if (await page.evaluate(() => document.activeElement === document.body)) break;
     assert.notEqual(outline, 'none', name);
+    if (await page.evaluate(() => document.activeElement.matches('button, summary, a'))) assert.ok(await ringIsFree(page), `the ring on ${name}`);
     assert.notEqual(name, '');
     seen.push(name);
   }
@@ -82,7 +84,9 @@ for (const colorScheme of ['light', 'dark']) {
       await page.evaluate(axe);
       const {violations} = await page.evaluate(() => window.axe.run());
       assert.deepEqual(violations.map(({id, nodes}) => [id, nodes.map(({target}) => target.join(' '))]), []);
-      assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), 'nothing is wider than the page');
+      assert.deepEqual(await faultsOf(page), []);
+      await enlarge(page);
+      assert.deepEqual(await faultsOf(page), [], 'text of 200 %');
     }));
   }
 }
