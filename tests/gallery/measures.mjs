@@ -6,7 +6,7 @@ function findFaults() {
   const faults = [];
   const about = (it) => `${it.tagName.toLowerCase()}.${it.getAttribute('class') ?? ''} "${(it.value || it.textContent).trim().slice(0, 30)}"`;
   // The strip of tabs scrolls by itself, and what only screen readers see has no size.
-  const isApart = (it) => it.closest('.unseen, .settings, noscript') || it.closest('thead')?.offsetWidth === 1;
+  const isApart = (it) => it.closest('.unseen, .settings') || it.closest('thead')?.offsetWidth === 1;
   const isSeen = (it) => it.checkVisibility({opacityProperty: true, visibilityProperty: true}) && !isApart(it);
   const width = document.documentElement.clientWidth;
   if (document.documentElement.scrollWidth > width) faults.push('the page scrolls sideways');
