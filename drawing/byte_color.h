@@ -4,12 +4,18 @@
 #include <cstdint>
 #include <string>
 
+#include "drawing/color.h"
+
 namespace varnix::drawing {
 
 /// With straight alpha.
 struct ByteColor {
   std::uint8_t red = 0, green = 0, blue = 0, alpha = 255;
 
+  /// For drawing with it.
+  constexpr operator Color() const {
+    return {red / 255.0, green / 255.0, blue / 255.0, alpha / 255.0};
+  }
   bool operator==(const ByteColor&) const = default;
 };
 

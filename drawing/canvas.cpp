@@ -90,8 +90,8 @@ void Canvas::stroke(const Color& color, double lineWidth) const {
   cairo_stroke(context());
 }
 
-void Canvas::fillGradient(const Box& box, const std::vector<Color>& colors) const {
-  cairo_pattern_t* pattern = cairo_pattern_create_linear(0, box.y, 0, box.bottom());
+void Canvas::fillGradient(Point from, Point to, const std::vector<Color>& colors) const {
+  cairo_pattern_t* pattern = cairo_pattern_create_linear(from.x, from.y, to.x, to.y);
   const auto steps = std::max<std::size_t>(colors.size() - 1, 1);
   for (std::size_t i = 0; i < colors.size(); ++i) {
     const Color& color = colors[i];
@@ -147,16 +147,24 @@ void Canvas::shadow(const Box& box, double radius, const Shadow& shadow) const {
   cairo_mask_surface(context(), soft.get(), place.x, place.y);
 }
 
-void Canvas::picture(const Surface& picture, const Box& box, double radius) const {
-  save();
-  rectangle(box, radius);
-  cairo_clip(context());
+void Canvas::stretch(const Surface& picture, const Box& box, double radius,
+                     cairo_filter_t filter) const {
+  saveWithin(box, radius);
   cairo_translate(context(), box.x, box.y);
   cairo_scale(context(), box.width / widthOf(picture), box.height / heightOf(picture));
   cairo_set_source_surface(context(), picture.get(), 0, 0);
   cairo_pattern_set_extend(cairo_get_source(context()), CAIRO_EXTEND_PAD);
+  cairo_pattern_set_filter(cairo_get_source(context()), filter);
   cairo_paint(context());
   restore();
+}
+
+void Canvas::picture(const Surface& picture, const Box& box, double radius) const {
+  stretch(picture, box, radius, CAIRO_FILTER_GOOD);
+}
+
+void Canvas::sharpPicture(const Surface& picture, const Box& box) const {
+  stretch(picture, box, 0, CAIRO_FILTER_NEAREST);
 }
 
 void Canvas::icon(const Surface& picture, const Box& box) const {
@@ -169,9 +177,7 @@ void Canvas::icon(const Surface& picture, const Box& box) const {
 
 void Canvas::cover(const Surface& picture, const Box& box) const {
   const double factor = std::max(box.width / widthOf(picture), box.height / heightOf(picture));
-  save();
-  rectangle(box);
-  cairo_clip(context());
+  saveWithin(box);
   const Point middle{box.middleX(), box.middleY()};
   this->picture(picture, around(middle, widthOf(picture) * factor, heightOf(picture) * factor));
   restore();
@@ -179,6 +185,11 @@ void Canvas::cover(const Surface& picture, const Box& box) const {
 
 void Canvas::clip() const { cairo_clip(context()); }
 void Canvas::save() const { cairo_save(context()); }
+void Canvas::saveWithin(const Box& box, double radius) const {
+  save();
+  rectangle(box, radius);
+  clip();
+}
 void Canvas::restore() const { cairo_restore(context()); }
 
 Surface Canvas::copy() const {

@@ -66,8 +66,8 @@ class Canvas {
   void fill(const Color& color) const;
   /// With round ends and corners.
   void stroke(const Color& color, double lineWidth) const;
-  /// The colours go from the top of the box to its bottom.
-  void fillGradient(const Box& box, const std::vector<Color>& colors) const;
+  /// The colours go from one point to the other.
+  void fillGradient(Point from, Point to, const std::vector<Color>& colors) const;
   void fill(const Box& box, const Color& color, double radius = 0) const;
   /// The line is drawn inside the box.
   void outline(const Box& box, const Color& color, double lineWidth, double radius = 0) const;
@@ -78,6 +78,8 @@ class Canvas {
 
   /// Stretched to the box, and clipped to the radius.
   void picture(const Surface& picture, const Box& box, double radius = 0) const;
+  /// Stretched to the box, each pixel a sharp square.
+  void sharpPicture(const Surface& picture, const Box& box) const;
   /// The same, clipped to an icon's shape.
   void icon(const Surface& picture, const Box& box) const;
   /// Scaled to cover the box, and centred in it.
@@ -86,6 +88,8 @@ class Canvas {
   /// Until restore(), only what is inside the path is drawn.
   void clip() const;
   void save() const;
+  /// Saves, and clips to the box.
+  void saveWithin(const Box& box, double radius = 0) const;
   void restore() const;
 
   /// A copy of what has been drawn so far.
@@ -100,6 +104,7 @@ class Canvas {
         surface_(other.surface_),
         context_(std::move(context)) {}
 
+  void stretch(const Surface& picture, const Box& box, double radius, cairo_filter_t filter) const;
   Surface shadowShape(Pixels size, double radius, double blur) const;
 
   double width_, height_, scale_;

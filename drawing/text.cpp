@@ -23,7 +23,7 @@ double points(int units) { return static_cast<double>(units) / PANGO_SCALE; }
 
 PangoWeight pangoWeight(Weight weight) { return kWeights[static_cast<int>(weight)]; }
 
-Layout makeLayout(const Canvas& canvas, double size, Weight weight) {
+Layout makeLayout(const Canvas& canvas, double size, Weight weight, Face face = Face::system) {
   Layout layout(pango_cairo_create_layout(canvas.context()), &g_object_unref);
   // A letter has the same shape everywhere, so nothing is moved to whole pixels.
   cairo_font_options_t* options = cairo_font_options_create();
@@ -37,7 +37,8 @@ Layout makeLayout(const Canvas& canvas, double size, Weight weight) {
   pango_layout_context_changed(layout.get());
 
   PangoFontDescription* font = pango_font_description_new();
-  pango_font_description_set_family(font, size >= kHeadline ? "Inter Display" : "Inter");
+  const bool isHeadline = face == Face::system && size >= kHeadline;
+  pango_font_description_set_family(font, isHeadline ? "Inter Display" : "Inter");
   pango_font_description_set_weight(font, pangoWeight(weight));
   pango_font_description_set_absolute_size(font, size * PANGO_SCALE);
   pango_layout_set_font_description(layout.get(), font);
@@ -46,7 +47,8 @@ Layout makeLayout(const Canvas& canvas, double size, Weight weight) {
 }
 
 /// The face is a little wider than the system's, which it stands for, mostly at reading sizes.
-double spacing(double size) {
+double spacing(double size, Face face = Face::system) {
+  if (face == Face::plain) return 0;
   if (size >= kHeadline) return -0.004 * size;
   return size >= 15 ? -0.022 * size : -0.01 * size;
 }
@@ -60,9 +62,10 @@ void add(PangoAttrList* list, PangoAttribute* attribute, std::size_t from, std::
 guint16 wide(double part) { return static_cast<guint16>(std::lround(part * 65535)); }
 
 Layout lineLayout(const Canvas& canvas, const std::string& text, const TextStyle& style) {
-  Layout layout = makeLayout(canvas, style.size, style.weight);
+  Layout layout = makeLayout(canvas, style.size, style.weight, style.face);
   PangoAttrList* attributes = pango_attr_list_new();
-  pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(units(spacing(style.size))));
+  pango_attr_list_insert(attributes,
+                         pango_attr_letter_spacing_new(units(spacing(style.size, style.face))));
   pango_layout_set_attributes(layout.get(), attributes);
   pango_attr_list_unref(attributes);
   pango_layout_set_single_paragraph_mode(layout.get(), TRUE);

@@ -1,4 +1,4 @@
-// Text, in the neutral sans that stands for the system's.
+// Text, in a neutral sans.
 #pragma once
 
 #include <string>
@@ -10,16 +10,20 @@ namespace varnix::drawing {
 
 enum class Weight : unsigned char { light, regular, medium, semibold, bold };
 enum class Align : unsigned char { left, center, right };
+/// As on screens: the sans stands for the system's, with closer letters and a cut for headlines. Or
+/// as it comes.
+enum class Face : unsigned char { system, plain };
 
 struct TextStyle {
   double size;  ///< in points
   Color color = kBlack;
   Weight weight = Weight::regular;
   Align align = Align::left;
+  Face face = Face::system;
 
-  constexpr TextStyle with(const Color& other) const { return {size, other, weight, align}; }
-  constexpr TextStyle with(Weight other) const { return {size, color, other, align}; }
-  constexpr TextStyle with(Align other) const { return {size, color, weight, other}; }
+  constexpr TextStyle with(const Color& other) const { return {size, other, weight, align, face}; }
+  constexpr TextStyle with(Weight other) const { return {size, color, other, align, face}; }
+  constexpr TextStyle with(Align other) const { return {size, color, weight, other, face}; }
 };
 
 /// How far the baseline is below a line's middle, so that capitals are centred.

@@ -7,61 +7,70 @@
 #include "drawing/hex.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
-#include "probe/situations.h"
-#include "probe/springboard_situations.h"
 
 namespace varnix::probe {
 
 namespace {
 
-/// Stands for the getter if the object itself is the answer.
+constexpr char kText[] = "colour of text";
+/// Stands for the getter if the part itself is the answer.
 constexpr char kItself[] = "";
-constexpr char kTwitter[] = "colour of text";
+
+NSArray* shades(NSObject* balloon) { return send<NSArray*>(balloon, "colors"_sel); }
+
+NSObject* shadeAt(NSArray* all, NSUInteger index) {
+  return send(all, NSArray::objectAtIndex, index);
+}
+
+NSObject* firstShade(NSObject* balloon) {
+  NSArray* all = shades(balloon);
+  return send(all, NSArray::count) == 0 ? nullptr : shadeAt(all, 0);
+}
+
+NSObject* lastShade(NSObject* balloon) {
+  NSArray* all = shades(balloon);
+  const NSUInteger count = send(all, NSArray::count);
+  return count == 0 ? nullptr : shadeAt(all, count - 1);
+}
 
 constexpr Surface kSurfaces[] = {
-    {"UIStatusBarNewUIStyleAttributes", "foregroundColor", "status bar", Form::color,
-     statusBarAttributes},
-    {"UIView", "tintColor", "view", Form::color, make},
-    {"UIView", "_interactionTintColor", "set to red", Form::color, redView},
-    {"UILabel", "tintColor", "label", Form::color, make},
-    {"UIButton", "tintColor", "button", Form::color, make},
-    {"UINavigationBar", "tintColor", "navigation bar", Form::color, make},
-    {"UITabBar", "tintColor", "tab bar", Form::color, make},
-    {"UISegmentedControl", "tintColor", "segmented control", Form::color, segmented},
-    {"UISegmentedControl", "tintColor", "segmented control, set to blue", Form::color,
-     blueSegmented},
-    {"UISegmentedControl", "_interactionTintColor", "segmented control, set to blue", Form::color,
-     blueSegmented},
-    {"UISegment", "tintColor", "segmented control", Form::color, segmented},
-    {"UISegment", "tintColor", "segmented control, set to blue", Form::color, blueSegmented},
-    {"UISegment", "_interactionTintColor", "segmented control, set to blue", Form::color,
-     blueSegmented},
-    {"UISwitch", "onTintColor", "after layout, set to red", Form::color, redSwitchAfterLayout},
-    {"UISwitch", "tintColor", "after layout, set to red", Form::color, redSwitchAfterLayout},
-    {"UIKeyboard", "backgroundColor", "keyboard", Form::color, make},
-    {"UIKeyboard", "opaque", "keyboard", Form::boolean, make, "isOpaque"},
-    {"UIKBRenderConfig", "lightKeyboard", "keyboard", Form::boolean, make},
-    {"IGStringStyle", "linkColor", "link", Form::color, make},
-    {"IGStringStyle", "linkColor", "set to red", Form::color, redLink},
-    {"CKGradientView", "colors", "balloon, first colour", Form::color, firstShade, kItself},
-    {"CKGradientView", "colors", "balloon, last colour", Form::color, lastShade, kItself},
-    {"UIColor", "twitterColorTextLink", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorTextUsername", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorTextTimestamp", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorTextSocial", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorTextLinkSubtle", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorActivityTitle", kTwitter, Form::classColor, nullptr},
-    {"UIColor", "twitterColorChangeTrendsLocationText", kTwitter, Form::classColor, nullptr},
-    {"SBControlCenterContentContainerView", "colorTint", "presented", Form::color,
-     presentedControlCenter},
-    {"SBNotificationCenterViewController", "colorTint", "presented", Form::color,
-     presentedNotificationCenter},
-    {"SBFolderIconBackgroundView", "wallpaperColor", "set to grey", Form::plainColor, greyBacking},
-    {"SBIconBlurryBackgroundView", "wallpaperColor", "set to grey", Form::plainColor, greyBacking},
-    {"SBIconBlurryBackgroundView", "fallbackColor", "set to grey", Form::plainColor, greyFallback},
-    {"SBIconBadgeView", "_checkoutBackgroundImage", "badge", Form::color, badgeImage,
-     "_coveredColor"},
-    {"SBHUDView", "colorTint", "after layout", Form::color, laidOutHud},
+    {kStatusBar, "foregroundColor", "status bar", Form::color},
+    {kView, "tintColor", "view", Form::color},
+    {kTintedView, "_interactionTintColor", "set to red", Form::color},
+    {kLabel, "tintColor", "label", Form::color},
+    {kButton, "tintColor", "button", Form::color},
+    {kNavigationBar, "tintColor", "navigation bar", Form::color},
+    {kTabBar, "tintColor", "tab bar", Form::color},
+    {kSegmentedControl, "tintColor", "segmented control", Form::color},
+    {kTintedSegmentedControl, "tintColor", "segmented control, set to blue", Form::color},
+    {kTintedSegmentedControl, "_interactionTintColor", "segmented control, set to blue",
+     Form::color},
+    {kSegment, "tintColor", "segmented control", Form::color},
+    {kTintedSegment, "tintColor", "segmented control, set to blue", Form::color},
+    {kTintedSegment, "_interactionTintColor", "segmented control, set to blue", Form::color},
+    {kTintedSwitch, "onTintColor", "after layout, set to red", Form::color},
+    {kTintedSwitch, "tintColor", "after layout, set to red", Form::color},
+    {kKeyboard, "backgroundColor", "keyboard", Form::color},
+    {kKeyboard, "opaque", "keyboard", Form::boolean, nullptr, "isOpaque"},
+    {kKeyRendering, "lightKeyboard", "keyboard", Form::boolean},
+    {kLink, "linkColor", "link", Form::color},
+    {kTintedLink, "linkColor", "set to red", Form::color},
+    {kBalloon, "colors", "balloon, first colour", Form::color, firstShade, kItself},
+    {kBalloon, "colors", "balloon, last colour", Form::color, lastShade, kItself},
+    {kTextColors, "twitterColorTextLink", kText, Form::classColor},
+    {kTextColors, "twitterColorTextUsername", kText, Form::classColor},
+    {kTextColors, "twitterColorTextTimestamp", kText, Form::classColor},
+    {kTextColors, "twitterColorTextSocial", kText, Form::classColor},
+    {kTextColors, "twitterColorTextLinkSubtle", kText, Form::classColor},
+    {kTextColors, "twitterColorActivityTitle", kText, Form::classColor},
+    {kTextColors, "twitterColorChangeTrendsLocationText", kText, Form::classColor},
+    {kControlCenter, "colorTint", "presented", Form::color, backdropSettings},
+    {kNotificationCenter, "colorTint", "presented", Form::color, backdropSettings},
+    {kFolder, "wallpaperColor", "set to grey", Form::plainColor},
+    {kIcon, "wallpaperColor", "set to grey", Form::plainColor},
+    {kIcon, "fallbackColor", "set to grey", Form::plainColor},
+    {kBadge, "_checkoutBackgroundImage", "badge", Form::color, nullptr, "_coveredColor"},
+    {kVolume, "colorTint", "after layout", Form::color, backdropSettings},
 };
 
 std::uint8_t byteOf(CGFloat component) {
@@ -73,7 +82,7 @@ std::uint8_t byteOf(CGFloat component) {
 std::span<const Surface> all() { return kSurfaces; }
 
 bool exists(const Surface& surface) {
-  Class cls = objc_getClass(surface.className);
+  Class cls = objc_getClass(surface.className());
   if (cls == nullptr) return false;
   return surface.form != Form::classColor ||
          class_getClassMethod(cls, sel_registerName(surface.property)) != nullptr;
@@ -97,17 +106,25 @@ Answer plainColorAnswer(CGColorRef color) {
 
 Answer ask(const Surface& surface) {
   objc::AutoreleasePool pool;
-  Class cls = objc_getClass(surface.className);
   SEL getter = sel_registerName(surface.getter == nullptr ? surface.property : surface.getter);
   if (surface.form == Form::classColor)
-    return colorAnswer(objc::sendDynamic<NSObject*>(cls, getter));
-  const auto object = surface.make(cls);
-  if (object.get() == nullptr) return {};
-  if (surface.getter == kItself) return colorAnswer(object);
-  if (surface.form == Form::boolean) return objc::sendDynamic<bool>(object, getter);
+    return colorAnswer(objc::sendDynamic<NSObject*>(objc_getClass(surface.className()), getter));
+  const auto object = staged(surface.staged);
+  NSObject* part = surface.part == nullptr ? object.get() : surface.part(object);
+  if (part == nullptr) return {};
+  if (surface.getter == kItself) return colorAnswer(part);
+  if (surface.form == Form::boolean) return objc::sendDynamic<bool>(part, getter);
   if (surface.form == Form::plainColor)
-    return plainColorAnswer(objc::sendDynamic<CGColorRef>(object, getter));
-  return colorAnswer(objc::sendDynamic<NSObject*>(object, getter));
+    return plainColorAnswer(objc::sendDynamic<CGColorRef>(part, getter));
+  return colorAnswer(objc::sendDynamic<NSObject*>(part, getter));
+}
+
+std::vector<Answer> shadeAnswers(NSObject* balloon) {
+  NSArray* all = shades(balloon);
+  std::vector<Answer> answers;
+  for (NSUInteger i = 0; i < send(all, NSArray::count); ++i)
+    answers.push_back(colorAnswer(shadeAt(all, i)));
+  return answers;
 }
 
 }  // namespace varnix::probe

@@ -4,9 +4,10 @@
 #include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
-#include "objc/strong.h"
 #include "platform/CoreGraphics.h"
+#include "probe/situations.h"
 
 namespace varnix::probe {
 
@@ -21,13 +22,15 @@ enum class Form : unsigned char {
 };
 
 struct Surface {
-  const char* className;
+  const Situation& staged;
   const char* property;
-  const char* situation;
+  const char* situation;  ///< for people
   Form form;
-  /// Makes the object in that situation; the class exists. Null if the class itself is asked.
-  Strong<NSObject> (*make)(Class cls);
-  const char* getter = nullptr;  ///< if it is not the property's own name
+  /// What of the object is asked, if not the object itself. Nil if it has no such part.
+  NSObject* (*part)(NSObject* object) = nullptr;
+  const char* getter = nullptr;  ///< if it is not the property's own name; "" for the part itself
+
+  const char* className() const { return staged.className; }
 };
 
 std::span<const Surface> all();
@@ -39,5 +42,7 @@ Answer ask(const Surface& surface);
 /// "#rrggbbaa", or nothing for nil and anything other than a colour.
 Answer colorAnswer(NSObject* color);
 Answer plainColorAnswer(CGColorRef color);
+/// Of a balloon, from top to bottom.
+std::vector<Answer> shadeAnswers(NSObject* balloon);
 
 }  // namespace varnix::probe

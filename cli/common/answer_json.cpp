@@ -32,9 +32,9 @@ Json surfaceAnswers(const std::vector<std::string>& classes) {
   Json answers = Json::array();
   for (const auto& surface : varnix::probe::all()) {
     const bool isAsked = classes.empty() || std::find(classes.begin(), classes.end(),
-                                                      surface.className) != classes.end();
+                                                      surface.className()) != classes.end();
     if (!isAsked || !varnix::probe::exists(surface)) continue;
-    answers.push_back({{"class", surface.className},
+    answers.push_back({{"class", surface.className()},
                        {"property", surface.property},
                        {"case", surface.situation},
                        {"answer", answerJson(varnix::probe::ask(surface))}});

@@ -86,7 +86,8 @@ Json inspectProcess(const Question& question, bool inProcess) {
 std::vector<std::string> surfaceClasses() {
   std::vector<std::string> names;
   for (const auto& surface : varnix::probe::all()) {
-    if (names.empty() || names.back() != surface.className) names.emplace_back(surface.className);
+    if (names.empty() || names.back() != surface.className())
+      names.emplace_back(surface.className());
   }
   return names;
 }

@@ -82,7 +82,7 @@ Json askElements(NSObject* manager) {
       type =
           objc::sendDynamic<NSInteger>(manager, sel_registerName((operation + "Enabled").c_str()));
     }
-    elements[element.name] = {{"type", type}, {"color", askColor(manager, operation + "Dye")}};
+    elements[element.key] = {{"type", type}, {"color", askColor(manager, operation + "Dye")}};
   }
   return elements;
 }

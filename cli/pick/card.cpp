@@ -12,6 +12,10 @@ namespace varnix::cli::pick {
 
 namespace {
 
+constexpr int kScale = 2;  // pixels in a point
+/// The rasteriser's limit, in points.
+constexpr int kMaximumHeight = 32767 / kScale;
+
 // In points, on a grid of 4.
 constexpr int kMargin = 24;
 constexpr int kPadding = 32;
@@ -25,77 +29,87 @@ constexpr int kSwatchesTop = 376;
 constexpr int kSwatchHeight = 64;
 constexpr int kSampleTop = 560;
 constexpr int kSampleHeight = 112;
+constexpr int kCardRadius = 20;
 constexpr int kCardHeight = kSampleTop + kSampleHeight + kPadding;
 
-void panelHeading(Canvas& canvas, double x, double y, const char* title) {
-  canvas.text(x, y + kPanelsTop - 12, title, {12, Weight::medium, kSubdued});
+void panelHeading(const Canvas& canvas, double x, double y, const char* title) {
+  drawText(canvas, {x, y + kPanelsTop - 12}, title, styled(12, kSubdued));
 }
 
-void drawHeader(Canvas& canvas, const Analysis& image, double x, double y) {
+void drawHeader(const Canvas& canvas, const Analysis& image, double x, double y) {
   const std::size_t slash = image.file.rfind('/');
   const std::string name = slash == image.file.npos ? image.file : image.file.substr(slash + 1);
-  canvas.text(x, y + 52, name, kTitle, kContentWidth);
+  drawTitle(canvas, {x, y + 52}, name, kContentWidth);
 }
 
-void caption(Canvas& canvas, const Box& panel, const std::string& text) {
-  canvas.text(panel.x, panel.y + panel.height + 21, text, kCaption);
+void caption(const Canvas& canvas, const Box& panel, const std::string& text) {
+  drawText(canvas, {panel.x, panel.y + panel.height + 21}, text, kCaption);
 }
 
-void drawPreview(Canvas& canvas, const Analysis& image, const Box& box) {
+void drawPreview(const Canvas& canvas, const Analysis& image, const Box& box) {
   canvas.fill(box, kPage, kRadius);
-  const double width = static_cast<double>(image.preview.width) / Canvas::kScale;
-  const double height = static_cast<double>(image.preview.height) / Canvas::kScale;
+  const double width = static_cast<double>(image.preview.width) / kScale;
+  const double height = static_cast<double>(image.preview.height) / kScale;
   // At whole pixels, since the preview is shown at its own size.
   auto centred = [](double room, double length) { return std::floor(room - length) / 2; };
   const Box inner{box.x + centred(box.width, width), box.y + centred(box.height, height), width,
                   height};
-  canvas.clip(box, kRadius);
-  canvas.checkerboard(inner);
-  canvas.image(image.preview, inner, false);
+  canvas.saveWithin(box, kRadius);
+  drawCheckerboard(canvas, inner);
+  drawPixels(canvas, image.preview, inner);
   canvas.restore();
-  canvas.outline(box, kEdge, kRadius, 0.5);
+  canvas.outline(box, kEdge, kLine, kRadius);
   caption(canvas, box,
           std::to_string(image.width) + " \u00D7 " + std::to_string(image.height) + " pixels");
 }
 
 /// Outlines a square of that side in the box's upper left corner. Its outer edges follow the box's
 /// rounding.
-void outlineCorner(Canvas& canvas, const Box& box, double side, const Color& color, double line) {
+void outlineCorner(const Canvas& canvas, const Box& box, double side, const Color& color,
+                   double line) {
   const double out = line / 2;
-  canvas.clip({box.x - out, box.y - out, side + line, side + line}, 0);
-  canvas.outline({box.x - out, box.y - out, box.width + line, box.height + line}, color,
-                 kRadius + out, line);
+  canvas.saveWithin({box.x - out, box.y - out, side + line, side + line});
+  canvas.outline(box.inset(-out), color, line, kRadius + out);
   canvas.fill({box.x + side - out, box.y, line, side + out}, color);
   canvas.fill({box.x, box.y + side - out, side + out, line}, color);
   canvas.restore();
 }
 
-void drawSqueezed(Canvas& canvas, const Analysis& image, const Box& box) {
-  canvas.clip(box, kRadius);
-  canvas.checkerboard(box);
-  canvas.image(image.squeezed, box, false);
+void drawSqueezed(const Canvas& canvas, const Analysis& image, const Box& box) {
+  canvas.saveWithin(box, kRadius);
+  drawCheckerboard(canvas, box);
+  drawPixels(canvas, image.squeezed, box);
   const double read = box.width * kProccesedWidth / kTotalWidth;
   const Color veil{255, 255, 255, 150};
   canvas.fill({box.x + read, box.y, box.width - read, box.height}, veil);
   canvas.fill({box.x, box.y + read, read, box.height - read}, veil);
   canvas.restore();
-  canvas.outline(box, kEdge, kRadius, 0.5);
+  canvas.outline(box, kEdge, kLine, kRadius);
   // Visible on light and dark.
   outlineCorner(canvas, box, read, kPaper, 3.5);
   outlineCorner(canvas, box, read, kInk, 1.5);
   caption(canvas, box, "Its upper left quarter counts");
 }
 
-void drawCard(Canvas& canvas, const Analysis& image, double top) {
+/// Faint layers, since to blur a shape as large as a card takes a second.
+void drawShadow(const Canvas& canvas, const Box& card) {
+  constexpr Color kLayer{20, 24, 40, 1};
+  constexpr int kReach = 12;
+  const Box below{card.x, card.y + 4, card.width, card.height};
+  for (int reach = kReach; reach > 0; --reach)
+    canvas.fill(below.inset(-reach), kLayer, kCardRadius + reach);
+}
+
+void drawCard(const Canvas& canvas, const Analysis& image, double top) {
   const Box card{kMargin, top, kCardWidth, kCardHeight};
-  canvas.shadow(card, 20);
-  canvas.fill(card, kPaper, 20);
+  drawShadow(canvas, card);
+  canvas.fill(card, kPaper, kCardRadius);
   const double x = card.x + kPadding;
   drawHeader(canvas, image, x, top);
 
   struct Panel {
     const char* title;
-    void (*draw)(Canvas&, const Analysis&, const Box&);
+    void (*draw)(const Canvas&, const Analysis&, const Box&);
   };
   constexpr Panel kPanels[] = {{"Image", drawPreview},
                                {"Squeezed to 32 \u00D7 32 pixels", drawSqueezed},
@@ -112,10 +126,10 @@ void drawCard(Canvas& canvas, const Analysis& image, double top) {
 
 }  // namespace
 
-std::size_t maximumCards() { return (Canvas::kMaximumHeight - kMargin) / (kCardHeight + kMargin); }
+std::size_t maximumCards() { return (kMaximumHeight - kMargin) / (kCardHeight + kMargin); }
 
 std::pair<unsigned, unsigned> previewSize(unsigned width, unsigned height) {
-  constexpr double kSide = kPanel * Canvas::kScale;
+  constexpr double kSide = kPanel * kScale;
   const double scale = kSide / std::max({width, height, 1U});
   auto scaled = [&](unsigned length) {
     return static_cast<unsigned>(std::max(std::lround(length * scale), 1L));
@@ -128,7 +142,7 @@ std::string drawCards(const std::vector<Analysis>& images) {
   const auto count = static_cast<int>(std::ranges::count_if(images, isDrawn));
   if (count == 0) return {};
   const int height = kMargin + count * (kCardHeight + kMargin);
-  Canvas canvas(kPageWidth, height);
+  const Canvas canvas(kPageWidth, height, kScale);
   canvas.fill({0, 0, kPageWidth, static_cast<double>(height)}, kPage);
   double top = kMargin;
   for (const Analysis& image : images) {
@@ -136,7 +150,7 @@ std::string drawCards(const std::vector<Analysis>& images) {
     drawCard(canvas, image, top);
     top += kCardHeight + kMargin;
   }
-  return canvas.png();
+  return drawing::encodePng(canvas.surface());
 }
 
 }  // namespace varnix::cli::pick

@@ -2,8 +2,6 @@
 
 #include <cstdio>
 
-#include "pick/theme.h"
-
 namespace varnix::cli::pick {
 
 namespace {
@@ -26,24 +24,24 @@ struct Swatch {
   std::string notes[4];
 };
 
-void drawSwatch(Canvas& canvas, const Swatch& swatch, const Box& box) {
+void drawSwatch(const Canvas& canvas, const Swatch& swatch, const Box& box) {
   if (swatch.color.alpha < 255) {
-    canvas.clip(box, kRadius);
-    canvas.checkerboard(box);
+    canvas.saveWithin(box, kRadius);
+    drawCheckerboard(canvas, box);
     canvas.restore();
   }
   canvas.fill(box, swatch.color, kRadius);
-  canvas.outline(box, kEdge, kRadius, 0.5);
+  canvas.outline(box, kEdge, kLine, kRadius);
   double baseline = box.y + box.height + 24;
-  canvas.text(box.x, baseline, swatch.label, kLabel, box.width);
-  canvas.text(box.x, baseline += 18, shortHex(swatch.color), kBody, box.width);
+  drawText(canvas, {box.x, baseline}, swatch.label, kLabel, box.width);
+  drawText(canvas, {box.x, baseline += 18}, shortHex(swatch.color), kBody, box.width);
   for (const std::string& note : swatch.notes)
-    canvas.text(box.x, baseline += 16, note, kCaption, box.width);
+    drawText(canvas, {box.x, baseline += 16}, note, kCaption, box.width);
 }
 
 }  // namespace
 
-void drawSwatches(Canvas& canvas, const Analysis& image, const Box& row) {
+void drawSwatches(const Canvas& canvas, const Analysis& image, const Box& row) {
   constexpr Color kWhite{255, 255, 255};
   constexpr Color kBlack{0, 0, 0};
   const std::string rule = std::string("from ") + image.rule;
@@ -70,13 +68,13 @@ void drawSwatches(Canvas& canvas, const Analysis& image, const Box& row) {
   }
 }
 
-void drawSample(Canvas& canvas, const Analysis& image, const Box& box) {
+void drawSample(const Canvas& canvas, const Analysis& image, const Box& box) {
   canvas.fill(box, image.background, kRadius);
-  canvas.outline(box, kEdge, kRadius, 0.5);
-  canvas.text(box.x + 24, box.y + 50, "The quick brown fox jumps over the lazy dog",
-              {24, Weight::semibold, image.primary});
-  canvas.text(box.x + 24, box.y + 82, "Pack my box with five dozen liquor jugs",
-              {16, Weight::regular, image.secondary});
+  canvas.outline(box, kEdge, kLine, kRadius);
+  drawText(canvas, {box.x + 24, box.y + 50}, "The quick brown fox jumps over the lazy dog",
+           styled(24, image.primary, Weight::semibold));
+  drawText(canvas, {box.x + 24, box.y + 82}, "Pack my box with five dozen liquor jugs",
+           styled(16, image.secondary));
 }
 
 }  // namespace varnix::cli::pick

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
-#include "pick/theme.h"
 #include "picker/frame_size.h"
 
 namespace varnix::cli::pick {
@@ -27,32 +27,35 @@ Color shadeOf(double part) {
   return {mixed(from.red, to.red), mixed(from.green, to.green), mixed(from.blue, to.blue)};
 }
 
-void markFirst(Canvas& canvas, const Analysis& image, const Box& box, const Color& color) {
+void markFirst(const Canvas& canvas, const Analysis& image, const Box& box, const Color& color) {
   const auto found = std::ranges::find(image.frame, color, &CountedColor::color);
   if (found == image.frame.end()) return;
   const auto index = static_cast<int>(found - image.frame.begin());
   const double cell = box.width / kProccesedWidth;
   const double x = box.x + (index % kProccesedWidth + 0.5) * cell;
   const double y = box.y + (index / kProccesedWidth + 0.5) * cell;
-  canvas.dot(x, y, 6, {20, 24, 40, 90});
-  canvas.dot(x, y, 5.5, kPaper);
-  canvas.dot(x, y, 4, color);
+  constexpr Color kRing{20, 24, 40, 90};
+  canvas.disc({x, y}, 6, kRing);
+  canvas.disc({x, y}, 5.5, kPaper);
+  canvas.disc({x, y}, 4, color);
 }
 
-void drawLegend(Canvas& canvas, double x, double y, double width, int greatest) {
+void drawLegend(const Canvas& canvas, double x, double y, double width, int greatest) {
   const std::string most = std::to_string(greatest);
   const double number = 24;
-  canvas.text(x, y + 9, "0", kCaption);
-  canvas.gradient({x + 16, y + 1, width - 16 - number - 4, 8}, kShades, 4);
-  canvas.text(x + width, y + 9, most, aligned(kCaption, Align::right));
+  drawText(canvas, {x, y + 9}, "0", kCaption);
+  const Box bar{x + 16, y + 1, width - 16 - number - 4, 8};
+  canvas.rectangle(bar, 4);
+  canvas.fillGradient({bar.x, 0}, {bar.right(), 0}, {std::begin(kShades), std::end(kShades)});
+  drawText(canvas, {x + width, y + 9}, most, kCaption.with(Align::right));
 }
 
 }  // namespace
 
-void drawHeatMap(Canvas& canvas, const Analysis& image, const Box& box) {
+void drawHeatMap(const Canvas& canvas, const Analysis& image, const Box& box) {
   const int greatest = std::ranges::max(image.frame, {}, &CountedColor::count).count;
   const double cell = box.width / kProccesedWidth;
-  canvas.clip(box, kRadius);
+  canvas.saveWithin(box, kRadius);
   for (std::size_t i = 0; i < image.frame.size(); ++i) {
     const auto x = static_cast<double>(i % kProccesedWidth);
     const auto y = static_cast<double>(i / kProccesedWidth);
@@ -60,7 +63,7 @@ void drawHeatMap(Canvas& canvas, const Analysis& image, const Box& box) {
     canvas.fill({box.x + x * cell, box.y + y * cell, cell, cell}, shadeOf(part));
   }
   canvas.restore();
-  canvas.outline(box, kEdge, kRadius, 0.5);
+  canvas.outline(box, kEdge, kLine, kRadius);
   for (const Color& color : {image.secondary, image.primary, image.background}) {
     markFirst(canvas, image, box, color);
   }

@@ -10,7 +10,7 @@
 #include "common/escaped.h"
 #include "common/input_limits.h"
 #include "common/interruption.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

@@ -10,7 +10,7 @@
 #include "Foundation/property_list.h"
 #include "common/errors.h"
 #include "common/interruption.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 #include "preview/sheet.h"
 
 namespace varnix::cli {

@@ -72,7 +72,7 @@ Json surfacesOf(const AskedTab& asked, const Materials& materials) {
     if (!processes.insert(screen->bundle).second) continue;
     const std::string& bundle = screen->bundle;
     for (Json& row :
-         comparedAnswers(asked.before.at(bundle).surfaces, asked.after.at(bundle).surfaces)) {
+         comparedAnswers(*asked.before.at(bundle).surfaces, *asked.after.at(bundle).surfaces)) {
       if (!listed.insert(dump(row)).second) continue;
       const auto className = row["class"].get<std::string>();
       row["process"] = screen->bundle;

@@ -6,8 +6,8 @@
 
 #include "common/errors.h"
 #include "common/framework_files.h"
-#include "preview/listed_icons.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/listed_icons.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

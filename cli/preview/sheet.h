@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "gallery/ask/ask.h"
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "preview/tabs.h"
 
 namespace varnix::cli {

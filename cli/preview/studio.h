@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "preview/sheet.h"
 #include "preview/tabs.h"
 

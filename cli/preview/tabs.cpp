@@ -1,6 +1,6 @@
 #include "preview/tabs.h"
 
-#include "preview/sample_files.h"
+#include "gallery/materials/sample_files.h"
 #include "settings/file.h"
 
 namespace varnix::cli {

@@ -10,6 +10,7 @@
 #include "common/line_commands.h"
 #include "common/main_loop.h"
 #include "platform/UIKit.h"
+#include "probe/situations.h"
 #include "settings/file.h"
 
 namespace varnix::cli {
@@ -68,15 +69,15 @@ constexpr ScriptCommand kScriptCommands[] = {
     {"track none",
      [](ScriptContext& c, const Words&) {
        c.artwork = nullptr;
-       c.stage.playTrack(nullptr, false);
+       varnix::probe::playTrack(nullptr, false);
      }},
     {"track IMAGE",
      [](ScriptContext& c, const Words& words) {
        c.artwork = Strong<NSObject>::retain(imageOf(words[0]));
-       c.stage.playTrack(c.artwork, true);
+       varnix::probe::playTrack(c.artwork, true);
      }},
-    {"play", [](ScriptContext& c, const Words&) { c.stage.playTrack(c.artwork, true); }},
-    {"pause", [](ScriptContext& c, const Words&) { c.stage.playTrack(c.artwork, false); }},
+    {"play", [](ScriptContext& c, const Words&) { varnix::probe::playTrack(c.artwork, true); }},
+    {"pause", [](ScriptContext& c, const Words&) { varnix::probe::playTrack(c.artwork, false); }},
     {"open ID", [](ScriptContext&, const Words& words) { openApplication(words[0]); }},
     {"contrast on", [](ScriptContext& c, const Words&) { c.stage.changeContrast(true); }},
     {"contrast off", [](ScriptContext& c, const Words&) { c.stage.changeContrast(false); }},

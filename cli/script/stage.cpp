@@ -7,18 +7,15 @@
 #include "common/errors.h"
 #include "common/json.h"
 #include "objc/autorelease_pool.h"
-#include "platform/SpringBoard.h"
-#include "probe/objects.h"
-#include "probe/springboard_situations.h"
+#include "probe/situations.h"
 #include "runtime/instance_variable.h"
 #include "runtime/send.h"
 #include "script/recorder.h"
 
 namespace varnix::cli {
 
-using probe::backdropSettings;
-using probe::make;
-using probe::wallpaperColor;
+using probe::Given;
+using probe::Situation;
 
 namespace {
 
@@ -26,7 +23,7 @@ enum class Prints { writes, answer };
 
 struct StagedSurface {
   const char* name;
-  const char* className;
+  const Situation& situation;
   Prints prints;
 };
 
@@ -35,19 +32,28 @@ constexpr char kNotificationCenter[] = "notification-centre";
 
 /// In the order of printing.
 constexpr StagedSurface kSurfaces[] = {
-    {kControlCenter, "SBControlCenterContentContainerView", Prints::writes},
-    {kNotificationCenter, "SBNotificationCenterViewController", Prints::writes},
-    {"volume", "SBHUDView", Prints::writes},
-    {"folder", "SBFolderIconBackgroundView", Prints::writes},
-    {"icon", "SBIconBlurryBackgroundView", Prints::writes},
-    {"badge", "SBIconBadgeView", Prints::answer},
-    {"keyboard", "UIKeyboard", Prints::answer},
-    {"balloon", "CKGradientView", Prints::answer},
+    {kControlCenter, probe::kControlCenter, Prints::writes},
+    {kNotificationCenter, probe::kNotificationCenter, Prints::writes},
+    {"volume", probe::kVolume, Prints::writes},
+    {"folder", probe::kFolder, Prints::writes},
+    {"icon", probe::kIcon, Prints::writes},
+    {"badge", probe::kBadge, Prints::answer},
+    {"keyboard", probe::kKeyboard, Prints::answer},
+    {"balloon", probe::kBalloon, Prints::answer},
 };
 
-/// An icon's place on the wallpaper, and the piece of it behind the icon.
-constexpr CGPoint kPhase{27, 88};
-constexpr CGRect kPiece{{27, 88}, {60, 60}};
+/// Icons at the edge of the screen have one of their own.
+constexpr Given kPlace{.phase = {27, 88}, .hasPicture = true};
+
+const Situation& situationOf(std::string_view surface) {
+  return std::ranges::find(kSurfaces, surface, &StagedSurface::name)->situation;
+}
+
+/// Throws Failure if the process does not have the class.
+Strong<NSObject> made(const Situation& situation) {
+  static_cast<void>(classNamed(situation.className));
+  return probe::make(situation);
+}
 
 /// The colour behind Control Centre's content.
 Json contrastBackground(NSObject* center) {
@@ -76,46 +82,28 @@ Stage::~Stage() { recordWrites({}); }
 
 NSObject* Stage::object(const char* surface) {
   Strong<NSObject>& kept = objects_[surface];
-  if (kept.get() == nullptr) {
-    const auto* found =
-        std::find_if(std::begin(kSurfaces), std::end(kSurfaces),
-                     [&](const StagedSurface& s) { return std::string_view(surface) == s.name; });
-    kept = make(classNamed(found->className));
-  }
+  if (kept.get() == nullptr) kept = made(situationOf(surface));
   return kept;
+}
+
+void Stage::happen(const char* surface) {
+  probe::happen(situationOf(surface), object(surface), kPlace);
 }
 
 std::string Stage::surfaceOf(NSObject* receiver) {
   for (const auto& [surface, object] : objects_) {
     if (object.get() == nullptr) continue;
-    if (object.get() == receiver || backdropSettings(object) == receiver) return surface;
+    if (object.get() == receiver || probe::backdropSettings(object) == receiver) return surface;
   }
   return {};
 }
 
-void Stage::presentControlCenter() {
-  send<void>(object(kControlCenter), "controlCenterWillPresent"_sel);
-}
-
-void Stage::presentNotificationCenter() {
-  send<void>(object(kNotificationCenter), "hostWillPresent"_sel);
-}
-
+void Stage::presentControlCenter() { happen(kControlCenter); }
+void Stage::presentNotificationCenter() { happen(kNotificationCenter); }
 void Stage::updateBackground() { send<void>(object(kControlCenter), "_updateBackground"_sel); }
-
-void Stage::layOutVolume() { send<void>(object("volume"), "layoutSubviews"_sel); }
-
-void Stage::setFolderWallpaper() {
-  send<void>(object("folder"), "setWallpaperColor:phase:"_sel, wallpaperColor(), kPhase);
-}
-
-void Stage::setIconWallpaper() {
-  NSObject* icon = object("icon");
-  send<void>(icon, "setWallpaperColor:phase:"_sel, wallpaperColor(), kPhase);
-  const auto contents = make(classNamed("UIImage"));
-  send<void>(icon, "setWallpaperBackgroundRect:forContents:withFallbackColor:"_sel, kPiece,
-             contents.get(), wallpaperColor());
-}
+void Stage::layOutVolume() { happen("volume"); }
+void Stage::setFolderWallpaper() { happen("folder"); }
+void Stage::setIconWallpaper() { happen("icon"); }
 
 /// Badges are numbered from 1, in the order in which they first appear.
 int Stage::badgeNumber(NSObject* image) {
@@ -126,16 +114,16 @@ int Stage::badgeNumber(NSObject* image) {
 }
 
 void Stage::checkOutBadge() {
-  auto* image = send<NSObject*>(classNamed("SBIconBadgeView"), "_checkoutBackgroundImage"_sel);
-  if (image == nullptr) throw Failure("no image", "badge");
+  const auto image = made(probe::kBadge);
+  if (image.get() == nullptr) throw Failure("no image", "badge");
   noted_->answers["badge"] = {{"image", colorJson(send<NSObject*>(image, "_coveredColor"_sel))},
                               {"object", badgeNumber(image)}};
 }
 
 /// A keyboard chooses its colour when it is made.
 void Stage::makeKeyboard() {
-  const auto keyboard = make(classNamed("UIKeyboard"));
-  const auto rendering = make(classNamed("UIKBRenderConfig"));
+  const auto keyboard = made(probe::kKeyboard);
+  const auto rendering = made(probe::kKeyRendering);
   noted_->answers["keyboard"] = {
       {"backgroundColor", colorJson(send<NSObject*>(keyboard, "backgroundColor"_sel))},
       {"opaque", send<bool>(keyboard, "isOpaque"_sel)},
@@ -143,11 +131,9 @@ void Stage::makeKeyboard() {
 }
 
 void Stage::askBalloon() {
-  auto* shades = send<NSArray*>(object("balloon"), "colors"_sel);
   Json colors = Json::array();
-  const auto count = send<NSUInteger>(shades, "count"_sel);
-  for (NSUInteger i = 0; i < count; ++i)
-    colors.push_back(colorJson(send(shades, NSArray::objectAtIndex, i)));
+  for (const auto& shade : probe::shadeAnswers(object("balloon")))
+    colors.push_back(answerJson(shade));
   noted_->answers["balloon"] = {{"colors", colors}};
 }
 
@@ -159,14 +145,10 @@ void Stage::changeContrast(bool enhanced) {
   send<void>(object(kNotificationCenter), "_backgroundContrastDidChange:"_sel, notification);
 }
 
-void Stage::playTrack(NSObject* artwork, bool plays) {
-  send<void>(objc_getClass("MPUNowPlayingController"), "_setArtwork:playing:"_sel, artwork, plays);
-}
-
 Json Stage::print() {
   Json surfaces = Json::object();
   for (const StagedSurface& surface : kSurfaces) {
-    if (objc_getClass(surface.className) == nullptr) continue;
+    if (objc_getClass(surface.situation.className) == nullptr) continue;
     Json& printed = surfaces[surface.name];
     if (surface.prints == Prints::answer) {
       const auto answer = noted_->answers.find(surface.name);

@@ -33,8 +33,6 @@ class Stage {
   void askBalloon();
   /// Tells both centres.
   void changeContrast(bool enhanced);
-  /// Tells the observers. Without the framework the process has none.
-  void playTrack(NSObject* artwork, bool plays);
 
   /// {"surfaces": {...}} for the classes that exist: what was written since the last call, and the
   /// last answers, null before the first.
@@ -42,6 +40,7 @@ class Stage {
 
  private:
   NSObject* object(const char* surface);
+  void happen(const char* surface);
   std::string surfaceOf(NSObject* receiver);
   int badgeNumber(NSObject* image);
 

@@ -20,9 +20,9 @@
 #include "common/hosted_child.h"
 #include "common/interruption.h"
 #include "common/json.h"
+#include "gallery/materials/screens_module.h"
 #include "pick/ask.h"
 #include "pick/output.h"
-#include "preview/screens_module.h"
 #include "settings/file.h"
 
 namespace varnix::cli {

@@ -10,7 +10,7 @@
 #include "common/errors.h"
 #include "common/json.h"
 #include "common/output_file.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

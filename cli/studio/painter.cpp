@@ -9,9 +9,9 @@
 #include "common/errors.h"
 #include "common/framework_files.h"
 #include "common/json.h"
-#include "preview/listed_icons.h"
-#include "preview/sample_files.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/listed_icons.h"
+#include "gallery/materials/sample_files.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

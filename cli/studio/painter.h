@@ -11,7 +11,7 @@
 #include <tuple>
 #include <vector>
 
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 #include "studio/asker.h"
 
 namespace varnix::cli {

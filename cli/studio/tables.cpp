@@ -5,9 +5,9 @@
 #include <string>
 
 #include "common/json.h"
+#include "gallery/materials/screens_module.h"
 #include "prefs/keys.h"
 #include "prefs/presets.h"
-#include "preview/screens_module.h"
 #include "settings/presets.h"
 
 namespace varnix::cli {

@@ -1,8 +1,8 @@
 #include "theme/drawn_theme.h"
 
 #include "common/errors.h"
+#include "gallery/materials/screens_module.h"
 #include "gallery/page/theme_page.h"
-#include "preview/screens_module.h"
 #include "preview/sheet.h"
 #include "settings/file.h"
 #include "theme/theme_file.h"

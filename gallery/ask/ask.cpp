@@ -15,6 +15,7 @@
 #include "common/errors.h"
 #include "common/hosted_child.h"
 #include "common/input_limits.h"
+#include "common/json.h"
 #include "common/temporary_container.h"
 #include "objc/autorelease_pool.h"
 #include "platform/UIKit.h"
@@ -59,13 +60,12 @@ Answers fromJson(const Json& json) {
 
 /// Does nothing in a process without the framework of the playing track.
 void play(const std::string& artwork) {
-  Class controller = objc_getClass("MPUNowPlayingController");
-  if (controller == nullptr) return;
+  if (objc_getClass("MPUNowPlayingController") == nullptr) return;
   const auto bytes = host::fileContents(artwork, kLargestFile);
   if (!bytes) throw Failure("cannot be read", artwork);
   auto* image = send<NSObject*>(objc_getClass("UIImage"), "imageWithData:"_sel,
                                 NSData::dataWithBytes(bytes->data(), bytes->size()));
-  send<void>(controller, "_setArtwork:playing:"_sel, image, true);
+  varnix::probe::playTrack(image, true);
 }
 
 /// The container of a process. The Settings application writes down what it has shown: it works on
@@ -144,7 +144,7 @@ ProcessAnswer parsedAnswer(const std::string& text) {
       parsed.screens[screen][wallpaper] = last;
     }
   }
-  parsed.surfaces = json["surfaces"];
+  parsed.surfaces = std::make_shared<const Json>(json["surfaces"]);
   return parsed;
 }
 

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "common/json.h"
+#include "common/json_forward.h"
 #include "gallery/screens/screen.h"
 #include "process/process.h"
 
@@ -26,8 +27,8 @@ struct ProcessQuestion {
 struct ProcessAnswer {
   /// By the screen's identifier, then by the wallpaper's name.
   std::map<std::string, std::map<std::string, varnix::screens::Answers>> screens;
-  /// [{"class", "property", "case", "answer"}]
-  Json surfaces;
+  /// [{"class", "property", "case", "answer"}]; not null.
+  std::shared_ptr<const Json> surfaces;
 };
 
 /// A process's answer as text, from a process of its own. This one must have a single thread.

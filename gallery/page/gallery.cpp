@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "common/errors.h"
+#include "common/json.h"
 #include "gallery/page/page_data.h"
 #include "gallery/page/page_files.h"
 #include "gallery/page/plain_page.h"

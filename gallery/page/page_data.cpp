@@ -8,6 +8,7 @@
 #include <string>
 
 #include "common/errors.h"
+#include "common/json.h"
 #include "gallery/page/contrast.h"
 
 namespace varnix::cli::gallery {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "common/json.h"
+#include "common/json_forward.h"
 
 namespace varnix::cli::gallery {
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/json.h"
 #include "gallery/page/html_text.h"
 
 namespace varnix::cli::gallery {

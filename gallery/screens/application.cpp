@@ -5,8 +5,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -20,19 +18,18 @@ Answers ask(const Surroundings&) {
   Answers answers;
   auto& values = answers.values;
   values["status bar"] = askStatusBar(kBlack);
-  values["navigation bar"] = askTint("UINavigationBar");
-  values["segmented control"] = askTint("UISegmentedControl");
-  values["button"] = askTint("UIButton");
-  values["cell"] = askTint("UIView");
-  values["tab bar"] = askTint("UITabBar");
+  values["navigation bar"] = askTint(probe::kNavigationBar);
+  values["segmented control"] = askTint(probe::kSegmentedControl);
+  values["button"] = askTint(probe::kButton);
+  values["cell"] = askTint(probe::kView);
+  values["tab bar"] = askTint(probe::kTabBar);
 
-  const auto control = make("UISwitch");
-  send<void>(control, "layoutSubviews"_sel);
+  const auto control = staged(probe::kLaidOutSwitch);
   values["switch on"] = askColor(control, "onTintColor");
   values["switch outline"] = askColor(control, "tintColor");
 
   // Without its own colour, the track has the slider's tint.
-  const auto slider = make("UISlider");
+  const auto slider = staged(probe::kSlider);
   auto& track = values["slider"];
   track = askColor(slider, "minimumTrackTintColor");
   if (std::holds_alternative<std::monostate>(track)) track = askColor(slider, "tintColor");

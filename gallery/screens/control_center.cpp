@@ -5,8 +5,6 @@
 #include "gallery/screens/controls.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -20,9 +18,7 @@ constexpr SliderColors kSlider{kWhite, kBlack.withAlpha(0.35)};
 
 Answers ask(const Surroundings&) {
   Answers answers;
-  const auto panel = make("SBControlCenterContentContainerView");
-  send<void>(panel, "controlCenterWillPresent"_sel);
-  askBackdrop(answers, panel);
+  askBackdrop(answers, staged(probe::kControlCenter));
   return answers;
 }
 

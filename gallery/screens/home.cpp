@@ -6,9 +6,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/SpringBoard.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -23,22 +20,13 @@ Answers ask(const Surroundings& surroundings) {
   Answers answers;
   auto& values = answers.values;
   values["status bar"] = askStatusBar(legibleOn(surroundings.wallpaper));
-  const auto color = send<CGColorRef>(makeColor(surroundings.wallpaper), "CGColor"_sel);
-
-  const auto folder = make("SBFolderIconBackgroundView");
-  send<void>(folder, "setWallpaperColor:phase:"_sel, color, CGPoint{0, 0});
-  values["folder"] = answered(send<CGColorRef>(folder, "wallpaperColor"_sel));
-
-  const auto icon = make("SBIconBlurryBackgroundView");
-  send<void>(icon, "setWallpaperColor:phase:"_sel, color, CGPoint{0, 0});
-  const auto piece = make("UIImage");
-  send<void>(icon, "setWallpaperBackgroundRect:forContents:withFallbackColor:"_sel,
-             CGRect{{0, 0}, {kSide, kSide}}, piece.get(), color);
+  const probe::Given behind{.color = makeColor(surroundings.wallpaper), .hasPicture = true};
+  values["folder"] =
+      answered(send<CGColorRef>(staged(probe::kFolder, behind), "wallpaperColor"_sel));
+  const auto icon = staged(probe::kIcon, behind);
   values["icon shows wallpaper"] = send<NSObject*>(icon, "wallpaperContents"_sel) != nullptr;
   values["icon"] = answered(send<CGColorRef>(icon, "fallbackColor"_sel));
-
-  auto* badge = send<NSObject*>(objc_getClass("SBIconBadgeView"), "_checkoutBackgroundImage"_sel);
-  values["badge"] = askColor(badge, "_coveredColor");
+  values["badge"] = askColor(staged(probe::kBadge), "_coveredColor");
   return answers;
 }
 

@@ -7,8 +7,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -24,8 +22,7 @@ constexpr double kTop = 64;
 Answers ask(const Surroundings&) {
   Answers answers;
   answers.values["status bar"] = askStatusBar(kWhite);
-  const auto style = make("IGStringStyle");
-  answers.values["link"] = askColor(style, "linkColor");
+  answers.values["link"] = askColor(staged(probe::kLink), "linkColor");
   return answers;
 }
 

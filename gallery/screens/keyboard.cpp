@@ -4,7 +4,6 @@
 
 #include "drawing/text.h"
 #include "gallery/screens/questions.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -140,8 +139,8 @@ void drawLastRow(const Canvas& canvas, double y, const Look& look) {
 }  // namespace
 
 void askKeyboard(Answers& answers) {
-  const auto keyboard = make("UIKeyboard");
-  const auto rendering = make("UIKBRenderConfig");
+  const auto keyboard = staged(probe::kKeyboard);
+  const auto rendering = staged(probe::kKeyRendering);
   answers.values["keyboard"] = askColor(keyboard, "backgroundColor");
   answers.values["keyboard opaque"] = send<bool>(keyboard, "isOpaque"_sel);
   answers.values["keyboard light"] = send<bool>(rendering, "lightKeyboard"_sel);

@@ -7,8 +7,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -41,13 +39,11 @@ Answers ask(const Surroundings&) {
   Answers answers;
   auto& values = answers.values;
   values["status bar"] = askStatusBar(kBlack);
-  values["navigation bar"] = askTint("UINavigationBar");
-  values["button"] = askTint("UIButton");
-  const auto gradient = make("CKGradientView");
-  auto* shades = send<NSArray*>(gradient, "colors"_sel);
-  const auto count = send<NSUInteger>(shades, "count"_sel);
-  for (NSUInteger i = 0; i < count; ++i)
-    values["balloon " + std::to_string(i)] = answered(send(shades, NSArray::objectAtIndex, i));
+  values["navigation bar"] = askTint(probe::kNavigationBar);
+  values["button"] = askTint(probe::kButton);
+  std::size_t index = 0;
+  for (const probe::Answer& shade : probe::shadeAnswers(staged(probe::kBalloon)))
+    values["balloon " + std::to_string(index++)] = answered(shade);
   askKeyboard(answers);
   return answers;
 }
@@ -82,7 +78,7 @@ void drawBalloon(const Canvas& canvas, const Balloon& balloon, double top, const
     else canvas.rectangle(box, kRadius);
     if (balloon.isSent) {
       // The colours run down the conversation, not down each balloon.
-      canvas.fillGradient({0, kTop, 0, canvas.height() - kKeyboardHeight - kField - kTop}, shades);
+      canvas.fillGradient({0, kTop}, {0, canvas.height() - kKeyboardHeight - kField}, shades);
     } else {
       canvas.fill(kReceived);
     }

@@ -5,8 +5,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -19,12 +17,9 @@ Answers ask(const Surroundings&) {
   Answers answers;
   auto& values = answers.values;
   values["status bar"] = askStatusBar(kWhite);
-  const auto control = make("UISegmentedControl");
-  send<void>(control, "setTintColor:"_sel, static_cast<UIColor*>(makeColor(kWhite)));
+  const auto control = staged(probe::kTintedSegmentedControl, {.color = makeColor(kWhite)});
   values["segmented control"] = askColor(control, "tintColor");
-  const auto center = make("SBNotificationCenterViewController");
-  send<void>(center, "hostWillPresent"_sel);
-  askBackdrop(answers, center);
+  askBackdrop(answers, staged(probe::kNotificationCenter));
   return answers;
 }
 

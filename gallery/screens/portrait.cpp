@@ -6,7 +6,7 @@ void drawPortrait(const Canvas& canvas, const Box& box, double radius,
                   const std::vector<Color>& colors) {
   constexpr Color kFigure = kWhite.withAlpha(0.9);
   canvas.rectangle(box, radius);
-  canvas.fillGradient(box, colors);
+  canvas.fillGradient({0, box.y}, {0, box.bottom()}, colors);
   canvas.save();
   canvas.rectangle(box, radius);
   canvas.clip();

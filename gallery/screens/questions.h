@@ -7,23 +7,24 @@
 #include "gallery/screens/screen.h"
 #include "objc/strong.h"
 #include "platform/CoreGraphics.h"
-#include "probe/objects.h"
+#include "probe/situations.h"
+#include "probe/surfaces.h"
 #include "runtime/send.h"
 
 namespace varnix::screens {
 
-using probe::make;
+using probe::staged;
 
-NSObject* makeColor(const Color& color);
+UIColor* makeColor(const Color& color);
 
 /// Nothing for nil and anything other than a colour.
+Answer answered(const probe::Answer& answer);
 Answer answered(NSObject* color);
 Answer answered(CGColorRef color);
 
 /// Calls the object's getter for a colour. A nil receiver answers nothing.
 Answer askColor(NSObject* receiver, const char* getter);
-/// The tint of an ordinary object of that class.
-Answer askTint(const char* className);
+Answer askTint(const probe::Situation& situation);
 
 /// The foreground of a status bar when the system asks for that colour.
 Answer askStatusBar(const Color& wanted);

@@ -6,8 +6,6 @@
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
 #include "gallery/screens/status_bar.h"
-#include "objc/strong.h"
-#include "platform/UIKit.h"
 
 namespace varnix::screens {
 
@@ -19,25 +17,16 @@ constexpr Color kLine = rgb(0xe1e8ed);
 constexpr double kMargin = 12, kIndent = 70;
 constexpr double kTop = 64;
 
-constexpr const char* kColors[] = {
-    "twitterColorTextLink",
-    "twitterColorTextUsername",
-    "twitterColorTextTimestamp",
-    "twitterColorTextSocial",
-    "twitterColorTextLinkSubtle",
-    "twitterColorActivityTitle",
-    "twitterColorChangeTrendsLocationText",
-};
-
 Answers ask(const Surroundings&) {
   Answers answers;
   auto& values = answers.values;
   values["status bar"] = askStatusBar(kBlack);
-  values["navigation bar"] = askTint("UINavigationBar");
-  values["tab bar"] = askTint("UITabBar");
-  Class color = objc_getClass("UIColor");
-  for (const char* name : kColors)
-    values[name] = answered(objc::sendDynamic<NSObject*>(color, sel_registerName(name)));
+  values["navigation bar"] = askTint(probe::kNavigationBar);
+  values["tab bar"] = askTint(probe::kTabBar);
+  for (const probe::Surface& surface : probe::all()) {
+    if (&surface.staged == &probe::kTextColors && probe::exists(surface))
+      values[surface.property] = answered(probe::ask(surface));
+  }
   return answers;
 }
 
@@ -75,20 +64,21 @@ void drawActions(const Canvas& canvas, double y) {
 double drawChirp(const Canvas& canvas, double top, const Chirp& chirp, const Answers& answers) {
   if (chirp.social[0] != '\0') {
     drawCentered(canvas, {kIndent, top + 15}, chirp.social,
-                 {13, answers.colorOr(kColors[3], kGrey)});
+                 {13, answers.colorOr("twitterColorTextSocial", kGrey)});
     top += 17;
   }
   const Color color = rgb(chirp.portrait);
   drawPortrait(canvas, {kMargin, top + 10, 48, 48}, 5, {color, saturated(color, 1.3)});
-  const TextStyle name{15, answers.colorOr(kColors[1], kInk), Weight::bold};
+  const TextStyle name{15, answers.colorOr("twitterColorTextUsername", kInk), Weight::bold};
   drawCentered(canvas, {kIndent, top + 18}, chirp.name, name);
   drawCentered(canvas, {kIndent + textWidth(canvas, chirp.name, name) + 5, top + 18.5},
-               chirp.handle, {13, answers.colorOr(kColors[4], kGrey)});
-  drawCentered(canvas, {canvas.width() - kMargin, top + 18.5}, chirp.time,
-               {13, answers.colorOr(kColors[2], kGrey), Weight::regular, Align::right});
+               chirp.handle, {13, answers.colorOr("twitterColorTextLinkSubtle", kGrey)});
+  drawCentered(
+      canvas, {canvas.width() - kMargin, top + 18.5}, chirp.time,
+      {13, answers.colorOr("twitterColorTextTimestamp", kGrey), Weight::regular, Align::right});
   Paragraph text{{}, 16, 20.5, canvas.width() - kIndent - kMargin};
   for (const auto& [words, isLink] : chirp.words)
-    text.runs.push_back({words, isLink ? answers.colorOr(kColors[0], kInk) : kInk});
+    text.runs.push_back({words, isLink ? answers.colorOr("twitterColorTextLink", kInk) : kInk});
   top += 29 + drawParagraph(canvas, {kIndent, top + 29}, text);
   drawActions(canvas, top + 15);
   top += 31;
@@ -110,7 +100,7 @@ void drawHead(const Canvas& canvas, const Answers& answers) {
 }
 
 void drawActivity(const Canvas& canvas, double top, const Answers& answers) {
-  const Color title = answers.colorOr(kColors[5], kInk);
+  const Color title = answers.colorOr("twitterColorActivityTitle", kInk);
   canvas.save();
   cairo_translate(canvas.context(), 46, top + 19);
   cairo_scale(canvas.context(), 0.8, 0.8);
@@ -126,7 +116,8 @@ void drawTrends(const Canvas& canvas, double top, const Answers& answers) {
   drawCentered(canvas, {kMargin, top + 17}, "Trends \u00b7 Harbour Town",
                {13, rgb(0x66757f), Weight::semibold});
   drawCentered(canvas, {canvas.width() - kMargin, top + 17}, "Change",
-               {13, answers.colorOr(kColors[6], kInk), Weight::regular, Align::right});
+               {13, answers.colorOr("twitterColorChangeTrendsLocationText", kInk), Weight::regular,
+                Align::right});
   drawHairline(canvas, {0, top + 34}, canvas.width(), kLine);
 }
 

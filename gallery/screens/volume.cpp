@@ -4,7 +4,6 @@
 #include "gallery/screens/control_glyphs.h"
 #include "gallery/screens/questions.h"
 #include "gallery/screens/screen.h"
-#include "objc/strong.h"
 
 namespace varnix::screens {
 
@@ -16,9 +15,7 @@ constexpr int kTicks = 16, kLevel = 10;
 
 Answers ask(const Surroundings&) {
   Answers answers;
-  const auto panel = make("SBHUDView");
-  send<void>(panel, "layoutSubviews"_sel);
-  askBackdrop(answers, panel);
+  askBackdrop(answers, staged(probe::kVolume));
   return answers;
 }
 

@@ -23,13 +23,10 @@ Device& device() {
 }
 
 struct AccountType : ACAccountType {
-  NSString* identifierOf() { return identifier; }
   Strong<NSString> identifier;
 };
 
 struct Account : ACAccount {
-  ACAccountType* typeOf() { return type; }
-
   Strong<NSString> name;
   Strong<ACAccountType> type;
 };
@@ -55,13 +52,11 @@ struct AccountStore : ACAccountStore {
 }  // namespace
 
 OBJC_CLASS_NAMED(ACAccountType, NSObject, AccountType, NSObject,
-                 objc::Ivar<"_identifier", &AccountType::identifier>,
-                 objc::Method<"identifier", &AccountType::identifierOf>)
+                 objc::Readable<"identifier", &AccountType::identifier>)
 
 OBJC_CLASS_NAMED(ACAccount, NSObject, Account, NSObject,
                  objc::Property<"username", &Account::name, objc::Storage::copy>,
-                 objc::Ivar<"_accountType", &Account::type>,
-                 objc::Method<"accountType", &Account::typeOf>)
+                 objc::Readable<"accountType", &Account::type>)
 
 OBJC_CLASS_NAMED(
     ACAccountStore, NSObject, AccountStore, NSObject,

@@ -67,10 +67,9 @@ using host::ColorAlert;
 OBJC_CLASS_NAMED(PFColorAlert, UIView, ColorAlert, host::View,
                  objc::Ivar<"_color", &ColorAlert::color>,
                  objc::Ivar<"_chosen", &ColorAlert::chosen>,
-                 objc::Ivar<"_hasAlpha", &ColorAlert::hasAlpha>,
+                 objc::Readable<"standIn_hasAlpha", &ColorAlert::hasAlpha, "_hasAlpha">,
                  objc::ClassMethod<"standIn_shown", &ColorAlert::shown>,
                  objc::Method<"standIn_color", &ColorAlert::digits>,
-                 objc::Method<"standIn_hasAlpha", &ColorAlert::alphaIsShown>,
                  objc::Method<"standIn_choose:", &ColorAlert::choose>,
                  objc::Method<"standIn_close", &ColorAlert::close>,
                  objc::Method<"standIn_cancel", &ColorAlert::cancel>)

@@ -18,7 +18,6 @@ struct ColorAlert : View {
 
   static NSObject* shown();
   NSString* digits();
-  bool alphaIsShown() { return hasAlpha; }
   void choose(UIColor* wanted);
   void close();
   void cancel();

@@ -23,7 +23,6 @@ struct Bundle : NSBundle {
     return this == main() ? identifier_.get()
                           : objc::as<NSString>(infoFor("CFBundleIdentifier"_ns));
   }
-  NSString* pathOf() { return path_; }
   NSDictionary* info();
   NSObject* infoFor(NSString* key) { return send(info(), NSDictionary::objectForKey, key); }
   /// Of the bundle itself, else of the user's language, else of the one that it was written in.
@@ -31,7 +30,6 @@ struct Bundle : NSBundle {
   NSString* localized(NSString* key, NSString* value, NSString* table);
   /// False where the binary is missing or cannot be loaded; the log says why.
   bool load();
-  bool isLoaded() { return loaded_; }
   /// The class that Info.plist names.
   Class principal();
 
@@ -75,18 +73,18 @@ std::vector<std::string> formsOf(std::string language) {
 
 OBJC_CLASS_NAMED(NSBundle, NSObject, Bundle, NSObject,
                  objc::Ivar<"_identifier", &Bundle::identifier_>,
-                 objc::Ivar<"_path", &Bundle::path_>, objc::Ivar<"_info", &Bundle::info_>,
-                 objc::Ivar<"_tables", &Bundle::tables_>, objc::Ivar<"_loaded", &Bundle::loaded_>,
+                 objc::Readable<"bundlePath", &Bundle::path_, "_path">,
+                 objc::Ivar<"_info", &Bundle::info_>, objc::Ivar<"_tables", &Bundle::tables_>,
+                 objc::Readable<"isLoaded", &Bundle::loaded_, "_loaded">,
                  objc::ClassMethod<"mainBundle", &Bundle::main>,
                  objc::ClassMethod<"bundleWithPath:", &Bundle::withPath>,
                  objc::ClassMethod<"bundleForClass:", &Bundle::forClass>,
                  objc::Method<"bundleIdentifier", &Bundle::identifier>,
-                 objc::Method<"bundlePath", &Bundle::pathOf>,
                  objc::Method<"infoDictionary", &Bundle::info>,
                  objc::Method<"objectForInfoDictionaryKey:", &Bundle::infoFor>,
                  objc::Method<"pathForResource:ofType:", &Bundle::pathForResource>,
                  objc::Method<"localizedStringForKey:value:table:", &Bundle::localized>,
-                 objc::Method<"load", &Bundle::load>, objc::Method<"isLoaded", &Bundle::isLoaded>,
+                 objc::Method<"load", &Bundle::load>,
                  objc::Method<"principalClass", &Bundle::principal>)
 
 Bundle* Bundle::main() {

@@ -30,7 +30,6 @@ struct Data : NSData {
 struct Date : NSDate {
   static Date* since(double seconds);
   static Date* current() { return since(host::now()); }
-  double interval() { return seconds; }
   bool equals(NSObject* other) {
     auto* moment = objc::as<NSDate>(other);
     return moment != nullptr && send(moment, NSDate::timeIntervalSinceReferenceDate) == seconds;
@@ -50,12 +49,11 @@ OBJC_CLASS_NAMED(NSData, NSObject, Data, NSObject, objc::Ivar<"contents", &Data:
                  objc::Method<"isEqual:", &Data::equals>, objc::Method<"hash", &Data::hashValue>,
                  objc::Method<"copy", &Data::copy>)
 
-OBJC_CLASS_NAMED(NSDate, NSObject, Date, NSObject, objc::Ivar<"seconds", &Date::seconds>,
+OBJC_CLASS_NAMED(NSDate, NSObject, Date, NSObject,
+                 objc::Readable<"timeIntervalSinceReferenceDate", &Date::seconds, "seconds">,
                  objc::ClassMethod<"dateWithTimeIntervalSinceReferenceDate:", &Date::since>,
-                 objc::ClassMethod<"date", &Date::current>,
-                 objc::Method<"timeIntervalSinceReferenceDate", &Date::interval>,
-                 objc::Method<"isEqual:", &Date::equals>, objc::Method<"hash", &Date::hashValue>,
-                 objc::Method<"copy", &Date::copy>)
+                 objc::ClassMethod<"date", &Date::current>, objc::Method<"isEqual:", &Date::equals>,
+                 objc::Method<"hash", &Date::hashValue>, objc::Method<"copy", &Date::copy>)
 
 Data* Data::withBytes(const void* bytes, NSUInteger length) {
   auto* data = static_cast<Data*>(class_createInstance(&objc_class_NSData, 0));

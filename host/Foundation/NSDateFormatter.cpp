@@ -24,7 +24,6 @@ struct Locale : NSLocale {
 
 struct TimeZone : NSTimeZone {
   static TimeZone* forSeconds(NSInteger seconds);
-  NSInteger secondsFromGmt() { return seconds; }
 
   NSInteger seconds;
 };
@@ -115,9 +114,8 @@ OBJC_CLASS_NAMED(NSLocale, NSObject, Locale, NSObject,
                  objc::Method<"localeIdentifier", &Locale::localeIdentifier>)
 
 OBJC_CLASS_NAMED(NSTimeZone, NSObject, TimeZone, NSObject,
-                 objc::Ivar<"_seconds", &TimeZone::seconds>,
-                 objc::ClassMethod<"timeZoneForSecondsFromGMT:", &TimeZone::forSeconds>,
-                 objc::Method<"secondsFromGMT", &TimeZone::secondsFromGmt>)
+                 objc::Readable<"secondsFromGMT", &TimeZone::seconds, "_seconds">,
+                 objc::ClassMethod<"timeZoneForSecondsFromGMT:", &TimeZone::forSeconds>)
 
 OBJC_CLASS_NAMED(NSDateFormatter, NSObject, DateFormatter, NSObject,
                  objc::Ivar<"_format", &DateFormatter::format_>,

@@ -13,8 +13,6 @@ struct Error : NSError {
     error->number = code;
     return error;
   }
-  NSString* domainOf() { return domain; }
-  NSInteger codeOf() { return number; }
 
   Strong<NSString> domain;
   NSInteger number;
@@ -26,8 +24,6 @@ struct HttpResponse : NSHTTPURLResponse {
     status = code;
     return this;
   }
-  NSURL* urlOf() { return url; }
-  NSInteger statusOf() { return status; }
 
   Strong<NSURL> url;
   NSInteger status;
@@ -35,13 +31,12 @@ struct HttpResponse : NSHTTPURLResponse {
 
 }  // namespace
 
-OBJC_CLASS_NAMED(NSError, NSObject, Error, NSObject, objc::Ivar<"_domain", &Error::domain>,
-                 objc::Ivar<"_code", &Error::number>,
-                 objc::ClassMethod<"errorWithDomain:code:userInfo:", &Error::withDomain>,
-                 objc::Method<"domain", &Error::domainOf>, objc::Method<"code", &Error::codeOf>)
+OBJC_CLASS_NAMED(NSError, NSObject, Error, NSObject, objc::Readable<"domain", &Error::domain>,
+                 objc::Readable<"code", &Error::number>,
+                 objc::ClassMethod<"errorWithDomain:code:userInfo:", &Error::withDomain>)
 
 OBJC_CLASS_NAMED(
-    NSHTTPURLResponse, NSObject, HttpResponse, NSObject, objc::Ivar<"_url", &HttpResponse::url>,
-    objc::Ivar<"_statusCode", &HttpResponse::status>,
-    objc::Method<"initWithURL:statusCode:HTTPVersion:headerFields:", &HttpResponse::init>,
-    objc::Method<"URL", &HttpResponse::urlOf>, objc::Method<"statusCode", &HttpResponse::statusOf>)
+    NSHTTPURLResponse, NSObject, HttpResponse, NSObject,
+    objc::Readable<"URL", &HttpResponse::url, "_url">,
+    objc::Readable<"statusCode", &HttpResponse::status>,
+    objc::Method<"initWithURL:statusCode:HTTPVersion:headerFields:", &HttpResponse::init>)

@@ -19,10 +19,10 @@ OBJC_CLASS_NAMED(NSFileHandle, NSObject, FileHandle, NSObject,
                  objc::Method<"readDataToEndOfFile", &FileHandle::readToEnd>,
                  objc::Method<"closeFile", &FileHandle::close>)
 
-OBJC_CLASS_NAMED(NSPipe, NSObject, Pipe, NSObject, objc::Ivar<"_reading", &Pipe::reading>,
+OBJC_CLASS_NAMED(NSPipe, NSObject, Pipe, NSObject,
+                 objc::Readable<"fileHandleForReading", &Pipe::reading, "_reading">,
                  objc::Ivar<"_writing", &Pipe::writing>, objc::ClassMethod<"pipe", &Pipe::make>,
                  objc::Method<"init", &Pipe::init>,
-                 objc::Method<"fileHandleForReading", &Pipe::forReading>,
                  objc::Method<"fileHandleForWriting", &Pipe::forWriting>)
 
 namespace host {

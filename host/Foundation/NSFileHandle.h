@@ -22,7 +22,6 @@ struct FileHandle : NSFileHandle {
 struct Pipe : NSPipe {
   static Pipe* make();
   Pipe* init();
-  FileHandle* forReading() { return reading; }
   FileHandle* forWriting() { return writing; }
 
   Strong<FileHandle> reading;

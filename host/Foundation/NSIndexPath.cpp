@@ -7,8 +7,6 @@ namespace {
 
 struct IndexPath : NSObject {
   static IndexPath* withRow(NSInteger row, NSInteger section);
-  NSInteger rowOf() { return row; }
-  NSInteger sectionOf() { return section; }
   bool equals(NSObject* other);
   NSUInteger hashValue() { return static_cast<NSUInteger>(section * 1021 + row); }
   IndexPath* copyOf() { return static_cast<IndexPath*>(objc_retain(this)); }
@@ -19,11 +17,9 @@ struct IndexPath : NSObject {
 
 }  // namespace
 
-OBJC_CLASS_NAMED(NSIndexPath, NSObject, IndexPath, NSObject, objc::Ivar<"_row", &IndexPath::row>,
-                 objc::Ivar<"_section", &IndexPath::section>,
+OBJC_CLASS_NAMED(NSIndexPath, NSObject, IndexPath, NSObject, objc::Readable<"row", &IndexPath::row>,
+                 objc::Readable<"section", &IndexPath::section>,
                  objc::ClassMethod<"indexPathForRow:inSection:", &IndexPath::withRow>,
-                 objc::Method<"row", &IndexPath::rowOf>,
-                 objc::Method<"section", &IndexPath::sectionOf>,
                  objc::Method<"isEqual:", &IndexPath::equals>,
                  objc::Method<"hash", &IndexPath::hashValue>,
                  objc::Method<"copy", &IndexPath::copyOf>)

@@ -9,10 +9,6 @@
 namespace {
 
 struct Notification : NSObject {
-  NSString* nameOf() { return name; }
-  NSObject* objectOf() { return object; }
-  NSDictionary* userInfoOf() { return userInfo; }
-
   Strong<NSString> name;
   Strong<NSObject> object;
   Strong<NSDictionary> userInfo;
@@ -63,12 +59,9 @@ struct Center : NSObject {
 }  // namespace
 
 OBJC_CLASS_NAMED(NSNotification, NSObject, Notification, NSObject,
-                 objc::Ivar<"name", &Notification::name>,
-                 objc::Ivar<"object", &Notification::object>,
-                 objc::Ivar<"userInfo", &Notification::userInfo>,
-                 objc::Method<"name", &Notification::nameOf>,
-                 objc::Method<"object", &Notification::objectOf>,
-                 objc::Method<"userInfo", &Notification::userInfoOf>)
+                 objc::Readable<"name", &Notification::name, "name">,
+                 objc::Readable<"object", &Notification::object, "object">,
+                 objc::Readable<"userInfo", &Notification::userInfo, "userInfo">)
 
 OBJC_CLASS_NAMED(NSNotificationCenter, NSObject, Center, NSObject,
                  objc::Ivar<"mutex", &Center::mutex>,

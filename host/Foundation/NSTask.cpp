@@ -83,9 +83,7 @@ class FileActions {
 };
 
 struct Task : NSTask {
-  NSString* pathOf() { return path; }
   void storePath(NSString* value) { path = Strong<NSString>::retain(value); }
-  NSObject* output() { return standardOutput; }
   void storeOutput(NSObject* value);
   void start();
   bool isRunning() { return child != nullptr && child->isRunning(); }
@@ -107,12 +105,11 @@ struct Task : NSTask {
 
 }  // namespace
 
-OBJC_CLASS_NAMED(NSTask, NSObject, Task, NSObject, objc::Ivar<"_launchPath", &Task::path>,
+OBJC_CLASS_NAMED(NSTask, NSObject, Task, NSObject, objc::Readable<"launchPath", &Task::path>,
                  objc::Property<"arguments", &Task::arguments>,
-                 objc::Ivar<"_standardOutput", &Task::standardOutput>,
-                 objc::Ivar<"_child", &Task::child>, objc::Method<"launchPath", &Task::pathOf>,
+                 objc::Readable<"standardOutput", &Task::standardOutput>,
+                 objc::Ivar<"_child", &Task::child>,
                  objc::Method<"setLaunchPath:", &Task::storePath>,
-                 objc::Method<"standardOutput", &Task::output>,
                  objc::Method<"setStandardOutput:", &Task::storeOutput>,
                  objc::Method<"launch", &Task::start>, objc::Method<"isRunning", &Task::isRunning>,
                  objc::Method<"processIdentifier", &Task::processIdentifier>,

@@ -76,9 +76,8 @@ using host::SwitchCell;
 
 OBJC_CLASS_NAMED(
     PSControlTableCell, PSTableCell, ControlCell, host::SettingsCell,
-    objc::Ivar<"_control", &ControlCell::control>,
+    objc::Readable<"control", &ControlCell::control>,
     objc::Method<"initWithStyle:reuseIdentifier:specifier:", &ControlCell::initWithControl>,
-    objc::Method<"control", &ControlCell::controlOf>,
     objc::Method<"setControl:", &ControlCell::setControl>,
     objc::Method<"newControl", &ControlCell::newControl>,
     objc::Method<"controlValue", &ControlCell::controlValue>,

@@ -10,9 +10,7 @@
 namespace host {
 
 struct SettingsController : ViewController {
-  NSObject* parentPageOf() { return parentPage; }
   void setParentPage(NSObject* controller) { parentPage = controller; }
-  NSObject* rootOf() { return root; }
   void setRoot(NSObject* controller) { root = controller; }
   NSObject* readPreference(PSSpecifier* row);
   void setPreference(NSObject* value, PSSpecifier* row);
@@ -34,10 +32,8 @@ struct ListController : SettingsController {
 
   NSArray* rowsOf();
   void setRows(NSArray* list);
-  PSSpecifier* ledHereOf() { return ledHere; }
   void setLedHere(PSSpecifier* row);
   NSBundle* bundleOf();
-  UITableView* tableOf() { return table; }
   NSArray* loadRows(NSString* name, NSObject* target);
   NSArray* loadRowsFrom(NSString* name, NSObject* target, NSBundle* bundle);
 

@@ -146,7 +146,8 @@ OBJC_CLASS_NAMED(
     objc::Property<"properties", &Specifier::rowProperties, objc::Storage::strong,
                    objc::Atomicity::nonatomic, objc::Setter::custom>,
     objc::Property<"name", &Specifier::name, objc::Storage::copy>,
-    objc::Ivar<"_values", &Specifier::values>, objc::Ivar<"_titleDict", &Specifier::titles>,
+    objc::Readable<"values", &Specifier::values>,
+    objc::Readable<"titleDictionary", &Specifier::titles, "_titleDict">,
     objc::Ivar<"_shortTitleDict", &Specifier::shortTitles>,
     objc::Property<"userInfo", &Specifier::userInfo>,
     objc::ClassMethod<"preferenceSpecifierNamed:target:set:get:detail:cell:edit:",
@@ -168,7 +169,5 @@ OBJC_CLASS_NAMED(
     objc::Method<"performButtonAction", &Specifier::performButtonAction>,
     objc::Method<"setValues:titles:", &Specifier::storeValues>,
     objc::Method<"setValues:titles:shortTitles:", &Specifier::storeValuesWithShort>,
-    objc::Method<"values", &Specifier::valuesOf>,
-    objc::Method<"titleDictionary", &Specifier::titlesOf>,
     objc::Method<"setupIconImageWithBundle:", &Specifier::setupIcon>,
     objc::Method<"setupIconImageWithPath:", &Specifier::setupIconAt>)

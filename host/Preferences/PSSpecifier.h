@@ -40,8 +40,6 @@ struct Specifier : PSSpecifier {
   /// different lengths.
   void storeValues(NSArray* list, NSArray* titles);
   void storeValuesWithShort(NSArray* list, NSArray* titles, NSArray* shortTitles);
-  NSArray* valuesOf() { return values; }
-  NSDictionary* titlesOf() { return titles; }
 
   /// The picture that the property "icon" names, from the bundle.
   void setupIcon(NSBundle* bundle);

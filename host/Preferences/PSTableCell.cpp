@@ -76,8 +76,8 @@ using host::SettingsCell;
 
 OBJC_CLASS_NAMED(
     PSTableCell, UITableViewCell, SettingsCell, host::TableViewCell,
-    objc::Ivar<"_specifier", &SettingsCell::specifier>, objc::Ivar<"_value", &SettingsCell::value>,
-    objc::Ivar<"_type", &SettingsCell::type>,
+    objc::Ivar<"_specifier", &SettingsCell::specifier>,
+    objc::Readable<"value", &SettingsCell::value>, objc::Readable<"type", &SettingsCell::type>,
     objc::Ivar<"_cellDisabled", &SettingsCell::cellDisabled>,
     objc::Property<"cellTarget", &SettingsCell::cellTarget, objc::Storage::assign>,
     objc::Property<"cellAction", &SettingsCell::cellAction, objc::Storage::assign>,
@@ -89,12 +89,10 @@ OBJC_CLASS_NAMED(
     objc::Method<"specifier", &SettingsCell::specifierOf>,
     objc::Method<"setSpecifier:", &SettingsCell::setSpecifier>,
     objc::Method<"title", &SettingsCell::title>, objc::Method<"setTitle:", &SettingsCell::setTitle>,
-    objc::Method<"value", &SettingsCell::valueOf>,
     objc::Method<"setValue:", &SettingsCell::setValue>,
     objc::Method<"setIcon:", &SettingsCell::setIcon>,
     objc::Method<"cellEnabled", &SettingsCell::isCellEnabled>,
     objc::Method<"setCellEnabled:", &SettingsCell::setCellEnabled>,
-    objc::Method<"type", &SettingsCell::typeOf>,
     objc::Method<"titleLabel", &SettingsCell::titleLabel>,
     objc::Method<"valueLabel", &SettingsCell::valueLabel>,
     objc::Method<"iconImageView", &SettingsCell::iconView>)

@@ -19,14 +19,12 @@ struct SettingsCell : TableViewCell {
   void setSpecifier(PSSpecifier* row) { specifier = Strong<PSSpecifier>::retain(row); }
   NSString* title();
   void setTitle(NSString* text);
-  NSObject* valueOf() { return value; }
   /// Also shows it in a cell that has a place for it: a choice by its title.
   void setValue(NSObject* object);
   void setIcon(UIImage* image);
   bool isCellEnabled() { return !cellDisabled; }
   /// Also of the control in it.
   void setCellEnabled(bool enabled);
-  PSCellType typeOf() { return type; }
   UILabel* titleLabel() { return textLabelOf(); }
   UILabel* valueLabel() { return detailLabelOf(); }
   UIImageView* iconView() { return imageViewOf(); }
@@ -42,7 +40,6 @@ struct SettingsCell : TableViewCell {
 struct ControlCell : SettingsCell {
   ControlCell* initWithControl(NSInteger style, NSString* reuseIdentifier, PSSpecifier* row);
   void enableControl(bool enabled);
-  UIControl* controlOf() { return control; }
   void setControl(UIControl* made);
   /// For subclasses: made by the cell at its start, owned by the caller.
   UIControl* newControl() { return nullptr; }

@@ -11,7 +11,6 @@ struct Composer : host::ViewController {
     composer->service = Strong<NSString>::retain(service);
     return static_cast<Composer*>(objc_autorelease(composer));
   }
-  NSString* serviceOf() { return service; }
   bool setText(NSString* value) {
     if (send<NSObject*>(this, "presentingViewController"_sel) != nullptr) return false;
     text = Strong<NSString>::adopt(send<NSString*>(value, "copy"_sel));
@@ -26,9 +25,8 @@ struct Composer : host::ViewController {
 }  // namespace
 
 OBJC_CLASS_NAMED(SLComposeViewController, UIViewController, Composer, host::ViewController,
-                 objc::Ivar<"_serviceType", &Composer::service>,
+                 objc::Readable<"serviceType", &Composer::service>,
                  objc::Ivar<"_initialText", &Composer::text>,
                  objc::ClassMethod<"composeViewControllerForServiceType:", &Composer::make>,
-                 objc::Method<"serviceType", &Composer::serviceOf>,
                  objc::Method<"setInitialText:", &Composer::setText>,
                  objc::Method<"_initialText", &Composer::textOf>)

@@ -17,10 +17,6 @@ using Handler = objc::Block<void(NSData*, NSHTTPURLResponse*, NSError*)>;
 
 struct Request : SLRequest {
   static Request* make(NSString* service, NSInteger method, NSURL* url, NSDictionary* parameters);
-  NSString* serviceOf() { return service; }
-  NSInteger methodOf() { return method; }
-  NSURL* urlOf() { return url; }
-  NSDictionary* parametersOf() { return parameters; }
   void perform(Handler handler);
   static NSArray* performed();
 
@@ -87,13 +83,11 @@ void exchange(Request* request,
 }  // namespace
 
 OBJC_CLASS_NAMED(
-    SLRequest, NSObject, Request, NSObject, objc::Ivar<"_serviceType", &Request::service>,
-    objc::Ivar<"_requestMethod", &Request::method>, objc::Ivar<"_URL", &Request::url>,
-    objc::Ivar<"_parameters", &Request::parameters>, objc::Property<"account", &Request::account>,
+    SLRequest, NSObject, Request, NSObject, objc::Readable<"serviceType", &Request::service>,
+    objc::Readable<"requestMethod", &Request::method>, objc::Readable<"URL", &Request::url>,
+    objc::Readable<"parameters", &Request::parameters>,
+    objc::Property<"account", &Request::account>,
     objc::ClassMethod<"requestForServiceType:requestMethod:URL:parameters:", &Request::make>,
-    objc::Method<"serviceType", &Request::serviceOf>,
-    objc::Method<"requestMethod", &Request::methodOf>, objc::Method<"URL", &Request::urlOf>,
-    objc::Method<"parameters", &Request::parametersOf>,
     objc::Method<"performRequestWithHandler:", &Request::perform>,
     objc::ClassMethod<"standIn_performedRequests", &Request::performed>)
 

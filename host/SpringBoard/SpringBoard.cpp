@@ -8,8 +8,6 @@
 namespace {
 
 struct OpenApplication : SBApplication {
-  NSString* identifierOf() { return identifier; }
-
   Strong<NSString> identifier;
 };
 
@@ -32,8 +30,7 @@ struct Board : host::Application {
 }  // namespace
 
 OBJC_CLASS_NAMED(SBApplication, NSObject, OpenApplication, NSObject,
-                 objc::Ivar<"_bundleIdentifier", &OpenApplication::identifier>,
-                 objc::Method<"bundleIdentifier", &OpenApplication::identifierOf>)
+                 objc::Readable<"bundleIdentifier", &OpenApplication::identifier>)
 
 OBJC_CLASS_NAMED(SpringBoard, UIApplication, Board, host::Application,
                  objc::Ivar<"_started", &Board::started>,

@@ -6,7 +6,6 @@ namespace {
 
 struct ContentContainer : host::View {
   ContentContainer* initWithFrame(CGRect rect);
-  host::BackdropView* backdropView() { return backdrop; }
   UIView* accessibilityBackground() { return contrastBackground; }
   void willPresent() {}
   /// Builds the background again, with new settings.
@@ -25,10 +24,9 @@ struct ContentContainer : host::View {
 }  // namespace
 
 OBJC_CLASS_NAMED(SBControlCenterContentContainerView, UIView, ContentContainer, host::View,
-                 objc::Ivar<"_backdropView", &ContentContainer::backdrop>,
+                 objc::Readable<"backdropView", &ContentContainer::backdrop>,
                  objc::Ivar<"_accessibilityBackgroundView", &ContentContainer::contrastBackground>,
                  objc::Method<"initWithFrame:", &ContentContainer::initWithFrame>,
-                 objc::Method<"backdropView", &ContentContainer::backdropView>,
                  objc::Method<"controlCenterWillPresent", &ContentContainer::willPresent>,
                  objc::Method<"_updateBackground", &ContentContainer::updateBackground>,
                  objc::Method<"_accessibilityBackgroundContrastDidChange:",

@@ -7,7 +7,6 @@ namespace {
 
 struct NotificationCenter : host::ViewController {
   NotificationCenter* initWithNib(NSString* name, NSBundle* bundle);
-  host::BackdropView* backdropView() { return backdrop; }
   void hostWillPresent() {}
   void contrastDidChange(NSObject*) {}
 
@@ -18,9 +17,8 @@ struct NotificationCenter : host::ViewController {
 
 OBJC_CLASS_NAMED(
     SBNotificationCenterViewController, UIViewController, NotificationCenter, host::ViewController,
-    objc::Ivar<"_backdropView", &NotificationCenter::backdrop>,
+    objc::Readable<"backdropView", &NotificationCenter::backdrop>,
     objc::Method<"initWithNibName:bundle:", &NotificationCenter::initWithNib>,
-    objc::Method<"backdropView", &NotificationCenter::backdropView>,
     objc::Method<"hostWillPresent", &NotificationCenter::hostWillPresent>,
     objc::Method<"_backgroundContrastDidChange:", &NotificationCenter::contrastDidChange>)
 

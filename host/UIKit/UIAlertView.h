@@ -14,10 +14,8 @@ struct AlertView : View {
   /// Nil outside the range.
   NSString* buttonTitle(NSInteger index);
   /// -1 for none.
-  NSInteger cancelIndex() { return cancelButton; }
   void setCancelIndex(NSInteger index) { cancelButton = index; }
   /// The initialiser's first one; -1 for none.
-  NSInteger firstOtherIndex() { return firstOther; }
 
   /// Raises on any thread but the main one.
   void show();

@@ -4,9 +4,8 @@
 using host::Application;
 
 OBJC_CLASS_NAMED(UIApplication, NSObject, Application, NSObject,
-                 objc::Ivar<"_state", &Application::state>,
+                 objc::Readable<"applicationState", &Application::state, "_state">,
                  objc::ClassMethod<"sharedApplication", &Application::shared>,
-                 objc::Method<"applicationState", &Application::applicationState>,
                  objc::Method<"setApplicationState:", &Application::setApplicationState>)
 
 Application* Application::shared() {

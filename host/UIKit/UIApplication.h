@@ -9,7 +9,6 @@ namespace host {
 struct Application : UIApplication {
   static Application* shared();
   /// 0 active, 1 inactive, 2 background.
-  NSInteger applicationState() { return state; }
   void setApplicationState(NSInteger value) { state = value; }
 
   /// Only SpringBoard knows which application is in front.

@@ -40,12 +40,12 @@ OBJC_CLASS_NAMED(UIBarItem, NSObject, BarItem, NSObject,
                  objc::Property<"tag", &BarItem::tag, objc::Storage::assign>)
 
 OBJC_CLASS_NAMED(
-    UIBarButtonItem, UIBarItem, BarButtonItem, BarItem, objc::Ivar<"_style", &BarButtonItem::style>,
+    UIBarButtonItem, UIBarItem, BarButtonItem, BarItem,
+    objc::Readable<"style", &BarButtonItem::style>,
     objc::Property<"target", &BarButtonItem::target, objc::Storage::assign>,
     objc::Property<"action", &BarButtonItem::action, objc::Storage::assign>,
     objc::Ivar<"_backgrounds", &BarButtonItem::backgrounds>,
     objc::Method<"initWithImage:style:target:action:", &BarButtonItem::initWithImage>,
-    objc::Method<"style", &BarButtonItem::styleOf>,
     objc::Method<"setBackgroundImage:forState:barMetrics:", &BarButtonItem::setBackground>,
     objc::Method<"backgroundImageForState:barMetrics:", &BarButtonItem::background>,
     objc::Method<"_press", &BarButtonItem::press>)

@@ -18,7 +18,6 @@ struct BarItem : UIBarButtonItem {
 struct BarButtonItem : BarItem {
   BarButtonItem* initWithImage(UIImage* picture, NSInteger buttonStyle, NSObject* receiver,
                                SEL message);
-  NSInteger styleOf() { return style; }
   void setBackground(UIImage* picture, NSUInteger state, NSInteger metrics);
   UIImage* background(NSUInteger state, NSInteger metrics);
   /// Acts like a tap: sends the action to the target, with the item.

@@ -21,7 +21,6 @@ struct NavigationController : host::ContainerViewController {
     loadView();
     send<void>(pageView, "addSubview:"_sel, bar.get());
   }
-  UINavigationBar* barOf() { return bar; }
   NSObject* top() { return held.empty() ? nullptr : held.back().get(); }
   /// What the page on top presents hides it.
   NSObject* visible() {
@@ -69,7 +68,7 @@ OBJC_CLASS_NAMED(UINavigationController, UIViewController, NavigationController,
                  host::ViewController, objc::Ivar<"_viewControllers", &NavigationController::held>,
                  objc::Ivar<"_isOnScreen", &NavigationController::isOnScreen>,
                  objc::Ivar<"_showsAll", &NavigationController::showsAll>,
-                 objc::Ivar<"_navigationBar", &NavigationController::bar>,
+                 objc::Readable<"navigationBar", &NavigationController::bar>,
                  objc::Method<"initWithRootViewController:", &NavigationController::initWithRoot>,
                  objc::Method<"initWithNibName:bundle:", &NavigationController::initWithNibAndBar>,
                  objc::Method<"loadView", &NavigationController::loadViewWithBar>,
@@ -83,8 +82,7 @@ OBJC_CLASS_NAMED(UINavigationController, UIViewController, NavigationController,
                  objc::Method<"pushViewController:animated:", &NavigationController::push>,
                  objc::Method<"popViewControllerAnimated:", &NavigationController::pop>,
                  objc::Method<"topViewController", &NavigationController::top>,
-                 objc::Method<"visibleViewController", &NavigationController::visible>,
-                 objc::Method<"navigationBar", &NavigationController::barOf>)
+                 objc::Method<"visibleViewController", &NavigationController::visible>)
 
 using host::ContainerViewController;
 

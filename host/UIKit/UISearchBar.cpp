@@ -30,7 +30,6 @@ struct SearchBar : host::View {
 };
 
 struct TextField : host::Control {
-  bool isSecureOf() { return isSecure; }
   void setSecure(bool secure) { isSecure = secure; }
   /// Acts like the keyboard and its return key. A disabled field stays as it is.
   void type(NSString* typed) {
@@ -62,7 +61,6 @@ OBJC_CLASS_NAMED(UITextField, UIControl, TextField, host::Control,
                  objc::Property<"text", &TextField::text, objc::Storage::copy>,
                  objc::Property<"placeholder", &TextField::placeholder, objc::Storage::copy>,
                  objc::Property<"delegate", &TextField::delegate, objc::Storage::assign>,
-                 objc::Ivar<"_secureTextEntry", &TextField::isSecure>,
-                 objc::Method<"isSecureTextEntry", &TextField::isSecureOf>,
+                 objc::Readable<"isSecureTextEntry", &TextField::isSecure, "_secureTextEntry">,
                  objc::Method<"setSecureTextEntry:", &TextField::setSecure>,
                  objc::Method<"standIn_type:", &TextField::type>)

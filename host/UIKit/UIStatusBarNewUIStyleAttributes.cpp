@@ -11,9 +11,6 @@ struct Attributes : UIStatusBarNewUIStyleAttributes {
     foregroundColor = Strong<UIColor>::retain(foreground);
     return this;
   }
-  NSObject* requestOf() { return request; }
-  UIColor* background() { return backgroundColor; }
-  UIColor* foreground() { return foregroundColor; }
 
   Strong<NSObject> request;
   Strong<UIColor> backgroundColor;
@@ -24,10 +21,7 @@ struct Attributes : UIStatusBarNewUIStyleAttributes {
 
 OBJC_CLASS_NAMED(
     UIStatusBarNewUIStyleAttributes, NSObject, Attributes, NSObject,
-    objc::Ivar<"_request", &Attributes::request>,
-    objc::Ivar<"_backgroundColor", &Attributes::backgroundColor>,
-    objc::Ivar<"_foregroundColor", &Attributes::foregroundColor>,
-    objc::Method<"initWithRequest:backgroundColor:foregroundColor:", &Attributes::init>,
-    objc::Method<"request", &Attributes::requestOf>,
-    objc::Method<"backgroundColor", &Attributes::background>,
-    objc::Method<"foregroundColor", &Attributes::foreground>)
+    objc::Readable<"request", &Attributes::request>,
+    objc::Readable<"backgroundColor", &Attributes::backgroundColor>,
+    objc::Readable<"foregroundColor", &Attributes::foregroundColor>,
+    objc::Method<"initWithRequest:backgroundColor:foregroundColor:", &Attributes::init>)

@@ -12,7 +12,6 @@ struct TableView : View {
   TableView* initWithFrameAndStyle(CGRect rect, NSInteger style);
   void dealloc();
 
-  UIView* headerView() { return header; }
   void setHeaderView(UIView* view);
   /// 1 where the data source does not say.
   NSInteger sectionCount();
@@ -27,7 +26,6 @@ struct TableView : View {
   void reloadRows(NSArray* paths, NSInteger animation);
   /// Makes the cells.
   void layOutCells();
-  NSIndexPath* selectedPath() { return selected; }
   void deselect(NSIndexPath* path, bool animated);
 
   /// Acts like a tap: the row is selected, and the delegate told. Nothing happens without such a

@@ -15,9 +15,6 @@ struct TableViewCell : View {
   UILabel* textLabelOf() { return textLabel; }
   UILabel* detailLabelOf() { return detailLabel; }
   UIImageView* imageViewOf() { return imageView; }
-  UIView* contentViewOf() { return contentView; }
-  NSString* reuseIdentifierOf() { return reuseIdentifier; }
-  UIView* accessoryViewOf() { return accessoryView; }
   void setAccessoryView(UIView* view);
   NSInteger accessoryTypeOf() { return static_cast<NSInteger>(accessory); }
   void setAccessoryType(NSInteger type) { accessory = static_cast<Accessory>(type); }

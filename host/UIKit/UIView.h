@@ -14,7 +14,6 @@ struct View : UIView {
   HOST_EXPORT View* initWithFrame(CGRect rect);
   void dealloc();
 
-  UIView* superviewOf() { return superview; }
   void addSubview(UIView* child);
   void removeFromSuperview();
 
@@ -22,10 +21,7 @@ struct View : UIView {
   UIColor* inheritedTint();
   void storeTint(UIColor* color) { tint = Strong<UIColor>::retain(color); }
   /// What setTintColor: stored; nil if the view inherits.
-  UIColor* storedTint() { return tint; }
-  bool isOpaque() { return opaque; }
   void storeOpaque(bool value) { opaque = value; }
-  UIColor* background() { return backgroundColor; }
   void storeBackground(UIColor* color) { backgroundColor = Strong<UIColor>::retain(color); }
   void layoutSubviews() {}
   /// Lays out the view and all below it, as the screen does before it shows them.

@@ -5,9 +5,9 @@ using host::ViewController;
 OBJC_CLASS_NAMED(
     UIViewController, NSObject, ViewController, NSObject,
     objc::Ivar<"_view", &ViewController::pageView>,
-    objc::Ivar<"_parentViewController", &ViewController::parent>,
+    objc::Readable<"parentViewController", &ViewController::parent>,
     objc::Ivar<"_navigationItem", &ViewController::itemInBar>,
-    objc::Ivar<"_title", &ViewController::title>,
+    objc::Readable<"title", &ViewController::title>,
     objc::Property<"edgesForExtendedLayout", &ViewController::edges, objc::Storage::assign>,
     objc::Method<"init", &ViewController::init>,
     objc::Method<"initWithNibName:bundle:", &ViewController::initWithNib>,
@@ -21,9 +21,7 @@ OBJC_CLASS_NAMED(
     objc::Method<"viewDidAppear:", &ViewController::appears>,
     objc::Method<"viewWillDisappear:", &ViewController::appears>,
     objc::Method<"viewDidDisappear:", &ViewController::appears>,
-    objc::Method<"title", &ViewController::titleOf>,
     objc::Method<"setTitle:", &ViewController::setTitle>,
-    objc::Method<"parentViewController", &ViewController::parentOf>,
     objc::Method<"splitViewController", &ViewController::splitViewControllerOf>,
     objc::Method<"navigationController", &ViewController::navigationControllerOf>,
     objc::Method<"navigationItem", &ViewController::item>)

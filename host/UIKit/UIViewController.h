@@ -20,10 +20,8 @@ struct ViewController : UIViewController {
   void viewDidLoad() {}
   void appears(bool) {}
 
-  NSString* titleOf() { return title; }
   /// Also that of the bar while the page is on top.
   void setTitle(NSString* text);
-  UIViewController* parentOf() { return parent; }
   /// The nearest parent of that class; nil if there is none.
   UIViewController* splitViewControllerOf();
   UIViewController* navigationControllerOf();

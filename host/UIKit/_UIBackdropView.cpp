@@ -16,9 +16,8 @@ OBJC_CLASS_NAMED(_UIBackdropViewSettings, NSObject, BackdropSettings, NSObject,
                  Assigned<"usesColorTintView", &BackdropSettings::usesColorTintView>)
 
 OBJC_CLASS_NAMED(_UIBackdropView, UIView, BackdropView, host::View,
-                 objc::Ivar<"_inputSettings", &BackdropView::settings>,
-                 objc::Method<"initWithFrame:", &BackdropView::initWithFrame>,
-                 objc::Method<"inputSettings", &BackdropView::settingsOf>)
+                 objc::Readable<"inputSettings", &BackdropView::settings>,
+                 objc::Method<"initWithFrame:", &BackdropView::initWithFrame>)
 
 namespace host {
 

@@ -16,7 +16,6 @@ struct BackdropSettings : NSObject {
 
 struct BackdropView : View {
   BackdropView* initWithFrame(CGRect rect);
-  BackdropSettings* settingsOf() { return settings; }
   /// The platform does so whenever it rebuilds the background: do not keep the old object.
   HOST_EXPORT void replaceSettings();
 

@@ -182,6 +182,33 @@ struct Ivar {
   using Properties = List<>;
 };
 
+namespace detail {
+
+/// Reads a data member for others.
+template <auto Member>
+struct Reading {
+  using Owner = typename MemberOf<decltype(Member)>::Owner;
+  using Type = typename MemberOf<decltype(Member)>::Type;
+  using Value = typename Held<Type>::Type;
+
+  static Value get(Owner* self, SEL) {
+    // Another thread may release it before the caller has used it.
+    if constexpr (kIsPublished<Type>) return (self->*Member).read().autorelease();
+    else return self->*Member;
+  }
+};
+
+}  // namespace detail
+
+/// An instance variable, called Stored, with a getter. Setters are methods of the class's own.
+template <FixedString Name, auto Member, FixedString Stored = "_" + Name>
+struct Readable {
+  using InstanceMethods = List<Method<Name, &detail::Reading<Member>::get>>;
+  using ClassMethods = List<>;
+  using Ivars = List<Ivar<Stored, Member>>;
+  using Properties = List<>;
+};
+
 /// How a property keeps its value.
 enum class Storage { strong, copy, assign };
 enum class Atomicity { nonatomic, atomic };
@@ -192,16 +219,11 @@ enum class Setter { synthesized, custom };
 /// is a Strong<T>, or a Published<T> if several threads use it.
 template <FixedString Name, auto Member, Storage How = Storage::strong,
           Atomicity Guard = Atomicity::nonatomic, Setter Kind = Setter::synthesized>
-struct Property {
-  using Owner = typename detail::MemberOf<decltype(Member)>::Owner;
-  using Type = typename detail::MemberOf<decltype(Member)>::Type;
-  using Value = typename detail::Held<Type>::Type;
+struct Property : detail::Reading<Member> {
+  using typename detail::Reading<Member>::Owner;
+  using typename detail::Reading<Member>::Type;
+  using typename detail::Reading<Member>::Value;
 
-  static Value get(Owner* self, SEL) {
-    // Another thread may release it before the caller has used it.
-    if constexpr (detail::kIsPublished<Type>) return (self->*Member).read().autorelease();
-    else return self->*Member;
-  }
   static void set(Owner* self, SEL, Value value) { store(self, value); }
 
   /// Does what the setter does, for the class's own code that bypasses it.
@@ -233,7 +255,7 @@ struct Property {
     else return type + atomic + ivar;
   }();
 
-  using Getter = Method<Name, &get>;
+  using Getter = Method<Name, &detail::Reading<Member>::get>;
   using SetterMethod = Method<detail::setterName<Name>(), &set>;
   using InstanceMethods =
       std::conditional_t<Kind == Setter::synthesized, List<Getter, SetterMethod>, List<Getter>>;

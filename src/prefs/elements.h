@@ -9,9 +9,8 @@
 namespace varnix::settings {
 
 struct Element {
-  const char* name;       ///< in reports
   const char* operation;  ///< the manager has OPERATIONEnabled and OPERATIONDye
-  const char* key;        ///< KEY_color_type and KEY_color are stored
+  const char* key;        ///< its name for people; KEY_color_type and KEY_color are stored
   const char* ownColor;   ///< its own colour if none is stored
   /// Whether it appears over applications. If so, its type is that for the application in front.
   bool followsOpenApp;
@@ -20,19 +19,19 @@ struct Element {
 };
 
 inline constexpr Element kElements[] = {
-    {"statusBar", "statusBar", "statusbar", "#FFFFFF", false,  //
+    {"statusBar", "statusbar", "#FFFFFF", false,  //
      "status bar", "status bar's own colour"},
-    {"folder", "folder", "folder", "#FFFFFF", false,  //
+    {"folder", "folder", "#FFFFFF", false,  //
      "backgrounds of folders and icons", "own colour of folder and icon backgrounds"},
-    {"cc", "cc", "cc", "#FFFFFF", true,  //
+    {"cc", "cc", "#FFFFFF", true,  //
      "Control Centre", "Control Centre's own colour"},
-    {"nc", "nc", "nc", "#FFFFFF", true,  //
+    {"nc", "nc", "#FFFFFF", true,  //
      "Notification Centre", "Notification Centre's own colour"},
-    {"sms", "sms", "sms", "#FFFFFF", false,  //
+    {"sms", "sms", "#FFFFFF", false,  //
      "Messages balloons; dyed for 0 and 2 only", "Messages balloons' own colour"},
-    {"keyboard", "keyboard", "keyboard", "#FFFFFF", false,  //
+    {"keyboard", "keyboard", "#FFFFFF", false,  //
      "keyboard", "keyboard's own colour"},
-    {"volume", "vol", "volume", "#FFFFFF", true,  //
+    {"vol", "volume", "#FFFFFF", true,  //
      "volume HUD", "volume HUD's own colour"},
 };
 

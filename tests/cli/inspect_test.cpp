@@ -37,7 +37,7 @@ TEST_F(Inspect, TheReportHasItsShape) {
                                            {"selector", "tintColor"},
                                            {"method", "instance"}}));
   ASSERT_EQ(keysOf(report["elements"]), (std::vector<std::string>{"cc", "folder", "keyboard", "nc",
-                                                                  "sms", "statusBar", "volume"}));
+                                                                  "sms", "statusbar", "volume"}));
   for (const Json& element : report["elements"]) {
     EXPECT_EQ(element, Json({{"type", 0}, {"color", kDefaultDye}}));
   }
@@ -97,7 +97,7 @@ TEST_F(Inspect, AnApplicationIsDyed) {
   expect("UIKeyboard", "backgroundColor", "keyboard", nullptr, dye);
   expect("UIKeyboard", "opaque", "keyboard", true, false);
   expect("UIKBRenderConfig", "lightKeyboard", "keyboard", true, false);
-  EXPECT_EQ(report["elements"]["statusBar"], Json({{"type", 2}, {"color", "#102030ff"}}));
+  EXPECT_EQ(report["elements"]["statusbar"], Json({{"type", 2}, {"color", "#102030ff"}}));
 }
 
 TEST_F(Inspect, SpringBoardSparesSegmentsAndTheStatusBar) {

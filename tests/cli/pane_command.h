@@ -7,7 +7,7 @@ namespace test {
 
 class PaneCommandTest : public CommandTest {
  protected:
-  PaneCommandTest() {
+  explicit PaneCommandTest(Words command = {"pane"}) : command_(std::move(command)) {
     write("/var/mobile/Library/Preferences/com.quillmarsh.varnix2.pane.plist",
           "<plist version=\"1.0\"><dict><key>invited</key><true/></dict></plist>");
   }
@@ -27,9 +27,24 @@ class PaneCommandTest : public CommandTest {
   }
   Outcome run(const std::string& script, const Words& words = {}) const {
     write("/script", script);
-    Words all = {"pane", "--script", folder.path() + "/script"};
+    Words all = command_;
+    all.insert(all.end(), {"--script", folder.path() + "/script"});
     all.insert(all.end(), words.begin(), words.end());
     return varnix(all);
+  }
+  /// Runs a script of one line that changes a setting, with damaged settings.
+  void expectDamagedSettingsStay(const std::string& script) const {
+    for (const std::string& bytes :
+         {std::string("<plist version=\"1.0\"><dict><key>enabled</key><fal"),
+          std::string("garbage"), std::string()}) {
+      writeSettings(bytes);
+      const Outcome outcome = run(script);
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_EQ(outcome.error, "varnix: " + folder.path() +
+                                   "/script line 1: no settings can be read from: " +
+                                   settingsPath() + " (move the file away to begin anew)\n");
+      EXPECT_EQ(contentsOf(settingsPath()), bytes);
+    }
   }
   /// A program of the phone, in the shell's language.
   void program(const std::string& name, const std::string& text) const {
@@ -44,6 +59,8 @@ class PaneCommandTest : public CommandTest {
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path) << text;
   }
+
+  Words command_;
 };
 
 }  // namespace test

@@ -2,7 +2,7 @@
 // small pane in C.
 #include <ctime>
 
-#include "cli/command.h"
+#include "cli/pane_command.h"
 
 using test::Command;
 using test::Outcome;
@@ -11,8 +11,10 @@ using test::Words;
 
 namespace {
 
-class ExamplePane : public test::CommandTest {
+class ExamplePane : public test::PaneCommandTest {
  protected:
+  ExamplePane() : PaneCommandTest({"pane", "--example"}) {}
+
   /// What it prints after the list at the beginning.
   std::string says(const std::string& script, const Words& words = {}) const {
     const Outcome outcome = run(script, words);
@@ -21,24 +23,6 @@ class ExamplePane : public test::CommandTest {
     const auto end = outcome.out.find(lastRow);
     EXPECT_NE(end, std::string::npos) << outcome.out;
     return outcome.out.substr(end + lastRow.size());
-  }
-  Outcome run(const std::string& script, const Words& words = {}) const {
-    Words all = {"pane", "--example", "--script", write(script)};
-    all.insert(all.end(), words.begin(), words.end());
-    return varnix(all);
-  }
-  void program(const std::string& name, const std::string& text) const {
-    const std::filesystem::path path = folder.path() + "/usr/bin/" + name;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << "#!/bin/sh\n" << text;
-    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-  }
-
- private:
-  std::string write(const std::string& script) const {
-    std::string path = folder.path() + "/script";
-    std::ofstream(path) << script;
-    return path;
   }
 };
 
@@ -211,17 +195,7 @@ TEST_F(ExamplePane, SurvivesASettingsFileThatIsNone) {
 }
 
 TEST_F(ExamplePane, ReplacesNoFileThatItCannotRead) {
-  for (const std::string& bytes :
-       {std::string("<plist version=\"1.0\"><dict><key>enabled</key><fal"), std::string("garbage"),
-        std::string()}) {
-    writeSettings(bytes);
-    const Outcome outcome = run("set global_color #1e88e5\n");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.error, "varnix: " + folder.path() +
-                                 "/script line 1: no settings can be read from: " + settingsPath() +
-                                 " (move the file away to begin anew)\n");
-    EXPECT_EQ(test::contentsOf(settingsPath()), bytes);
-  }
+  expectDamagedSettingsStay("set global_color #1e88e5\n");
 }
 
 }  // namespace

@@ -311,18 +311,6 @@ TEST_F(Pane, SurvivesASettingsFileThatIsNone) {
   EXPECT_NE(says("").find("\nbar   #de3027ff\n"), std::string::npos);
 }
 
-TEST_F(Pane, ReplacesNoFileThatItCannotRead) {
-  for (const std::string& bytes :
-       {std::string("<plist version=\"1.0\"><dict><key>enabled</key><fal"), std::string("garbage"),
-        std::string()}) {
-    writeSettings(bytes);
-    const Outcome outcome = run("set Enabled off\n");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.error, "varnix: " + folder.path() +
-                                 "/script line 1: no settings can be read from: " + settingsPath() +
-                                 " (move the file away to begin anew)\n");
-    EXPECT_EQ(test::contentsOf(settingsPath()), bytes);
-  }
-}
+TEST_F(Pane, ReplacesNoFileThatItCannotRead) { expectDamagedSettingsStay("set Enabled off\n"); }
 
 }  // namespace

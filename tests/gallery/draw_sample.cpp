@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "common/json.h"
 #include "gallery/page/gallery.h"
 #include "sample.h"
 

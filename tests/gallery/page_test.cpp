@@ -10,6 +10,7 @@
 #include <string>
 
 #include "common/errors.h"
+#include "common/json.h"
 #include "gallery/page/gallery.h"
 #include "gallery/page/page_data.h"
 #include "sample.h"

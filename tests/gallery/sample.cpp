@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "common/json.h"
+
 using varnix::cli::Json;
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "common/json.h"
+#include "common/json_forward.h"
 
 /// Draws its pictures into the folder. `stroke`, 0xrrggbb, is the colour of a stroke across the
 /// dyed picture of Messages in the first tab.

@@ -66,6 +66,12 @@ using Guarded = objc::Property<"guarded", &PropertyFixture::_guarded, objc::Stor
 using Tripled = objc::Property<"tripled", &PropertyFixture::_tripled, objc::Storage::assign,
                                objc::Atomicity::nonatomic, objc::Setter::custom>;
 
+/// Its variables can be read, and are called like their getters or otherwise.
+struct ReadableFixture : NSObject {
+  Strong<CountedFixture> kept;
+  bool isOn;
+};
+
 /// The declarations that others use, and the class behind them.
 struct DeclaredFixture : objc::View<DeclaredFixture, NSObject> {
   static constexpr Message<"scaled:by:", double(int, float)> scaled{};
@@ -142,6 +148,8 @@ OBJC_CLASS(CountedFixture, NSObject, objc::Ivar<"generation", &CountedFixture::g
            objc::Method<"dealloc", &CountedFixture::dealloc>)
 OBJC_CLASS(PropertyFixture, NSObject, Kept, Copied, Seen, Number, Area, Guarded, Tripled,
            objc::Method<"setTripled:", &PropertyFixture::setTripled>)
+OBJC_CLASS(ReadableFixture, NSObject, objc::Readable<"kept", &ReadableFixture::kept>,
+           objc::Readable<"isOn", &ReadableFixture::isOn, "_on">)
 using Declared = DeclaredFixture;
 using Inside = DeclaredFixtureInside;
 OBJC_CLASS_NAMED(
@@ -302,6 +310,23 @@ TEST_F(Properties, HaveTypedAccessorsAndAnIvar) {
   auto object = make<PropertyFixture>();
   expectIvar(object.get(), "_kept", &object->_kept, "@");
   expectIvar(object.get(), "_number", &object->_number, "i");
+}
+
+TEST_F(Properties, ReadableVariablesHaveNoMoreThanAGetter) {
+  auto value = make<CountedFixture>();
+  auto object = make<ReadableFixture>();
+  EXPECT_EQ(send<CountedFixture*>(object, "kept"_sel), nullptr);
+  object->kept = value;
+  object->isOn = true;
+  EXPECT_EQ(send<CountedFixture*>(object, "kept"_sel), value.get());
+  EXPECT_EQ(references(value), 2U);
+  EXPECT_TRUE(send<bool>(object, "isOn"_sel));
+  Class cls = objc::classOf<ReadableFixture>();
+  EXPECT_STREQ(method_getTypeEncoding(class_getInstanceMethod(cls, "kept"_sel)), "@@:");
+  EXPECT_EQ(class_getInstanceMethod(cls, "setKept:"_sel), nullptr);
+  EXPECT_EQ(class_getInstanceMethod(cls, "setIsOn:"_sel), nullptr);
+  expectIvar(object.get(), "_kept", &object->kept, "@");
+  expectIvar(object.get(), "_on", &object->isOn, objc::kEncoding<bool>.text);
 }
 
 TEST(DeclaredMethods, AreWhatTheMessagesReach) {

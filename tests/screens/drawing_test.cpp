@@ -241,6 +241,46 @@ TEST_F(Files, AreWrittenAsTheyAre) {
             (std::vector<std::uint8_t>{0xfe, 0xdc, 0xba, 255}));
 }
 
+TEST(ScreenCanvas, SharpPicturesHaveSquarePixels) {
+  const Surface two = makeSurface(2, 1);
+  auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(two.get()));
+  pixels[0] = 0xffff0000;
+  pixels[1] = 0xff0000ff;
+  cairo_surface_mark_dirty(two.get());
+  const Canvas canvas(40, 20, 1);
+  canvas.sharpPicture(two, {10, 5, 20, 10});
+  for (int x = 0; x < 40; ++x) {
+    const bool isInside = x >= 10 && x < 30;
+    const std::uint32_t expected = !isInside ? 0 : x < 20 ? 0xff0000 : 0x0000ff;
+    EXPECT_EQ(pixelAt(canvas.surface(), x, 10) & 0xffffff, expected) << x;
+    EXPECT_EQ(pixelAt(canvas.surface(), x, 4) & 0xffffff, 0U);
+  }
+}
+
+TEST(ScreenCanvas, GradientsGoFromOnePointToTheOther) {
+  const Canvas canvas(30, 10, 1);
+  canvas.saveWithin({0, 0, 30, 5});
+  canvas.rectangle({0, 0, 30, 10});
+  canvas.fillGradient({10, 0}, {20, 0}, {rgb(0xff0000), rgb(0x0000ff)});
+  canvas.restore();
+  EXPECT_EQ(pixelAt(canvas.surface(), 9, 4) & 0xffffff, 0xff0000U);
+  EXPECT_NEAR(channel(canvas.surface(), 15, 4, 0), 115, 3);
+  EXPECT_NEAR(channel(canvas.surface(), 15, 4, 2), 140, 3);
+  EXPECT_EQ(pixelAt(canvas.surface(), 20, 4) & 0xffffff, 0x0000ffU);
+  EXPECT_EQ(pixelAt(canvas.surface(), 9, 5) & 0xffffff, 0U) << "outside of the box";
+}
+
+TEST(Text, APlainFaceKeepsItsOwnSpaces) {
+  const Canvas canvas(200, 40, 2);
+  for (const double size : {11.0, 16.0, 24.0}) {
+    const TextStyle plain{size, kWhite, Weight::medium, Align::left, Face::plain};
+    EXPECT_GT(textWidth(canvas, "Varnix", plain),
+              textWidth(canvas, "Varnix", {size, kWhite, Weight::medium}));
+    EXPECT_EQ(textWidth(canvas, "Varnix", plain.with(kBlack).with(Align::right)),
+              textWidth(canvas, "Varnix", plain));
+  }
+}
+
 TEST(Text, IsAsWideAsItIsLongAndCutWhereThereIsNoRoom) {
   const Canvas canvas(200, 40, 2);
   const TextStyle style{17, kWhite};

@@ -1,9 +1,9 @@
-#include "preview/materials.h"
+#include "gallery/materials/materials.h"
 
 #include <cmath>
 
-#include "preview/sample_files.h"
-#include "preview/screens_module.h"
+#include "gallery/materials/sample_files.h"
+#include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
 

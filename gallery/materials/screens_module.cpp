@@ -1,4 +1,4 @@
-#include "preview/screens_module.h"
+#include "gallery/materials/screens_module.h"
 
 #include <algorithm>
 #include <type_traits>

@@ -1,4 +1,4 @@
-#include "preview/sample_files.h"
+#include "gallery/materials/sample_files.h"
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include "preview/listed_icons.h"
+#include "gallery/materials/listed_icons.h"
 
 #include <utility>
 
