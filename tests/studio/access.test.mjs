@@ -75,6 +75,21 @@ test('a theme is made by keyboard alone', () => withStudio({}, async (page) => {
   assert.equal(await page.locator('#states:popover-open').count(), 0);
 }));
 
+// What opens over the page, and that it keeps the rules.
+async function expectInView(page, id) {
+  const {box, width, violations} = await page.evaluate(async (name) => {
+    const it = document.getElementById(name);
+    it.showPopover();
+    const shown = it.getBoundingClientRect();
+    const found = await window.axe.run(it);
+    it.hidePopover();
+    return {box: {left: shown.left, right: shown.right, height: shown.height}, width: innerWidth,
+            violations: found.violations.map((one) => one.id)};
+  }, id);
+  assert.ok(box.left >= 0 && box.right <= width && box.height > 20, `${id}: ${JSON.stringify(box)}`);
+  assert.deepEqual(violations, []);
+}
+
 for (const colorScheme of ['light', 'dark']) {
   for (const width of [375, 768, 1440]) {
     test(`the rules hold at ${width} px, ${colorScheme}`,
@@ -85,7 +100,9 @@ for (const colorScheme of ['light', 'dark']) {
       const {violations} = await page.evaluate(() => window.axe.run());
       assert.deepEqual(violations.map(({id, nodes}) => [id, nodes.map(({target}) => target.join(' '))]), []);
       assert.deepEqual(await faultsOf(page), []);
+      for (const id of ['states', 'exports']) await expectInView(page, id);
       await enlarge(page);
+      for (const id of ['states', 'exports']) await expectInView(page, id);
       assert.deepEqual(await faultsOf(page), [], 'text of 200 %');
     }));
   }
