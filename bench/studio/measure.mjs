@@ -57,7 +57,8 @@ try {
   for (const [id, title] of [['application', 'an application'], ['control-centre', 'Control Centre']]) {
     const page = await browser.newPage({viewport: {width: 1440, height: 900}});
     await page.goto(`${address}#${id}`);
-    await page.waitForFunction(() => document.querySelectorAll('img[data-revision]').length === 9);
+    await page.waitForFunction(() => document.querySelectorAll('.others img').length > 0 &&
+      [...document.querySelectorAll('.looked-at img, .others img')].every((it) => 'revision' in it.dataset));
     await page.evaluate(measureChanges, 3);
     const times = await page.evaluate(measureChanges, rounds);
     figures.push({measure: `studio, ${title}: change to picture, ms`, value: median(times.one), goal: goals.one},

@@ -21,7 +21,7 @@ std::string shortHex(const Color& color) {
 struct Swatch {
   const char* label;
   Color color;
-  std::string notes[3];
+  std::string notes[4];
 };
 
 void drawSwatch(const Canvas& canvas, const Swatch& swatch, const Box& box) {
@@ -33,10 +33,10 @@ void drawSwatch(const Canvas& canvas, const Swatch& swatch, const Box& box) {
   canvas.fill(box, swatch.color, kRadius);
   canvas.outline(box, kEdge, kLine, kRadius);
   double baseline = box.y + box.height + 24;
-  drawText(canvas, {box.x, baseline}, swatch.label, kLabel);
-  drawText(canvas, {box.x, baseline += 18}, shortHex(swatch.color), kBody);
+  drawText(canvas, {box.x, baseline}, swatch.label, kLabel, box.width);
+  drawText(canvas, {box.x, baseline += 18}, shortHex(swatch.color), kBody, box.width);
   for (const std::string& note : swatch.notes)
-    drawText(canvas, {box.x, baseline += 16}, note, kCaption);
+    drawText(canvas, {box.x, baseline += 16}, note, kCaption, box.width);
 }
 
 }  // namespace
@@ -44,15 +44,17 @@ void drawSwatch(const Canvas& canvas, const Swatch& swatch, const Box& box) {
 void drawSwatches(const Canvas& canvas, const Analysis& image, const Box& row) {
   constexpr Color kWhite{255, 255, 255};
   constexpr Color kBlack{0, 0, 0};
-  const std::string rule =
-      std::string("from ") + image.rule + (image.isSaturated ? ", saturated" : "");
+  const std::string rule = std::string("from ") + image.rule;
+  // Together they are wider than a swatch.
+  const std::string saturated = image.isSaturated ? "and saturated" : "";
   const Swatch swatches[] = {
       {"Background", image.background, {"the most frequent"}},
       {"Primary text", image.primary, {ratio(image.primary, image.background, "background")}},
       {"Secondary text", image.secondary, {ratio(image.secondary, image.background, "background")}},
       {"Important",
        image.important,
-       {ratio(image.important, kWhite, "white"), ratio(image.important, kBlack, "black"), rule}},
+       {ratio(image.important, kWhite, "white"), ratio(image.important, kBlack, "black"), rule,
+        saturated}},
       {"Average",
        image.average,
        {ratio(image.average, kWhite, "white"), ratio(image.average, kBlack, "black")}},

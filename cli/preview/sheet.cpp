@@ -6,6 +6,7 @@
 
 #include "common/errors.h"
 #include "common/framework_files.h"
+#include "gallery/materials/listed_icons.h"
 #include "gallery/materials/screens_module.h"
 
 namespace varnix::cli {
@@ -34,7 +35,7 @@ const Screen& coveredScreen(const Tab& tab) {
 namespace {
 
 /// The screens that are drawn for a tab, including those that others cover.
-std::vector<const Screen*> drawnScreens(const Materials& materials, const Tab& tab) {
+std::vector<const Screen*> screensIn(const Materials& materials, const Tab& tab) {
   std::vector<const Screen*> drawn = materials.screens;
   const bool anyCovers =
       std::any_of(drawn.begin(), drawn.end(), [](const Screen* s) { return s->coversAnother; });
@@ -49,33 +50,13 @@ struct Asked {
   bool withLibrary;
 };
 
-/// The sample's icon for an application that every phone has.
-constexpr std::pair<const char*, const char*> kOnEveryPhone[] = {
-    {"com.example.browser", "com.apple.mobilesafari"},
-    {"com.example.mail", "com.apple.mobilemail"},
-    {"com.example.maps", "com.apple.Maps"},
-    {"com.example.music", "com.apple.Music"},
-    {"com.example.notes", "com.apple.mobilenotes"},
-    {"com.example.photos", "com.apple.mobileslideshow"},
-    {"com.example.settings", "com.apple.Preferences"},
-};
-
-/// Those that the list of applications shows: none of them twice.
-std::map<std::string, std::string> listedIcons(std::map<std::string, std::string> icons) {
-  for (const auto& [sample, identifier] : kOnEveryPhone) {
-    if (auto node = icons.extract(sample)) icons.try_emplace(identifier, node.mapped());
-  }
-  return icons;
-}
-
 }  // namespace
 
 host::ProcessOptions processOf(const Screen& screen, const Tab& tab, const Materials& materials) {
   host::ProcessOptions options;
   options.bundle = screen.bundle;
   options.kind = screen.kind;
-  options.icons =
-      options.bundle == "com.apple.Preferences" ? listedIcons(materials.icons) : materials.icons;
+  options.icons = iconsFor(screen.bundle, materials.icons);
   options.root = tab.root;
   if (screen.kind == host::ProcessKind::springboard) {
     options.open = tab.open;
@@ -112,7 +93,7 @@ std::vector<AskedTab> askTabs(const Materials& materials, const std::vector<Tab>
   std::set<std::string> askedBefore;
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     std::map<std::string, std::size_t> questionOf;
-    for (const Screen* screen : drawnScreens(materials, tabs[i])) {
+    for (const Screen* screen : screensIn(materials, tabs[i])) {
       const auto found = questionOf.find(screen->bundle);
       if (found != questionOf.end()) {
         questions[found->second].screens.push_back(screen);

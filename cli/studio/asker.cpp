@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <utility>
 
 #include "Foundation/property_list.h"
 #include "common/errors.h"
@@ -116,14 +117,16 @@ std::string pickedText(const std::string& file) {
   return child.wait(std::chrono::steady_clock::now() + kPickingLimit);
 }
 
+/// What comes before the text that is sent back.
+constexpr char kAnswer = '+', kFailure = '-';
+
 std::string answered(const std::string& text) {
   try {
     const Json question = Json::parse(text);
-    return dump(
-        Json{{"answer", question.contains("pick") ? pickedText(question["pick"].get<std::string>())
-                                                  : askedText(questionFrom(question))}});
+    return kAnswer + (question.contains("pick") ? pickedText(question["pick"].get<std::string>())
+                                                : askedText(questionFrom(question)));
   } catch (const std::exception& error) {
-    return dump(Json{{"failure", error.what()}});
+    return kFailure + std::string(error.what());
   }
 }
 
@@ -180,9 +183,10 @@ std::string Asker::answerTo(const Json& question) {
   std::optional<std::string> text;
   if (sendText(socket_, dump(question))) text = receiveText(socket_);
   if (!text) throw Failure("a process ended", "the studio has to be started again");
-  const Json json = Json::parse(*text);
-  if (json.contains("failure")) throw std::runtime_error(json["failure"].get<std::string>());
-  return json["answer"].get<std::string>();
+  const bool isAnswer = text->starts_with(kAnswer);
+  text->erase(0, 1);
+  if (!isAnswer) throw std::runtime_error(*text);
+  return std::move(*text);
 }
 
 }  // namespace varnix::cli

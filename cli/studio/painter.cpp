@@ -9,6 +9,7 @@
 #include "common/errors.h"
 #include "common/framework_files.h"
 #include "common/json.h"
+#include "gallery/materials/listed_icons.h"
 #include "gallery/materials/sample_files.h"
 #include "gallery/materials/screens_module.h"
 
@@ -89,7 +90,7 @@ ProcessQuestion Painter::question(const Screen& screen, const View& view,
   ProcessQuestion question;
   question.process.bundle = screen.bundle;
   question.process.kind = screen.kind;
-  question.process.icons = materials.icons;
+  question.process.icons = iconsFor(screen.bundle, materials.icons);
   question.withLibrary = !view.isBefore;
   question.wallpapers = materials.wallpaperColors();
   question.asksSurfaces = false;
@@ -170,7 +171,8 @@ Painter::Answered Painter::answersOf(const Screen& screen, const View& view, lon
   }
 }
 
-Painter::Painted Painter::paint(const View& view, long revision, const std::string& knownTag) {
+Painter::Painted Painter::paint(const View& view, long revision, const std::string& knownTag,
+                                Effort effort) {
   std::shared_ptr<const Dressed> dressed;
   {
     const std::lock_guard lock(mutex_);
@@ -196,7 +198,7 @@ Painter::Painted Painter::paint(const View& view, long revision, const std::stri
   if (painted.tag == knownTag) return painted;
   Scene seen = scene->second;
   seen.isPlaying = view.plays;
-  painted.png = screensModule().draw(layers, seen, view.scale, Effort::shown);
+  painted.png = screensModule().draw(layers, seen, view.scale, effort);
   return painted;
 }
 

@@ -52,7 +52,8 @@ class Painter {
   };
   /// Shows that revision or a newer one. No file if the tag would be the known one. Throws
   /// std::runtime_error, and UsageError if there is no such view.
-  Painted paint(const View& view, long revision, const std::string& knownTag);
+  Painted paint(const View& view, long revision, const std::string& knownTag,
+                varnix::screens::Effort effort = varnix::screens::Effort::shown);
 
   /// Of these settings, which are those of the revision, in the view's situation. Throws
   /// std::runtime_error.

@@ -15,6 +15,7 @@
 #include "gallery/studio/page_files.h"
 #include "objc/autorelease_pool.h"
 #include "settings/file.h"
+#include "studio/exports.h"
 #include "studio/tables.h"
 
 namespace varnix::cli {
@@ -161,7 +162,7 @@ Response otherNow(const Asked& asked) {
   return json({{"revision", asked.place.other.shown().revision}});
 }
 Response chooseOther(const Asked& asked) {
-  asked.place.other.take(asked.body(), asked.place.session, asked.place.file);
+  asked.place.other.take(asked.body(), asked.place.session, asked.place.file.value_or(""));
   return otherNow(asked);
 }
 Response putOther(const Asked& asked) {
@@ -177,6 +178,17 @@ Response news(const Asked& asked) {
 Response tables(const Asked&) { return json(tablesJson()); }
 Response exported(const Asked& asked) {
   return {.type = "application/x-plist", .body = asked.place.session.shown().bytes};
+}
+Response text(const Asked& asked) {
+  return {.type = "text/plain; charset=utf-8", .body = exportedText(asked.place.session)};
+}
+Response page(const Asked& asked) {
+  return {.type = "text/html; charset=utf-8",
+          .body = exportedPage(asked.place.session, asked.place.painter, asked.place.file)};
+}
+Response sheet(const Asked& asked) {
+  return {.type = "image/png",
+          .body = exportedSheet(asked.place.session, asked.place.painter, asked.place.file)};
 }
 
 Response pick(const Asked& asked) {
@@ -232,6 +244,9 @@ constexpr Route kRoutes[] = {
     {"GET", "news", news},
     {"GET", "tables", tables},
     {"GET", "export", exported},
+    {"GET", "export/text", text},
+    {"GET", "export/page", page},
+    {"GET", "export/sheet", sheet},
     {"POST", "changes", change},
     {"POST", "history", goTo},
     {"POST", "conflict", settle},

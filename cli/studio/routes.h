@@ -1,6 +1,7 @@
 // What the page asks and orders.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "studio/material_store.h"
@@ -19,8 +20,8 @@ struct Workplace {
   MaterialStore& materials;
   Reader& reader;
   OtherTheme& other;
-  std::string file;     ///< of the theme; empty if it has none
-  std::string dropped;  ///< a folder for pictures that are only looked at
+  std::string dropped;              ///< a folder for pictures that are only looked at
+  std::optional<std::string> file;  ///< the theme's
 };
 
 /// Answers a request of the page. Status 400 has the reason as {"failure": TEXT}.

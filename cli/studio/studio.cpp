@@ -1,15 +1,11 @@
 // varnix studio: a page on which a theme is designed and seen.
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/random.h>
-#include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -20,6 +16,7 @@
 #include "common/interruption.h"
 #include "common/module.h"
 #include "common/temporary_container.h"
+#include "studio/browser.h"
 #include "studio/material_store.h"
 #include "studio/routes.h"
 
@@ -82,20 +79,6 @@ class Presence {
   std::atomic<Clock::rep> last_ = 0;  ///< 0 until the first request has ended
 };
 
-/// Nothing happens without a desktop: the address was printed.
-void openBrowser(const std::string& address) {
-  if (getenv("DISPLAY") == nullptr && getenv("WAYLAND_DISPLAY") == nullptr) return;
-  std::string program = "xdg-open", argument = address;
-  char* words[] = {program.data(), argument.data(), nullptr};
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-    posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", O_RDWR, 0);
-  pid_t process = 0;
-  posix_spawnp(&process, program.c_str(), &actions, nullptr, words, environ);
-  posix_spawn_file_actions_destroy(&actions);
-}
-
 void awaitEnd(const Presence& presence) {
   constexpr int kLookEvery = 1000;
   while (!presence.isGone()) {
@@ -119,8 +102,8 @@ int runStudio(const StudioArguments& arguments) {
   painter.use(materials.all());
   session.with([&](Theme& theme) { theme.beginWith(materials.names()); });
   Reader reader(session, painter);
-  const Workplace workplace{
-      session, painter, materials, reader, other, arguments.file.value_or(""), temporary.root()};
+  const Workplace workplace{session, painter,          materials,     reader,
+                            other,   temporary.root(), arguments.file};
   session.begin();
   Presence presence;
   const std::string word = secret();
@@ -139,7 +122,8 @@ int runStudio(const StudioArguments& arguments) {
   const std::string address =
       "http://127.0.0.1:" + std::to_string(server->port()) + '/' + word + '/';
   std::cout << address << std::endl;
-  if (!arguments.opensNoBrowser) openBrowser(address);
+  std::optional<AddressFile> file;
+  if (!arguments.opensNoBrowser && hasDesktop()) openFile(file.emplace(address).path());
   awaitEnd(presence);
   return 0;
 }

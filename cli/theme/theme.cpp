@@ -1,8 +1,11 @@
 // varnix theme: settings as files that are handed on.
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "Foundation/text.h"
 #include "commands.h"
@@ -15,6 +18,7 @@
 #include "settings/file.h"
 #include "settings/presets.h"
 #include "theme/difference.h"
+#include "theme/drawn_theme.h"
 #include "theme/theme_file.h"
 
 namespace varnix::cli {
@@ -25,6 +29,7 @@ struct ThemeArguments {
   std::string file, other;
   std::optional<std::string> text, preset, out;
   bool json = false, advises = false;
+  std::vector<std::string> to;
 };
 
 int checkTheme(const ThemeArguments& arguments) { return printFindings(arguments.file); }
@@ -41,9 +46,41 @@ void requireOtherOutput(const ThemeArguments& arguments, const std::string& inpu
   if (arguments.out) requireNoInput(*arguments.out, {input});
 }
 
+/// What a file of that name gets.
+struct Form {
+  std::string_view ending;
+  std::string (*contents)(const DrawnTheme& theme);
+  bool isDrawn = true;
+};
+
+constexpr Form kForms[] = {
+    {".html", themePage},
+    {".png", themeSheet},
+    {".plist", [](const DrawnTheme& theme) { return theme.text; }, false},
+};
+
+const Form& formOf(const std::string& file) {
+  for (const Form& form : kForms) {
+    if (file.ends_with(form.ending)) return form;
+  }
+  throw UsageError("not a name that ends in .html, .png or .plist", file);
+}
+
 int exportTheme(const ThemeArguments& arguments) {
   requireOtherOutput(arguments, arguments.file);
-  writeTheme(settingsOf(themeIn(arguments.file), arguments.file), arguments.out);
+  bool isDrawn = false;
+  for (const std::string& file : arguments.to) {
+    if (formOf(file).isDrawn) isDrawn = true;
+    requireNoInput(file, {arguments.file});
+  }
+  NSDictionary* settings = settingsOf(themeIn(arguments.file), arguments.file);
+  if (arguments.to.empty() || arguments.out) writeTheme(settings, arguments.out);
+  DrawnTheme theme{std::filesystem::path(arguments.file).stem().string(),
+                   settingLines(settings),
+                   arguments.to.empty() ? "" : themeText(settings, arguments.to.front()),
+                   {}};
+  if (isDrawn) theme.screens = drawnScreensOf(settings);
+  for (const std::string& file : arguments.to) writeOutput(file, formOf(file).contents(theme));
   return 0;
 }
 
@@ -100,6 +137,13 @@ Command themeCommand() {
                    .target = &arguments->out,
                    .meaning = "Write to this file; standard output",
                    .completes = Completes::files};
+  const Option to{.name = "--to",
+                  .value = "FILE",
+                  .target = &arguments->to,
+                  .meaning =
+                      "Write a page (.html), a picture of all screens (.png) or the text\n"
+                      "(.plist); repeatable",
+                  .completes = Completes::files};
   const Option preset{.name = "NAME",
                       .target = &arguments->preset,
                       .meaning = "The preset to write; all are listed without one",
@@ -126,7 +170,8 @@ Command themeCommand() {
                    "A line with - is only in A, one with + only in B. Where there is one the exit\n"
                    "status is 1."),
            command("export", "Write the text that the settings pane takes by Paste Settings",
-                   {theme, out}, exportTheme),
+                   {theme, out, to}, exportTheme,
+                   "The page has all screens, the settings and the text in one file."),
            command("import", "Make a theme of the text that Copy Settings gives", {text, out},
                    importTheme, "What the pane would not take is left out."),
            command("presets", "Print sets of colours to start from, or write one as a theme",

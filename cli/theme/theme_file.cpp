@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <iostream>
+#include <utility>
 #include <vector>
 
 #include "Foundation/property_list.h"
@@ -86,13 +87,18 @@ NSDictionary* settingsOf(NSDictionary* theme, const std::string& name) {
   return known;
 }
 
-void writeTheme(NSDictionary* theme, const std::optional<std::string>& file) {
-  const auto bytes = settingsBytes(theme);
+std::string themeText(NSDictionary* theme, const std::string& name) {
+  auto bytes = settingsBytes(theme);
   // The other form is for text that XML would change.
   if (!bytes || !bytes->starts_with("<?xml"))
-    throw Failure("a value cannot be written as text", file.value_or("standard output"));
-  if (file) writeOutput(*file, *bytes);
-  else std::cout << *bytes;
+    throw Failure("a value cannot be written as text", name);
+  return std::move(*bytes);
+}
+
+void writeTheme(NSDictionary* theme, const std::optional<std::string>& file) {
+  const std::string text = themeText(theme, file.value_or("standard output"));
+  if (file) writeOutput(*file, text);
+  else std::cout << text;
 }
 
 }  // namespace varnix::cli

@@ -18,6 +18,10 @@ NSDictionary* themeInInput();
 /// it leaves out. Throws Failure if nothing is left; the name says where it came from.
 NSDictionary* settingsOf(NSDictionary* theme, const std::string& name);
 
+/// The XML form, which the settings pane takes as text. Throws Failure if XML would change a value;
+/// the name says where the text should go.
+std::string themeText(NSDictionary* theme, const std::string& name);
+
 /// Writes the XML form to the file, else to standard output. Throws Failure.
 void writeTheme(NSDictionary* theme, const std::optional<std::string>& file);
 

@@ -112,11 +112,12 @@ std::string answer(const ProcessQuestion& question) {
   const Json surfaces = question.asksSurfaces ? surfaceAnswers() : Json::array();
   Json screens = Json::object();
   for (const auto* screen : question.screens) {
-    Json answers;
+    Json& answers = screens[screen->id] = Json::object();
     for (const auto& [wallpaper, color] : question.wallpapers) {
       objc::AutoreleasePool inner;
-      if (answers.is_null() || screen->showsWallpaper) answers = toJson(screen->ask({color}));
-      screens[screen->id][wallpaper] = answers;
+      // Null: the same as on the wallpaper before. The Settings' icons are long texts.
+      const bool isAsked = answers.empty() || screen->showsWallpaper;
+      answers[wallpaper] = isAsked ? toJson(screen->ask({color})) : Json();
     }
   }
   return dump(Json{{"screens", screens}, {"surfaces", surfaces}});
@@ -137,8 +138,10 @@ ProcessAnswer parsedAnswer(const std::string& text) {
   const Json json = Json::parse(text);
   ProcessAnswer parsed;
   for (const auto& [screen, wallpapers] : json["screens"].items()) {
+    Answers last;
     for (const auto& [wallpaper, answers] : wallpapers.items()) {
-      parsed.screens[screen][wallpaper] = fromJson(answers);
+      if (!answers.is_null()) last = fromJson(answers);
+      parsed.screens[screen][wallpaper] = last;
     }
   }
   parsed.surfaces = std::make_shared<const Json>(json["surfaces"]);

@@ -1,33 +1,17 @@
 #include "gallery/page/plain_page.h"
 
+#include <set>
+#include <string>
 #include <string_view>
 
 #include "common/json.h"
+#include "gallery/page/html_text.h"
 
 namespace varnix::cli::gallery {
 
 namespace {
 
-/// As text, or as an attribute's value in quotation marks.
-std::string html(const Json& value) {
-  std::string result;
-  for (const char c : value.get_ref<const std::string&>()) {
-    switch (c) {
-      case '<':
-        result += "&lt;";
-        break;
-      case '&':
-        result += "&amp;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
+std::string html(const Json& value) { return htmlText(value.get_ref<const std::string&>()); }
 
 /// The path as a relative address.
 Json address(const std::string& path) {
@@ -49,29 +33,56 @@ std::string picture(const Json& side, const char* when) {
          html(address(side.at("path"))) + "\">\n";
 }
 
-std::string figure(const Json& screen) {
+/// What the address of the page with scripts says about a tab and a wallpaper.
+std::string fragment(const Json& tab, const std::string& wallpaper) {
+  return "tab=" + tab.at("id").get<std::string>() + "&wallpaper=" + wallpaper;
+}
+
+/// The first picture of each wallpaper in a tab is where links to them lead.
+std::string figure(const Json& tab, const Json& screen, std::set<std::string>& linked) {
   std::string text;
   for (const char* wallpaper : {"light", "dark"}) {
     if (!screen.contains(wallpaper)) continue;
     const Json& pair = screen.at(wallpaper);
-    text += "<figure>\n" + picture(pair.at("before"), "Before") +
-            picture(pair.at("after"), "After") + "<figcaption>" + html(screen.at("title")) + ", " +
-            wallpaper + " wallpaper: before and after</figcaption>\n</figure>\n";
+    const std::string id = fragment(tab, wallpaper);
+    const bool isFirst = linked.insert(id).second;
+    text += "<figure" + (isFirst ? " id=\"" + htmlText(id) + '"' : "") + ">\n" +
+            picture(pair.at("before"), "Before") + picture(pair.at("after"), "After") +
+            "<figcaption>" + html(screen.at("title")) + ", " + wallpaper +
+            " wallpaper: before and after</figcaption>\n</figure>\n";
   }
   return text;
+}
+
+bool hasWallpaper(const Json& tab, const char* wallpaper) {
+  for (const Json& screen : tab.at("screens")) {
+    if (screen.contains(wallpaper)) return true;
+  }
+  return false;
 }
 
 }  // namespace
 
 std::string plainPage(const Json& data) {
-  std::string text;
+  std::string text = "<nav aria-label=\"Settings\"><ul>\n";
+  for (const Json& tab : data.at("tabs")) {
+    text += "<li>" + html(tab.at("title")) + ":";
+    for (const char* wallpaper : {"light", "dark"}) {
+      if (hasWallpaper(tab, wallpaper))
+        text += " <a href=\"#" + html(address(fragment(tab, wallpaper))) + "\">" + wallpaper +
+                " wallpaper</a>";
+    }
+    text += "</li>\n";
+  }
+  text += "</ul></nav>\n";
+  std::set<std::string> linked;
   for (const Json& tab : data.at("tabs")) {
     text += "<section>\n<h2>" + html(tab.at("title")) + "</h2>\n<p>" + html(tab.at("summary")) +
             "</p>\n<p>Settings of <code>" + html(tab.at("file")) + "</code></p>\n<ul>\n";
     for (const Json& line : tab.at("settings"))
       text += "<li><code>" + html(line) + "</code></li>\n";
     text += "</ul>\n";
-    for (const Json& screen : tab.at("screens")) text += figure(screen);
+    for (const Json& screen : tab.at("screens")) text += figure(tab, screen, linked);
     text += "</section>\n";
   }
   return text;

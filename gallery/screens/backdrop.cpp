@@ -1,6 +1,6 @@
 #include "gallery/screens/backdrop.h"
 
-#include "drawing/blur.h"
+#include "gallery/screens/kept_blurs.h"
 
 namespace varnix::screens {
 
@@ -19,9 +19,7 @@ std::optional<Color> tintOf(const Answers& answers) {
 }
 
 Surface blurredBehind(const Canvas& canvas) {
-  Surface soft = blurred(canvas.surface(), kSigma * canvas.scale());
-  saturate(soft, kSaturation);
-  return soft;
+  return keptBlur(canvas.surface(), kSigma * canvas.scale(), kSaturation);
 }
 
 void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop) {

@@ -25,7 +25,8 @@ void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Bac
 void drawBackdrop(const Canvas& canvas, const Box& box, double radius, const Backdrop& backdrop,
                   const Surface& blurredBehind);
 
-/// What has been drawn, blurred and saturated like that. Stretch it over the whole canvas.
+/// What has been drawn, blurred and saturated like that. Stretch it over the whole canvas, and do
+/// not change it.
 Surface blurredBehind(const Canvas& canvas);
 
 }  // namespace varnix::screens

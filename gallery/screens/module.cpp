@@ -1,6 +1,7 @@
 #include "gallery/screens/module.h"
 
 #include "export.h"
+#include "gallery/screens/drawn_layers.h"
 #include "gallery/screens/surfaces.h"
 
 namespace varnix::screens {
@@ -38,7 +39,7 @@ std::vector<drawing::Reading> read(std::span<const Layer> layers, const Scene& s
 
 std::string draw(std::span<const Layer> layers, const Scene& scene, double scale, Effort effort) {
   const Canvas canvas(kWidth, kHeight, scale);
-  for (const Layer& layer : layers) layer.screen->draw(canvas, *layer.answers, scene);
+  drawLayers(canvas, layers, scene);
   return encodePng(canvas.surface(), effort);
 }
 
@@ -48,7 +49,8 @@ std::string draw(std::span<const Layer> layers, const Scene& scene, double scale
 
 extern "C" HOST_EXPORT const varnix::screens::Module* varnix_screens() {
   using namespace varnix::screens;
-  static const Module module{kScreens, readPicture, varnix::drawing::differenceOf, meanColor, draw,
-                             read,     surfaceOf};
+  static const Module module{kScreens,  readPicture,  varnix::drawing::differenceOf,
+                             meanColor, draw,         read,
+                             surfaceOf, contactSheet, dataAddress};
   return &module;
 }

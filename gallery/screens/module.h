@@ -6,6 +6,8 @@
 
 #include "drawing/difference.h"
 #include "drawing/ink.h"
+#include "gallery/screens/contact_sheet.h"
+#include "gallery/screens/data_address.h"
 #include "gallery/screens/screen.h"
 
 namespace varnix::screens {
@@ -25,6 +27,9 @@ struct Module {
   std::vector<drawing::Reading> (*read)(std::span<const Layer> layers, const Scene& scene);
   /// The surface, "CLASS PROPERTY", that gave a screen that answer; null if that is unknown.
   const char* (*surfaceOf)(const Screen& screen, std::string_view answer);
+  /// For what is handed on. As in contact_sheet.h and data_address.h.
+  std::string (*contactSheet)(const std::string& heading, std::span<const SheetPicture> pictures);
+  std::string (*dataAddress)(const std::string& png);
 };
 
 inline constexpr char kModuleFile[] = "libvarnix-screens.so";

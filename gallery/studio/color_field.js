@@ -50,7 +50,7 @@ export class ColorField {
     this.text.addEventListener('change', () => this.#typed());
     this.text.addEventListener('keydown', (event) => {
       if (event.key === 'Enter') this.#typed();
-      if (event.key === 'Escape') this.show(this.value);
+      if (event.key === 'Escape') this.#reset(this.value);
     });
     this.clear.addEventListener('click', () => {
       this.change(null, '');
@@ -77,6 +77,12 @@ export class ColorField {
     this.change(opaque(answer.important.slice(0, 7)), '');
   }
 
+  #reset(value) {
+    this.text.value = value ?? '';
+    this.text.setAttribute('aria-invalid', 'false');
+    this.text.setCustomValidity('');
+  }
+
   #typed() {
     const text = this.text.value.trim();
     if (text === (this.value ?? '')) return;
@@ -87,15 +93,12 @@ export class ColorField {
     this.change(text === '' ? null : text, '');
   }
 
+  // What is being typed stays, unless the value has become another.
   show(value) {
-    this.value = typeof value === 'string' ? value : undefined;
-    if (document.activeElement !== this.text || opaque(this.text.value) === undefined) {
-      this.text.value = this.value ?? '';
-      this.text.setAttribute('aria-invalid', 'false');
-      this.text.setCustomValidity('');
-    } else if (this.text.value !== this.value) {
-      this.text.value = this.value ?? '';
-    }
+    const next = typeof value === 'string' ? value : undefined;
+    const isTyping = document.activeElement === this.text && this.text.value !== (this.value ?? '');
+    if (!isTyping || next !== this.value) this.#reset(next);
+    this.value = next;
     const shown = opaque(this.value) ?? opaque(this.fallback);
     if (shown && this.picker.value !== shown) this.picker.value = shown;
     this.root.classList.toggle('unset', this.value === undefined);

@@ -63,6 +63,9 @@ controlsEnd:
         FILE    screens, "screens.js"
         .incbin "screens.js"
 screensEnd:
+        FILE    exports, "exports.js"
+        .incbin "exports.js"
+exportsEnd:
         FILE    bar, "bar.js"
         .incbin "bar.js"
 barEnd:
@@ -94,6 +97,7 @@ varnixStudioFiles:
         ROW     materials, script
         ROW     controls, script
         ROW     screens, script
+        ROW     exports, script
         ROW     bar, script
         ROW     main, script
 varnixStudioFilesEnd:

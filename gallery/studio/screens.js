@@ -64,10 +64,25 @@ class Picture {
 let large, small = [], isRefreshing = false, isWanted = false;
 export const pictures = () => [large, ...small];
 
-// First the screen that is looked at, then the others, two at a time. While a colour is dragged, they
-// follow a few times a second.
+// First the screen that is looked at, then the others. While a colour is dragged, they follow a few
+// times a second.
 const pause = 400;
+// A processor more than there are, since one of the pictures waits for the process with the most screens.
+const atOnce = 3;
 let followed = 0;
+
+// One picture of each process first, and of the one with the most screens before all: it takes longest
+// to answer. The others of that process are drawn last.
+function inOrder(pictures) {
+  const byProcess = new Map();
+  for (const picture of pictures) {
+    const {bundle} = picture.screen;
+    byProcess.set(bundle, [...byProcess.get(bundle) ?? [], picture]);
+  }
+  const processes = [...byProcess.values()].sort((one, other) => other.length - one.length);
+  return [...processes.map(([first]) => first), ...processes.reverse().flatMap(([, ...rest]) => rest)];
+}
+
 async function refresh() {
   isWanted = true;
   theme.dispatchEvent(new Event('look'));
@@ -78,11 +93,11 @@ async function refresh() {
     isWanted = false;
     await large.refresh();
     if (isWanted && performance.now() - followed < pause) continue;
-    const left = [...small];
+    const left = inOrder(small);
     const work = async () => {
       for (let next = left.shift(); next; next = left.shift()) await next.refresh();
     };
-    await Promise.all([work(), work()]);
+    await Promise.all(Array.from({length: atOnce}, work));
     followed = performance.now();
   }
   isRefreshing = false;

@@ -4,6 +4,7 @@ import {showBar} from './bar.js';
 import {showComparison} from './compare.js';
 import {showContrast} from './contrast.js';
 import {makeSections} from './controls.js';
+import {showExports} from './exports.js';
 import {showScreens} from './screens.js';
 import {ask, theme} from './theme.js';
 
@@ -29,6 +30,7 @@ addEventListener('keydown', (event) => {
 });
 
 showBar();
+showExports();
 showScreens(tables.screens);
 showContrast();
 showComparison(tables.presets);

@@ -1,7 +1,8 @@
 // The installed applications: their names and their icons.
+#include <map>
 #include <mutex>
-#include <set>
 #include <string>
+#include <utility>
 
 #include "AppList/applications.h"
 #include "Foundation/file_contents.h"
@@ -31,22 +32,31 @@ UIImage* drawn(UIImage* icon, CGFloat size) {
   return image;
 }
 
-/// Which icons have come from the process that has them. Any thread may ask.
+/// The icons that have come from the process that has them. Any thread may ask.
 class Arrived {
  public:
   /// Whether it is the first time.
-  bool add(NSUInteger size, const std::string& identifier) {
+  bool add(NSUInteger size, const std::string& identifier, UIImage* icon) {
     const std::scoped_lock guard(mutex_);
-    return icons_.emplace(size, identifier).second;
+    // Larger ones take too much memory to be kept.
+    Strong<UIImage> kept;
+    if (size <= ALApplicationIconSizeLarge) kept = Strong<UIImage>::retain(icon);
+    return icons_.try_emplace({size, identifier}, std::move(kept)).second;
   }
   bool has(NSUInteger size, const std::string& identifier) {
     const std::scoped_lock guard(mutex_);
     return icons_.contains({size, identifier});
   }
+  /// Nil if none was kept.
+  UIImage* icon(NSUInteger size, const std::string& identifier) {
+    const std::scoped_lock guard(mutex_);
+    const auto found = icons_.find({size, identifier});
+    return found == icons_.end() ? nullptr : found->second.get();
+  }
 
  private:
   std::mutex mutex_;
-  std::set<std::pair<NSUInteger, std::string>> icons_;
+  std::map<std::pair<NSUInteger, std::string>, Strong<UIImage>> icons_;
 };
 
 Arrived& arrived() {
@@ -79,13 +89,14 @@ struct ApplicationList : ALApplicationList {
 UIImage* ApplicationList::icon(NSUInteger size, NSString* identifier) {
   if (size > kMaximumSize || objc::as<NSString>(identifier) == nullptr) return nullptr;
   const std::string name(host::text(identifier));
+  if (UIImage* kept = arrived().icon(size, name)) return kept;
   NSData* data = host::fileData(host::applicationIcon(name), kMaximumFile);
   if (data == nullptr) return nullptr;
   auto* image = objc::alloc<UIImage>();
   if (image == nullptr) return nullptr;  // a process without that class
   const auto whole = Strong<UIImage>::adopt(send(image, UIImage::initWithData, data));
   UIImage* made = whole == nullptr ? nullptr : drawn(whole, static_cast<CGFloat>(size));
-  if (made != nullptr && arrived().add(size, name)) tellOfIcon(name);
+  if (made != nullptr && arrived().add(size, name, made)) tellOfIcon(name);
   return made;
 }
 

@@ -35,6 +35,9 @@ class PngWriter {
     png_set_IHDR(png_, info_, picture_.width, picture_.height, 8,
                  picture_.hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB,
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    // Most files go to another process of ours and are read once.
+    png_set_compression_level(png_, 1);
+    png_set_filter(png_, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
     png_write_info(png_, info_);
     // Skips every fourth byte.
     if (!picture_.hasAlpha) png_set_filler(png_, 0, PNG_FILLER_AFTER);

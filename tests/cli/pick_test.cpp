@@ -269,6 +269,29 @@ TEST_F(Pick, ThePictureShowsWhatWasPicked) {
   EXPECT_EQ(at(*picture, kSample), kBlue);
 }
 
+TEST_F(Pick, NoTextLeavesItsPlaceOnTheCard) {
+  // A rule that takes two lines, and a name that takes more than one.
+  const std::string file = write(std::string(120, 'W') + ".png", flat({200, 120, 120}));
+  ASSERT_EQ(varnix({"pick", file, "--picture", path("card.png")}).status, 0);
+  const auto picture = host::imageio::decode(test::contentsOf(path("card.png")));
+  ASSERT_TRUE(picture);
+  auto isPaper = [&](std::size_t left, std::size_t right, std::size_t top, std::size_t bottom) {
+    for (std::size_t y = top; y < bottom; ++y) {
+      for (std::size_t x = left; x < right; ++x) {
+        if (at(*picture, {x, y}) != kWhite) return false;
+      }
+    }
+    return true;
+  };
+  constexpr std::size_t kTextsTop = 936, kSampleTop = 1168, kSwatchWidth = 256, kStep = 280;
+  for (std::size_t right = 112 + kSwatchWidth; right < 1488; right += kStep)
+    EXPECT_TRUE(isPaper(right, right + kStep - kSwatchWidth, kTextsTop, kSampleTop)) << right;
+  // Below the last line, and beside the name.
+  EXPECT_TRUE(isPaper(112, 1488, 1150, kSampleTop));
+  EXPECT_FALSE(isPaper(952, 1208, 1116, 1150)) << "the fourth line";
+  EXPECT_TRUE(isPaper(1488, 1552, 100, 200));
+}
+
 TEST_F(Pick, CardsStandBelowOneAnother) {
   const std::string blue = write("blue.png", flat(kBlue));
   const std::string three = write("three.png", threeBands());

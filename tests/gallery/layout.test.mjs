@@ -2,6 +2,7 @@
 import assert from 'node:assert/strict';
 import {createRequire} from 'node:module';
 import {test} from 'node:test';
+import {enlarge, faultsOf, ringIsFree} from './measures.mjs';
 import {withGallery} from './open.mjs';
 
 const axe = createRequire(import.meta.url).resolve('axe-core/axe.min.js');
@@ -25,6 +26,30 @@ for (const colorScheme of ['light', 'dark']) {
     }));
   }
 }
+
+for (const colorScheme of ['light', 'dark']) {
+  for (const width of [375, 768, 1440]) {
+    test(`nothing is cut off or lies on something else at ${width}, ${colorScheme}, text of both sizes`,
+         () => withGallery({colorScheme, viewport: {width, height: 900}}, async (page) => {
+      await page.evaluate(() => { for (const it of document.querySelectorAll('details')) it.open = true; });
+      assert.deepEqual(await faultsOf(page), []);
+      await enlarge(page);
+      assert.deepEqual(await faultsOf(page), [], 'text of 200 %');
+    }));
+  }
+}
+
+test('the ring around a control leaves its letters free', () => withGallery({}, async (page) => {
+  const seen = [];
+  for (let i = 0; i < 30; ++i) {
+    await page.keyboard.press('Tab');
+    const name = await page.evaluate(() => document.activeElement.matches('[role=tab], summary, button') && document.activeElement.textContent);
+    if (name === false) continue;
+    seen.push(name);
+    assert.ok(await ringIsFree(page), name);
+  }
+  assert.ok(seen.includes('Global colour') && seen.length >= 2, `${seen}`);
+}));
 
 test('no width from 375 to 1600 scrolls sideways', () => withGallery({}, async (page) => {
   for (let width = 375; width <= 1600; width += 35) {

@@ -89,13 +89,18 @@ TEST_F(GalleryPage, WithoutScriptsThePicturesAreSideBySide) {
                        "<p>Settings of <code>themes/violet.plist</code></p>\n<ul>\n"
                        "<li><code>enabled = true</code></li>\n"
                        "<li><code>global_color = &quot;#8e24aa&quot;</code></li>\n</ul>\n"
-                       "<figure>\n"
+                       "<figure id=\"tab=global-color&amp;wallpaper=light\">\n"
                        "<img loading=\"lazy\" width=\"375\" alt=\"Before\" "
                        "src=\"global-color/messages-light-before.png\">\n"
                        "<img loading=\"lazy\" width=\"375\" alt=\"After\" "
                        "src=\"global-color/messages-light-after.png\">\n"
                        "<figcaption>Messages, light wallpaper: before and after</figcaption>\n"
                        "</figure>\n"),
+            std::string::npos)
+      << plain;
+  EXPECT_NE(plain.find("<li>&lt;b>&amp;&quot;: <a href=\"#tab=global-color&amp;wallpaper=light\">"
+                       "light wallpaper</a> <a href=\"#tab=global-color&amp;wallpaper=dark\">"
+                       "dark wallpaper</a></li>\n"),
             std::string::npos)
       << plain;
   EXPECT_NE(plain.find("plays. &lt;b>&amp;amp;&lt;/script></p>"), std::string::npos);

@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import {createRequire} from 'node:module';
 import {test} from 'node:test';
+import {enlarge, faultsOf, ringIsFree} from './measures.mjs';
 import {hasColor, large, settled, value, withStudio} from './open.mjs';
 
 const axe = fs.readFileSync(createRequire(import.meta.url).resolve('axe-core'), 'utf8');
@@ -30,6 +31,7 @@ test('everything is reached by Tab, visibly, and nothing keeps the focus', () =>
     const {name, outline} = await focused(page);
     if (await page.evaluate(() => document.activeElement === document.body)) break;
     assert.notEqual(outline, 'none', name);
+    if (await page.evaluate(() => document.activeElement.matches('button, summary, a'))) assert.ok(await ringIsFree(page), `the ring on ${name}`);
     assert.notEqual(name, '');
     seen.push(name);
   }
@@ -73,6 +75,21 @@ test('a theme is made by keyboard alone', () => withStudio({}, async (page) => {
   assert.equal(await page.locator('#states:popover-open').count(), 0);
 }));
 
+// What opens over the page, and that it keeps the rules.
+async function expectInView(page, id) {
+  const {box, width, violations} = await page.evaluate(async (name) => {
+    const it = document.getElementById(name);
+    it.showPopover();
+    const shown = it.getBoundingClientRect();
+    const found = await window.axe.run(it);
+    it.hidePopover();
+    return {box: {left: shown.left, right: shown.right, height: shown.height}, width: innerWidth,
+            violations: found.violations.map((one) => one.id)};
+  }, id);
+  assert.ok(box.left >= 0 && box.right <= width && box.height > 20, `${id}: ${JSON.stringify(box)}`);
+  assert.deepEqual(violations, []);
+}
+
 for (const colorScheme of ['light', 'dark']) {
   for (const width of [375, 768, 1440]) {
     test(`the rules hold at ${width} px, ${colorScheme}`,
@@ -82,7 +99,11 @@ for (const colorScheme of ['light', 'dark']) {
       await page.evaluate(axe);
       const {violations} = await page.evaluate(() => window.axe.run());
       assert.deepEqual(violations.map(({id, nodes}) => [id, nodes.map(({target}) => target.join(' '))]), []);
-      assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), 'nothing is wider than the page');
+      assert.deepEqual(await faultsOf(page), []);
+      for (const id of ['states', 'exports']) await expectInView(page, id);
+      await enlarge(page);
+      for (const id of ['states', 'exports']) await expectInView(page, id);
+      assert.deepEqual(await faultsOf(page), [], 'text of 200 %');
     }));
   }
 }

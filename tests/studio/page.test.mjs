@@ -32,6 +32,23 @@ test('a colour that is typed is in the pictures and in the file',
   assert.equal(await colorField(page).inputValue(), green);
 }));
 
+test('what is being typed stays while other news comes', () => withStudio({entries: {global_color: blue}}, async (page, {file}) => {
+  await colorField(page).focus();
+  await page.keyboard.press('Control+a');
+  await page.keyboard.type('#12b');
+  write(file, {global_color: blue, cc_color: violet});
+  await page.waitForFunction(async () => (await import('./theme.js')).theme.value('cc_color'));
+  assert.equal(await colorField(page).inputValue(), '#12b');
+  await page.keyboard.type('457');
+  await page.keyboard.press('Enter');
+  await settled(page);
+  assert.equal(await value(page, 'global_color'), green);
+  // The value itself is another matter.
+  await page.keyboard.press('Backspace');
+  write(file, {global_color: violet, cc_color: violet});
+  await page.waitForFunction((wanted) => document.activeElement.value === wanted, violet);
+}));
+
 test('every step can be undone and done again', () => withStudio({entries: {global_color: blue}}, async (page) => {
   await type(page, green);
   await type(page, violet);

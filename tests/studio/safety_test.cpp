@@ -100,6 +100,22 @@ TEST_F(Safety, OtherOriginsAreRefused) {
             200);
 }
 
+TEST_F(Safety, AFileMayLeadToThePageAndToNothingElse) {
+  start();
+  const std::string from = ownHost() + "Sec-Fetch-Site: cross-site\r\n";
+  const std::string opens = from + "Sec-Fetch-Mode: navigate\r\n";
+  EXPECT_EQ(request("GET", path, opens + "Sec-Fetch-Dest: document\r\n").status, 200);
+  expectNothing(request("GET", path, opens + "Sec-Fetch-Dest: iframe\r\n"), 403);
+  expectNothing(request("GET", path, from + "Sec-Fetch-Dest: document\r\n"), 403);
+  expectNothing(request("GET", path, opens), 403);
+  expectNothing(request("POST", path, opens + "Sec-Fetch-Dest: document\r\n"), 403);
+  expectNothing(
+      request("GET", path, opens + "Sec-Fetch-Dest: document\r\nOrigin: http://site.example\r\n"),
+      403);
+  for (const char* what : {"theme", "material/", "export"})
+    expectNothing(request("GET", path + what, opens + "Sec-Fetch-Dest: document\r\n"), 403);
+}
+
 TEST_F(Safety, ThePageLoadsNothingFromElsewhere) {
   start();
   const Reply page = get("");

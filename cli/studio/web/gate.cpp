@@ -23,6 +23,15 @@ bool hasSecret(const std::string& path, const std::string& secret) {
          isSame(std::string_view(path).substr(1, secret.size()), secret);
 }
 
+/// Whether a window goes to the page itself. The file that the browser is given leads there, and a
+/// browser says of that what it says of another site. Who knows the secret may link to the page.
+bool opensPage(const httplib::Request& request) {
+  return request.method == "GET" && request.path.find('/', 1) == request.path.size() - 1 &&
+         !request.has_header("Origin") &&
+         request.get_header_value("Sec-Fetch-Mode") == "navigate" &&
+         request.get_header_value("Sec-Fetch-Dest") == "document";
+}
+
 /// A page of another site can lead its own name to this machine, but cannot change what the browser
 /// says about that name.
 bool isOwnPage(const httplib::Request& request, int port) {
@@ -34,7 +43,7 @@ bool isOwnPage(const httplib::Request& request, int port) {
     return false;
   if (!request.has_header("Sec-Fetch-Site")) return true;
   const std::string from = request.get_header_value("Sec-Fetch-Site");
-  return from == "same-origin" || from == "none";
+  return from == "same-origin" || from == "none" || opensPage(request);
 }
 
 /// 0 for a body that may be read.
