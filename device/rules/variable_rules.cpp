@@ -90,9 +90,9 @@ void filled(const ClassData& data, const Say& say) {
 std::string offsetFits(const ClassData& data, const PlacedVariable& placed) {
   if (!placed.it.value) return {};
   const uint64_t start = *placed.it.value;
+  uint64_t alignment = placed.it.alignment(data.pointerSize());
   // On 32 bits, numbers of 64 bits are where words may be.
-  const uint64_t alignment =
-      std::min<uint64_t>(placed.it.alignment(data.pointerSize()), data.pointerSize() == 4 ? 4 : 16);
+  if (data.pointerSize() == 4 && alignment == 8) alignment = 4;
   return unless(start >= placed.owner->start && start + placed.it.size <= placed.owner->size &&
                     start % alignment == 0,
                 std::to_string(start) + " and " + std::to_string(placed.it.size) + " bytes");
