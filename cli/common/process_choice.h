@@ -27,7 +27,7 @@ struct ProcessChoice {
   bool noLibrary = false;
   std::vector<std::string> earlierExtensions;  ///< files to load before the library, in order
   std::vector<std::string> extensions;         ///< and after it
-  std::optional<std::string> script;    ///< a file, or "-"
+  std::optional<std::string> script;           ///< a file, or "-"
 
  private:
   void check() const;

@@ -14,7 +14,7 @@ namespace varnix::cli {
 struct Question {
   host::ProcessOptions process;
   bool withLibrary = true;
-  bool checksIcons = true;  ///< one of the two processes is enough
+  bool checksIcons = true;                     ///< one of the two processes is enough
   std::vector<std::string> earlierExtensions;  ///< loaded before the library
   std::vector<std::string> extensions;         ///< loaded after it
   std::optional<LineSource> script;

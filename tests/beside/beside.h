@@ -6,16 +6,16 @@
 @interface UIColor : NSObject
 @end
 @interface UIView : NSObject
-@property(nonatomic, retain) UIColor *tintColor;
+@property(nonatomic, retain) UIColor* tintColor;
 - (void)layoutSubviews;
 @end
 @interface UISlider : UIView
 @end
 @interface UISwitch : UIView
-@property(nonatomic, retain) UIColor *onTintColor;
+@property(nonatomic, retain) UIColor* onTintColor;
 @end
 
-void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP *saved);
+void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* saved);
 
 /// How often each replacement ran, and how many exceptions were caught there.
 #define COUNTER __attribute__((visibility("default"))) int
