@@ -20,22 +20,27 @@ set(VARNIX_COMPILED_HEADERS ${CMAKE_CURRENT_LIST_DIR}/compiled/headers)
 set(VARNIX_COMPILED_WARNINGS -Wno-objc-root-class -Wno-objc-protocol-method-implementation -Wno-unused-parameter
     -Wno-cast-function-type -Wno-cast-of-sel-type -Wno-arc-performSelector-leaks -Wno-arc-retain-cycles)
 
-# add_compiled(NAME SOURCE... [OPTIONS OPTION...] [STUBS STUB...] [FOLDER FOLDER]): the target NAME is a
-# library below tests/, in FOLDER. STUBS are text stubs for the device's linkers.
+# add_compiled(NAME SOURCE... [OPTIONS OPTION...] [STUBS STUB...] [FOLDER FOLDER] [LINKS_OURS]): the target
+# NAME is a library below tests/, in FOLDER. STUBS are text stubs for the device's linkers; LINKS_OURS links
+# our library.
 function(add_compiled name)
-  cmake_parse_arguments(PARSE_ARGV 1 it "" "FOLDER" "OPTIONS;STUBS")
+  cmake_parse_arguments(PARSE_ARGV 1 it "LINKS_OURS" "FOLDER" "OPTIONS;STUBS")
   set(sources ${it_UNPARSED_ARGUMENTS})
   set(folder ${CMAKE_BINARY_DIR}/tests/${it_FOLDER})
   if(CMAKE_CROSSCOMPILING)
     set(output ${folder}/${name}.dylib)
-    list(TRANSFORM sources PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    list(TRANSFORM sources PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ REGEX "^[^/]")
+    set(with)
+    if(it_LINKS_OURS)
+      set(with --with ${VARNIX_DEVICE_BUILD}/Varnix)
+    endif()
     list(TRANSFORM it_STUBS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
     set(flags -I ${CMAKE_CURRENT_SOURCE_DIR} -I ${VARNIX_COMPILED_HEADERS} ${VARNIX_COMPILED_WARNINGS} ${it_OPTIONS})
     list(JOIN flags " " flags)
     file(GLOB headers CONFIGURE_DEPENDS *.h)
     file(MAKE_DIRECTORY ${folder})
     add_custom_command(OUTPUT ${output}
-      COMMAND ${VARNIX_BUILD_DEVICE_LIBRARY} ${output} --flags "${flags}" ${sources} ${it_STUBS}
+      COMMAND ${VARNIX_BUILD_DEVICE_LIBRARY} ${output} ${with} --flags "${flags}" ${sources} ${it_STUBS}
       DEPENDS ${sources} ${it_STUBS} ${headers} ${PROJECT_SOURCE_DIR}/device/emulation/build-library VERBATIM)
     add_custom_target(${name} DEPENDS ${output})
     return()
@@ -47,6 +52,6 @@ function(add_compiled name)
   target_compile_options(${name} PRIVATE
     $<$<COMPILE_LANGUAGE:OBJC>:-fobjc-runtime=macosx-10.15 -fblocks -fobjc-exceptions -fexceptions
       -fvisibility=hidden -Wall -Wextra -Werror ${VARNIX_COMPILED_WARNINGS} ${it_OPTIONS}>)
-  target_link_libraries(${name} PRIVATE varnix_host)
+  target_link_libraries(${name} PRIVATE varnix_host $<$<BOOL:${it_LINKS_OURS}>:varnix_library>)
   set_target_properties(${name} PROPERTIES PREFIX "" LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY ${folder})
 endfunction()
