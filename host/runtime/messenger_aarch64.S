@@ -2,6 +2,8 @@
 // address is passed in x8, so there is one entry point for all results.
 #if defined(__aarch64__)
 
+#include "runtime/arguments_aarch64.inc"
+
         .text
 
 // x9 = class. Jumps to the implementation, or to \miss. The implementation's load depends on the
@@ -25,41 +27,16 @@
 // x9 = class to search, or zero for the receiver's own; x10 = receiver, x11 = selector. The message
 // may get another receiver.
 .macro RESOLVE resolver=objc_resolve, keeps=0
-        stp     x29, x30, [sp, #-224]!
-        .cfi_def_cfa_offset 224
-        .cfi_offset x29, -224
-        .cfi_offset x30, -216
-        mov     x29, sp
-        stp     q0, q1, [sp, #16]
-        stp     q2, q3, [sp, #48]
-        stp     q4, q5, [sp, #80]
-        stp     q6, q7, [sp, #112]
-        stp     x0, x1, [sp, #144]
-        stp     x2, x3, [sp, #160]
-        stp     x4, x5, [sp, #176]
-        stp     x6, x7, [sp, #192]
-        str     x8, [sp, #208]
+        SAVE_ARGUMENTS
         mov     x0, x10
         mov     x1, x9
         mov     x2, x11
         bl      \resolver
         mov     x16, x0
         .if \keeps == 0
-        str     x1, [sp, #144]
+        str     x1, [sp, #ARGUMENTS]
         .endif
-        ldp     q0, q1, [sp, #16]
-        ldp     q2, q3, [sp, #48]
-        ldp     q4, q5, [sp, #80]
-        ldp     q6, q7, [sp, #112]
-        ldp     x0, x1, [sp, #144]
-        ldp     x2, x3, [sp, #160]
-        ldp     x4, x5, [sp, #176]
-        ldp     x6, x7, [sp, #192]
-        ldr     x8, [sp, #208]
-        ldp     x29, x30, [sp], #224
-        .cfi_def_cfa_offset 0
-        .cfi_restore x29
-        .cfi_restore x30
+        RESTORE_ARGUMENTS
         br      x16
 .endm
 
