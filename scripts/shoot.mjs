@@ -9,7 +9,7 @@ try {
   await page.goto(address);
   // Those that show nothing yet have no source.
   await page.waitForFunction(() => {
-    const images = [...document.querySelectorAll('figure img, button img')];
+    const images = [...document.querySelectorAll('figure:not([hidden]) img, button img')];
     return images.length > 0 && images.every((it) => it.src && it.complete && it.naturalWidth > 0);
   });
   await page.screenshot({path: out});
