@@ -67,11 +67,12 @@ gcc: ## Build with the other compiler and run the tests
 	@$(call compile,gcc,$(everything))
 	@$(if $(filter no,$(RUN)),true,$(call check,gcc))
 
-# A browser would spend its time waiting; the programs that it talks to have tests of their own.
+# A browser would spend its time waiting; the programs that it talks to have tests of their own. The other
+# ways of hooking, and compiled code without the optimiser, run the same code of ours once more.
 asan: ## Run the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 	$(setup)
 	@$(call compile,asan,$(everything))
-	@$(call check,asan,-LE browser)
+	@$(call check,asan,-LE 'browser|hooking' -E '_plain_')
 
 tsan: ## Run the tests that carry the label threads under ThreadSanitizer
 	$(setup)

@@ -29,11 +29,13 @@ void ExamplePaneWillAppear(UIViewController *pane, UIColor *color);
 
 __attribute__((visibility("default"))) void ExamplePaneWillAppear(UIViewController *pane,
                                                                    UIColor *color) {
-  // The library's own settings, read through its class.
-  KTPrefsManager *dye = [[KTPrefsManager alloc] initWithId:@"com.quillmarsh.varnix2"
-                                             defaultValues:nil
-                                              notification:nil
-                                      notificationCallback:nil];
+  // The library's own settings, read through its class, once for all times that the pane appears.
+  static KTPrefsManager *dye;
+  if (dye == nil)
+    dye = [[KTPrefsManager alloc] initWithId:@"com.quillmarsh.varnix2"
+                               defaultValues:nil
+                                notification:nil
+                        notificationCallback:nil];
   if ([dye boolForKey:@"enabled"]) QKSetPrefsTint(pane, color);
   [[ExampleStore sharedStore] saveAndNotify];
 }
