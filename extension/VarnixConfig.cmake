@@ -1,6 +1,9 @@
-# For find_package(Varnix): what other people's extensions are built with.
+# For find_package(Varnix [COMPONENTS ObjectiveC]): what other people's extensions are built with.
 file(REAL_PATH ${CMAKE_CURRENT_LIST_DIR} VARNIX_EXTENSION_HOME)
 include(${VARNIX_EXTENSION_HOME}/VarnixExtension.cmake)
+if("ObjectiveC" IN_LIST Varnix_FIND_COMPONENTS)
+  include(${VARNIX_EXTENSION_HOME}/EnableObjectiveC.cmake)
+endif()
 
 get_filename_component(libraries ${VARNIX_EXTENSION_HOME} DIRECTORY)
 file(GLOB layer ${VARNIX_EXTENSION_HOME}/src/objc/*.cpp)

@@ -16,8 +16,8 @@ set(VARNIX_EXTENSION_LINK_OPTIONS
 #
 # NAME is a shared library for Linux, NAME.so, for `varnix run --load` and `varnix inspect --load`. The
 # target NAME-device builds NAME.dylib for phones beside it, and with PACKAGE the package, as
-# device/extension says. Sources are C++ over the headers in objc/ and platform/, C, or Objective-C, for
-# which the project enables OBJC with clang. FLAGS are for the compiler, and for both.
+# device/extension says. Sources are C++ over the headers in objc/ and platform/, or C and Objective-C, for
+# which find_package names the component ObjectiveC. FLAGS are for the compiler of the sources, and for both.
 function(varnix_add_extension name)
   cmake_parse_arguments(PARSE_ARGV 1 it "" "PACKAGE;VERSION;FILTER;MAINTAINER;DESCRIPTION" "FLAGS")
   set(sources ${it_UNPARSED_ARGUMENTS})
@@ -26,13 +26,15 @@ function(varnix_add_extension name)
     message(FATAL_ERROR "${name}: C++ over the layer or Objective-C, not both in one extension")
   elseif(sources MATCHES "\\.cpp(;|$)")
     target_link_libraries(${name} PRIVATE Varnix::layer)
+    target_compile_options(${name} PRIVATE ${it_FLAGS})
   else()
-    # Linux and the platform's run-time do not go together: these options ask for both.
-    target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:OBJC>:-fobjc-runtime=macosx-10.15 -fblocks
-                           -fobjc-exceptions -fexceptions -fvisibility=hidden>)
+    if(sources MATCHES "\\.m(;|$)" AND NOT VARNIX_OBJECTIVE_C_OPTIONS)
+      message(FATAL_ERROR "${name}: Objective-C takes find_package(Varnix COMPONENTS ObjectiveC)")
+    endif()
+    target_compile_options(${name} PRIVATE
+      $<$<COMPILE_LANGUAGE:OBJC>:${VARNIX_OBJECTIVE_C_OPTIONS}> $<$<COMPILE_LANGUAGE:C,OBJC>:${it_FLAGS}>)
     target_link_libraries(${name} PRIVATE Varnix::compiled)
   endif()
-  target_compile_options(${name} PRIVATE ${it_FLAGS})
   set_target_properties(${name} PROPERTIES PREFIX "" LINKER_LANGUAGE CXX CXX_VISIBILITY_PRESET hidden
                         VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
 

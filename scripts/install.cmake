@@ -33,7 +33,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/device/common.sh DESTINATION ${extension}/de
 install(FILES ${PROJECT_SOURCE_DIR}/device/lists/flags.txt ${PROJECT_SOURCE_DIR}/device/lists/exports.txt
         DESTINATION ${extension}/device/lists)
 install(FILES ${PROJECT_SOURCE_DIR}/VERSION ${PROJECT_SOURCE_DIR}/extension/VarnixConfig.cmake
-        ${PROJECT_SOURCE_DIR}/extension/VarnixExtension.cmake DESTINATION ${extension})
+        ${PROJECT_SOURCE_DIR}/extension/VarnixExtension.cmake
+        ${PROJECT_SOURCE_DIR}/extension/EnableObjectiveC.cmake DESTINATION ${extension})
 if(VARNIX_DEVICE)
   install(TARGETS varnix-link-armv7 varnix-sign varnix_check RUNTIME DESTINATION ${extension}/tools)
 endif()

@@ -1,16 +1,6 @@
-# What an Objective-C compiler writes, for tests: for Linux, and in the emulated suite for the device. Only
-# clang writes the platform's kind of class data, so it compiles these files whatever compiles the rest.
+# What an Objective-C compiler writes, for tests: for Linux, and in the emulated suite for the device.
 if(NOT CMAKE_CROSSCOMPILING)
-  find_program(CMAKE_OBJC_COMPILER NAMES clang-19 clang REQUIRED)
-  # How precompiled headers are made is not kept for each language, and this is another compiler.
-  set(pch_variables CMAKE_PCH_EXTENSION CMAKE_PCH_PROLOGUE CMAKE_PCH_EPILOGUE)
-  foreach(variable IN LISTS pch_variables)
-    set(saved_${variable} "${${variable}}")
-  endforeach()
-  enable_language(OBJC)
-  foreach(variable IN LISTS pch_variables)
-    set(${variable} "${saved_${variable}}")
-  endforeach()
+  include(${PROJECT_SOURCE_DIR}/extension/EnableObjectiveC.cmake)
 
   add_library(varnix_compiled_image OBJECT ${PROJECT_SOURCE_DIR}/host/compiled/image.cpp)
   target_link_libraries(varnix_compiled_image PRIVATE varnix_host varnix_warnings)
@@ -47,11 +37,9 @@ function(add_compiled name)
   endif()
   add_library(${name} MODULE ${sources} $<TARGET_OBJECTS:varnix_compiled_image>)
   target_include_directories(${name} PRIVATE . ${VARNIX_COMPILED_HEADERS})
-  # Linux and the platform's run-time do not go together: these options ask for both. The sections come
-  # out without the segments' names, so the linker gives their bounds.
   target_compile_options(${name} PRIVATE
-    $<$<COMPILE_LANGUAGE:OBJC>:-fobjc-runtime=macosx-10.15 -fblocks -fobjc-exceptions -fexceptions
-      -fvisibility=hidden -Wall -Wextra -Werror ${VARNIX_COMPILED_WARNINGS} ${it_OPTIONS}>)
+    $<$<COMPILE_LANGUAGE:OBJC>:${VARNIX_OBJECTIVE_C_OPTIONS} -Wall -Wextra -Werror ${VARNIX_COMPILED_WARNINGS}
+      ${it_OPTIONS}>)
   target_link_libraries(${name} PRIVATE varnix_host $<$<BOOL:${it_LINKS_OURS}>:varnix_library>)
   set_target_properties(${name} PROPERTIES PREFIX "" LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY ${folder})
 endfunction()
