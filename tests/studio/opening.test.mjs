@@ -21,6 +21,8 @@ test('the private file leads to the page', async () => {
     await page.goto(`file://${fs.readFileSync(opened, 'utf8')}`.replaceAll(' ', '%20'), {waitUntil: 'commit'});
     await page.waitForURL((url) => url.href.startsWith(address));
     await page.getByRole('searchbox', {name: 'Search settings'}).waitFor();
+    // The screens come after the controls.
+    await page.locator('.others img').first().waitFor({state: 'attached'});
     assert.ok(await page.locator('.others img').count() > 0);
   } finally {
     await browser.close();
