@@ -4,6 +4,7 @@
 #include <cmath>
 #include <csetjmp>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -171,6 +172,20 @@ Surface readPicture(const std::string& file, const Pixels& covered, std::string&
     throw std::runtime_error("is longer than " + std::to_string(kLongest) + " pixels");
   cairo_surface_mark_dirty(picture.surface.get());
   return turned(picture.surface, picture.orientation());
+}
+
+Surface readPng(std::string_view png) {
+  auto read = [](void* state, unsigned char* to, unsigned length) {
+    auto& left = *static_cast<std::string_view*>(state);
+    if (left.size() < length) return CAIRO_STATUS_READ_ERROR;
+    std::memcpy(to, left.data(), length);
+    left.remove_prefix(length);
+    return CAIRO_STATUS_SUCCESS;
+  };
+  Surface surface(cairo_image_surface_create_from_png_stream(read, &png), cairo_surface_destroy);
+  const cairo_status_t status = cairo_surface_status(surface.get());
+  if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
+  return surface;
 }
 
 Color meanColor(const Surface& surface) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <cairo.h>
 
@@ -28,6 +29,9 @@ struct Pixels {
 /// many pixels. Throws std::runtime_error with the reason. If only part of a picture is there,
 /// `problem` says what is wrong; else it is empty.
 Surface readPicture(const std::string& file, const Pixels& covered, std::string& problem);
+
+/// A PNG file's contents. Throws std::runtime_error with the reason.
+Surface readPng(std::string_view png);
 
 /// The mean of its pixels, on a black ground.
 Color meanColor(const Surface& surface);

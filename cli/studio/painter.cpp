@@ -117,23 +117,18 @@ void Painter::giveBack(Asker& asker) {
   changed_.notify_all();
 }
 
-Json Painter::pick(const std::string& file) {
-  std::unique_lock lock(mutex_);
-  Asker& asker = takeAsker(lock);
-  lock.unlock();
-  Json picked;
-  std::exception_ptr failure;
-  try {
-    picked = asker.pick(file);
-  } catch (...) {
-    failure = std::current_exception();
-  }
-  lock.lock();
-  giveBack(asker);
-  lock.unlock();
-  if (failure != nullptr) std::rethrow_exception(failure);
-  return picked;
+Painter::Loan::Loan(Painter& painter)
+    : painter_(painter), asker_([&painter]() -> Asker& {
+        std::unique_lock lock(painter.mutex_);
+        return painter.takeAsker(lock);
+      }()) {}
+
+Painter::Loan::~Loan() {
+  const std::lock_guard lock(painter_.mutex_);
+  painter_.giveBack(asker_);
 }
+
+Json Painter::pick(const std::string& file) { return Loan(*this)->pick(file); }
 
 Painter::Answered Painter::answersOf(const Screen& screen, const View& view, long revision,
                                      const Dressed& dressed) {

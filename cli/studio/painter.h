@@ -87,6 +87,21 @@ class Painter {
   Asker& takeAsker(std::unique_lock<std::mutex>& lock);
   void giveBack(Asker& asker);
 
+  /// An asker for one question. It waits for a free one, and gives it back at its end. The mutex is
+  /// not held.
+  class Loan {
+   public:
+    explicit Loan(Painter& painter);
+    Loan(const Loan&) = delete;
+    Loan& operator=(const Loan&) = delete;
+    ~Loan();
+    Asker* operator->() const { return &asker_; }
+
+   private:
+    Painter& painter_;
+    Asker& asker_;
+  };
+
   /// What the process answers with other settings than those that are shown.
   ProcessAnswer askedWith(const varnix::screens::Screen& screen, const View& view,
                           const Dressed& dressed, const std::string& settings);

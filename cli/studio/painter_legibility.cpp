@@ -11,21 +11,7 @@ using varnix::screens::Screen;
 
 ProcessAnswer Painter::askedWith(const Screen& screen, const View& view, const Dressed& dressed,
                                  const std::string& settings) {
-  std::unique_lock lock(mutex_);
-  Asker& asker = takeAsker(lock);
-  lock.unlock();
-  ProcessAnswer answer;
-  std::exception_ptr failure;
-  try {
-    answer = asker.ask(question(screen, view, dressed), settings);
-  } catch (...) {
-    failure = std::current_exception();
-  }
-  lock.lock();
-  giveBack(asker);
-  lock.unlock();
-  if (failure != nullptr) std::rethrow_exception(failure);
-  return answer;
+  return Loan(*this)->ask(question(screen, view, dressed), settings);
 }
 
 std::unique_ptr<Legibility> Painter::legibility(const View& view, long revision,

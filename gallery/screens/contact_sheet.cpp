@@ -1,9 +1,6 @@
 #include "gallery/screens/contact_sheet.h"
 
 #include <algorithm>
-#include <cstring>
-#include <stdexcept>
-#include <string_view>
 
 #include "drawing/text.h"
 
@@ -14,20 +11,6 @@ namespace {
 constexpr std::size_t kInARow = 6;
 constexpr double kGap = 32, kHeading = 88, kCaption = 40;
 constexpr Color kPaper = rgb(0xf2f2f4);
-
-Surface pictureIn(std::string_view png) {
-  auto read = [](void* state, unsigned char* to, unsigned length) {
-    auto& left = *static_cast<std::string_view*>(state);
-    if (left.size() < length) return CAIRO_STATUS_READ_ERROR;
-    std::memcpy(to, left.data(), length);
-    left.remove_prefix(length);
-    return CAIRO_STATUS_SUCCESS;
-  };
-  Surface surface(cairo_image_surface_create_from_png_stream(read, &png), cairo_surface_destroy);
-  const cairo_status_t status = cairo_surface_status(surface.get());
-  if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
-  return surface;
-}
 
 }  // namespace
 
@@ -43,7 +26,7 @@ std::string contactSheet(const std::string& heading, std::span<const SheetPictur
   for (std::size_t i = 0; i < pictures.size(); ++i) {
     const Box place{kGap + static_cast<double>(i % columns) * across,
                     kHeading + static_cast<double>(i / columns) * down, kWidth, kHeight};
-    canvas.picture(pictureIn(pictures[i].png), place, 16);
+    canvas.picture(drawing::readPng(pictures[i].png), place, 16);
     drawCentered(canvas, {place.x, place.bottom() + kCaption / 2}, pictures[i].title,
                  {17, kBlack.withAlpha(0.75)}, kWidth);
   }

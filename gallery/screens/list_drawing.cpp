@@ -1,8 +1,7 @@
 #include "gallery/screens/list_drawing.h"
 
-#include <cstring>
 #include <memory>
-#include <string_view>
+#include <stdexcept>
 
 #include <glib.h>
 
@@ -22,16 +21,11 @@ constexpr double kDisabledAlpha = 0.44;
 
 /// Nothing for what is no PNG file.
 Surface decoded(const std::string& png) {
-  std::string_view rest = png;
-  auto read = [](void* state, unsigned char* to, unsigned length) {
-    auto& left = *static_cast<std::string_view*>(state);
-    if (left.size() < length) return CAIRO_STATUS_READ_ERROR;
-    std::memcpy(to, left.data(), length);
-    left.remove_prefix(length);
-    return CAIRO_STATUS_SUCCESS;
-  };
-  Surface surface(cairo_image_surface_create_from_png_stream(read, &rest), cairo_surface_destroy);
-  return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? surface : Surface();
+  try {
+    return drawing::readPng(png);
+  } catch (const std::runtime_error&) {
+    return {};
+  }
 }
 
 Box boxOf(const ListImage& image, const Surface& surface, const Box& usual) {

@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <vector>
 
+#include "Foundation/argument_list.h"
 #include "Foundation/enumeration.h"
 #include "Foundation/text.h"
 #include "objc/define.h"
@@ -26,8 +27,7 @@ struct Array : NSArray {
     Array* made = make(cls);
     va_list rest;
     va_start(rest, first);
-    for (NSObject* object = first; object != nullptr; object = va_arg(rest, NSObject*))
-      made->add(object);
+    host::forEachArgument(first, rest, [made](NSObject* object) { made->add(object); });
     va_end(rest);
     return made;
   }

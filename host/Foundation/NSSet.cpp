@@ -1,6 +1,7 @@
 // Sets. The mutable one is the same object with more methods.
 #include <cstdarg>
 
+#include "Foundation/argument_list.h"
 #include "Foundation/enumeration.h"
 #include "Foundation/enumerator.h"
 #include "Foundation/hash_table.h"
@@ -26,8 +27,7 @@ struct Set : NSObject {
     Set* made = make(cls);
     va_list rest;
     va_start(rest, first);
-    for (NSObject* object = first; object != nullptr; object = va_arg(rest, NSObject*))
-      made->add(object);
+    host::forEachArgument(first, rest, [made](NSObject* object) { made->add(object); });
     va_end(rest);
     return made;
   }
